@@ -1,0 +1,18 @@
+// The real drives of the machine.
+#pragma once
+
+#include "platform/files.h"
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace kiv {
+
+/// Native folders (UTF-8, absolute) by drive letter. On Windows the machine's own drives stand and this is not used.
+using DriveMap = std::map<char, std::string>;
+
+/// The machine's drives and files.
+std::unique_ptr<Files> MakeDriveFiles(const DriveMap& drives);
+
+} // namespace kiv

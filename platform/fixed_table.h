@@ -1,0 +1,51 @@
+// A table with fixed bounds. The bounds belong to the format; the store grows only as far as it is used.
+#pragma once
+
+#include "platform/run_error.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace kiv {
+
+/// Entries `Low` to `High`, each empty (`T{}`) until it is written. An index outside throws `subscript`.
+template <typename T, int Low, int High>
+class FixedTable {
+  public:
+    /// `name` says in an error which table was left, for instance "source line".
+    explicit FixedTable(const char* name) : name_(name) {}
+
+    const T& operator[](int index) const
+    {
+        static const T kEmpty{};
+        const std::size_t slot = Slot(index);
+        return slot < entries_.size() ? entries_[slot] : kEmpty;
+    }
+
+    T& operator[](int index)
+    {
+        const std::size_t slot = Slot(index);
+        if (slot >= entries_.size())
+            entries_.resize(slot + 1);
+        return entries_[slot];
+    }
+
+    /// Makes every entry empty again and keeps the store.
+    void Clear() { entries_.clear(); }
+
+  private:
+    std::size_t Slot(int index) const
+    {
+        if (index < Low || index > High)
+            throw RunError(ErrorKind::subscript,
+                           std::string(name_) + " " + std::to_string(index) + " is outside " +
+                               std::to_string(Low) + " to " + std::to_string(High));
+        return static_cast<std::size_t>(index - Low);
+    }
+
+    const char* name_;
+    std::vector<T> entries_;
+};
+
+} // namespace kiv

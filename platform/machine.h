@@ -1,0 +1,24 @@
+// The machine behind small interfaces. The faces make the real one, tests one of their own.
+#pragma once
+
+#include "platform/clipboard.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "platform/picture_loader.h"
+#include "platform/programs.h"
+#include "platform/progress.h"
+#include "platform/reporter.h"
+
+namespace kiv {
+
+struct Machine {
+    Files& files;
+    Clock& clock;
+    Clipboard& clipboard;
+    Programs& programs;
+    Reporter& reporter;
+    PictureLoader& pictures;
+    Progress& progress;
+};
+
+} // namespace kiv

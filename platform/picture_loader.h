@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/files.h"
+
+#include <string_view>
+
+namespace kiv {
+
+/// A picture's natural size in pixels.
+struct PictureSize {
+    int width = 0;
+    int height = 0;
+    bool operator==(const PictureSize&) const = default;
+};
+
+class PictureLoader {
+  public:
+    PictureLoader() = default;
+    PictureLoader(const PictureLoader&) = delete;
+    PictureLoader& operator=(const PictureLoader&) = delete;
+    virtual ~PictureLoader() = default;
+
+    /// The size of a JPEG or GIF, told apart by content. Throws RunError of kind `picture` naming the file when it is
+    /// neither or cannot be read.
+    virtual PictureSize Size(std::string_view path) = 0;
+};
+
+/// Reads the header and no more.
+class HeaderPictureLoader : public PictureLoader {
+  public:
+    explicit HeaderPictureLoader(Files& files) : files_(files) {}
+    PictureSize Size(std::string_view path) override;
+
+  private:
+    Files& files_;
+};
+
+} // namespace kiv

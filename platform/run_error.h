@@ -1,0 +1,36 @@
+// The fatal error of a run: thrown where it is seen, caught once, where a command is run.
+#pragma once
+
+#include <exception>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace kiv {
+
+enum class ErrorKind {
+    subscript,
+    file,
+    end_of_file,
+    invalid_argument,
+    overflow,
+    division,
+    picture,
+};
+
+/// The kind's name in reports, such as "end-of-file".
+std::string_view KindName(ErrorKind kind);
+
+struct RunError : std::exception {
+    ErrorKind kind;
+    std::string text;  // what is wrong, begins in lower case
+    std::string where; // file and line, and the page in work; filled in by the run when the spot does not know it
+
+    RunError(ErrorKind error_kind, std::string error_text, std::string place = {})
+        : kind(error_kind), text(std::move(error_text)), where(std::move(place))
+    {
+    }
+    const char* what() const noexcept override { return text.c_str(); }
+};
+
+} // namespace kiv
