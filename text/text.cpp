@@ -153,6 +153,16 @@ std::vector<std::string_view> Split(std::string_view text, std::string_view sepa
     return SplitAt(text, separator, separator.size());
 }
 
+std::string_view TakeLine(std::string_view& rest)
+{
+    const std::size_t end = rest.find('\n');
+    std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(end == npos ? rest.size() : end + 1);
+    if (end != npos && line.ends_with('\r'))
+        line.remove_suffix(1);
+    return line;
+}
+
 std::string_view Before(std::string_view text, char separator)
 {
     return text.substr(0, text.find(separator));

@@ -61,6 +61,10 @@ std::vector<std::string_view> Split(std::string_view text, char separator);
 /// The same with a separator of several characters, such as CR LF.
 std::vector<std::string_view> Split(std::string_view text, std::string_view separator);
 
+/// Takes the first line off `rest`, which must not be empty. LF ends a line and a CR right before it goes with it; a last
+/// line needs no end.
+std::string_view TakeLine(std::string_view& rest);
+
 /// What stands before the first `separator`, or the whole text when there is none.
 std::string_view Before(std::string_view text, char separator);
 

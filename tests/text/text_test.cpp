@@ -1,0 +1,206 @@
+#include "text/text.h"
+
+#include "text/loop_bound.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace kiv {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(Text, CutsCountFromOne)
+{
+    EXPECT_EQ(FromChar("@FILE = about", 9), "about");
+    EXPECT_EQ(FromChar("abc", 1), "abc");
+    EXPECT_EQ(FromChar("abc", 3), "c");
+    EXPECT_EQ(FromChar("abc", 4), ""); // past the end: the empty text
+    EXPECT_EQ(FromChar("", 9), "");
+    EXPECT_EQ(FirstChars("abc", 2), "ab");
+    EXPECT_EQ(FirstChars("abc", 6), "abc");
+    EXPECT_EQ(LastChars("abc", 2), "bc");
+    EXPECT_EQ(LastChars("abc", 6), "abc");
+}
+
+TEST(Text, TrimCutsBlanksOnly)
+{
+    EXPECT_EQ(Trim("  a b  "), "a b");
+    EXPECT_EQ(Trim("\t a \t"), "\t a \t");
+    EXPECT_EQ(Trim(" \xA0 "), "\xA0");
+    EXPECT_EQ(Trim(" a\r\n"), "a\r\n");
+    EXPECT_EQ(Trim("   "), "");
+    EXPECT_EQ(Trim(""), "");
+}
+
+TEST(Text, ComparesAsciiWithoutCase)
+{
+    EXPECT_TRUE(EqualsNoCase("<!--Body Here-->", "<!--BODY HERE-->"));
+    EXPECT_FALSE(EqualsNoCase("<!--Body Here--> ", "<!--BODY HERE-->"));
+    EXPECT_TRUE(StartsWithNoCase("@file = x", "@FILE ="));
+    EXPECT_FALSE(StartsWithNoCase("@fil", "@FILE ="));
+    EXPECT_FALSE(StartsWithNoCase("[", "{")); // 32 apart, like letters of two cases
+    EXPECT_FALSE(StartsWithNoCase("@", "`"));
+    EXPECT_FALSE(StartsWithNoCase("\xE9", "\xC9")); // words are ASCII
+}
+
+struct FindRow {
+    const char* text;
+    const char* word;
+    std::size_t from;
+    std::size_t at;
+};
+
+constexpr FindRow kFinds[] = {
+    {"x!!Pop[y", "!!POP[", 0, 1}, {"!!pop[!!POP[", "!!POP[", 1, 6}, {"aXbxX", "x", 2, 3},
+    {"XxX", "x", 1, 1},           {"abc", "d", 0, npos},            {"abc", "C", 2, 2},
+    {"abc", "c", 3, npos},        {"abc", "", 0, npos},             {"ab", "abc", 0, npos},
+    {"hay HAY needle", "NEEDLE", 0, 8},
+};
+
+TEST(Text, FindsWithoutCase)
+{
+    for (const FindRow& row : kFinds)
+        EXPECT_EQ(FindNoCase(row.text, row.word, row.from), row.at) << row.text << " " << row.word;
+    EXPECT_TRUE(ContainsNoCase("a<STYLE>b", "<style>"));
+    EXPECT_FALSE(ContainsNoCase("a<STYL>b", "<style>"));
+    EXPECT_EQ(CountNoCase("aAaAa", "AA"), 2U); // without overlaps
+    EXPECT_EQ(CountNoCase("", "a"), 0U);
+}
+
+struct ReplaceRow {
+    const char* text;
+    const char* word;
+    const char* value;
+    const char* result;
+};
+
+constexpr ReplaceRow kReplaceEach[] = {
+    {"a-b-c", "-", "+", "a+b+c"},
+    {"aaa", "aa", "b", "ba"},       // from left to right, no overlap
+    {"aa", "a", "aa", "aaaa"},      // the value is not searched again
+    {" of of ", " of ", " ", " of "}, // two that share a blank: only the first goes
+    {"abc", "b", "", "ac"},
+    {"abc", "B", "x", "abc"},
+    {"", "b", "x", ""},
+};
+
+TEST(Text, ReplacesEachOnce)
+{
+    for (const ReplaceRow& row : kReplaceEach) {
+        std::string text = row.text;
+        EXPECT_EQ(ReplaceEach(text, row.word, row.value), std::string(row.text) != row.result);
+        EXPECT_EQ(text, row.result);
+    }
+}
+
+TEST(Text, ReplacesEachWithoutCase)
+{
+    std::string text = "@Title, @TITLE and @title";
+    EXPECT_TRUE(ReplaceEachNoCase(text, "@TITLE", "x@title"));
+    EXPECT_EQ(text, "x@title, x@title and x@title");
+    EXPECT_FALSE(ReplaceEachNoCase(text, "@FILE", "x"));
+}
+
+TEST(Text, ReplacesWhileOneIsLeft)
+{
+    std::string text = "a@@1b@@1";
+    EXPECT_TRUE(ReplaceWhileLeft(text, "@@1", "x"));
+    EXPECT_EQ(text, "axbx");
+    text = "@@@11"; // the value completes a new mark with what stands around it
+    EXPECT_TRUE(ReplaceWhileLeft(text, "@@1", ""));
+    EXPECT_EQ(text, "@1");
+    text = "@@@@11";
+    EXPECT_TRUE(ReplaceWhileLeft(text, "@@1", ""));
+    EXPECT_EQ(text, "");
+}
+
+TEST(Text, ReplacementByItselfEndsQuietly)
+{
+    std::string text = "a @@1 b";
+    EXPECT_TRUE(ReplaceWhileLeft(text, "@@1", "@@1"));
+    EXPECT_EQ(text, "a @@1 b");
+}
+
+TEST(Text, ReplacementWithoutEndIsNoticed)
+{
+    std::string growing = "@@1";
+    EXPECT_FALSE(ReplaceWhileLeft(growing, "@@1", "x@@1"));
+    std::string shrinking_never = "y@@1";
+    EXPECT_FALSE(ReplaceWhileLeft(shrinking_never, "@@1", std::string(2'000'000, 'x') + "@@1"));
+}
+
+TEST(LoopBound, AllowsManyPassesAndMuchText)
+{
+    LoopBound passes(3, 10);
+    for (int pass = 1; pass < 10'003; ++pass)
+        ASSERT_TRUE(passes.Allows(10, true)) << pass;
+    EXPECT_FALSE(passes.Allows(10, true)); // 10,000 and the marks there were
+    LoopBound last_pass(0, 10);
+    for (int pass = 1; pass < 10'000; ++pass)
+        ASSERT_TRUE(last_pass.Allows(10, true));
+    EXPECT_TRUE(last_pass.Allows(10, false)); // done with the last pass allowed
+    LoopBound length(1, 10);
+    EXPECT_TRUE(length.Allows(1'001'000, true)); // a million, and a hundred for each character
+    EXPECT_FALSE(length.Allows(1'001'001, false));
+}
+
+TEST(Text, Splits)
+{
+    EXPECT_THAT(Split("", '|'), IsEmpty()); // an empty text has no field
+    EXPECT_THAT(Split("a", '|'), ElementsAre("a"));
+    EXPECT_THAT(Split("|", '|'), ElementsAre("", ""));
+    EXPECT_THAT(Split("a||b|", '|'), ElementsAre("a", "", "b", ""));
+    EXPECT_THAT(Split("a\r\nb\nc\r\n", "\r\n"), ElementsAre("a", "b\nc", ""));
+    EXPECT_EQ(Before("a.b.c", '.'), "a");
+    EXPECT_EQ(Before("abc", '.'), "abc");
+}
+
+std::vector<std::string> LinesOf(std::string_view text)
+{
+    std::vector<std::string> lines;
+    while (!text.empty())
+        lines.emplace_back(TakeLine(text));
+    return lines;
+}
+
+TEST(Text, TakesLines)
+{
+    EXPECT_THAT(LinesOf(""), IsEmpty());
+    EXPECT_THAT(LinesOf("a\r\nb\nc"), ElementsAre("a", "b", "c"));
+    EXPECT_THAT(LinesOf("a\n"), ElementsAre("a")); // an end at the very end opens no line
+    EXPECT_THAT(LinesOf("\n\n"), ElementsAre("", ""));
+    EXPECT_THAT(LinesOf("a\r\r\nb"), ElementsAre("a\r", "b")); // one CR goes with the LF
+    EXPECT_THAT(LinesOf("a\rb\r"), ElementsAre("a\rb\r"));     // a CR alone ends nothing
+    EXPECT_THAT(LinesOf("a\x1A"
+                        "b\n\xEF\xBB\xBFz"),
+                ElementsAre("a\x1A"
+                            "b",
+                            "\xEF\xBB\xBFz"));
+}
+
+struct NumberRow {
+    const char* text;
+    int value;
+};
+
+constexpr NumberRow kNumbers[] = {
+    {"03", 3},  {"1 ", 1}, {" 1", 1},  {"1[", 1},   {"1.", 1}, {"ab", 0},      {".7", 0},
+    {"&H", 0},  {"-1", -1}, {"10", 10}, {"-0", 0},   {"+7", 7}, {"", 0},        {"- 2", -2},
+    {"1 2", 12}, {"+-1", 0}, {"1-2", 1}, {"99999999999", 1'000'000'000},
+};
+
+TEST(Text, NumericValueOfAHead)
+{
+    for (const NumberRow& row : kNumbers)
+        EXPECT_EQ(NumericHead(row.text), row.value) << row.text;
+    EXPECT_EQ(Decimal(0), "0");
+    EXPECT_EQ(Decimal(-12), "-12");
+}
+
+} // namespace
+} // namespace kiv
