@@ -1,5 +1,6 @@
-// Drives and files as the system sees them: drive paths, "\" and "/", names that ignore case, a current directory
-// of its own. Every path and name is Windows-1252 text and may be relative to the current directory.
+// Drives and files as the system sees them: drive paths, "\" and "/", names that ignore case, a
+// current directory of its own. Every path and name is Windows-1252 text and may be relative to the
+// current directory.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +10,8 @@
 
 namespace kiv {
 
-/// A file that is to be written: its place was looked up and found fit. Nothing is on the disk before Commit.
+/// A file that is to be written: its place was looked up and found fit. Nothing is on the disk
+/// before Commit.
 struct OutputFile {
     std::string path;   // absolute drive path, spelled as the program wrote it
     std::string native; // where it really lies; links are followed, case as on disk
@@ -24,7 +26,8 @@ struct FileStamp {
     bool operator==(const FileStamp&) const = default;
 };
 
-/// All of these throw RunError of kind `file`, naming the path, when the system refuses, unless said otherwise.
+/// All of these throw RunError of kind `file`, naming the path, when the system refuses, unless
+/// said otherwise.
 class Files {
   public:
     Files() = default;
@@ -37,7 +40,8 @@ class Files {
     /// Makes an existing folder the current directory. Its spelling is kept as given.
     virtual void ChangeDirectory(std::string_view path) = 0;
 
-    /// A plain file is there. Never throws: a folder, the empty name and a name that ends in a separator are none.
+    /// A plain file is there. Never throws: a folder, the empty name and a name that ends in a
+    /// separator are none.
     virtual bool FileExists(std::string_view path) = 0;
     /// A folder is there. Never throws.
     virtual bool FolderExists(std::string_view path) = 0;
@@ -47,37 +51,46 @@ class Files {
     /// The whole content.
     virtual std::string ReadFile(std::string_view path) = 0;
     /// Up to `count` bytes from `offset` on (fewer at the end of the file).
-    virtual std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) = 0;
+    virtual std::string ReadPart(std::string_view path, std::uint64_t offset,
+                                 std::size_t count) = 0;
 
-    /// Finds the place of a file that is to be written: its folder must exist and the name must be no folder.
+    /// Finds the place of a file that is to be written: its folder must exist and the name must be
+    /// no folder.
     virtual OutputFile Open(std::string_view path) = 0;
-    /// Replaces the file whole: it holds its old content or `bytes`, never anything between. A file that holds
-    /// these bytes already is left alone, time stamp and all. Either way it counts as written.
+    /// Replaces the file whole: it holds its old content or `bytes`, never anything between. A file
+    /// that holds these bytes already is left alone, time stamp and all. Either way it counts as
+    /// written.
     virtual void Commit(const OutputFile& file, std::string_view bytes) = 0;
     /// Open and Commit.
     void WriteFile(std::string_view path, std::string_view bytes) { Commit(Open(path), bytes); }
     /// Adds `bytes` at the end of a file, which is made when missing. Counts as written.
     virtual void AppendToFile(std::string_view path, std::string_view bytes) = 0;
 
-    /// Makes one folder; false when the system refuses (its parent is missing, the name is taken). Never throws.
+    /// Makes one folder; false when the system refuses (its parent is missing, the name is taken).
+    /// Never throws.
     virtual bool MakeFolder(std::string_view path) = 0;
     virtual void DeleteFile(std::string_view path) = 0;
-    /// Renames a file. A name that is taken is never overwritten: "target exists". Only the case of a name may change.
+    /// Renames a file. A name that is taken is never overwritten: "target exists". Only the case of
+    /// a name may change.
     virtual void RenameFile(std::string_view from, std::string_view to) = 0;
 
-    /// Names of the plain files or folders of a folder, in the order of their upper-cased names ("." and ".." left out).
-    virtual std::vector<std::string> ListFiles(std::string_view folder, std::string_view pattern) = 0;
+    /// Names of the plain files or folders of a folder, in the order of their upper-cased names
+    /// ("." and ".." left out).
+    virtual std::vector<std::string> ListFiles(std::string_view folder,
+                                               std::string_view pattern) = 0;
     virtual std::vector<std::string> ListFolders(std::string_view folder) = 0;
     /// The drive letters there are, upper case, in order.
     virtual std::string DriveLetters() = 0;
 
-    /// A native path, or a drive path, as an absolute drive path. A relative native path is taken from the process's
-    /// directory. Never throws.
+    /// A native path, or a drive path, as an absolute drive path. A relative native path is taken
+    /// from the process's directory. Never throws.
     virtual std::string FromNative(std::string_view utf8) = 0;
-    /// The native path of a drive path, in UTF-8, as a started program needs it. Empty when there is no such drive.
+    /// The native path of a drive path, in UTF-8, as a started program needs it. Empty when there
+    /// is no such drive.
     virtual std::string ToNative(std::string_view path) = 0;
 
-    /// Every file written since the last Refresh, as absolute drive paths, in the order of their closing.
+    /// Every file written since the last Refresh, as absolute drive paths, in the order of their
+    /// closing.
     virtual const std::vector<std::string>& Written() const = 0;
     /// A new command begins: forgets what was looked up and written before.
     virtual void Refresh() = 0;

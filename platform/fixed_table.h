@@ -1,4 +1,5 @@
-// A table with fixed bounds. The bounds belong to the format; the store grows only as far as it is used.
+// A table with fixed bounds. The bounds belong to the format; the store grows only as far as it is
+// used.
 #pragma once
 
 #include "platform/run_error.h"
@@ -9,7 +10,8 @@
 
 namespace kiv {
 
-/// Entries `Low` to `High`, each empty (`T{}`) until it is written. An index outside throws `subscript`.
+/// Entries `Low` to `High`, each empty (`T{}`) until it is written. An index outside throws
+/// `subscript`.
 template <typename T, int Low, int High>
 class FixedTable {
   public:
@@ -38,9 +40,9 @@ class FixedTable {
     std::size_t Slot(int index) const
     {
         if (index < Low || index > High)
-            throw RunError(ErrorKind::subscript,
-                           std::string(name_) + " " + std::to_string(index) + " is outside " +
-                               std::to_string(Low) + " to " + std::to_string(High));
+            throw RunError(ErrorKind::subscript, std::string(name_) + " " + std::to_string(index) +
+                                                     " is outside " + std::to_string(Low) + " to " +
+                                                     std::to_string(High));
         return static_cast<std::size_t>(index - Low);
     }
 

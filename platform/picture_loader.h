@@ -20,8 +20,8 @@ class PictureLoader {
     PictureLoader& operator=(const PictureLoader&) = delete;
     virtual ~PictureLoader() = default;
 
-    /// The size of a JPEG or GIF, told apart by content. Throws RunError of kind `picture` naming the file when it is
-    /// neither or cannot be read.
+    /// The size of a JPEG or GIF, told apart by content. Throws RunError of kind `picture` naming
+    /// the file when it is neither or cannot be read.
     virtual PictureSize Size(std::string_view path) = 0;
 };
 

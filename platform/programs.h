@@ -1,4 +1,5 @@
-// Starting programs. No shell runs a command line: it is cut into program and arguments and started directly.
+// Starting programs. No shell runs a command line: it is cut into program and arguments and started
+// directly.
 #pragma once
 
 #include "platform/files.h"
@@ -16,8 +17,8 @@ class Programs {
     Programs& operator=(const Programs&) = delete;
     virtual ~Programs() = default;
 
-    /// Starts a program from a command line in the system's current directory and does not wait for it. Throws
-    /// RunError of kind `file` when there is no such program.
+    /// Starts a program from a command line in the system's current directory and does not wait for
+    /// it. Throws RunError of kind `file` when there is no such program.
     virtual void Start(const std::string& command_line, bool minimised = false) = 0;
 };
 
@@ -43,13 +44,14 @@ class SystemPrograms : public Programs {
     Files& files_;
 };
 
-/// A command line cut into words by the Windows rules: blanks and tabs part, double quotes hold together, 2n
-/// backslashes before a quote are n, 2n+1 are n and the quote itself. The first word ends at its closing quote or
-/// first blank and knows no backslash rule.
+/// A command line cut into words by the Windows rules: blanks and tabs part, double quotes hold
+/// together, 2n backslashes before a quote are n, 2n+1 are n and the quote itself. The first word
+/// ends at its closing quote or first blank and knows no backslash rule.
 std::vector<std::string> CutCommandLine(std::string_view command_line);
 
-/// The ways to read an unquoted program path with blanks, in the order tried: "C:\a b\c.exe -m" may be "C:\a",
-/// "C:\a b\c.exe" or the whole. Each with the position (0-based) where its arguments begin.
+/// The ways to read an unquoted program path with blanks, in the order tried: "C:\a b\c.exe -m" may
+/// be "C:\a", "C:\a b\c.exe" or the whole. Each with the position (0-based) where its arguments
+/// begin.
 struct ProgramReading {
     std::string program;
     std::size_t arguments = 0;

@@ -23,8 +23,8 @@ class Reporter {
     Reporter& operator=(const Reporter&) = delete;
     virtual ~Reporter() = default;
 
-    /// Shows one message to the user and notes it as a warning. While messages are collected, the text and "<P>"
-    /// are appended to the message log instead of being shown.
+    /// Shows one message to the user and notes it as a warning. While messages are collected, the
+    /// text and "<P>" are appended to the message log instead of being shown.
     void reportmsg(std::string_view text);
 
     /// Notes a warning that is not shown.

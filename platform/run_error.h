@@ -24,7 +24,8 @@ std::string_view KindName(ErrorKind kind);
 struct RunError : std::exception {
     ErrorKind kind;
     std::string text;  // what is wrong, begins in lower case
-    std::string where; // file and line, and the page in work; filled in by the run when the spot does not know it
+    std::string where; // file and line, and the page in work; filled in by the run when the spot
+                       // does not know it
 
     RunError(ErrorKind error_kind, std::string error_text, std::string place = {})
         : kind(error_kind), text(std::move(error_text)), where(std::move(place))

@@ -1,0 +1,105 @@
+#include "platform/drive_files_common.h"
+
+#include "platform/drive_path.h"
+#include "platform/run_error.h"
+#include "text/text.h"
+#include "text/windows1252.h"
+
+#include <algorithm>
+#include <system_error>
+#include <tuple>
+#include <utility>
+
+namespace kiv {
+
+void DriveFiles::ChangeDirectory(std::string_view path)
+{
+    std::string absolute = Absolute(path);
+    if (!FolderExists(path))
+        Refuse("change to", path, "no such folder");
+    current_ = std::move(absolute);
+}
+
+std::vector<std::string> DriveFiles::ListFiles(std::string_view folder, std::string_view pattern)
+{
+    return Listing(folder, pattern, false);
+}
+
+std::vector<std::string> DriveFiles::ListFolders(std::string_view folder)
+{
+    return Listing(folder, "*.*", true);
+}
+
+std::vector<std::string> DriveFiles::Listing(std::string_view folder, std::string_view pattern,
+                                             bool folders)
+{
+    const std::string absolute = Absolute(folder);
+    if (absolute.empty())
+        Refuse("list", folder, "no such folder");
+    struct Row {
+        std::string upper;
+        std::string name;
+    };
+    std::vector<Row> rows;
+    for (std::string& name : Names(absolute, folders))
+        if (FitsPattern(name, pattern))
+            rows.push_back({UpperCase(name), std::move(name)});
+    std::sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
+        return std::tie(a.upper, a.name) < std::tie(b.upper, b.name);
+    });
+    std::vector<std::string> names;
+    names.reserve(rows.size());
+    for (Row& row : rows)
+        names.push_back(std::move(row.name));
+    return names;
+}
+
+std::string DriveFiles::Absolute(std::string_view path) const
+{
+    return path.find('\0') == npos ? AbsolutePath(path, current_) : std::string();
+}
+
+std::string DriveFiles::AbsoluteFile(std::string_view path) const
+{
+    return path.empty() || IsSeparator(path.back()) ? std::string() : Absolute(path);
+}
+
+std::string DriveFiles::FileToUse(std::string_view path, std::string_view action) const
+{
+    std::string absolute = AbsoluteFile(path);
+    if (absolute.empty() || NameOf(absolute).empty())
+        Refuse(action, path, "no such file");
+    return absolute;
+}
+
+void DriveFiles::CountWritten(const std::string& absolute)
+{
+    written_.push_back(absolute);
+    ++writes_;
+}
+
+void DriveFiles::Refuse(std::string_view action, std::string_view path, std::string_view reason)
+{
+    std::string text("cannot ");
+    text.append(action).append(" ").append(path).append(": ").append(reason);
+    throw RunError(ErrorKind::file, std::move(text));
+}
+
+void DriveFiles::RefuseWith(std::string_view action, std::string_view path, int error)
+{
+    Refuse(action, path, SystemReason(error));
+}
+
+std::string SystemReason(int error)
+{
+    std::string reason = std::system_category().message(error);
+    while (!reason.empty() && std::string_view(". \r\n").find(reason.back()) != npos)
+        reason.pop_back();
+    // An abbreviation such as "I/O error" keeps its capital.
+    const bool word = reason.size() > 1 && ToUpper(reason[1]) != reason[1];
+    if (word)
+        reason[0] = ToLower(reason[0]);
+    return reason;
+}
+
+} // namespace kiv

@@ -1,0 +1,66 @@
+// What the drives have in common on every system: the current directory, the list of written files,
+// the order of listings, the words of errors.
+#pragma once
+
+#include "platform/files.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv {
+
+class DriveFiles : public Files {
+  public:
+    const std::string& CurrentDirectory() const override { return current_; }
+    void ChangeDirectory(std::string_view path) override;
+    bool FileExists(std::string_view path) override { return Stamp(path).exists; }
+    std::vector<std::string> ListFiles(std::string_view folder, std::string_view pattern) override;
+    std::vector<std::string> ListFolders(std::string_view folder) override;
+    const std::vector<std::string>& Written() const override { return written_; }
+    void Refresh() override { written_.clear(); }
+
+  protected:
+    /// The names in a folder, in any order: those of plain files or those of folders.
+    virtual std::vector<std::string> Names(const std::string& folder, bool folders) = 0;
+
+    /// The absolute form of a path; empty when it is no place: "\\server\share", a NUL in it.
+    std::string Absolute(std::string_view path) const;
+    /// The same for the name of a file: the empty name and one that ends in a separator are none.
+    std::string AbsoluteFile(std::string_view path) const;
+    /// The same, but what is no place is refused: "cannot read x: no such file".
+    std::string FileToUse(std::string_view path, std::string_view action) const;
+
+    void SetCurrent(std::string absolute) { current_ = std::move(absolute); }
+
+    /// A file was closed after writing.
+    void CountWritten(const std::string& absolute);
+
+    /// What the state of a file is told by. The system's time stamps are coarse: two writes of this
+    /// program may fall on one tick, so a young stamp counts the writes too. `now` and `young` are
+    /// in the unit of `changed`.
+    std::int64_t Distinct(std::int64_t changed, std::int64_t now, std::int64_t young) const
+    {
+        return now - changed < young ? changed + writes_ : changed;
+    }
+
+    /// Throws RunError: "cannot `action` `path`: `reason`".
+    [[noreturn]] static void Refuse(std::string_view action, std::string_view path,
+                                    std::string_view reason);
+    /// The same with the reason that the system's error number stands for.
+    [[noreturn]] static void RefuseWith(std::string_view action, std::string_view path, int error);
+
+  private:
+    std::vector<std::string> Listing(std::string_view folder, std::string_view pattern,
+                                     bool folders);
+
+    std::string current_;
+    std::vector<std::string> written_;
+    std::int64_t writes_ = 0; // never starts anew: stamps outlive a Refresh
+};
+
+/// The system's words for an error number, beginning in lower case and without full stop.
+std::string SystemReason(int error);
+
+} // namespace kiv

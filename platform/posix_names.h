@@ -1,0 +1,92 @@
+// Drive paths found on a POSIX file system: a name is looked up as written first, then ignoring
+// case.
+#pragma once
+
+#include "platform/drives.h"
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace kiv {
+
+/// A name in a folder: as it is on the disk, and as the system sees it (Windows-1252).
+struct PosixName {
+    std::string native;
+    std::string text;
+    unsigned char type = 0; // DT_REG, DT_DIR, … or DT_UNKNOWN
+};
+
+/// "/a/b" and "c" joined.
+std::string JoinNative(std::string_view folder, std::string_view name);
+
+/// The folder and the name in an absolute native path.
+std::string_view NativeFolderOf(std::string_view native);
+std::string_view NativeNameOf(std::string_view native);
+
+/// An absolute native path without ".", ".." and empty parts; links are not looked at.
+std::string CleanNative(std::string_view native);
+
+/// An error that says that a name, or a folder on the way to it, is not there.
+bool IsMissing(int error);
+
+class PosixNames {
+  public:
+    /// Tries a native path with one system call: 0 or an error number.
+    using Attempt = std::function<int(const std::string& native)>;
+
+    explicit PosixNames(const DriveMap& drives);
+
+    const DriveMap& Drives() const { return drives_; }
+
+    /// Makes the attempt on the path as written, then on the name that is the same when case is
+    /// ignored. `native` is the path of the last attempt, or the path as written when nothing is
+    /// there, or empty when the folder is missing. Each attempt sees the present state; what is
+    /// remembered only saves looking through folders.
+    int Reach(std::string_view absolute, std::string& native, const Attempt& attempt);
+
+    /// The native folder of a drive path; none when it is not there.
+    std::optional<std::string> Folder(std::string_view absolute);
+
+    /// The native path as written, whether or not anything is there; empty when the drive is not
+    /// there.
+    std::string AsWritten(std::string_view absolute) const;
+
+    /// The names in a native folder that equal `name` (Windows-1252) when case is ignored, in byte
+    /// order.
+    std::vector<PosixName> Alike(const std::string& folder, std::string_view name);
+
+    /// All names in a native folder, fresh from the disk. An error number when it cannot be read.
+    int Read(const std::string& folder, std::vector<PosixName>& names);
+
+    /// This program has made or taken away a name.
+    void Added(const std::string& native);
+    void Removed(const std::string& native);
+
+    /// Forgets all that is remembered.
+    void Forget();
+
+  private:
+    /// The names of one folder by their upper-cased text, each list in byte order.
+    using Listing = std::unordered_map<std::string, std::vector<PosixName>>;
+    using Identity = std::pair<dev_t, ino_t>; // two paths may lead to one folder
+
+    Listing* ListingOf(const std::string& folder);
+    void Drop(const std::string& folder);
+    std::optional<PosixName> OtherSpelling(const std::string& folder, std::string_view name);
+    std::optional<std::string> FindFolder(std::string_view absolute);
+    int ReachOnce(std::string_view absolute, std::string& native, const Attempt& attempt);
+
+    DriveMap drives_;
+    std::unordered_map<std::string, std::string> folders_; // drive folder to native folder
+    std::map<Identity, Listing> listings_;
+    std::unordered_map<std::string, Identity> identities_; // native folder to its listing
+};
+
+} // namespace kiv
