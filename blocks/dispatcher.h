@@ -24,7 +24,8 @@ struct BlockContext {
     BlockMemory& memory;
 };
 
-/// Expands the first block tag of `line` in place. `block_mode` is kept for the format's sake: callers pass 1.
+/// Expands the first block tag of `line` in place. `block_mode` is kept for the format's sake:
+/// callers pass 1.
 void zuloop(std::string& line, int block_mode, BlockContext& context);
 
 } // namespace kiv

@@ -12,8 +12,8 @@ class LineSource {
     LineSource& operator=(const LineSource&) = delete;
     virtual ~LineSource() = default;
 
-    /// The next line, without its line end. Throws RunError: `end-of-file` past the last line, `file` when the file
-    /// is closed. The text stays valid until the build's sources are dropped.
+    /// The next line, without its line end. Throws RunError: `end-of-file` past the last line,
+    /// `file` when the file is closed. The text stays valid until the build's sources are dropped.
     virtual std::string_view Next() = 0;
 };
 

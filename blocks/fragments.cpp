@@ -1,0 +1,21 @@
+#include "blocks/fragments.h"
+
+#include "text/text.h"
+
+namespace kiv {
+
+std::string quotefix(std::string_view text)
+{
+    std::string fixed(text);
+    ReplaceEach(fixed, "\"", "&quot;");
+    return fixed;
+}
+
+std::string zbar(std::string_view width, std::string_view height)
+{
+    std::string image = R"(<img src="../images/zbar.gif" width=")";
+    image.append(width).append(R"(" height=")").append(height).append(R"(" border="0">)");
+    return image;
+}
+
+} // namespace kiv

@@ -1,0 +1,121 @@
+// "<zuquiz2>": a form whose radio buttons write feedback into a text box.
+#include "blocks/fragments.h"
+#include "blocks/quizzes.h"
+#include "blocks/reports.h"
+#include "text/text.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace kiv {
+
+namespace {
+
+constexpr std::string_view kQuizFont = R"(<font face="geneva,arial,helvetica,helv" size=2>)";
+
+/// What stands around the form.
+struct QuizFrame {
+    std::string_view head;
+    std::string_view tail;
+};
+
+constexpr QuizFrame kPlainFrame = {
+    R"(<table width="100%" border=0 cellspacing=0 cellpadding=0 border=0><tr><td>)",
+    "</td></tr></table><p>",
+};
+
+constexpr QuizFrame kBoxedFrame = {
+    R"(<p><table width="100%" border=0 cellspacing=0 cellpadding=1>)"
+    R"(<tr><td bgcolor="#6E9F0E" background="../images/wings/quiz3/greenpattern.gif">)"
+    R"(<img src="../images/wings/quiz3/checkyourknowledge.gif" width=229 height=16></td></tr>)"
+    R"(<tr><td bgcolor="#669900"><table width="100%" border=0 cellspacing=0 cellpadding=8>)"
+    R"(<tr><td bgcolor="#E8F4D0">)",
+    "</td></tr></table></td></tr></table><p>",
+};
+
+/// A self-check quiz while its block is read.
+struct SelfCheck {
+    std::string output;
+    int question = 0;
+    std::size_t rows = 0; // of a feedback box: grows over the whole block, never begins anew
+};
+
+/// The feedback box of the question in work.
+std::string TextBox(const SelfCheck& quiz)
+{
+    return "</font><textarea wrap=physical rows=\"" + Decimal(static_cast<long long>(quiz.rows)) +
+           "\" cols=\"45\" NAME=feedback" + Decimal(quiz.question) + "></textarea>";
+}
+
+/// Closes the question before, if there is one, and opens the next.
+void AppendQuestion(SelfCheck& quiz, std::string_view opening, std::string_view text)
+{
+    if (quiz.question > 0)
+        quiz.output.append(kCrLf).append(TextBox(quiz)).append(kQuizFont).append("</UL>");
+    ++quiz.question;
+    quiz.output.append(kCrLf).append(opening).append(Trim(text)).append("</B><UL>").append(kCrLf);
+}
+
+/// `bar` is the position of the "|" that parts answer and feedback.
+void AppendAnswer(SelfCheck& quiz, std::string_view line, std::size_t bar)
+{
+    constexpr char kRightSingleQuote = '\x92';
+    constexpr std::size_t kCharactersPerRow = 40;
+
+    std::string feedback(line.substr(bar + 1));
+    std::replace(feedback.begin(), feedback.end(), '\'', kRightSingleQuote);
+    quiz.rows = std::max(quiz.rows, feedback.size() / kCharactersPerRow + 1);
+    const std::string number = Decimal(quiz.question);
+    quiz.output.append(kCrLf).append("<INPUT TYPE=radio name=").append(number);
+    quiz.output.append(" onclick=\"form.feedback").append(number).append(".value='");
+    quiz.output.append(feedback).append("'\">").append(line.substr(0, bar)).append("<BR>");
+}
+
+std::string Close(const SelfCheck& quiz, const QuizFrame& frame)
+{
+    std::string form(frame.head);
+    form.append(kCrLf).append("<FORM>").append(kQuizFont);
+    form.append(kCrLf).append(quiz.output);
+    form.append(kCrLf).append(TextBox(quiz));
+    form.append(kCrLf).append("</UL></FORM>");
+    return form.append(kCrLf).append(frame.tail);
+}
+
+bool EndsSelfCheck(std::string_view line)
+{
+    return line.starts_with("</zuquiz2>") || line.starts_with("</zucheck") ||
+           line.starts_with("</zucyk");
+}
+
+} // namespace
+
+void zuquiz2(std::string& line, int kind, BlockContext& context)
+{
+    constexpr int kBoxed = 2;
+
+    SelfCheck quiz;
+    for (;;) {
+        line = context.lines.Next();
+        if (EndsSelfCheck(line)) {
+            line = Close(quiz, kind == kBoxed ? kBoxedFrame : kPlainFrame);
+            return;
+        }
+        if (StartsWithNoCase(line, "Q:")) {
+            AppendQuestion(quiz, "<P><B>Question: ", FromChar(line, 3));
+            continue;
+        }
+        if (line.starts_with("::")) {
+            AppendQuestion(quiz, "<P><B>", FromChar(line, 3));
+            continue;
+        }
+        line = quotefix(line);
+        const std::size_t bar = line.find('|');
+        if (bar == npos) {
+            reportmsgf(context.reporter, kind == kBoxed ? "Oops! cyk" : "Oops! zuquiz2");
+            return;
+        }
+        AppendAnswer(quiz, line, bar);
+    }
+}
+
+} // namespace kiv

@@ -1,0 +1,59 @@
+#include "blocks/fragments.h"
+
+#include "blocks/reports.h"
+#include "tests/blocks/block_desk.h"
+
+namespace kiv {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(Fragments, QuotefixTurnsEveryDoubleQuote)
+{
+    const struct {
+        std::string text, fixed;
+    } rows[] = {
+        {"", ""},
+        {"plain 'text'", "plain 'text'"},
+        {"\"", "&quot;"},
+        {"say \"yes\"\"", "say &quot;yes&quot;&quot;"},
+        {"\x93yes\x94", "\x93yes\x94"}, // curly quotes stay
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(quotefix(row.text), row.fixed);
+}
+
+TEST(Fragments, ZbarPutsWidthAndHeightBetweenItsPieces)
+{
+    EXPECT_EQ(zbar("40", "8"),
+              "<img src=\"../images/zbar.gif\" width=\"40\" height=\"8\" border=\"0\">");
+    EXPECT_EQ(zbar("", ""), "<img src=\"../images/zbar.gif\" width=\"\" height=\"\" border=\"0\">");
+}
+
+TEST(Reports, ReportmsgfShowsAndIsEmpty)
+{
+    RecordingReporter reporter;
+    EXPECT_EQ(reportmsgf(reporter, "Oops!"), "");
+    EXPECT_THAT(reporter.shown, ElementsAre("Oops!"));
+}
+
+TEST(Reports, BigoopsPutsItsWordsFirstAndIsTrue)
+{
+    RecordingReporter reporter;
+    EXPECT_TRUE(bigoops(reporter, "zutimeline"));
+    EXPECT_THAT(reporter.shown, ElementsAre("BIG OOPS! zutimeline"));
+}
+
+TEST(Reports, CollectedMessagesGoToTheLog)
+{
+    RecordingReporter reporter;
+    reporter.collect_messages = true;
+    reportmsgf(reporter, "one");
+    bigoops(reporter, "two");
+    EXPECT_EQ(reporter.message_log, "one<P>BIG OOPS! two<P>");
+    EXPECT_THAT(reporter.shown, IsEmpty());
+}
+
+} // namespace
+} // namespace kiv
