@@ -1,6 +1,6 @@
-// Bang macros: "!!pop[", "!!showhide[", "!!flv[", "!!mailto[", "!!SWAP[", "!!flash[". Each expander rewrites the first
-// occurrence of its macro in the line, whatever its case, and leaves a line without one as it is. A missing field
-// throws RunError `subscript`.
+// Bang macros: "!!pop[", "!!showhide[", "!!flv[", "!!mailto[", "!!SWAP[", "!!flash[". Each expander
+// rewrites the first occurrence of its macro in the line, whatever its case, and leaves a line
+// without one as it is. A missing field throws RunError `subscript`.
 #pragma once
 
 #include "builder/build_messages.h"
@@ -23,7 +23,8 @@ void ExpandMailto(std::string& line, BuildMessages& messages);
 void ExpandSwap(std::string& line, BuildMessages& messages);
 void ExpandFlash(std::string& line, const Addresses& addresses, BuildMessages& messages);
 
-/// Appends the script that the page's show/hide toggles call, when there are any, and empties their list.
+/// Appends the script that the page's show/hide toggles call, when there are any, and empties their
+/// list.
 void WriteShowHideScript(std::string& output, PageBangs& page);
 
 } // namespace kiv

@@ -1,5 +1,6 @@
-// Cross-page references: "!!1[…]" and "$$1[…]" macros, "??1[…]" page and "?!1[…]" group references. Each expander
-// rewrites the one use at `position` (0-based), which takes four characters before its arguments.
+// Cross-page references: "!!1[…]" and "$$1[…]" macros, "??1[…]" page and "?!1[…]" group references.
+// Each expander rewrites the one use at `position` (0-based), which takes four characters before
+// its arguments.
 #pragma once
 
 #include "builder/build_messages.h"
@@ -14,14 +15,15 @@ namespace kiv {
 void ExpandNumbered(std::string& line, std::size_t position, int digit, Family kind,
                     const NumberedVariables& variables, BuildMessages& messages);
 
-/// Takes the yes half of the definition when the use names the current page, else the no half. The folder is cut from
-/// `page.file` for good. Throws `invalid-argument` on a definition without "|", `subscript` on a use without a field.
+/// Takes the yes half of the definition when the use names the current page, else the no half. The
+/// folder is cut from `page.file` for good. Throws `invalid-argument` on a definition without "|",
+/// `subscript` on a use without a field.
 void ExpandPageRef(std::string& line, std::size_t position, int digit,
                    const NumberedVariables& variables, PageRecord& page, BuildMessages& messages);
 
-/// Takes the first half when group and page match, the second when only the group does, else the third. The folder
-/// is cut from `page.file` for good. Throws `subscript` on a definition of fewer than three halves or a use of fewer
-/// than two fields.
+/// Takes the first half when group and page match, the second when only the group does, else the
+/// third. The folder is cut from `page.file` for good. Throws `subscript` on a definition of fewer
+/// than three halves or a use of fewer than two fields.
 void ExpandGroupRef(std::string& line, std::size_t position, int digit,
                     const NumberedVariables& variables, PageRecord& page, BuildMessages& messages);
 

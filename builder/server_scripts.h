@@ -7,8 +7,8 @@
 
 namespace kiv {
 
-/// Replaces a line that begins with a server-script directive (in any case) by its block, lines joined by CR LF. Each
-/// directive is tested in turn on what the one before left. Throws `subscript` when fields are missing,
+/// Replaces a line that begins with a server-script directive (in any case) by its block, whose
+/// lines are joined by CR LF; other lines stay. Throws `subscript` when fields are missing,
 /// `invalid-argument` for "@SHOWDB:" without "|".
 void ExpandServerScript(std::string& line, const Addresses& addresses);
 

@@ -1,7 +1,9 @@
-// Small helpers of the builder: titles, keywords, paths, line-break markers, the character-to-entity table.
+// Small helpers of the builder: titles, keywords, paths, line-break markers, the
+// character-to-entity table.
 #pragma once
 
-#include <array>
+#include "builder/page_record.h"
+
 #include <span>
 #include <string>
 #include <string_view>
@@ -42,10 +44,14 @@ std::string_view DropParentPrefixInPlace(std::string& path);
 /// "<>" as CR LF, then "~~" as "<>".
 std::string DecodeLineBreaks(std::string_view text);
 
+/// Puts the value of slot N of the "@@" family for each "@@N", N from 1 to 9, again and again while
+/// one is left. Throws `overflow` when that would not end.
+void ExpandTitleVariables(std::string& text, const VariableSlots& at_slots);
+
 /// Every blank as "%20".
 std::string SpaceToPct20(std::string_view text);
 
-/// The text after the last separator of a directory path, "" at a root.
+/// The last part of a directory path, without a separator after it; "" at a root.
 std::string ThisDirNameOf(std::string_view directory);
 
 } // namespace kiv

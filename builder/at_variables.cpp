@@ -1,0 +1,168 @@
+#include "builder/at_variables.h"
+
+#include "builder/text_helpers.h"
+#include "text/text.h"
+#include "text/windows1252.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace kiv {
+
+namespace {
+
+/// The neighbour's file without folders, which the record loses for good, and without the part from its first ".".
+std::string NeighbourStem(Build& build, int page)
+{
+    std::string& file = build.state.PageTable[page].file;
+    const std::size_t size = file.size();
+    std::string stem = FileStem(file);
+    if (file.size() != size)
+        build.state.page_list_is_valid = false;
+    return stem;
+}
+
+std::string PageLink(const Build& build)
+{
+    return "?d=" + build.pass.ThisDirName + "&f=" +
+           build.state.PageTable[build.state.page.number].file +
+           "&t=" + SpaceToPct20(build.state.page.CurrentTitle);
+}
+
+/// The site's page without its start page: nothing for a page whose file begins with "index".
+std::string SiteThis(Build& build)
+{
+    return IndexRelativeLink(build.CurrentRecord().file);
+}
+
+/// The current date and time, "3/5/2004 2:07:09 PM".
+std::string DateTimeText(Clock& clock)
+{
+    const DateTime now = clock.Now();
+    const auto two_digits = [](int number) {
+        return (number < 10 ? "0" : "") + Decimal(number);
+    };
+    const int hour = now.hour % 12 == 0 ? 12 : now.hour % 12;
+    return Decimal(now.month) + "/" + Decimal(now.day) + "/" + Decimal(now.year) + " " +
+           Decimal(hour) + ":" + two_digits(now.minute) + ":" + two_digits(now.second) +
+           (now.hour < 12 ? " AM" : " PM");
+}
+
+constexpr std::string_view kPrintClose =
+    R"(<table width="100%" cellspacing="0" cellpadding="0"><tr><td align="right">)"
+    R"+(<font face="verdana" size="1"><a href="javascript:this.print()">PRINT</a> | )+"
+    R"+(<a href="javascript:this.close()">CLOSE</a></font></td></tr></table>)+";
+
+struct AtVariable {
+    std::string_view name;
+    std::string (*value)(Build& build);
+};
+
+const PageRecord& Previous(Build& build)
+{
+    return build.state.PageTable[build.state.page.number - 1];
+}
+
+const PageRecord& Following(Build& build)
+{
+    return build.state.PageTable[build.state.page.number + 1];
+}
+
+/// In the format's order: a longer name stands before the shorter one that it begins with, except that "@TITLE" comes
+/// before names that merely contain its letters.
+constexpr AtVariable kAtVariables[] = {
+    {"@VAR1", [](Build& b) { return b.CurrentRecord().var1; }},
+    {"@VAR2", [](Build& b) { return b.CurrentRecord().var2; }},
+    {"@PF", [](Build& b) { return PageLink(b); }},
+    {"@TITLE", [](Build& b) { return b.state.page.CurrentTitle; }},
+    {"@ROOT", [](Build& b) { return b.state.SiteRoot; }},
+    {"@QTITLE", [](Build& b) { return QuoteEscape(b.state.page.CurrentTitle); }},
+    {"@STRIPTITLE", [](Build& b) { return b.state.page.StripTitle; }},
+    {"@KEYWORDS", [](Build& b) { return b.state.page.Keywords; }},
+    {"@FILE", [](Build& b) { return b.state.page.CurrentStem; }},
+    {"@PREVTITLE", [](Build& b) { return Previous(b).title; }},
+    {"@NEXTTITLE", [](Build& b) { return Following(b).title; }},
+    {"@PREVNO", [](Build& b) { return NeighbourStem(b, b.state.page.number - 1); }},
+    {"@NEXTNO", [](Build& b) { return NeighbourStem(b, b.state.page.number + 1); }},
+    {"@THISTITLE", [](Build& b) { return b.CurrentRecord().title; }},
+    {"@THISSTRIP", [](Build& b) { return b.state.page.CurrentBaseStem; }},
+    {"@THISDIR", [](Build& b) { return b.pass.ThisDirName; }},
+    {"@PREV", [](Build& b) { return std::string(DropParentPrefix(Previous(b).file)); }},
+    {"@THIS", [](Build& b) { return b.CurrentRecord().file; }},
+    {"@SITETHIS", SiteThis},
+    {"@NEXT", [](Build& b) { return std::string(DropParentPrefix(Following(b).file)); }},
+    {"@HTMASP", [](Build& b) { return b.pass.OutputExtensionWord; }},
+    {"@ASPHTM", [](Build& b) { return b.pass.OutputExtensionWord; }},
+    {"@TODAY", [](Build& b) { return b.pass.TodayText; }},
+    {"@DATETIME", [](Build& b) { return DateTimeText(b.machine.clock); }},
+    {"@YEAR", [](Build& b) { return b.pass.YearText; }},
+    {"@XOFY_X-", [](Build& b) { return Decimal(b.state.page.number - 1); }},
+    {"@XOFY_Y-", [](Build& b) { return Decimal(b.state.PageCount - 1); }},
+    {"@XOFY_X", [](Build& b) { return Decimal(b.state.page.number); }},
+    {"@XOFY_Y", [](Build& b) { return Decimal(b.state.PageCount); }},
+    {"@font",
+     [](Build&) { return std::string(R"(<font face="geneva,arial,helvetica,helv" size="2">)"); }},
+    {"<style>", [](Build&) { return std::string(R"(<style type="text/css">)"); }},
+    {"@printclose", [](Build&) { return std::string(kPrintClose); }},
+    {"@vfont",
+     [](Build&) {
+         return std::string(R"(<font face="verdana,geneva,arial,helvetica,helv" size="1">)");
+     }},
+};
+
+constexpr std::size_t kRows = std::size(kAtVariables);
+using RowSet = std::uint64_t;
+static_assert(kRows <= 64);
+
+constexpr RowSet Row(std::size_t row)
+{
+    return RowSet{1} << row;
+}
+
+/// The rows by the second character of their name, upper-cased.
+constexpr std::array<RowSet, 128> kRowsBySecond = [] {
+    std::array<RowSet, 128> rows{};
+    for (std::size_t row = 0; row < kRows; ++row) {
+        const char second = kAtVariables[row].name[1];
+        rows[static_cast<std::size_t>(second >= 'a' ? second - 'a' + 'A' : second)] |= Row(row);
+    }
+    return rows;
+}();
+
+/// The rows whose name stands in the line.
+RowSet RowsIn(std::string_view line)
+{
+    RowSet found = 0;
+    for (std::size_t at = line.find_first_of("@<"); at != npos;
+         at = line.find_first_of("@<", at + 1)) {
+        const std::string_view rest = line.substr(at);
+        const auto second = static_cast<unsigned char>(rest.size() > 1 ? ToUpper(rest[1]) : '\0');
+        RowSet candidates = second < kRowsBySecond.size() ? kRowsBySecond[second] & ~found : 0;
+        for (std::size_t row = 0; candidates != 0; ++row, candidates >>= 1)
+            if ((candidates & 1) != 0 && StartsWithNoCase(rest, kAtVariables[row].name))
+                found |= Row(row);
+    }
+    return found;
+}
+
+} // namespace
+
+void ReplaceAtVariables(std::string& line, Build& build)
+{
+    RowSet present = RowsIn(line);
+    for (std::size_t row = 0; row < kRows && present != 0; ++row) {
+        if ((present & Row(row)) == 0)
+            continue;
+        ReplaceAtVariable(line, kAtVariables[row].name, kAtVariables[row].value(build));
+        // Values may hold names of later rows, or complete one with what stands beside them.
+        present = RowsIn(line) & ~(Row(row + 1) - 1);
+    }
+}
+
+void ReplaceAtVariable(std::string& line, std::string_view name, std::string_view value)
+{
+    ReplaceEachNoCase(line, name, value);
+}
+
+} // namespace kiv

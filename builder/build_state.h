@@ -1,0 +1,137 @@
+// Everything that lives for one build, sorted by lifetime: the run, the build, the pass, the page.
+#pragma once
+
+#include "blocks/dispatcher.h"
+#include "builder/bang_macros.h"
+#include "builder/build_messages.h"
+#include "builder/page_record.h"
+#include "builder/upload_list.h"
+#include "platform/addresses.h"
+#include "platform/fixed_table.h"
+#include "platform/machine.h"
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv {
+
+inline constexpr int kMaxSourceLines = 40000;
+inline constexpr int kMaxPages = 1000;
+inline constexpr int kMaxPageLines = 5000;
+inline constexpr int kMaxTemplateLines = 1000;
+
+/// The line that closes every page's text.
+inline constexpr std::string_view kEndMarker = "@@ENDOFFILE@@";
+
+/// What the workspace asks of a build.
+struct BuildOptions {
+    bool EoyEnabled = false;
+    bool UploadListWanted = false;
+    std::string UploadCommand;
+    Addresses addresses;
+};
+
+/// One line of a source: its text, which points into BuildState::texts, and where it comes from.
+struct SourceLine {
+    std::string_view text;
+    const std::string* file = nullptr; // name, see BuildState::source_names
+    int line = 0;                      // 1-based
+};
+
+struct PageLineTable : FixedTable<SourceLine, 0, kMaxPageLines> {
+    PageLineTable() : FixedTable("page line") {}
+};
+
+struct TemplateSection : FixedTable<SourceLine, 0, kMaxTemplateLines> {
+    TemplateSection() : FixedTable("template line") {}
+};
+
+/// A template section as it is written: runs of lines that nothing acts on are one piece of finished text.
+struct TemplatePiece {
+    std::string finished; // lines with their CR LF; empty: `line` is to be merged
+    SourceLine line;
+};
+
+/// What lives for one page.
+struct PageState {
+    int number = 0;              // 1-based
+    std::string name;            // for warnings
+    bool redirects = false;      // nothing of the body reaches the file
+    OutputFile file;             // the open output file; not used in the single page
+    std::string CurrentOutputPath;
+    std::string CurrentStem;     // the path up to its first "."
+    std::string CurrentBaseStem; // the same without folders
+    std::string CurrentTitle;
+    std::string StripTitle;      // the title without tags, for attributes
+    std::string Keywords;        // the keywords made from the title
+    PageBangs bangs;
+};
+
+/// What lives for one build and is made new by ResetBuildState.
+struct BuildState {
+    std::deque<std::string> texts;        // file contents and expanded lines
+    std::deque<std::string> source_names; // absolute drive paths of the files read
+
+    FixedTable<SourceLine, 0, kMaxSourceLines> SourceLines{"source line"};
+    int SourceLineCount = 0;
+    FixedTable<PageRecord, 0, kMaxPages> PageTable{"page"};
+    int PageCount = 0;
+    FixedTable<PageLineTable, 0, kMaxPages> PageLines{"page"};
+    kiv::NumberedVariables NumberedVariables;
+    std::string SiteRoot;
+    std::string OutputDir1;
+    std::string AspOutputDir;
+    std::string HtmOutputDir;
+    bool AspOutputWanted = false;
+    bool HtmOutputWanted = false;
+    TemplateSection TemplateHead;
+    TemplateSection TemplateTail;
+    int TemplateHeadCount = 0;
+    int TemplateTailCount = 0;
+
+    std::string style_sheet;     // the styles of tables with a class of their own
+    std::string PendingWrapTail; // closing half of the last "[[" wrapper
+    std::string output;          // of the page in work; the buffer is kept from page to page
+    PageState page;
+
+    std::string page_list;           // the bulleted list of all pages, made once
+    bool page_list_is_valid = false; // false when a record's file has changed since
+};
+
+/// What a build keeps over its resets.
+struct PassState {
+    bool SinglePageMode = false;
+    bool AspPass = false;
+    bool HtmPass = false;
+    std::string OutputExtensionWord = "htm";
+    std::string ThisDirName;
+    std::string TodayText;
+    std::string YearText;
+};
+
+/// A build in work: what it may use, and its state.
+struct Build {
+    Build(Machine& machine_used, const BuildOptions& build_options, BlockMemory& block_memory);
+
+    Machine& machine;
+    const BuildOptions& options;
+    BlockMemory& blocks;
+    BuildMessages messages;
+    UploadList uploads;
+    PassState pass;
+    BuildState state;
+
+    PageRecord& CurrentRecord() { return state.PageTable[state.page.number]; }
+
+    /// Keeps a text for as long as the build state lives.
+    std::string_view Keep(std::string text);
+    /// Reads a source file and keeps its bytes and its name.
+    std::string_view ReadSource(std::string_view path, const std::string*& name);
+};
+
+/// Makes the build state new and clears the message latch. What the pass keeps stays.
+void ResetBuildState(Build& build);
+
+} // namespace kiv

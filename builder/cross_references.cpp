@@ -1,0 +1,165 @@
+#include "builder/cross_references.h"
+
+#include "builder/arguments.h"
+#include "builder/joined_text.h"
+#include "builder/text_helpers.h"
+#include "platform/run_error.h"
+#include "text/text.h"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+namespace kiv {
+
+namespace {
+
+constexpr std::size_t kUseSize = 4; // two marker characters, the digit and "["
+
+/// One use, cut; its fields are ready to be filled in.
+struct Reference {
+    Reference(const std::string& line, std::size_t position, const std::string& mark,
+              BuildMessages& messages)
+        : use(CutBracketUse(line, position, kUseSize, messages)), fields(use.arguments, mark)
+    {
+        fields.FillEmpty("&nbsp;");
+    }
+
+    BracketUse use;
+    Fields fields;
+};
+
+std::string Mark(Family family, int digit)
+{
+    return kFamilyMark[static_cast<std::size_t>(family)] + Decimal(digit);
+}
+
+/// The greatest number up to `limit` that stands behind a "!" in `text`, 0 when there is none.
+std::size_t GreatestPlaceholder(std::string_view text, std::size_t limit)
+{
+    std::size_t greatest = 0;
+    for (std::size_t at = text.find('!'); at != npos; at = text.find('!', at + 1)) {
+        std::size_t number = 0;
+        for (const char c : text.substr(at + 1)) {
+            // No placeholder begins with "0"; "!12" holds "!1" and "!12".
+            if (c < '0' || c > '9' || (c == '0' && number == 0))
+                break;
+            number = number * 10 + static_cast<std::size_t>(c - '0');
+            if (number > limit)
+                break;
+            greatest = std::max(greatest, number);
+        }
+    }
+    return greatest;
+}
+
+/// Puts the fields into a template, the last one first so that "!10" comes before "!1". Each goes
+/// over the whole text as it then stands, so a placeholder inside a field is filled as well.
+/// Placeholders that do not occur cost nothing. Fields that double each other must not eat the
+/// memory: growth has a bound far above any real page.
+std::string Filled(std::string_view pattern, const Fields& fields, std::size_t line_size)
+{
+    const std::size_t longest = 10'000'000 + 1'000 * line_size;
+    std::string text(pattern);
+    for (std::size_t k = GreatestPlaceholder(text, fields.Count()); k > 0;
+         k = GreatestPlaceholder(text, k - 1)) {
+        const std::string placeholder = "!" + std::to_string(k);
+        if (text.size() + CountNoCase(text, placeholder) * fields[k].size() > longest)
+            throw RunError(ErrorKind::overflow, "field " + std::to_string(k) + " of " +
+                                                    fields.Owner() + " grows the line without end");
+        ReplaceEach(text, placeholder, fields[k]);
+    }
+    return text;
+}
+
+void PutTemplate(std::string& line, const Reference& reference, std::string_view pattern)
+{
+    line = Joined({reference.use.prefix, Filled(pattern, reference.fields, line.size()),
+                   reference.use.after});
+}
+
+/// Whether a field is "ID:" and the page's id; without "ID:" the answer is left to `is_name`.
+template <typename IsName>
+bool NamesPage(std::string_view field, const PageRecord& page, IsName is_name)
+{
+    if (StartsWithNoCase(field, "ID:"))
+        return FromChar(field, 4) == page.id;
+    return is_name(field);
+}
+
+/// Which third of a group definition a use takes: 0 for group and page, 1 for the group alone, 2
+/// for neither.
+std::size_t GroupCase(const Fields& fields, const PageRecord& page, const std::string& stem)
+{
+    std::string_view wanted = fields[1];
+    const std::string_view name = fields[2]; // a use without it is wrong whatever its group
+    const std::string_view group = page.group.empty() ? stem : page.group;
+    const bool star = wanted.ends_with('*');
+    if (star)
+        wanted.remove_suffix(1);
+    if (star ? !group.starts_with(wanted) : group != wanted)
+        return 2;
+    const bool named = NamesPage(name, page, [&](std::string_view field) {
+        // Only behind a star may the page carry its extension. The format wants it so.
+        return field == stem || (star && (field == stem + ".asp" || field == stem + ".htm" ||
+                                          field == stem + ".html"));
+    });
+    return named ? 0 : 1;
+}
+
+} // namespace
+
+void ExpandNumbered(std::string& line, std::size_t position, int digit, Family kind,
+                    const NumberedVariables& variables, BuildMessages& messages)
+{
+    const Reference reference(line, position, Mark(kind, digit), messages);
+    std::string filled = Filled(variables[kind][digit], reference.fields, line.size());
+    // Placeholders without a field go, but a "!1" stays. The format wants it so.
+    for (int k = 2; k <= 10; ++k)
+        ReplaceEach(filled, "!" + Decimal(k), "");
+    line = Joined({reference.use.prefix, filled, reference.use.after});
+}
+
+void ExpandPageRef(std::string& line, std::size_t position, int digit,
+                   const NumberedVariables& variables, PageRecord& page, BuildMessages& messages)
+{
+    const std::string mark = Mark(Family::page_ref, digit);
+    const Reference reference(line, position, mark, messages);
+    const std::string_view definition = variables[Family::page_ref][digit];
+    if (definition.empty()) {
+        messages.ShowBuildMessage("You're missing ?? = in the _html.txt file: \r\n" + line);
+        line.clear();
+        return;
+    }
+    const std::size_t bar = definition.find('|');
+    if (bar == npos)
+        throw RunError(ErrorKind::invalid_argument,
+                       "the definition of " + mark + " has no \"|\" between its halves");
+    // The folder goes first, so a field with a folder never names the page. The format wants it so.
+    const std::string stem = FileStem(page.file);
+    const bool named = NamesPage(reference.fields[1], page, [&](std::string_view field) {
+        return field == stem || field == page.file;
+    });
+    PutTemplate(line, reference, named ? definition.substr(0, bar) : definition.substr(bar + 1));
+}
+
+void ExpandGroupRef(std::string& line, std::size_t position, int digit,
+                    const NumberedVariables& variables, PageRecord& page, BuildMessages& messages)
+{
+    const std::string mark = Mark(Family::group_ref, digit);
+    const Reference reference(line, position, mark, messages);
+    const std::string& definition = variables[Family::group_ref][digit];
+    if (definition.empty()) {
+        messages.ShowBuildMessage("You're missing a ?! = in the _html.txt file");
+        line.clear();
+        return;
+    }
+    const std::vector<std::string_view> halves = Split(definition, '|');
+    if (halves.size() < 3)
+        throw RunError(ErrorKind::subscript,
+                       "the definition of " + mark + " has fewer than three halves");
+    const std::string stem = FileStem(page.file);
+    PutTemplate(line, reference, halves[GroupCase(reference.fields, page, stem)]);
+}
+
+} // namespace kiv

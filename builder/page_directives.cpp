@@ -1,0 +1,112 @@
+#include "builder/page_directives.h"
+
+#include "builder/text_helpers.h"
+#include "text/text.h"
+
+#include <string>
+
+namespace kiv {
+
+namespace {
+
+/// One directive. `word` is compared, whatever its case, with the head of the line; the value stands from character
+/// `value_from` (1-based) on.
+struct Directive {
+    std::string_view word;
+    std::size_t value_from;
+    void (*take)(BuildState& state, PageRecord& page, std::string_view value);
+    bool keeps_line = false;
+};
+
+template <const char* Mode> void SetMode(BuildState&, PageRecord& page, std::string_view)
+{
+    page.mode = Mode;
+}
+
+constexpr char kTightNoTemplate[] = "tightnotemplate";
+constexpr char kTightPrint[] = "tightprint";
+constexpr char kNoTemplate[] = "notemplate";
+constexpr char kNoBodyTemplate[] = "nobodytemplate";
+constexpr char kNaked[] = "naked";
+constexpr char kTemplateTop[] = "templatetop";
+constexpr char kTemplateBottom[] = "templatebottom";
+
+template <std::string PageRecord::*Field>
+void SetField(BuildState&, PageRecord& page, std::string_view value)
+{
+    page.*Field = value;
+}
+
+template <std::string PageRecord::*Field>
+void SetDecoded(BuildState&, PageRecord& page, std::string_view value)
+{
+    page.*Field = DecodeLineBreaks(value);
+}
+
+void SetSiteRoot(BuildState& state, PageRecord&, std::string_view value)
+{
+    state.SiteRoot = value;
+}
+
+void SetTitle(BuildState& state, PageRecord& page, std::string_view value)
+{
+    page.title = value;
+    ExpandTitleVariables(page.title, state.NumberedVariables[Family::at]);
+}
+
+void SetNoindex(BuildState&, PageRecord& page, std::string_view)
+{
+    page.noindex = true;
+}
+
+void SetRedirect(BuildState&, PageRecord& page, std::string_view target)
+{
+    page.mode = ">" + std::string(target);
+}
+
+void SetRedirect2(BuildState&, PageRecord& page, std::string_view target)
+{
+    page.mode = ">>" + std::string(target);
+}
+
+/// In the order in which they are tested: "@REDIRECT2" before "@REDIRECT".
+constexpr Directive kDirectives[] = {
+    {"@ROOT =", 9, SetSiteRoot, true},
+    {"@TITLE =", 10, SetTitle, true},
+    {"@NOINDEX", 9, SetNoindex},
+    {"@TIGHTNOTEMPLATE", 17, SetMode<kTightNoTemplate>},
+    {"@KEYWORDS = ", 13, SetField<&PageRecord::keywords>},
+    {"@DESCRIPTION = ", 16, SetField<&PageRecord::description>},
+    {"@TIGHTPRINT", 12, SetMode<kTightPrint>},
+    {"@NOTEMPLATE", 12, SetMode<kNoTemplate>},
+    {"@NOBODYTEMPLATE", 16, SetMode<kNoBodyTemplate>},
+    {"@NAKED", 7, SetMode<kNaked>},
+    {"@ID =", 7, SetField<&PageRecord::id>},
+    {"@GROUP =", 10, SetField<&PageRecord::group>},
+    {"@TEMPLATETOP", 13, SetMode<kTemplateTop>},
+    {"@TEMPLATEBOTTOM", 16, SetMode<kTemplateBottom>},
+    {"@REDIRECT2", 12, SetRedirect2},
+    {"@REDIRECT", 11, SetRedirect},
+    {"@CROSS =", 10, SetField<&PageRecord::title>},
+    {"@VAR1 =", 9, SetDecoded<&PageRecord::var1>},
+    {"@VAR2 =", 9, SetDecoded<&PageRecord::var2>},
+};
+
+} // namespace
+
+void TakePageDirective(BuildState& state, int page_number, std::string_view& line)
+{
+    if (!line.starts_with('@'))
+        return;
+    // The first word that fits takes the line: an emptied line fits no other, and a kept one neither.
+    for (const Directive& directive : kDirectives)
+        if (StartsWithNoCase(line, directive.word)) {
+            directive.take(state, state.PageTable[page_number],
+                           FromChar(line, directive.value_from));
+            if (!directive.keeps_line)
+                line = {};
+            return;
+        }
+}
+
+} // namespace kiv

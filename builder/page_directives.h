@@ -1,0 +1,14 @@
+// The page directives: lines such as "@TITLE = Home" that write into a page's record.
+#pragma once
+
+#include "builder/build_state.h"
+
+#include <string_view>
+
+namespace kiv {
+
+/// Takes a page directive into the record of page `page_number` (0 before the first page). A directive that is not kept
+/// as text empties the line.
+void TakePageDirective(BuildState& state, int page_number, std::string_view& line);
+
+} // namespace kiv

@@ -1,0 +1,146 @@
+#include "builder/page_list_parser.h"
+
+#include "builder/page_directives.h"
+#include "builder/text_helpers.h"
+#include "text/text.h"
+
+#include <array>
+#include <string>
+
+namespace kiv {
+
+namespace {
+
+/// A name that ends so, in exactly this case, gets no further extension. The list differs from the one that output
+/// files are named by.
+constexpr std::array<std::string_view, 7> kRecordExtensions = {".asp", ".html", ".htm", ".ram",
+                                                               ".asf", ".xml",  ".txt"};
+
+class PageListParser {
+  public:
+    explicit PageListParser(Build& build) : build_(build), state_(build.state) {}
+
+    void Parse();
+
+  private:
+    bool TakeDefinition(std::string_view line);
+    bool TakeRootOrPage(const SourceLine& line);
+    bool TakeOutputRoot(std::string_view value, bool may_create, std::string& root);
+    void StartPage(std::string_view value);
+    void CloseList();
+
+    Build& build_;
+    BuildState& state_;
+    int page_ = 0;        // the output page, 0 before the first "@FILE ="
+    int line_number_ = 0; // in that page
+};
+
+void PageListParser::Parse()
+{
+    for (int i = 1; i <= state_.SourceLineCount; ++i) {
+        SourceLine line = state_.SourceLines[i];
+        build_.machine.reporter.place = Place{line.file, line.line, nullptr};
+        ++line_number_;
+        if (!TakeDefinition(line.text) && !TakeRootOrPage(line))
+            return;
+        TakePageDirective(state_, page_, line.text);
+        // The format also bounds the pages here, by 5000; the page table's own bound always comes first.
+        state_.PageLines[page_][line_number_] = line;
+    }
+    CloseList();
+}
+
+/// A line such as "@@03= text" defines a numbered variable. It stays in the page text.
+bool PageListParser::TakeDefinition(std::string_view line)
+{
+    if (line.size() < 5 || line[4] != '=')
+        return false;
+    for (std::size_t family = 0; family < kFamilyMark.size(); ++family)
+        if (line.starts_with(kFamilyMark[family])) {
+            const int slot = NumericHead(line.substr(2, 2));
+            state_.NumberedVariables[static_cast<Family>(family)][slot] =
+                DecodeLineBreaks(FromChar(line, 7));
+            return true;
+        }
+    return false;
+}
+
+/// Returns false when the parse ends here.
+bool PageListParser::TakeRootOrPage(const SourceLine& line)
+{
+    const std::string_view text = line.text;
+    if (!text.starts_with('@'))
+        return true;
+    if (StartsWithNoCase(text, "@DIR1 ="))
+        return TakeOutputRoot(FromChar(text, 9), false, state_.OutputDir1);
+    if (StartsWithNoCase(text, "@ASP =")) {
+        if (!TakeOutputRoot(FromChar(text, 8), true, state_.AspOutputDir))
+            return false;
+        state_.AspOutputWanted = true;
+        build_.machine.progress.dirbuttons();
+    } else if (StartsWithNoCase(text, "@HTM =")) {
+        if (!TakeOutputRoot(FromChar(text, 8), true, state_.HtmOutputDir))
+            return false;
+        state_.HtmOutputWanted = true;
+        build_.machine.progress.dirbuttons();
+    } else if (StartsWithNoCase(text, "@FILE =")) {
+        StartPage(FromChar(text, 9));
+    }
+    return true;
+}
+
+bool PageListParser::TakeOutputRoot(std::string_view value, bool may_create, std::string& root)
+{
+    Files& files = build_.machine.files;
+    std::string folder(Trim(value));
+    if (!folder.ends_with('\\'))
+        folder += '\\';
+    if (may_create && !files.FolderExists(folder))
+        files.MakeFolder(folder);
+    if (!files.FolderExists(folder)) {
+        build_.machine.reporter.reportmsg("Illegal path: " + folder);
+        return false;
+    }
+    root = std::move(folder);
+    return true;
+}
+
+void PageListParser::StartPage(std::string_view value)
+{
+    std::string name(Trim(value));
+    bool has_extension = false;
+    for (const std::string_view extension : kRecordExtensions)
+        has_extension = has_extension || name.ends_with(extension);
+    if (!has_extension)
+        name += build_.pass.AspPass ? ".asp" : ".htm";
+    state_.PageTable[page_ + 1].file = std::move(name);
+    state_.PageLines[page_][line_number_] = {kEndMarker};
+    line_number_ = 1;
+    ++page_;
+}
+
+/// Closes the last page and sets the two entries that stand before the first page and after the last.
+void PageListParser::CloseList()
+{
+    ++line_number_;
+    state_.PageLines[page_][line_number_] = {kEndMarker};
+    state_.PageCount = page_;
+    Files& files = build_.machine.files;
+    const std::string start_file = files.FileExists("index.html")  ? "index.html"
+                                   : files.FileExists("index.asp") ? "index.asp"
+                                                                   : "index.htm";
+    for (const int entry : {page_ + 1, 0}) {
+        state_.PageTable[entry].file = start_file;
+        state_.PageTable[entry].title = "Return to Start";
+    }
+}
+
+} // namespace
+
+void ParsePageList(Build& build)
+{
+    build.state.page_list_is_valid = false;
+    PageListParser(build).Parse();
+}
+
+} // namespace kiv

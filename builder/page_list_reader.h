@@ -1,0 +1,13 @@
+// Reads `_html.txt` and its "++" includes into one list of source lines: comments, "@@stop" and "@@EOY" stretches are
+// gone, block tags expanded.
+#pragma once
+
+#include "builder/build_state.h"
+
+namespace kiv {
+
+/// Fills SourceLines and SourceLineCount. A missing include or "@@start" is reported and ends the read there. Throws
+/// `subscript` past 40000 lines and `file` for an unclosed "@@EOY" in a "++" file.
+void ReadPageList(Build& build);
+
+} // namespace kiv

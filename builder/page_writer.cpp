@@ -1,0 +1,266 @@
+#include "builder/page_writer.h"
+
+#include "builder/line_triggers.h"
+#include "builder/output_path.h"
+#include "builder/page_shells.h"
+#include "builder/template_merge.h"
+#include "builder/text_helpers.h"
+#include "text/text.h"
+#include "text/windows1252.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kiv {
+
+namespace {
+
+constexpr std::string_view kSinglePageFile = "_singlehtml.txt";
+constexpr std::string_view kSinglePageStyle =
+    "<style>\r\n"
+    ".sub99 {clear:both;margin:15px 0;padding:4px;color:white;background-color:black;width:100%;"
+    "font-size:16px;font-weight:bold;}\r\n"
+    "</style>\r\n";
+
+using TemplatePieces = std::vector<TemplatePiece>;
+
+/// Joins the lines that nothing acts on. Empty lines are never written, so they drop out here.
+TemplatePieces Prepare(const TemplateSection& section, int count)
+{
+    TemplatePieces pieces;
+    for (int i = 1; i <= count; ++i) {
+        const SourceLine& line = section[i];
+        if (line.text.empty())
+            continue;
+        if ((ScanLine(line.text) & ~kBodyOnly) != 0) {
+            pieces.push_back({{}, line});
+            continue;
+        }
+        if (pieces.empty() || pieces.back().finished.empty())
+            pieces.emplace_back();
+        WriteLine(pieces.back().finished, line.text);
+    }
+    return pieces;
+}
+
+class PageWriter {
+  public:
+    explicit PageWriter(Build& build)
+        : build_(build), state_(build.state),
+          head_(Prepare(build.state.TemplateHead, build.state.TemplateHeadCount)),
+          tail_(Prepare(build.state.TemplateTail, build.state.TemplateTailCount))
+    {
+    }
+
+    void Write();
+
+  private:
+    void BeginPage(int number);
+    void WriteSinglePage();
+    void WriteFilePage();
+    void OpenPage();
+    void SetNames(std::string path);
+    void WriteStart();
+    void WriteBody();
+    void WriteBodyLine(int number, std::string_view line);
+    void WriteSeparator();
+    void ClosePage();
+    void WriteEnd();
+    void WriteTemplate(const TemplatePieces& pieces);
+    void SetPlace(const SourceLine& line);
+
+    std::string_view LineOf(int page, int number) const
+    {
+        return std::as_const(state_.PageLines)[page][number].text;
+    }
+
+    Build& build_;
+    BuildState& state_;
+    const TemplatePieces head_;
+    const TemplatePieces tail_;
+    std::string line_; // the line being merged
+};
+
+void PageWriter::Write()
+{
+    OutputFile single_page;
+    state_.output.clear();
+    for (int page = 1; page <= state_.PageCount; ++page) {
+        BeginPage(page);
+        if (!build_.pass.SinglePageMode) {
+            WriteFilePage();
+        } else {
+            if (page == 1) {
+                single_page = build_.machine.files.Open(kSinglePageFile);
+                build_.machine.progress.Status("creating singlehtml...");
+                state_.output = kSinglePageStyle;
+            }
+            WriteSinglePage();
+        }
+        build_.machine.progress.Step(page, state_.PageCount);
+    }
+    if (build_.pass.SinglePageMode && state_.PageCount > 0)
+        build_.machine.files.Commit(single_page, state_.output);
+}
+
+void PageWriter::BeginPage(int number)
+{
+    state_.page = PageState();
+    state_.page.number = number;
+    const PageRecord& record = build_.CurrentRecord();
+    state_.page.name = record.file;
+    state_.page.redirects = record.mode.starts_with('>');
+    SetPlace(std::as_const(state_.PageLines)[number][1]);
+}
+
+/// A page that is itself about the single page is left out whole.
+void PageWriter::WriteSinglePage()
+{
+    const int page = state_.page.number;
+    if (Contains(LowerCase(LineOf(page, 1)), "singlehtml"))
+        return;
+    WriteBody();
+    if (page + 1 <= state_.PageCount)
+        WriteSeparator();
+}
+
+/// The line that opens the next page.
+void PageWriter::WriteSeparator()
+{
+    const int next = state_.page.number + 1;
+    std::string& output = state_.output;
+    output.append("<a name=\"p").append(FromChar(LineOf(next, 1), 9));
+    output.append("\"></a><div class=\"sub99\">").append(FromChar(LineOf(next, 2), 10));
+    WriteLine(output, "</div>");
+}
+
+void PageWriter::WriteFilePage()
+{
+    state_.output.clear();
+    OpenPage();
+    WriteBody();
+    ClosePage();
+}
+
+/// The path always holds a ".": a name without a known extension gets one.
+void PageWriter::OpenPage()
+{
+    PageState& page = state_.page;
+    SetNames(OutputPath(FromChar(LineOf(page.number, 1), 9), state_, build_.pass));
+    build_.machine.progress.Status(ShortenedPath(page.CurrentOutputPath));
+    page.file = build_.machine.files.Open(page.CurrentOutputPath);
+    if (build_.options.UploadListWanted)
+        build_.uploads.RecordUpload(page.CurrentOutputPath);
+    WriteStart();
+}
+
+void PageWriter::SetNames(std::string path)
+{
+    PageState& page = state_.page;
+    page.CurrentStem = Before(path, '.');
+    page.CurrentBaseStem = page.CurrentStem;
+    const std::size_t folders = page.CurrentBaseStem.find_last_of("/\\");
+    if (folders != npos)
+        page.CurrentBaseStem.erase(0, folders + 1);
+    page.CurrentOutputPath = std::move(path);
+    page.CurrentTitle = FromChar(LineOf(page.number, 2), 10);
+    ExpandTitleVariables(page.CurrentTitle, state_.NumberedVariables[Family::at]);
+    page.StripTitle = StripTitle(page.CurrentTitle);
+    page.Keywords = TitleKeywords(page.CurrentTitle);
+}
+
+void PageWriter::WriteStart()
+{
+    const PageRecord& record = build_.CurrentRecord();
+    const std::string_view mode = record.mode;
+    if (mode == "naked")
+        return;
+    if (mode.starts_with(">>")) {
+        WriteLine(state_.output, MakeRedirectPage(2, mode.substr(2), record.title));
+    } else if (mode.starts_with('>')) {
+        WriteLine(state_.output, MakeRedirectPage(1, mode.substr(1), record.title));
+    } else if (const std::string shell = MakePageShell(mode, record.title); !shell.empty()) {
+        WriteLine(state_.output, shell);
+    } else {
+        WriteTemplate(head_);
+    }
+}
+
+/// Lines 1 and 2 are the page's name and title and are never written. The lines of a redirect page are merged like any,
+/// so that their faults are told, but nothing of them reaches the file.
+void PageWriter::WriteBody()
+{
+    const std::size_t start = state_.output.size();
+    const PageLineTable& lines = std::as_const(state_.PageLines)[state_.page.number];
+    for (int number = 3; lines[number].text != kEndMarker; ++number) {
+        const SourceLine& line = lines[number];
+        const Triggers triggers = ScanLine(line.text) & ~kTemplateOnly;
+        if (triggers == 0) {
+            WriteBodyLine(number, line.text);
+            continue;
+        }
+        SetPlace(line);
+        line_ = line.text;
+        MergeLine(line_, triggers, build_);
+        if (line_.starts_with("!++"))
+            line_ = build_.machine.files.ReadFile(Trim(FromChar(line_, 4)));
+        WriteBodyLine(number, line_);
+    }
+    if (state_.page.redirects)
+        state_.output.resize(start);
+}
+
+/// An empty line right after the title is dropped.
+void PageWriter::WriteBodyLine(int number, std::string_view line)
+{
+    if (number > 3 || !line.empty())
+        WriteLine(state_.output, line);
+}
+
+void PageWriter::ClosePage()
+{
+    WriteEnd();
+    build_.machine.files.Commit(state_.page.file, state_.output);
+}
+
+void PageWriter::WriteEnd()
+{
+    const std::string_view mode = build_.CurrentRecord().mode;
+    std::string& output = state_.output;
+    if (state_.page.redirects)
+        return;
+    WriteShowHideScript(output, state_.page.bangs);
+    if (mode == "notemplate" || mode == "nobodytemplate")
+        WriteLine(output, "</body>\r\n</html>");
+    else if (mode == "tightprint")
+        WriteLine(output, "</div></body></html>");
+    else if (mode != "naked" && mode != "tightnotemplate")
+        WriteTemplate(tail_);
+}
+
+void PageWriter::WriteTemplate(const TemplatePieces& pieces)
+{
+    for (const TemplatePiece& piece : pieces) {
+        if (!piece.finished.empty()) {
+            state_.output.append(piece.finished);
+            continue;
+        }
+        SetPlace(piece.line);
+        WriteTemplateLine(std::string(piece.line.text), build_);
+    }
+}
+
+void PageWriter::SetPlace(const SourceLine& line)
+{
+    build_.machine.reporter.place = Place{line.file, line.line, &state_.page.name};
+}
+
+} // namespace
+
+void WritePages(Build& build)
+{
+    PageWriter(build).Write();
+}
+
+} // namespace kiv

@@ -1,0 +1,39 @@
+#include "builder/server_scripts.h"
+
+#include "builder/server_script_generators.h"
+#include "text/text.h"
+
+#include <string_view>
+
+namespace kiv {
+
+namespace {
+
+struct ServerScript {
+    std::string_view directive; // compared without regard to case
+    std::string (*generate)(std::string_view argument, const Addresses& addresses);
+};
+
+constexpr ServerScript kServerScripts[] = {
+    {"@SHOWDB:", ScriptShowDb},       {"@OPENDB:", ScriptOpenDb},
+    {"@SENDEMAIL:", ScriptSendEmail}, {"@SSENDEMAIL:", ScriptSendEmailNewer},
+    {"@FORMREAD:", ScriptFormRead},   {"@DBINSERT:", ScriptDbInsert},
+    {"@DBUPDATE:", ScriptDbUpdate},   {"@KILLRECORD:", ScriptKillRecord},
+    {"@FIXQUOTES:", ScriptFixQuotes},
+};
+
+} // namespace
+
+void ExpandServerScript(std::string& line, const Addresses& addresses)
+{
+    if (!line.starts_with('@'))
+        return;
+    for (const ServerScript& script : kServerScripts) {
+        if (!StartsWithNoCase(line, script.directive))
+            continue;
+        line = script.generate(Trim(FromChar(line, script.directive.size() + 1)), addresses);
+        return; // every block begins with "<%", so no later directive fits it
+    }
+}
+
+} // namespace kiv

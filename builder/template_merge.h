@@ -1,0 +1,28 @@
+// The merge: every line that reaches a page passes through MergeLine, a template line through WriteTemplateLine as well.
+#pragma once
+
+#include "builder/build_state.h"
+
+#include <string>
+#include <string_view>
+
+namespace kiv {
+
+/// Transforms a line of the current page in place: filters it by pass, places the lists, expands macros, references,
+/// server scripts and variables, in the format's order. Lists are written to the page's output. Throws RunError for
+/// malformed constructs and expansions without end.
+void MergeLine(std::string& line, Build& build);
+
+/// The same for a line whose triggers are known (see line_triggers.h).
+void MergeLine(std::string& line, std::uint32_t triggers, Build& build);
+
+/// Transforms a template line and writes it to the page's output, unless it ends up empty.
+void WriteTemplateLine(std::string line, Build& build);
+
+/// Appends one record and its line end to the page's output.
+inline void WriteLine(std::string& output, std::string_view record)
+{
+    output.append(record).append("\r\n");
+}
+
+} // namespace kiv

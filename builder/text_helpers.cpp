@@ -1,0 +1,136 @@
+#include "builder/text_helpers.h"
+
+#include "platform/run_error.h"
+#include "text/text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <utility>
+
+namespace kiv {
+
+namespace {
+
+constexpr std::array<std::string_view, 12> kMonthNames = {
+    "January", "February", "March",     "April",   "May",      "June",
+    "July",    "August",   "September", "October", "November", "December"};
+
+/// Words that say nothing about a page. The order is the format's.
+constexpr std::string_view kStopWords[] = {" and ", " of ", " the ", " in ", " or ",
+                                           " for ", " a ",  " an ",  " is ", " are "};
+
+std::string Replaced(std::string_view text, std::string_view word, std::string_view value)
+{
+    std::string result(text);
+    ReplaceEach(result, word, value);
+    return result;
+}
+
+/// Takes out everything between the first "<" and the first ">" while there are both. Each is
+/// looked for on its own, so a ">" that comes first takes the text up to the "<" with it. The
+/// format wants it so.
+std::string WithoutTags(std::string_view text)
+{
+    std::string kept;
+    while (true) {
+        const std::size_t open = text.find('<');
+        const std::size_t close = text.find('>');
+        if (open == npos || close == npos)
+            break;
+        kept += text.substr(0, std::min(open, close));
+        text.remove_prefix(std::max(open, close) + 1);
+    }
+    kept += text;
+    return kept;
+}
+
+} // namespace
+
+std::string_view MonthName(int month)
+{
+    return kMonthNames[static_cast<std::size_t>(month - 1)];
+}
+
+std::string FileStem(std::string& file)
+{
+    file.erase(0, file.find_last_of("/\\") + 1); // none: npos + 1 is 0
+    return std::string(Before(file, '.'));
+}
+
+std::string QuoteEscape(std::string_view text)
+{
+    return Replaced(text, "\"", "&quot;");
+}
+
+std::string StripTitle(std::string_view title)
+{
+    std::string text = WithoutTags(title);
+    ReplaceEach(text, "&", "&amp;");
+    ReplaceEach(text, "\"", "&quot;");
+    return text;
+}
+
+std::string TitleKeywords(std::string_view title)
+{
+    std::string text = WithoutTags(title);
+    std::erase_if(text, [](char c) { return c == '&' || c == '"'; });
+    std::ranges::replace_if(
+        text, [](char c) { return c == ',' || c == ':' || c == ';'; }, ' ');
+    // One pass a word: of two stop words that share a blank the second stays. The format wants it
+    // so.
+    for (const std::string_view word : kStopWords)
+        ReplaceEachNoCase(text, word, " ");
+    // One pass as well: three blanks leave two, and so an empty keyword.
+    ReplaceEach(text, "  ", " ");
+    std::ranges::replace(text, ' ', ',');
+    return text;
+}
+
+std::string IndexRelativeLink(std::string_view page)
+{
+    return page.starts_with("index") ? std::string() : "/" + std::string(page);
+}
+
+std::string_view DropParentPrefix(std::string_view path)
+{
+    return path.starts_with("..") ? FromChar(path, 4) : path;
+}
+
+std::string_view DropParentPrefixInPlace(std::string& path)
+{
+    path.erase(0, path.size() - DropParentPrefix(path).size());
+    return path;
+}
+
+std::string DecodeLineBreaks(std::string_view text)
+{
+    std::string result = Replaced(text, "<>", "\r\n");
+    ReplaceEach(result, "~~", "<>");
+    return result;
+}
+
+void ExpandTitleVariables(std::string& text, const VariableSlots& at_slots)
+{
+    if (!Contains(text, "@@"))
+        return;
+    for (int digit = 1; digit <= 9; ++digit) {
+        const std::string mark = "@@" + Decimal(digit);
+        if (!ReplaceWhileLeft(text, mark, at_slots[digit]))
+            throw RunError(ErrorKind::overflow, "title variable " + mark + " brings itself back");
+    }
+}
+
+std::string SpaceToPct20(std::string_view text)
+{
+    return Replaced(text, " ", "%20");
+}
+
+std::string ThisDirNameOf(std::string_view directory)
+{
+    // The working directory is held with a trailing "\"; the colon leaves nothing of a bare drive.
+    directory = directory.substr(0, directory.find_last_not_of("/\\") + 1);
+    return std::string(directory.substr(directory.find_last_of("/\\:") + 1));
+}
+
+} // namespace kiv

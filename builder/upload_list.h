@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/files.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+namespace kiv {
+
+/// The upload batch file, to which a build adds one command line for each file written.
+class UploadList {
+  public:
+    /// `command` is a template that holds "@@" where the file name goes; one without "@@" records nothing.
+    UploadList(Files& files, std::string_view command) : files_(files), command_(command) {}
+
+    /// Adds the line for a file unless the batch file holds it already.
+    void RecordUpload(std::string_view file);
+
+  private:
+    void ReadAnew();
+
+    Files& files_;
+    std::string_view command_;
+    std::unordered_set<std::string> lines_; // of the batch file in the state `seen_`
+    FileStamp seen_;
+};
+
+} // namespace kiv
