@@ -1,0 +1,66 @@
+#include "cli/face.h"
+
+#include "text/windows1252.h"
+
+#include <ostream>
+
+namespace kiv {
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// Short commands show nothing; longer ones are told often enough to look alive.
+constexpr milliseconds kFirst{300};
+constexpr milliseconds kEvery{50};
+
+} // namespace
+
+TerminalLine::TerminalLine(std::ostream* terminal)
+    : terminal_(terminal), next_(steady_clock::now() + kFirst)
+{
+}
+
+void TerminalLine::Show(int done, int all)
+{
+    if (terminal_ == nullptr)
+        return;
+    const steady_clock::time_point now = steady_clock::now();
+    if (now < next_)
+        return;
+    next_ = now + kEvery;
+    is_shown_ = true;
+    *terminal_ << '\r' << done << " of " << all << "\x1b[K" << std::flush;
+}
+
+void TerminalLine::Clear()
+{
+    if (is_shown_)
+        *terminal_ << "\r\x1b[K" << std::flush;
+    is_shown_ = false;
+}
+
+void CliReporter::Show(std::string_view text)
+{
+    messages_.emplace_back(text);
+    warnings_.back().was_shown = true; // a message is noted before it is shown
+    if (err_ == nullptr)
+        return;
+    terminal_line_.Clear();
+    *err_ << "kiv: " << ToUtf8(text) << '\n' << std::flush;
+}
+
+void CliReporter::Note(std::string_view text, const Place& where)
+{
+    Warning warning;
+    warning.text = text;
+    if (where.file != nullptr)
+        warning.file = *where.file;
+    warning.line = where.line;
+    if (where.page != nullptr)
+        warning.page = *where.page;
+    warnings_.push_back(std::move(warning));
+}
+
+} // namespace kiv

@@ -1,0 +1,78 @@
+// What `kiv-cli` shows while a command runs.
+#pragma once
+
+#include "platform/progress.h"
+#include "platform/reporter.h"
+
+#include <chrono>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv {
+
+/// One warning of a run, with its place; "" and 0 where there is none.
+struct Warning {
+    std::string text;
+    std::string file;
+    int line = 0;
+    std::string page;
+    bool was_shown = false;
+};
+
+/// A line on the terminal that tells how far a long command is.
+class TerminalLine {
+  public:
+    /// `terminal` is null when there is none.
+    explicit TerminalLine(std::ostream* terminal);
+    void Show(int done, int all);
+    void Clear();
+
+  private:
+    std::ostream* terminal_;
+    std::chrono::steady_clock::time_point next_;
+    bool is_shown_ = false;
+};
+
+/// Collects messages and warnings; in plain output each message goes to standard error at once.
+class CliReporter : public Reporter {
+  public:
+    CliReporter(std::ostream* err, TerminalLine& terminal_line)
+        : err_(err), terminal_line_(terminal_line)
+    {
+    }
+
+    const std::vector<std::string>& Messages() const { return messages_; }
+    const std::vector<Warning>& Warnings() const { return warnings_; }
+
+  protected:
+    void Show(std::string_view text) override;
+    void Note(std::string_view text, const Place& where) override;
+
+  private:
+    std::ostream* err_;
+    TerminalLine& terminal_line_;
+    std::vector<std::string> messages_;
+    std::vector<Warning> warnings_;
+};
+
+/// Keeps the last status text.
+class CliProgress : public Progress {
+  public:
+    explicit CliProgress(TerminalLine& terminal_line) : terminal_line_(terminal_line) {}
+
+    void Status(std::string_view text) override { status_ = text; }
+    void PassStatus(std::string_view) override {}
+    void Step(int done, int all) override { terminal_line_.Show(done, all); }
+    void dirbuttons() override {}
+    void dirreset() override {}
+
+    const std::string& FinalStatus() const { return status_; }
+
+  private:
+    TerminalLine& terminal_line_;
+    std::string status_;
+};
+
+} // namespace kiv

@@ -1,0 +1,31 @@
+// What a run of `kiv-cli` prints in the end.
+#pragma once
+
+#include "cli/face.h"
+#include "platform/run_error.h"
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kiv {
+
+/// All that a report tells; texts are Windows-1252.
+struct RunReport {
+    std::string status;
+    std::vector<std::string> messages;
+    std::optional<RunError> error;
+    std::vector<std::string> files;
+    std::vector<std::string> launched;
+    std::vector<Warning> warnings;
+};
+
+/// One JSON object, UTF-8, and a line end.
+void PrintJson(std::ostream& out, const RunReport& report);
+
+/// The status on `out`; a fatal error on `err`, and with `verbose` the warnings that were kept back. The messages went to
+/// standard error while the command ran.
+void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, bool verbose);
+
+} // namespace kiv

@@ -1,0 +1,73 @@
+#include "cli/run_cli.h"
+
+#include "cli/calls.h"
+#include "cli/environment.h"
+#include "cli/face.h"
+#include "cli/report.h"
+#include "platform/drives.h"
+#include "platform/machine.h"
+
+#include <memory>
+#include <ostream>
+#include <utility>
+
+namespace kiv {
+
+namespace {
+
+std::unique_ptr<Clock> MakeClock(const std::optional<DateTime>& now)
+{
+    if (now)
+        return std::make_unique<FrozenClock>(*now);
+    return std::make_unique<SystemClock>();
+}
+
+RunReport RunCall(const Call& call, const CliSurroundings& around)
+{
+    const DriveMap drives = DrivesFrom(around, call.drive_c);
+    MakeDriveC(drives);
+    const std::unique_ptr<Files> files = MakeDriveFiles(drives);
+    const std::unique_ptr<Clock> clock = MakeClock(call.now);
+    HeldClipboard clipboard;
+    SystemPrograms system_programs(*files);
+    ProgramList programs(call.launch ? &system_programs : nullptr);
+    TerminalLine terminal_line(around.err_is_terminal && !call.json ? &around.err : nullptr);
+    CliReporter reporter(call.json ? nullptr : &around.err, terminal_line);
+    CliProgress progress(terminal_line);
+    HeaderPictureLoader pictures(*files);
+    Machine machine{*files, *clock, clipboard, programs, reporter, pictures, progress};
+    Workspace workspace(machine);
+    RunReport report;
+    try {
+        workspace.StartUp(files->FromNative(call.directory.empty() ? "." : call.directory));
+        call.run(workspace);
+    } catch (const RunError& error) {
+        report.error = error;
+    }
+    terminal_line.Clear();
+    report.status = progress.FinalStatus();
+    report.messages = reporter.Messages();
+    report.files = files->Written();
+    report.launched = programs.Launched();
+    report.warnings = reporter.Warnings();
+    return report;
+}
+
+} // namespace
+
+int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& around)
+{
+    const ReadCall read = ReadArguments(arguments);
+    if (!read.call) {
+        (read.exit_code == 0 ? around.out : around.err) << read.text;
+        return read.exit_code;
+    }
+    const RunReport report = RunCall(*read.call, around);
+    if (read.call->json)
+        PrintJson(around.out, report);
+    else
+        PrintPlain(around.out, around.err, report, read.call->verbose);
+    return report.error ? 1 : 0;
+}
+
+} // namespace kiv
