@@ -1,0 +1,248 @@
+#include "tests/cases/case_run.h"
+
+#include "cli/run_cli.h"
+#include "text/windows1252.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+namespace kiv::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::json;
+
+/// Bytes as a person can read them in a failure.
+std::string Shown(const std::string& bytes)
+{
+    std::ostringstream shown;
+    for (const char c : bytes) {
+        const auto code = static_cast<unsigned char>(c);
+        if (c == '\n')
+            shown << "\\n\n";
+        else if (c == '\r')
+            shown << "\\r";
+        else if (code < 0x20 || code >= 0x7F)
+            shown << "\\x" << std::hex << static_cast<int>(code) << std::dec;
+        else
+            shown << c;
+    }
+    return shown.str();
+}
+
+std::string ReadBytes(const fs::path& path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// A folder of its own, gone when the case is over.
+class CaseFolder {
+  public:
+    CaseFolder()
+    {
+        std::string name = (fs::temp_directory_path() / "kiv-case-XXXXXX").string();
+        root_ = mkdtemp(name.data());
+        fs::create_directories(root_ / "site");
+        fs::create_directories(root_ / "utils");
+    }
+    CaseFolder(const CaseFolder&) = delete;
+    CaseFolder& operator=(const CaseFolder&) = delete;
+    ~CaseFolder()
+    {
+        std::error_code ignored;
+        fs::remove_all(root_, ignored);
+    }
+
+    const fs::path& Root() const { return root_; }
+
+    /// The name of a case as a path below the C folder, "site/sub/a.htm".
+    static std::string Below(std::string name)
+    {
+        std::string path = ToUtf8(name);
+        for (char& c : path)
+            if (c == '\\')
+                c = '/';
+        const bool drive = path.size() > 2 && path[1] == ':';
+        return drive ? path.substr(3) : "site/" + path;
+    }
+
+    void Write(const std::string& below, const std::string& bytes) const
+    {
+        const fs::path path = root_ / below;
+        fs::create_directories(path.parent_path());
+        std::ofstream(path, std::ios::binary) << bytes;
+    }
+
+    std::map<std::string, std::string> Files() const
+    {
+        std::map<std::string, std::string> files;
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root_))
+            if (entry.is_regular_file())
+                files[fs::relative(entry.path(), root_).generic_string()] = ReadBytes(entry.path());
+        return files;
+    }
+
+  private:
+    fs::path root_;
+};
+
+using FileMap = std::map<std::string, std::string>;
+
+class CaseRun {
+  public:
+    explicit CaseRun(const Case& one) : case_(one) {}
+
+    std::string Run()
+    {
+        LayOut();
+        Call();
+        if (differences_.str().empty()) {
+            CompareReport();
+            CompareFiles();
+        }
+        return differences_.str();
+    }
+
+  private:
+    void LayOut()
+    {
+        FileMap in = case_.in;
+        if (!in.contains("_template.txt") && !case_.absent.contains("_template.txt"))
+            in["_template.txt"] = ";\n";
+        for (const auto& [name, bytes] : in)
+            before_[CaseFolder::Below(name)] = bytes;
+        for (const auto& [below, bytes] : before_)
+            folder_.Write(below, bytes);
+        for (const std::string& name : case_.folders)
+            fs::create_directories(folder_.Root() / CaseFolder::Below(name));
+    }
+
+    void Call()
+    {
+        std::vector<std::string> arguments = {"--json", "--drive-c", folder_.Root().string(),
+                                              "--now", "2004-03-05T14:07:09"};
+        for (const std::string& argument : case_.arguments)
+            arguments.push_back(ToUtf8(argument));
+        std::istringstream in(ToUtf8(case_.standard_input.value_or("")));
+        std::ostringstream out;
+        std::ostringstream err;
+        const CliSurroundings around{in, out, err, false,
+                                     [](const char*) { return std::optional<std::string>(); }};
+        const int code = RunCli(arguments, around);
+        if (code != (case_.error.empty() ? 0 : 1))
+            differences_ << "exit code " << code << "\n" << err.str() << out.str();
+        else
+            report_ = Json::parse(out.str());
+    }
+
+    static std::vector<std::string> Texts(const Json& list)
+    {
+        std::vector<std::string> texts;
+        for (const Json& item : list)
+            texts.push_back(FromUtf8(item.get<std::string>()));
+        return texts;
+    }
+
+    void Compare(const std::string& what, const std::vector<std::string>& expected,
+                 const std::vector<std::string>& actual)
+    {
+        if (expected == actual)
+            return;
+        differences_ << what << ": expected\n";
+        for (const std::string& text : expected)
+            differences_ << "  [" << Shown(text) << "]\n";
+        differences_ << "but got\n";
+        for (const std::string& text : actual)
+            differences_ << "  [" << Shown(text) << "]\n";
+    }
+
+    void CompareReport()
+    {
+        const Json& error = report_.at("error");
+        const std::string kind = error.is_null() ? "" : error.at("kind").get<std::string>();
+        Compare("error", {case_.error}, {kind});
+        Compare("messages", case_.messages, Texts(report_.at("messages")));
+        Compare("launched", case_.launched, Texts(report_.at("launched")));
+        if (case_.status)
+            Compare("status", {*case_.status}, {FromUtf8(report_.at("status").get<std::string>())});
+        if (case_.files)
+            Compare("files", *case_.files, Texts(report_.at("files")));
+        if (!case_.warnings.empty()) {
+            std::vector<std::string> warnings;
+            for (const Json& warning : report_.at("warnings"))
+                warnings.push_back(FromUtf8(warning.at("text").get<std::string>()));
+            Compare("warnings", case_.warnings, warnings);
+        }
+        if (case_.result)
+            Compare("result", {*case_.result}, {FromUtf8(report_.at("result").get<std::string>())});
+        if (case_.renamed) {
+            std::vector<std::string> pairs;
+            for (const Json& pair : report_.at("renamed"))
+                pairs.push_back(FromUtf8(pair.at(0).get<std::string>() + " -> " +
+                                         pair.at(1).get<std::string>()));
+            Compare("renamed", *case_.renamed, pairs);
+        }
+    }
+
+    void CompareFiles()
+    {
+        FileMap expected = before_;
+        for (const auto& [name, bytes] : case_.out)
+            expected[CaseFolder::Below(name)] = bytes;
+        for (const std::string& name : case_.absent)
+            expected.erase(CaseFolder::Below(name));
+        FileMap actual = folder_.Files();
+        // Every build writes these; a case that cares names them.
+        for (const char* const name : {"_toc.txt", "_sitemap.txt"})
+            for (auto file = actual.begin(); file != actual.end();) {
+                const bool left_out = fs::path(file->first).filename() == name &&
+                                      !IsNamed(file->first);
+                if (left_out)
+                    expected.erase(file->first);
+                file = left_out ? actual.erase(file) : std::next(file);
+            }
+        for (const auto& [name, bytes] : expected)
+            if (!actual.contains(name))
+                differences_ << "missing file: " << name << "\n";
+            else if (actual[name] != bytes)
+                differences_ << name << ": expected\n"
+                             << Shown(bytes) << "\nbut got\n"
+                             << Shown(actual[name]) << "\n";
+        for (const auto& [name, bytes] : actual)
+            if (!expected.contains(name))
+                differences_ << "unexpected file: " << name << "\n" << Shown(bytes) << "\n";
+    }
+
+    bool IsNamed(const std::string& below) const
+    {
+        for (const auto& [name, bytes] : case_.out)
+            if (CaseFolder::Below(name) == below)
+                return true;
+        for (const std::string& name : case_.absent)
+            if (CaseFolder::Below(name) == below)
+                return true;
+        return false;
+    }
+
+    const Case& case_;
+    CaseFolder folder_;
+    FileMap before_;
+    Json report_;
+    std::ostringstream differences_;
+};
+
+} // namespace
+
+std::string RunCase(const Case& one)
+{
+    return CaseRun(one).Run();
+}
+
+} // namespace kiv::test

@@ -1,0 +1,97 @@
+#include "platform/programs.h"
+#include "platform/run_error.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace kiv {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(CutCommandLine, FollowsTheWindowsRules)
+{
+    struct Row {
+        std::string_view line;
+        std::vector<std::string> words;
+    };
+    const Row rows[] = {
+        {"", {}},
+        {"  ", {}},
+        {"edit", {"edit"}},
+        {"edit a.txt", {"edit", "a.txt"}},
+        {"edit \t a.txt  b.txt ", {"edit", "a.txt", "b.txt"}},
+        {R"("C:\a b\edit.exe" x)", {R"(C:\a b\edit.exe)", "x"}},
+        {R"("C:\a b\" x)", {R"(C:\a b\)", "x"}}, // the first word knows no backslash rule
+        {R"(C:\a"b c)", {R"(C:\a"b)", "c"}},
+        {R"("C:\a b)", {R"(C:\a b)"}}, // never closed
+        {R"(e "a b")", {"e", "a b"}},
+        {R"(e a" "b)", {"e", "a b"}},
+        {R"(e "")", {"e", ""}},
+        {R"(e "a b)", {"e", "a b"}},
+        {R"(e a\b)", {"e", R"(a\b)"}},
+        {R"(e a\\b)", {"e", R"(a\\b)"}},
+        {R"(e a\"b)", {"e", R"(a"b)"}},         // 1 before a quote: none and the quote
+        {R"(e a\\"b c")", {"e", R"(a\b c)"}},   // 2: one, and the quote opens
+        {R"(e a\\\"b c)", {"e", R"(a\"b)", "c"}}, // 3: one and the quote
+        {R"(e "C:\site\\" x)", {"e", R"(C:\site\)", "x"}},
+        {R"(e a\)", {"e", R"(a\)"}},
+        {R"(c:\utils\dosutils\case *.* /l)", {R"(c:\utils\dosutils\case)", "*.*", "/l"}},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(CutCommandLine(row.line), row.words) << row.line;
+}
+
+using Reading = std::pair<std::string, std::size_t>;
+
+std::vector<Reading> Readings(std::string_view line)
+{
+    std::vector<Reading> readings;
+    for (const ProgramReading& reading : ProgramReadings(line))
+        readings.emplace_back(reading.program, reading.arguments);
+    return readings;
+}
+
+TEST(ProgramReadings, TryEachBlankInTurn)
+{
+    EXPECT_THAT(Readings(R"(C:\a b\c.exe -m)"),
+                ElementsAre(Reading(R"(C:\a)", 5), Reading(R"(C:\a b\c.exe)", 13),
+                            Reading(R"(C:\a b\c.exe -m)", 15)));
+    EXPECT_THAT(Readings("edit  a"), ElementsAre(Reading("edit", 6), Reading("edit  a", 7)));
+    EXPECT_THAT(Readings("edit"), ElementsAre(Reading("edit", 4)));
+    EXPECT_THAT(Readings("edit "), ElementsAre(Reading("edit", 5)));
+    EXPECT_THAT(Readings(""), ElementsAre());
+}
+
+TEST(ProgramReadings, AQuotedProgramHasOne)
+{
+    EXPECT_THAT(Readings(R"("C:\a b\c.exe" -m x)"), ElementsAre(Reading(R"(C:\a b\c.exe)", 15)));
+    EXPECT_THAT(Readings(R"("C:\a b\c.exe")"), ElementsAre(Reading(R"(C:\a b\c.exe)", 14)));
+}
+
+TEST(ProgramList, KeepsAndHandsOn)
+{
+    ProgramList inner;
+    ProgramList outer(&inner);
+    outer.Start("edit a.txt");
+    outer.Start("edit b.txt", true);
+    EXPECT_THAT(outer.Launched(), ElementsAre("edit a.txt", "edit b.txt"));
+    EXPECT_THAT(inner.Launched(), ElementsAre("edit a.txt", "edit b.txt"));
+}
+
+TEST(ProgramList, WhatCouldNotBeStartedIsNotListed)
+{
+    class NoPrograms : public Programs {
+      public:
+        void Start(const std::string& command_line, bool /*minimised*/) override
+        {
+            throw RunError(ErrorKind::file, "cannot start " + command_line);
+        }
+    } none;
+    ProgramList list(&none);
+    EXPECT_THROW(list.Start("edit a.txt"), RunError);
+    EXPECT_THAT(list.Launched(), ElementsAre());
+}
+
+} // namespace
+} // namespace kiv
