@@ -95,7 +95,8 @@ std::string JpegHeader(FileBytes& file)
         const int low = file.Byte(at + 2);
         if (low < 0)
             return {};
-        const auto length = static_cast<std::size_t>(high * 256 + low);
+        const std::size_t length =
+            static_cast<std::size_t>(high) * 256 + static_cast<std::size_t>(low);
         if (marker == kBaseline || marker == kExtended || marker == kProgressive) {
             std::string header("\xFF\xD8\xFF");
             header.append(file.Part(at, 1 + length));

@@ -173,21 +173,13 @@ std::optional<std::string> PosixNames::FindFolder(std::string_view absolute)
     if (native.empty())
         return std::nullopt;
     if (!IsFolder(native)) {
-        const std::string_view name = NameOf(absolute);
-        if (name.empty())
+        if (NameOf(absolute).empty())
             return std::nullopt;
-        const std::optional<std::string> parent = FindFolder(FolderOf(absolute));
-        if (!parent)
+        const int error = ReachOnce(absolute, native, [](const std::string& place) {
+            return IsFolder(place) ? 0 : ENOENT;
+        });
+        if (error != 0)
             return std::nullopt;
-        native = JoinNative(*parent, ToUtf8(name));
-        if (!IsFolder(native)) {
-            const std::optional<PosixName> other = OtherSpelling(*parent, name);
-            if (!other)
-                return std::nullopt;
-            native = JoinNative(*parent, other->native);
-            if (!IsFolder(native))
-                return std::nullopt;
-        }
     }
     folders_.emplace(std::move(key), native);
     return native;

@@ -27,15 +27,6 @@ std::string TemporaryName(const std::string& native)
     return JoinNative(NativeFolderOf(native), name);
 }
 
-/// Gives the open file, which has no name yet, a name that is free.
-int GiveName(int fd, const std::string& native)
-{
-    const std::string self = "/proc/self/fd/" + std::to_string(fd);
-    const int result =
-        ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, native.c_str(), AT_SYMLINK_FOLLOW);
-    return result == 0 ? 0 : errno;
-}
-
 /// Content, owner and mode of a file that is to take the place of `old`, or of a new one.
 int Fill(int fd, std::string_view bytes, const struct stat* old)
 {
@@ -83,6 +74,20 @@ int PlaceNamed(const std::string& native, std::string_view bytes, const struct s
 
 #ifdef O_TMPFILE
 
+/// Gives the open file, which has no name yet, a name that is free.
+int GiveName(int fd, const std::string& native)
+{
+    if (::linkat(fd, "", AT_FDCWD, native.c_str(), AT_EMPTY_PATH) == 0)
+        return 0;
+    if (errno != ENOENT)
+        return errno;
+    // Older systems allow that to root alone, and say "no such file" to everybody else.
+    const std::string self = "/proc/self/fd/" + std::to_string(fd);
+    const int result =
+        ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, native.c_str(), AT_SYMLINK_FOLLOW);
+    return result == 0 ? 0 : errno;
+}
+
 /// Gives the filled draft its place: at once when that is free, else by a rename over the old file.
 int PlaceDraft(int fd, const std::string& native, bool over_old)
 {
@@ -112,8 +117,8 @@ int Place(const std::string& native, std::string_view bytes, const struct stat* 
     if (const int error = Fill(draft.Get(), bytes, old))
         return error;
     const int error = PlaceDraft(draft.Get(), native, old != nullptr);
-    // Without /proc a draft cannot get a name.
-    return error == ENOENT ? PlaceNamed(native, bytes, old) : error;
+    // Where a draft cannot get a name, for want of /proc or by a ban on links, it begins with one.
+    return error == 0 || error == EEXIST ? error : PlaceNamed(native, bytes, old);
 }
 
 #else
@@ -179,7 +184,7 @@ bool HoldsBytes(const std::string& native, off_t size, std::string_view bytes)
     const Descriptor file(::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.IsOpen())
         return false;
-    constexpr std::size_t kStep = 256UL * 1024;
+    constexpr std::size_t kStep = 256 * std::size_t{1024};
     std::string held;
     off_t offset = 0;
     while (!bytes.empty()) {

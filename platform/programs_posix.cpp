@@ -44,7 +44,7 @@ std::string FindInPath(std::string_view name)
     for (const std::string_view folder : Split(folders, ':')) {
         if (folder.empty() || folder[0] != '/')
             continue; // relative to the process's directory, which is not the system's
-        const std::string place = std::string(folder).append("/").append(ToUtf8(name));
+        std::string place = std::string(folder).append("/").append(ToUtf8(name));
         struct stat state {};
         if (::stat(place.c_str(), &state) == 0 && S_ISREG(state.st_mode) &&
             ::access(place.c_str(), X_OK) == 0)
@@ -59,7 +59,7 @@ std::string FindProgram(Files& files, const std::string& program)
     const bool has_folder = program.find_first_of("\\/") != npos || HasDrive(program);
     for (const std::string& name : {program, program + ".exe"}) {
         if (!has_folder) {
-            const std::string place = FindInPath(name);
+            std::string place = FindInPath(name);
             if (!place.empty())
                 return place;
         } else if (files.FileExists(name)) {

@@ -10,7 +10,7 @@ namespace kiv {
 
 namespace {
 
-constexpr std::size_t kStep = 256UL * 1024;
+constexpr std::size_t kStep = 256 * std::size_t{1024};
 
 std::wstring TemporaryName(const std::wstring& native)
 {

@@ -31,8 +31,8 @@ TEST(CutCommandLine, FollowsTheWindowsRules)
         {R"(e "a b)", {"e", "a b"}},
         {R"(e a\b)", {"e", R"(a\b)"}},
         {R"(e a\\b)", {"e", R"(a\\b)"}},
-        {R"(e a\"b)", {"e", R"(a"b)"}},         // 1 before a quote: none and the quote
-        {R"(e a\\"b c")", {"e", R"(a\b c)"}},   // 2: one, and the quote opens
+        {R"(e a\"b)", {"e", R"(a"b)"}},           // 1 before a quote: none and the quote
+        {R"(e a\\"b c")", {"e", R"(a\b c)"}},     // 2: one, and the quote opens
         {R"(e a\\\"b c)", {"e", R"(a\"b)", "c"}}, // 3: one and the quote
         {R"(e "C:\site\\" x)", {"e", R"(C:\site\)", "x"}},
         {R"(e a\)", {"e", R"(a\)"}},

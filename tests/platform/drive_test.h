@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <set>
+#include <sstream>
 #include <stdlib.h>
 #include <string>
 #include <string_view>
@@ -48,7 +48,9 @@ class DriveTest : public testing::Test {
     std::string Content(const std::string& name) const
     {
         std::ifstream file(root + "/" + name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+        std::ostringstream content;
+        content << file.rdbuf();
+        return content.str();
     }
 
     /// The native names in a folder of the drive.

@@ -1,0 +1,140 @@
+// Deleting and renaming: nothing ever lands on a name that is taken.
+#include "drive_test.h"
+
+#include <gmock/gmock.h>
+
+namespace kiv {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+using DriveRenames = DriveTest;
+
+TEST_F(DriveRenames, AFileTakesTheNameAsWritten)
+{
+    Put("A B.txt", "1");
+    files->RenameFile("a b.TXT", "a-b.txt");
+    EXPECT_EQ(NamesIn(), (Names{"a-b.txt"}));
+    EXPECT_EQ(Content("a-b.txt"), "1");
+}
+
+TEST_F(DriveRenames, ATakenNameIsNeverOverwritten)
+{
+    Put("a b.txt", "1");
+    for (const char* taken : {"a-b.txt", "A-B.TXT"}) {
+        Put(taken, "2");
+        files->Refresh();
+        EXPECT_THAT(ErrorOf([&] { files->RenameFile("a b.txt", "a-b.txt"); }),
+                    AllOf(StartsWith("file: "), HasSubstr("target exists"), HasSubstr("a-b.txt")))
+            << taken;
+        EXPECT_EQ(NamesIn(), (Names{"a b.txt", taken}));
+        EXPECT_EQ(Content(taken), "2");
+        std::filesystem::remove(root + "/" + taken);
+    }
+}
+
+TEST_F(DriveRenames, AFolderOrALinkTakesANameToo)
+{
+    Put("a.txt", "1");
+    PutFolder("Sub");
+    std::filesystem::create_symlink("gone", root + "/Dangling");
+    for (const char* taken : {"Sub", "sub", "Dangling", "dangling"})
+        EXPECT_THAT(ErrorOf([&] { files->RenameFile("a.txt", taken); }), HasSubstr("target exists"))
+            << taken;
+    EXPECT_EQ(NamesIn(), (Names{"a.txt", "Sub", "Dangling"}));
+}
+
+TEST_F(DriveRenames, ANameTakenByAnotherProgramMeanwhileIsSeen)
+{
+    Put("a.txt", "1");
+    EXPECT_FALSE(files->FileExists("b.txt")); // the folder is remembered without it
+    Put("b.txt", "2");
+    EXPECT_THAT(ErrorOf([&] { files->RenameFile("a.txt", "b.txt"); }), HasSubstr("target exists"));
+    EXPECT_EQ(Content("b.txt"), "2");
+}
+
+TEST_F(DriveRenames, ANameFreedByAnotherProgramIsFree)
+{
+    Put("a.txt", "1");
+    Put("B.txt", "2");
+    EXPECT_TRUE(files->FileExists("b.txt"));
+    std::filesystem::remove(root + "/B.txt");
+    files->RenameFile("a.txt", "b.txt");
+    EXPECT_EQ(NamesIn(), (Names{"b.txt"}));
+}
+
+TEST_F(DriveRenames, TheCaseOfAFilesOwnNameMayChange)
+{
+    Put("PHOTO.JPG", "1");
+    files->RenameFile("PHOTO.JPG", "photo.jpg");
+    EXPECT_EQ(NamesIn(), (Names{"photo.jpg"}));
+    files->RenameFile("PHOTO.jpg", "Photo.jpg");
+    EXPECT_EQ(NamesIn(), (Names{"Photo.jpg"}));
+    EXPECT_EQ(Content("Photo.jpg"), "1");
+}
+
+TEST_F(DriveRenames, ThreeFilesThatDifferInCaseStayApart)
+{
+    Put("a.txt", "1");
+    Put("A.TXT", "2");
+    EXPECT_THAT(ErrorOf([&] { files->RenameFile("a.txt", "A.txt"); }), HasSubstr("target exists"));
+    EXPECT_EQ(NamesIn(), (Names{"a.txt", "A.TXT"}));
+}
+
+TEST_F(DriveRenames, TheSameNameStays)
+{
+    Put("a.txt", "1");
+    files->RenameFile("a.txt", "a.txt");
+    files->RenameFile("a.txt", "C:\\.\\a.txt");
+    EXPECT_EQ(NamesIn(), (Names{"a.txt"}));
+}
+
+TEST_F(DriveRenames, WhatCannotBeANameIsRefused)
+{
+    Put("a.txt", "1");
+    PutFolder("sub");
+    for (const std::string& name : {std::string(), std::string("."), std::string(".."),
+                                    std::string("b\\"), std::string("no\\b"), std::string(256, 'b'),
+                                    std::string("b\0c", 3), std::string("\\\\server\\b")})
+        EXPECT_THAT(ErrorOf([&] { files->RenameFile("a.txt", name); }), StartsWith("file: "))
+            << name;
+    EXPECT_THAT(ErrorOf([&] { files->RenameFile("gone.txt", "b.txt"); }), StartsWith("file: "));
+    EXPECT_THAT(ErrorOf([&] { files->RenameFile("sub", "b"); }), StartsWith("file: "));
+    EXPECT_EQ(NamesIn(), (Names{"a.txt", "sub"}));
+}
+
+TEST_F(DriveRenames, ManyRenamesInOneFolder)
+{
+    for (int i = 0; i < 300; ++i)
+        Put("a " + std::to_string(i) + ".txt");
+    for (int i = 0; i < 300; ++i)
+        files->RenameFile("a " + std::to_string(i) + ".txt", "a-" + std::to_string(i) + ".txt");
+    EXPECT_EQ(files->ListFiles(".", "a-*.txt").size(), 300U);
+    EXPECT_TRUE(files->FileExists("A-299.TXT"));
+    EXPECT_FALSE(files->FileExists("A 299.TXT"));
+}
+
+TEST_F(DriveRenames, DeletingTakesAPlainFile)
+{
+    Put("A.bat");
+    PutFolder("sub");
+    std::filesystem::create_symlink("sub", root + "/link");
+    files->DeleteFile("a.BAT");
+    EXPECT_EQ(NamesIn(), (Names{"sub", "link"}));
+    for (const char* name : {"a.bat", "sub", "", "*.*"})
+        EXPECT_THAT(ErrorOf([&] { files->DeleteFile(name); }), StartsWith("file: ")) << name;
+    EXPECT_EQ(NamesIn(), (Names{"sub", "link"}));
+}
+
+TEST_F(DriveRenames, DeletingALinkLeavesItsFile)
+{
+    Put("a.txt");
+    std::filesystem::create_symlink("a.txt", root + "/link.txt");
+    files->DeleteFile("LINK.txt");
+    EXPECT_EQ(NamesIn(), (Names{"a.txt"}));
+}
+
+} // namespace
+} // namespace kiv

@@ -1,0 +1,232 @@
+#include "platform/picture_loader.h"
+#include "platform/run_error.h"
+
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+
+namespace kiv {
+namespace {
+
+using namespace std::string_literals;
+using testing::HasSubstr;
+
+/// Holds pictures in memory and counts the bytes that are read.
+class PictureFiles : public Files {
+  public:
+    std::map<std::string, std::string, std::less<>> pictures;
+    std::size_t read = 0;
+
+    std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override
+    {
+        const auto picture = pictures.find(path);
+        if (picture == pictures.end())
+            throw RunError(ErrorKind::file, "no such file");
+        const std::string& bytes = picture->second;
+        const std::size_t from = std::min<std::size_t>(offset, bytes.size());
+        std::string part = bytes.substr(from, count);
+        read += part.size();
+        return part;
+    }
+
+    const std::string& CurrentDirectory() const override { return unused_; }
+    void ChangeDirectory(std::string_view /*path*/) override {}
+    bool FileExists(std::string_view path) override { return pictures.count(path) != 0; }
+    bool FolderExists(std::string_view /*path*/) override { return false; }
+    FileStamp Stamp(std::string_view /*path*/) override { return {}; }
+    std::string ReadFile(std::string_view path) override { return ReadPart(path, 0, SIZE_MAX); }
+    OutputFile Open(std::string_view /*path*/) override { return {}; }
+    void Commit(const OutputFile& /*file*/, std::string_view /*bytes*/) override {}
+    void AppendToFile(std::string_view /*path*/, std::string_view /*bytes*/) override {}
+    bool MakeFolder(std::string_view /*path*/) override { return false; }
+    void DeleteFile(std::string_view /*path*/) override {}
+    void RenameFile(std::string_view /*from*/, std::string_view /*to*/) override {}
+    std::vector<std::string> ListFiles(std::string_view /*folder*/,
+                                       std::string_view /*pattern*/) override
+    {
+        return {};
+    }
+    std::vector<std::string> ListFolders(std::string_view /*folder*/) override { return {}; }
+    std::string DriveLetters() override { return {}; }
+    std::string FromNative(std::string_view /*utf8*/) override { return {}; }
+    std::string ToNative(std::string_view /*path*/) override { return {}; }
+    const std::vector<std::string>& Written() const override { return written_; }
+    void Refresh() override {}
+
+  private:
+    std::string unused_;
+    std::vector<std::string> written_;
+};
+
+std::string Word(int value) // as a JPEG writes it
+{
+    return {static_cast<char>(value / 256), static_cast<char>(value % 256)};
+}
+
+std::string Segment(char marker, const std::string& content)
+{
+    return "\xFF"s + marker + Word(static_cast<int>(content.size()) + 2) + content;
+}
+
+/// A frame header with the given number of components, each sampled 1x1.
+std::string Frame(char marker, int width, int height, int components = 3, char precision = 8)
+{
+    std::string content = precision + Word(height) + Word(width) + static_cast<char>(components);
+    for (int i = 1; i <= components; ++i)
+        content += static_cast<char>(i) + "\x11\0"s;
+    return Segment(marker, content);
+}
+
+const std::string kBegin = "\xFF\xD8";
+const std::string kJfif = Segment('\xE0', "JFIF\0\1\1\0\0\1\0\1\0\0"s);
+const std::string kTables = Segment('\xDB', "\0"s + std::string(64, '\1'));
+const std::string kScan = Segment('\xDA', "\1\1\0\0\x3F\0"s) + "data\xFF\xD9";
+
+std::string Gif(const std::string& sign, const std::string& sizes)
+{
+    // No colour table, background 0, square pixels; then a first frame of 1 x 1 and the end.
+    return sign + sizes + "\0\0\0"s + ",\0\0\0\0\1\0\1\0\0\2\2\x44\1\0;"s;
+}
+
+class HeaderPictureLoaderTest : public testing::Test {
+  protected:
+    PictureSize SizeOf(const std::string& bytes)
+    {
+        files.pictures["a.jpg"] = bytes;
+        files.read = 0;
+        return loader.Size("a.jpg");
+    }
+
+    /// The kind and text of the error; empty when there is none.
+    std::string ErrorOf(const std::string& bytes)
+    {
+        try {
+            SizeOf(bytes);
+        } catch (const RunError& error) {
+            return std::string(KindName(error.kind)) + ": " + error.text;
+        }
+        return {};
+    }
+
+    PictureFiles files;
+    HeaderPictureLoader loader{files};
+};
+
+TEST_F(HeaderPictureLoaderTest, ReadsEveryKindOfJpeg)
+{
+    struct Row {
+        std::string what;
+        std::string bytes;
+    };
+    const Row rows[] = {
+        {"baseline", kBegin + kJfif + kTables + Frame('\xC0', 300, 200) + kScan},
+        {"extended", kBegin + kJfif + Frame('\xC1', 300, 200) + kScan},
+        {"extended, 12 bits", kBegin + kJfif + Frame('\xC1', 300, 200, 3, 12) + kScan},
+        {"progressive", kBegin + kJfif + Frame('\xC2', 300, 200) + kScan},
+        {"grey", kBegin + Frame('\xC0', 300, 200, 1) + kScan},
+        {"CMYK", kBegin + Segment('\xEE', "Adobe\0\x64\0\0\0\0\2"s) + Frame('\xC0', 300, 200, 4)},
+        {"no JFIF segment", kBegin + kTables + Frame('\xC0', 300, 200) + kScan},
+        {"Huffman tables first",
+         kBegin + Segment('\xC4', "\0"s + std::string(16, '\0')) + Frame('\xC0', 300, 200)},
+        {"fill bytes", kBegin + "\xFF\xFF\xFF" + Frame('\xC0', 300, 200) + kScan},
+        {"restart interval", kBegin + Segment('\xDD', "\0\4"s) + Frame('\xC0', 300, 200)},
+        {"a frame inside an APPn segment",
+         kBegin + Segment('\xE1', "Exif\0\0"s + kBegin + Frame('\xC0', 16, 12)) +
+             Frame('\xC0', 300, 200)},
+        {"a frame inside a comment",
+         kBegin + Segment('\xFE', Frame('\xC0', 16, 12)) + Frame('\xC2', 300, 200)},
+        {"a GIF inside a comment",
+         kBegin + Segment('\xFE', std::string(122, ' ') + "GIF89a") + Frame('\xC0', 300, 200)},
+        {"tables that mean nothing",
+         kBegin + Segment('\xC4', "\xFF\xFF"s) + Frame('\xC0', 300, 200)},
+        {"an unknown segment", kBegin + Segment('\xF7', "what") + Frame('\xC0', 300, 200)},
+        {"nothing behind the frame header", kBegin + Frame('\xC0', 300, 200)},
+        {"a second frame", kBegin + Frame('\xC0', 300, 200) + Frame('\xC0', 16, 12)},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(ErrorOf(row.bytes), "") << row.what;
+    for (const Row& row : rows)
+        EXPECT_EQ(SizeOf(row.bytes), (PictureSize{300, 200})) << row.what;
+}
+
+TEST_F(HeaderPictureLoaderTest, TheOrientationTurnsNothing)
+{
+    // Exif says "rotate by 90 degrees".
+    const std::string exif = "Exif\0\0MM\0\x2A\0\0\0\x08\0\1\x01\x12\0\3\0\0\0\1\0\6\0\0\0\0\0\0"s;
+    EXPECT_EQ(SizeOf(kBegin + Segment('\xE1', exif) + Frame('\xC0', 300, 200)),
+              (PictureSize{300, 200}));
+}
+
+TEST_F(HeaderPictureLoaderTest, ReadsLargeSizes)
+{
+    EXPECT_EQ(SizeOf(kBegin + Frame('\xC0', 65535, 65500)), (PictureSize{65535, 65500}));
+    EXPECT_EQ(SizeOf(Gif("GIF89a", "\xFF\xFF\xFE\xFF"s)), (PictureSize{65535, 65534}));
+}
+
+TEST_F(HeaderPictureLoaderTest, TheSizeOfAGifIsItsScreen)
+{
+    // The first frame is 1 x 1, as in an animation that only changes a corner.
+    EXPECT_EQ(SizeOf(Gif("GIF87a", "\x2C\1\xC8\0"s)), (PictureSize{300, 200}));
+    EXPECT_EQ(SizeOf(Gif("GIF89a", "\x2C\1\xC8\0"s)), (PictureSize{300, 200}));
+}
+
+TEST_F(HeaderPictureLoaderTest, AnythingElseIsAnError)
+{
+    struct Row {
+        std::string what;
+        std::string bytes;
+    };
+    const Row rows[] = {
+        {"empty", ""},
+        {"text", "not a picture"},
+        {"PNG", "\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\1\x2C\0\0\0\xC8\x08\2\0\0\0"s},
+        {"BMP", "BM\x46\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\2\0\0\0\2\0\0\0\1\0\x18\0"s},
+        {"begin of a JPEG alone", kBegin},
+        {"no frame header", kBegin + kJfif + kTables},
+        {"scan before the frame", kBegin + kScan + Frame('\xC0', 300, 200)},
+        {"end before the frame", kBegin + "\xFF\xD9" + Frame('\xC0', 300, 200)},
+        {"text behind the begin", kBegin + "hello" + Frame('\xC0', 300, 200)},
+        {"lossless frame", kBegin + Frame('\xC3', 300, 200)},
+        {"arithmetic frame", kBegin + Frame('\xC9', 300, 200)},
+        {"a segment without length", kBegin + "\xFF\xE0" + "\0\0"s + Frame('\xC0', 300, 200)},
+        {"a segment past the end", kBegin + "\xFF\xE0\xFF\xFF" + Frame('\xC0', 300, 200)},
+        {"cut in the frame header", kBegin + Frame('\xC0', 300, 200).substr(0, 8)},
+        {"cut behind the size", kBegin + Frame('\xC0', 300, 200).substr(0, 9)},
+        {"JPEG of no width", kBegin + Frame('\xC0', 0, 200)},
+        {"JPEG of no height", kBegin + Frame('\xC0', 300, 0)},
+        {"GIF of no width", Gif("GIF89a", "\0\0\xC8\0"s)},
+        {"GIF of no height", Gif("GIF89a", "\x2C\1\0\0"s)},
+        {"GIF of another version", Gif("GIF88a", "\x2C\1\xC8\0"s)},
+        {"GIF cut in its size", "GIF89a\x2C\1\xC8"},
+        {"a JPEG without frame that holds a GIF's begin",
+         kBegin + Segment('\xFE', std::string(122, ' ') + Gif("GIF89a", "\x2C\1\xC8\0"s))},
+    };
+    for (const Row& row : rows)
+        EXPECT_THAT(ErrorOf(row.bytes), HasSubstr("a.jpg")) << row.what;
+    for (const Row& row : rows)
+        EXPECT_EQ(ErrorOf(row.bytes).substr(0, 9), "picture: ") << row.what;
+}
+
+TEST_F(HeaderPictureLoaderTest, AMissingFileIsAPictureError)
+{
+    try {
+        loader.Size("gone.gif");
+        ADD_FAILURE() << "no error";
+    } catch (const RunError& error) {
+        EXPECT_EQ(error.kind, ErrorKind::picture);
+        EXPECT_THAT(error.text, HasSubstr("gone.gif"));
+    }
+}
+
+TEST_F(HeaderPictureLoaderTest, ReadsNoMoreThanTheHeaderNeeds)
+{
+    const std::string large(60'000, 'x');
+    const std::string picture = kBegin + Segment('\xE1', large) + Segment('\xE1', large) +
+                                Frame('\xC0', 300, 200) + std::string(2'000'000, 'x');
+    EXPECT_EQ(SizeOf(picture), (PictureSize{300, 200}));
+    EXPECT_LE(files.read, 4096U);
+}
+
+} // namespace
+} // namespace kiv

@@ -1,0 +1,160 @@
+// Programs that really start: small shell scripts that tell of themselves.
+#include "drive_test.h"
+#include "platform/programs.h"
+
+#include <chrono>
+#include <gmock/gmock.h>
+#include <thread>
+#include <unistd.h>
+
+namespace kiv {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class StartPrograms : public DriveTest {
+  protected:
+    /// A script that writes its folder, its arguments and what its standard channels are.
+    void PutScript(const std::string& path) const
+    {
+        Put(path, "#!/bin/sh\n"
+                  "{ pwd; for a in \"$@\"; do echo \"[$a]\"; done; readlink /proc/self/fd/0\n"
+                  "} > " +
+                      top +
+                      "/told.part\n"
+                      "mv " +
+                      top + "/told.part " + top + "/told\n");
+        chmod((root + "/" + path).c_str(), 0755);
+    }
+
+    /// What the script wrote; waits for it.
+    std::string Told() const
+    {
+        for (int i = 0; i < 500 && !std::filesystem::exists(top + "/told"); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        std::string told = Content("../told");
+        std::filesystem::remove(top + "/told");
+        return told;
+    }
+
+    SystemPrograms programs{*files};
+};
+
+/// Sets PATH while it lives.
+class SearchPath {
+  public:
+    explicit SearchPath(const std::string& path)
+    {
+        if (const char* const old = getenv("PATH"))
+            old_ = old;
+        setenv("PATH", path.c_str(), 1);
+    }
+    SearchPath(const SearchPath&) = delete;
+    SearchPath& operator=(const SearchPath&) = delete;
+    ~SearchPath() { setenv("PATH", old_.c_str(), 1); }
+
+  private:
+    std::string old_;
+};
+
+TEST_F(StartPrograms, RunsInTheCurrentDirectoryWithNativeArguments)
+{
+    PutFolder("Utils");
+    PutFolder("site");
+    Put("site/_html.txt");
+    PutScript("Utils/Edit.exe");
+    files->ChangeDirectory("site");
+    programs.Start(
+        "c:\\utils\\edit.exe _HTML.txt C:\\SITE\\_HTML.TXT c:/new.txt \"a b\" http://x/ C:x *.* /l "
+        "caf\xE9",
+        true);
+    EXPECT_EQ(Told(),
+              root + "/site\n[_HTML.txt]\n[" + root + "/site/_html.txt]\n[" + root +
+                  "/new.txt]\n[a b]\n[http://x/]\n[C:x]\n[*.*]\n[/l]\n[caf\xC3\xA9]\n/dev/null\n");
+}
+
+TEST_F(StartPrograms, AnUnquotedPathWithBlanksIsTriedAtEachBlank)
+{
+    PutFolder("progs/WS Pro");
+    PutScript("progs/WS Pro/up pro.exe");
+    programs.Start("C:\\progs\\WS Pro\\up pro.exe -m c:\\x.bat");
+    EXPECT_EQ(Told(), root + "\n[-m]\n[" + root + "/x.bat]\n/dev/null\n");
+    programs.Start("C:\\progs\\WS Pro\\up pro -m"); // ".exe" is added
+    EXPECT_EQ(Told(), root + "\n[-m]\n/dev/null\n");
+    programs.Start("\"C:\\progs\\WS Pro\\up pro.exe\" -m");
+    EXPECT_EQ(Told(), root + "\n[-m]\n/dev/null\n");
+    PutScript("progs/WS"); // the shorter reading comes first
+    programs.Start("C:\\progs\\WS Pro\\up pro.exe");
+    EXPECT_EQ(Told(), root + "\n[Pro\\up]\n[pro.exe]\n/dev/null\n");
+}
+
+TEST_F(StartPrograms, ANameWithoutFolderIsSearchedInThePath)
+{
+    PutFolder("bin");
+    PutFolder("bin2/tool");
+    PutScript("bin/tool");
+    const SearchPath path("relative::" + root + "/bin2:" + root + "/bin:/usr/bin:/bin");
+    programs.Start("tool x");
+    EXPECT_EQ(Told(), root + "\n[x]\n/dev/null\n");
+}
+
+TEST_F(StartPrograms, ExplorerOpensTheFolderInTheFileManager)
+{
+    PutFolder("bin");
+    PutFolder("My Site");
+    PutScript("bin/xdg-open");
+    const SearchPath path(root + "/bin:/usr/bin:/bin");
+    for (const char* line :
+         {"explorer C:\\my site\\", "Explorer.exe  \"C:\\My Site\"", "explorer my site"}) {
+        programs.Start(line);
+        EXPECT_EQ(Told(), root + "\n[" + root + "/My Site]\n/dev/null\n") << line;
+    }
+}
+
+TEST_F(StartPrograms, AMissingProgramIsNamed)
+{
+    EXPECT_THAT(ErrorOf([&] { programs.Start("c:\\utils\\lanthorn.exe"); }),
+                AllOf(StartsWith("file: "), HasSubstr("c:\\utils\\lanthorn.exe")));
+    EXPECT_THAT(ErrorOf([&] { programs.Start("no-such-program-of-kiv x"); }),
+                AllOf(StartsWith("file: "), HasSubstr("no-such-program-of-kiv")));
+    EXPECT_THAT(ErrorOf([&] { programs.Start(""); }), StartsWith("file: "));
+    const SearchPath path("/nowhere");
+    EXPECT_THAT(ErrorOf([&] { programs.Start("explorer C:\\"); }),
+                AllOf(StartsWith("file: "), HasSubstr("explorer")));
+}
+
+TEST_F(StartPrograms, WhatIsNoProgramIsNamed)
+{
+    Put("notes.txt", "not a program"); // may not be run
+    EXPECT_THAT(ErrorOf([&] { programs.Start("C:\\notes.txt"); }),
+                AllOf(StartsWith("file: "), HasSubstr("notes.txt")));
+    Put("broken.exe", "\x7F"
+                      "ELF");
+    chmod((root + "/broken.exe").c_str(), 0755);
+    EXPECT_THAT(ErrorOf([&] { programs.Start("C:\\broken.exe"); }),
+                AllOf(StartsWith("file: "), HasSubstr("broken.exe")));
+}
+
+TEST_F(StartPrograms, AFolderThatIsGoneIsNamed)
+{
+    PutScript("tool");
+    PutFolder("site");
+    files->ChangeDirectory("site");
+    std::filesystem::remove(root + "/site");
+    EXPECT_THAT(ErrorOf([&] { programs.Start("C:\\tool"); }),
+                AllOf(StartsWith("file: "), HasSubstr("C:\\site")));
+}
+
+TEST_F(StartPrograms, NobodyWaitsForTheProgram)
+{
+    Put("slow", "#!/bin/sh\nsleep 2\n");
+    chmod((root + "/slow").c_str(), 0755);
+    const auto before = std::chrono::steady_clock::now();
+    programs.Start("C:\\slow");
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(1));
+}
+
+} // namespace
+} // namespace kiv
