@@ -1,12 +1,14 @@
-// Expansions repeat "while the line contains …". A value may bring its own name back, so each such loop has a bound.
+// Expansions repeat "while the line contains …". A value may bring its own name back, so each such
+// loop has a bound.
 #pragma once
 
 #include <cstddef>
 
 namespace kiv {
 
-/// Bounds one expansion loop by the number of marks and the length of the text when it starts. No finite expansion
-/// comes near the bound; one without end reaches it quickly and with little memory.
+/// Bounds one expansion loop by the number of marks and the length of the text when it starts. No
+/// finite expansion comes near the bound; one without end reaches it quickly and with little
+/// memory.
 class LoopBound {
   public:
     LoopBound(std::size_t marks, std::size_t length)
@@ -14,8 +16,8 @@ class LoopBound {
     {
     }
 
-    /// To be called after each pass that changed the text, with the text's new length and whether it still holds a
-    /// mark. Returns false when the loop has gone past its bound.
+    /// To be called after each pass that changed the text, with the text's new length and whether
+    /// it still holds a mark. Returns false when the loop has gone past its bound.
     bool Allows(std::size_t length, bool mark_left)
     {
         --passes_left_;

@@ -9,11 +9,6 @@ namespace kiv {
 
 namespace {
 
-char AsciiUpper(char c)
-{
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 char AsciiLower(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -69,21 +64,6 @@ std::string_view Trim(std::string_view text)
     if (first == npos)
         return {};
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
-bool StartsWithNoCase(std::string_view text, std::string_view word)
-{
-    if (text.size() < word.size())
-        return false;
-    for (std::size_t i = 0; i < word.size(); ++i)
-        if (AsciiUpper(text[i]) != AsciiUpper(word[i]))
-            return false;
-    return true;
-}
-
-bool EqualsNoCase(std::string_view text, std::string_view word)
-{
-    return text.size() == word.size() && StartsWithNoCase(text, word);
 }
 
 std::size_t FindNoCase(std::string_view text, std::string_view word, std::size_t from)

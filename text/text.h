@@ -1,4 +1,5 @@
-// Text as the format sees it: characters are counted from 1, and a cut past the end gives what there is.
+// Text as the format sees it: characters are counted from 1, and a cut past the end gives what
+// there is.
 #pragma once
 
 #include <cstddef>
@@ -31,12 +32,31 @@ inline std::string_view LastChars(std::string_view text, std::size_t k)
 /// Blanks (code 32) cut off at both ends; tabs, CR and LF stay.
 std::string_view Trim(std::string_view text);
 
-/// Whether `text` equals, begins with or contains `word`, where `word` is ASCII and case does not matter.
-bool EqualsNoCase(std::string_view text, std::string_view word);
-bool StartsWithNoCase(std::string_view text, std::string_view word);
+/// Upper case of an ASCII letter; any other character stays.
+constexpr char AsciiUpper(char c)
+{
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+/// Whether `text` equals, begins with or contains `word`, where `word` is ASCII and case does not
+/// matter.
+inline bool StartsWithNoCase(std::string_view text, std::string_view word)
+{
+    if (text.size() < word.size())
+        return false;
+    for (std::size_t i = 0; i < word.size(); ++i)
+        if (AsciiUpper(text[i]) != AsciiUpper(word[i]))
+            return false;
+    return true;
+}
+inline bool EqualsNoCase(std::string_view text, std::string_view word)
+{
+    return text.size() == word.size() && StartsWithNoCase(text, word);
+}
 bool ContainsNoCase(std::string_view text, std::string_view word);
 
-/// 0-based position of the first `word` (ASCII, case does not matter) at or after `from`, else `npos`.
+/// 0-based position of the first `word` (ASCII, case does not matter) at or after `from`, else
+/// `npos`.
 std::size_t FindNoCase(std::string_view text, std::string_view word, std::size_t from = 0);
 
 inline bool Contains(std::string_view text, std::string_view word)
@@ -47,13 +67,13 @@ inline bool Contains(std::string_view text, std::string_view word)
 /// How often `word` stands in `text`, without overlaps. Case does not matter.
 std::size_t CountNoCase(std::string_view text, std::string_view word);
 
-/// Puts `value` for every `word` in one pass from left to right: `value` is not searched again. Returns whether
-/// anything was replaced. The second form ignores the case of the ASCII `word`.
+/// Puts `value` for every `word` in one pass from left to right: `value` is not searched again.
+/// Returns whether anything was replaced. The second form ignores the case of the ASCII `word`.
 bool ReplaceEach(std::string& text, std::string_view word, std::string_view value);
 bool ReplaceEachNoCase(std::string& text, std::string_view word, std::string_view value);
 
-/// Puts `value` for the first `word` again and again while one is left, ignoring case. Ends quietly when a pass
-/// changes nothing; returns false when it would not end (see LoopBound).
+/// Puts `value` for the first `word` again and again while one is left, ignoring case. Ends quietly
+/// when a pass changes nothing; returns false when it would not end (see LoopBound).
 bool ReplaceWhileLeft(std::string& text, std::string_view word, std::string_view value);
 
 /// The pieces between separators; an empty text has none.
@@ -61,15 +81,15 @@ std::vector<std::string_view> Split(std::string_view text, char separator);
 /// The same with a separator of several characters, such as CR LF.
 std::vector<std::string_view> Split(std::string_view text, std::string_view separator);
 
-/// Takes the first line off `rest`, which must not be empty. LF ends a line and a CR right before it goes with it; a last
-/// line needs no end.
+/// Takes the first line off `rest`, which must not be empty. LF ends a line and a CR right before
+/// it goes with it; a last line needs no end.
 std::string_view TakeLine(std::string_view& rest);
 
 /// What stands before the first `separator`, or the whole text when there is none.
 std::string_view Before(std::string_view text, char separator);
 
-/// The numeric value of a text's head: blanks removed, an optional sign, decimal digits, the rest ignored; 0 when
-/// there is no digit. Values beyond ±1,000,000,000 stay there.
+/// The numeric value of a text's head: blanks removed, an optional sign, decimal digits, the rest
+/// ignored; 0 when there is no digit. Values beyond ±1,000,000,000 stay there.
 int NumericHead(std::string_view text);
 
 /// Decimal digits without leading zeros.

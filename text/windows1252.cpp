@@ -88,7 +88,8 @@ struct Decoded {
     std::size_t size = 0; // 0: no valid sequence begins here
 };
 
-/// The first character of a text that is not empty. Overlong forms, surrogates and values past U+10FFFF are not valid.
+/// The first character of a text that is not empty. Overlong forms, surrogates and values past
+/// U+10FFFF are not valid.
 Decoded DecodeUtf8(std::string_view text)
 {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
@@ -121,8 +122,8 @@ void AppendFromPoint(std::string& out, char32_t point)
     }
     const auto* const extra = std::find(kExtra.begin(), kExtra.end(), point);
     if (extra != kExtra.end())
-        out.push_back(static_cast<char>(
-            static_cast<unsigned char>(kFirstExtra + (extra - kExtra.begin()))));
+        out.push_back(
+            static_cast<char>(static_cast<unsigned char>(kFirstExtra + (extra - kExtra.begin()))));
     else
         out.append("&#").append(std::to_string(static_cast<std::uint32_t>(point))).append(";");
 }

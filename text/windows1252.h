@@ -1,4 +1,5 @@
-// The one code page of the system: every text above the platform floor is Windows-1252, one byte a character.
+// The one code page of the system: every text above the platform floor is Windows-1252, one byte a
+// character.
 #pragma once
 
 #include <string>
@@ -14,14 +15,16 @@ char ToLower(char c);
 std::string UpperCase(std::string_view text);
 std::string LowerCase(std::string_view text);
 
-/// The Unicode code point of a character. The five codes without a character stand for U+0081, U+008D, …
+/// The Unicode code point of a character. The five codes without a character stand for U+0081,
+/// U+008D, …
 char32_t CodePoint(char c);
 
 /// Windows-1252 to UTF-8.
 std::string ToUtf8(std::string_view text);
 
-/// UTF-8 to Windows-1252. A character that the code page lacks becomes a decimal reference ("&#20013;"); a byte
-/// that is part of no valid sequence is taken as the character of that code, so nothing is lost.
+/// UTF-8 to Windows-1252. A character that the code page lacks becomes a decimal reference
+/// ("&#20013;"); a byte that is part of no valid sequence is taken as the character of that code,
+/// so nothing is lost.
 std::string FromUtf8(std::string_view utf8);
 
 } // namespace kiv

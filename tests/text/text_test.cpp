@@ -56,10 +56,11 @@ struct FindRow {
 };
 
 constexpr FindRow kFinds[] = {
-    {"x!!Pop[y", "!!POP[", 0, 1}, {"!!pop[!!POP[", "!!POP[", 1, 6}, {"aXbxX", "x", 2, 3},
-    {"XxX", "x", 1, 1},           {"abc", "d", 0, npos},            {"abc", "C", 2, 2},
-    {"abc", "c", 3, npos},        {"abc", "", 0, npos},             {"ab", "abc", 0, npos},
-    {"hay HAY needle", "NEEDLE", 0, 8},
+    {"x!!Pop[y", "!!POP[", 0, 1}, {"!!pop[!!POP[", "!!POP[", 1, 6},
+    {"aXbxX", "x", 2, 3},         {"XxX", "x", 1, 1},
+    {"abc", "d", 0, npos},        {"abc", "C", 2, 2},
+    {"abc", "c", 3, npos},        {"abc", "", 0, npos},
+    {"ab", "abc", 0, npos},       {"hay HAY needle", "NEEDLE", 0, 8},
 };
 
 TEST(Text, FindsWithoutCase)
@@ -80,13 +81,10 @@ struct ReplaceRow {
 };
 
 constexpr ReplaceRow kReplaceEach[] = {
-    {"a-b-c", "-", "+", "a+b+c"},
-    {"aaa", "aa", "b", "ba"},       // from left to right, no overlap
-    {"aa", "a", "aa", "aaaa"},      // the value is not searched again
+    {"a-b-c", "-", "+", "a+b+c"},     {"aaa", "aa", "b", "ba"}, // from left to right, no overlap
+    {"aa", "a", "aa", "aaaa"},                                  // the value is not searched again
     {" of of ", " of ", " ", " of "}, // two that share a blank: only the first goes
-    {"abc", "b", "", "ac"},
-    {"abc", "B", "x", "abc"},
-    {"", "b", "x", ""},
+    {"abc", "b", "", "ac"},           {"abc", "B", "x", "abc"}, {"", "b", "x", ""},
 };
 
 TEST(Text, ReplacesEachOnce)
@@ -189,9 +187,9 @@ struct NumberRow {
 };
 
 constexpr NumberRow kNumbers[] = {
-    {"03", 3},  {"1 ", 1}, {" 1", 1},  {"1[", 1},   {"1.", 1}, {"ab", 0},      {".7", 0},
-    {"&H", 0},  {"-1", -1}, {"10", 10}, {"-0", 0},   {"+7", 7}, {"", 0},        {"- 2", -2},
-    {"1 2", 12}, {"+-1", 0}, {"1-2", 1}, {"99999999999", 1'000'000'000},
+    {"03", 3}, {"1 ", 1},   {" 1", 1},   {"1[", 1},  {"1.", 1},  {"ab", 0},
+    {".7", 0}, {"&H", 0},   {"-1", -1},  {"10", 10}, {"-0", 0},  {"+7", 7},
+    {"", 0},   {"- 2", -2}, {"1 2", 12}, {"+-1", 0}, {"1-2", 1}, {"99999999999", 1'000'000'000},
 };
 
 TEST(Text, NumericValueOfAHead)

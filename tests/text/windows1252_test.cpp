@@ -44,7 +44,8 @@ TEST(Windows1252, CaseOfTheWholeCodePage)
 
 TEST(Windows1252, SignsWithoutPartnerStay)
 {
-    // multiplication and division sign, sharp s, micro, florin, the two ordinals, and the codes without character
+    // multiplication and division sign, sharp s, micro, florin, the two ordinals, and the codes
+    // without character
     for (const char* const text : {"\xD7", "\xF7", "\xDF", "\xB5", "\x83", "\xAA", "\xBA", "\x81",
                                    "\x8D", "\x8F", "\x90", "\x9D"}) {
         EXPECT_EQ(UpperCase(text), text);
@@ -70,7 +71,8 @@ constexpr Utf8Row kRoundTrips[] = {
     {"caf\xE9", "caf\xC3\xA9"},
     {"\x80", "\xE2\x82\xAC"}, // euro
     {"\x92\x93\x94\x96\x97", "\xE2\x80\x99\xE2\x80\x9C\xE2\x80\x9D\xE2\x80\x93\xE2\x80\x94"},
-    {"\x81\x8D\x8F\x90\x9D", "\xC2\x81\xC2\x8D\xC2\x8F\xC2\x90\xC2\x9D"}, // the five without a character
+    {"\x81\x8D\x8F\x90\x9D",
+     "\xC2\x81\xC2\x8D\xC2\x8F\xC2\x90\xC2\x9D"}, // the five without a character
     {"\xA0\xFF", "\xC2\xA0\xC3\xBF"},
     {"\r\n\t", "\r\n\t"},
 };
@@ -87,7 +89,8 @@ TEST(Windows1252, Utf8BothWays)
     }
 }
 
-// What the code page lacks becomes a decimal reference; bytes of no valid sequence stand for themselves.
+// What the code page lacks becomes a decimal reference; bytes of no valid sequence stand for
+// themselves.
 constexpr Utf8Row kFromUtf8[] = {
     {"&#20013;", "\xE4\xB8\xAD"},
     {"a&#127758;b", "a\xF0\x9F\x8C\x8E"
@@ -95,12 +98,12 @@ constexpr Utf8Row kFromUtf8[] = {
     {"&#65279;x", "\xEF\xBB\xBFx"}, // a byte order mark is an ordinary character
     {"&#128;", "\xC2\x80"},         // a control character, not the euro
     {"&#133;", "\xC2\x85"},
-    {"\xE9t\xE9", "\xE9t\xE9"},       // Latin-1 handed in by mistake
-    {"\xE4\xB8", "\xE4\xB8"},         // cut off
-    {"\xE4\xB8z", "\xE4\xB8z"},       // broken off
-    {"\xC0\xAF", "\xC0\xAF"},         // overlong
-    {"\xE0\x80\xAF", "\xE0\x80\xAF"}, // overlong
-    {"\xED\xA0\x80", "\xED\xA0\x80"}, // half of a surrogate pair
+    {"\xE9t\xE9", "\xE9t\xE9"},               // Latin-1 handed in by mistake
+    {"\xE4\xB8", "\xE4\xB8"},                 // cut off
+    {"\xE4\xB8z", "\xE4\xB8z"},               // broken off
+    {"\xC0\xAF", "\xC0\xAF"},                 // overlong
+    {"\xE0\x80\xAF", "\xE0\x80\xAF"},         // overlong
+    {"\xED\xA0\x80", "\xED\xA0\x80"},         // half of a surrogate pair
     {"\xF4\x90\x80\x80", "\xF4\x90\x80\x80"}, // past the last character
     {"\xF8\x88\x80\x80\x80", "\xF8\x88\x80\x80\x80"},
     {"\xFF", "\xFF"},
