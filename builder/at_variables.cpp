@@ -5,6 +5,7 @@
 #include "text/windows1252.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -12,7 +13,8 @@ namespace kiv {
 
 namespace {
 
-/// The neighbour's file without folders, which the record loses for good, and without the part from its first ".".
+/// The neighbour's file without folders, which the record loses for good, and without the part from
+/// its first ".".
 std::string NeighbourStem(Build& build, int page)
 {
     std::string& file = build.state.PageTable[page].file;
@@ -25,8 +27,8 @@ std::string NeighbourStem(Build& build, int page)
 
 std::string PageLink(const Build& build)
 {
-    return "?d=" + build.pass.ThisDirName + "&f=" +
-           build.state.PageTable[build.state.page.number].file +
+    return "?d=" + build.pass.ThisDirName +
+           "&f=" + build.state.PageTable[build.state.page.number].file +
            "&t=" + SpaceToPct20(build.state.page.CurrentTitle);
 }
 
@@ -40,9 +42,7 @@ std::string SiteThis(Build& build)
 std::string DateTimeText(Clock& clock)
 {
     const DateTime now = clock.Now();
-    const auto two_digits = [](int number) {
-        return (number < 10 ? "0" : "") + Decimal(number);
-    };
+    const auto two_digits = [](int number) { return (number < 10 ? "0" : "") + Decimal(number); };
     const int hour = now.hour % 12 == 0 ? 12 : now.hour % 12;
     return Decimal(now.month) + "/" + Decimal(now.day) + "/" + Decimal(now.year) + " " +
            Decimal(hour) + ":" + two_digits(now.minute) + ":" + two_digits(now.second) +
@@ -69,8 +69,8 @@ const PageRecord& Following(Build& build)
     return build.state.PageTable[build.state.page.number + 1];
 }
 
-/// In the format's order: a longer name stands before the shorter one that it begins with, except that "@TITLE" comes
-/// before names that merely contain its letters.
+/// In the format's order: a longer name stands before the shorter one that it begins with, except
+/// that "@TITLE" comes before names that merely contain its letters.
 constexpr AtVariable kAtVariables[] = {
     {"@VAR1", [](Build& b) { return b.CurrentRecord().var1; }},
     {"@VAR2", [](Build& b) { return b.CurrentRecord().var2; }},
@@ -78,8 +78,8 @@ constexpr AtVariable kAtVariables[] = {
     {"@TITLE", [](Build& b) { return b.state.page.CurrentTitle; }},
     {"@ROOT", [](Build& b) { return b.state.SiteRoot; }},
     {"@QTITLE", [](Build& b) { return QuoteEscape(b.state.page.CurrentTitle); }},
-    {"@STRIPTITLE", [](Build& b) { return b.state.page.StripTitle; }},
-    {"@KEYWORDS", [](Build& b) { return b.state.page.Keywords; }},
+    {"@STRIPTITLE", [](Build& b) { return StripTitle(b.state.page.CurrentTitle); }},
+    {"@KEYWORDS", [](Build& b) { return TitleKeywords(b.state.page.CurrentTitle); }},
     {"@FILE", [](Build& b) { return b.state.page.CurrentStem; }},
     {"@PREVTITLE", [](Build& b) { return Previous(b).title; }},
     {"@NEXTTITLE", [](Build& b) { return Following(b).title; }},
@@ -120,44 +120,53 @@ constexpr RowSet Row(std::size_t row)
     return RowSet{1} << row;
 }
 
-/// The rows by the second character of their name, upper-cased.
+constexpr std::size_t kStyleRow = 30;
+static_assert(kAtVariables[kStyleRow].name == "<style>");
+
+/// The rows by the character after the "@" of their name, upper-cased.
 constexpr std::array<RowSet, 128> kRowsBySecond = [] {
     std::array<RowSet, 128> rows{};
     for (std::size_t row = 0; row < kRows; ++row) {
         const char second = kAtVariables[row].name[1];
-        rows[static_cast<std::size_t>(second >= 'a' ? second - 'a' + 'A' : second)] |= Row(row);
+        if (row != kStyleRow)
+            rows[static_cast<std::size_t>(second >= 'a' ? second - 'a' + 'A' : second)] |= Row(row);
     }
     return rows;
 }();
 
-/// The rows whose name stands in the line.
-RowSet RowsIn(std::string_view line)
+/// The rows whose name stands in the line, of those from `first` on. "<style>" is looked for only
+/// where it may stand.
+RowSet RowsIn(std::string_view line, std::size_t first, bool may_hold_style)
 {
     RowSet found = 0;
-    for (std::size_t at = line.find_first_of("@<"); at != npos;
-         at = line.find_first_of("@<", at + 1)) {
+    for (std::size_t at = line.find('@'); at != npos; at = line.find('@', at + 1)) {
         const std::string_view rest = line.substr(at);
         const auto second = static_cast<unsigned char>(rest.size() > 1 ? ToUpper(rest[1]) : '\0');
         RowSet candidates = second < kRowsBySecond.size() ? kRowsBySecond[second] & ~found : 0;
-        for (std::size_t row = 0; candidates != 0; ++row, candidates >>= 1)
-            if ((candidates & 1) != 0 && StartsWithNoCase(rest, kAtVariables[row].name))
+        for (; candidates != 0; candidates &= candidates - 1) {
+            const auto row = static_cast<std::size_t>(std::countr_zero(candidates));
+            if (StartsWithNoCase(rest, kAtVariables[row].name))
                 found |= Row(row);
+        }
     }
-    return found;
+    if (may_hold_style && first <= kStyleRow && ContainsNoCase(line, kAtVariables[kStyleRow].name))
+        found |= Row(kStyleRow);
+    return found & ~(Row(first) - 1);
 }
 
 } // namespace
 
-void ReplaceAtVariables(std::string& line, Build& build)
+bool ReplaceAtVariables(std::string& line, Triggers triggers, Build& build)
 {
-    RowSet present = RowsIn(line);
-    for (std::size_t row = 0; row < kRows && present != 0; ++row) {
-        if ((present & Row(row)) == 0)
-            continue;
+    RowSet present = RowsIn(line, 0, (triggers & kStyle) != 0);
+    const bool found = present != 0;
+    while (present != 0) {
+        const auto row = static_cast<std::size_t>(std::countr_zero(present));
         ReplaceAtVariable(line, kAtVariables[row].name, kAtVariables[row].value(build));
         // Values may hold names of later rows, or complete one with what stands beside them.
-        present = RowsIn(line) & ~(Row(row + 1) - 1);
+        present = RowsIn(line, row + 1, true);
     }
+    return found;
 }
 
 void ReplaceAtVariable(std::string& line, std::string_view name, std::string_view value)

@@ -63,7 +63,8 @@ void BuildPasses(Build& build)
     machine.progress.Status(Decimal(build.state.PageCount) + " files written");
 }
 
-/// The reporter's place points into the build, so it ends with it; so do the pass texts of a build that fails.
+/// The reporter's place points into the build, so it ends with it; so do the pass texts of a build
+/// that fails.
 class BuildEnd {
   public:
     explicit BuildEnd(Machine& machine) : machine_(machine) {}

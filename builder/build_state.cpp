@@ -14,7 +14,8 @@ Build::Build(Machine& machine_used, const BuildOptions& build_options, BlockMemo
 {
     const DateTime now = machine.clock.Now();
     pass.YearText = Decimal(now.year);
-    pass.TodayText = std::string(MonthName(now.month)) + " " + Decimal(now.day) + ", " + pass.YearText;
+    pass.TodayText =
+        std::string(MonthName(now.month)) + " " + Decimal(now.day) + ", " + pass.YearText;
 }
 
 std::string_view Build::Keep(std::string text)

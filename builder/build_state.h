@@ -4,6 +4,7 @@
 #include "blocks/dispatcher.h"
 #include "builder/bang_macros.h"
 #include "builder/build_messages.h"
+#include "builder/line_triggers.h"
 #include "builder/page_record.h"
 #include "builder/upload_list.h"
 #include "platform/addresses.h"
@@ -48,24 +49,26 @@ struct TemplateSection : FixedTable<SourceLine, 0, kMaxTemplateLines> {
     TemplateSection() : FixedTable("template line") {}
 };
 
-/// A template section as it is written: runs of lines that nothing acts on are one piece of finished text.
+/// A template section as it is written: runs of lines that nothing acts on are one piece of
+/// finished text.
 struct TemplatePiece {
     std::string finished; // lines with their CR LF; empty: `line` is to be merged
     SourceLine line;
+    Triggers triggers = 0; // of `line`
 };
 
 /// What lives for one page.
 struct PageState {
-    int number = 0;              // 1-based
-    std::string name;            // for warnings
-    bool redirects = false;      // nothing of the body reaches the file
-    OutputFile file;             // the open output file; not used in the single page
+    int number = 0;         // 1-based
+    std::string name;       // for warnings
+    bool redirects = false; // nothing of the body reaches the file
+    OutputFile file;        // the open output file; not used in the single page
     std::string CurrentOutputPath;
     std::string CurrentStem;     // the path up to its first "."
     std::string CurrentBaseStem; // the same without folders
     std::string CurrentTitle;
-    std::string StripTitle;      // the title without tags, for attributes
-    std::string Keywords;        // the keywords made from the title
+    std::string StripTitle; // the title without tags, for attributes
+    std::string Keywords;   // the keywords made from the title
     PageBangs bangs;
 };
 

@@ -31,7 +31,7 @@ struct Reference {
 
 std::string Mark(Family family, int digit)
 {
-    return kFamilyMark[static_cast<std::size_t>(family)] + Decimal(digit);
+    return std::string(NumberedMark(family, digit).View());
 }
 
 /// The greatest number up to `limit` that stands behind a "!" in `text`, 0 when there is none.

@@ -9,26 +9,28 @@
 
 namespace kiv {
 
-/// Calls `expand(position)` for the first `mark` (whatever its case; position 0-based) while the line holds one. Ends
-/// quietly when a pass leaves the line as it was. Throws `overflow` when the expansion would not end.
+/// Calls `expand(position)` for the first `mark` (whatever its case; position 0-based) while the
+/// line holds one. Ends quietly when a pass leaves the line as it was. Returns whether the line
+/// held a mark. Throws `overflow` when the expansion would not end.
 template <typename Expand>
-void ExpandWhileLeft(std::string& line, std::string_view mark, Expand expand)
+bool ExpandWhileLeft(std::string& line, std::string_view mark, Expand expand)
 {
     std::size_t at = FindNoCase(line, mark);
     if (at == npos)
-        return;
+        return false;
     LoopBound bound(CountNoCase(line, mark), line.size());
     std::string before;
     while (at != npos) {
         before = line;
         expand(at);
         if (line == before)
-            return;
+            return true;
         at = FindNoCase(line, mark);
         if (!bound.Allows(line.size(), at != npos))
             throw RunError(ErrorKind::overflow,
                            "\"" + std::string(mark) + "\" expands to itself without end");
     }
+    return true;
 }
 
 } // namespace kiv

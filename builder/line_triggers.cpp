@@ -3,21 +3,19 @@
 #include "text/text.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace kiv {
 
 namespace {
 
-/// What a byte can be the first character of.
-using ByteTable = std::array<bool, 256>;
-
-constexpr ByteTable kStartsTrigger = [] {
-    ByteTable table{};
-    for (const char c : {'!', '$', '?', '@', '%', '<', '{', '}'})
-        table[static_cast<unsigned char>(c)] = true;
-    return table;
-}();
+/// The characters that a trigger can begin with.
+constexpr std::string_view kFirst = "!$?@%<{}";
 
 /// `rest` begins with "<".
 Triggers TagTrigger(std::string_view rest)
@@ -42,7 +40,7 @@ Triggers HeadTrigger(std::string_view rest)
     const char next = rest.size() > 1 ? rest[1] : '\0';
     switch (rest[0]) {
     case '@':
-        return kAt;
+        return next == '@' ? kAt | kAtNumber : kAt;
     case '<':
         return TagTrigger(rest);
     case '!':
@@ -65,9 +63,14 @@ Triggers HeadTrigger(std::string_view rest)
 Triggers StartTriggers(std::string_view line)
 {
     Triggers triggers = 0;
-    if (line.size() >= 3 && line[0] == '=' && line[2] == '=')
-        triggers |= kPosition;
     switch (line[0]) {
+    case '=':
+        if (line.size() >= 3 && line[2] == '=')
+            triggers |= kPosition;
+        break;
+    case '@':
+        triggers |= kDirective;
+        break;
     case 'A':
     case 'a':
     case 'H':
@@ -102,6 +105,29 @@ Triggers StartTriggers(std::string_view line)
     return triggers;
 }
 
+constexpr std::size_t kBlock = 16;
+
+/// The bytes of a block that are in kFirst, a bit a byte, the first byte's the lowest.
+#ifdef __SSE2__
+unsigned FirstsIn(const char* block)
+{
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block));
+    __m128i found = _mm_setzero_si128();
+    for (const char c : kFirst)
+        found = _mm_or_si128(found, _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)));
+    return static_cast<unsigned>(_mm_movemask_epi8(found));
+}
+#else
+unsigned FirstsIn(const char* block)
+{
+    unsigned found = 0;
+    for (std::size_t i = 0; i < kBlock; ++i)
+        for (const char c : kFirst)
+            found |= static_cast<unsigned>(block[i] == c) << i;
+    return found;
+}
+#endif
+
 } // namespace
 
 Triggers ScanLine(std::string_view line)
@@ -109,9 +135,19 @@ Triggers ScanLine(std::string_view line)
     if (line.empty())
         return 0;
     Triggers triggers = StartTriggers(line);
-    for (std::size_t i = 0; i < line.size(); ++i)
-        if (kStartsTrigger[static_cast<unsigned char>(line[i])])
-            triggers |= HeadTrigger(line.substr(i));
+    const auto add_block = [&](std::size_t from, unsigned firsts) {
+        for (; firsts != 0; firsts &= firsts - 1)
+            triggers |=
+                HeadTrigger(line.substr(from + static_cast<std::size_t>(std::countr_zero(firsts))));
+    };
+    std::size_t from = 0;
+    for (; from + kBlock <= line.size(); from += kBlock)
+        add_block(from, FirstsIn(line.data() + from));
+    if (from < line.size()) {
+        std::array<char, kBlock> rest{};
+        line.copy(rest.data(), kBlock, from);
+        add_block(from, FirstsIn(rest.data()));
+    }
     return triggers;
 }
 

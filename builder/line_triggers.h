@@ -1,4 +1,5 @@
-// Most lines hold nothing to expand. One pass over a line tells which steps of the merge can act on it at all.
+// Most lines hold nothing to expand. One pass over a line tells which steps of the merge can act on
+// it at all.
 #pragma once
 
 #include <cstdint>
@@ -16,6 +17,8 @@ enum Trigger : std::uint32_t {
     kDollar = 1U << 5,     // holds "$$"
     kReference = 1U << 6,  // holds "?!" or "??"
     kAt = 1U << 7,         // holds "@"
+    kDirective = 1U << 16, // begins with "@"
+    kAtNumber = 1U << 15,  // holds "@@"
     kPercent = 1U << 8,    // holds "%%"
     kStyle = 1U << 9,      // holds "<style>"
     kOption = 1U << 10,    // holds "<option value="

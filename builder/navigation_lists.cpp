@@ -16,7 +16,8 @@ constexpr std::string_view kSeparator = "====================";
 constexpr std::string_view kSiteMapFile = "_sitemap.txt";
 
 /// Calls `write(record)` for pages `first` to N.
-template <typename Write> void ForEachPage(const BuildState& state, int first, Write write)
+template <typename Write>
+void ForEachPage(const BuildState& state, int first, Write write)
 {
     for (int page = first; page <= state.PageCount; ++page)
         write(state.PageTable[page]);
@@ -28,10 +29,9 @@ void WriteLinkRest(std::string& output, const PageRecord& page)
     output.append(page.file).append("\">").append(page.title).append("</A></LI>\r\n");
 }
 
-/// Adds the lines of a site map file. A line that begins with "<" is structure; any other lacks its opening, in which
-/// `folder` stands before the page.
-void AppendSiteMap(std::string& map, Files& files, const std::string& path,
-                   std::string_view folder)
+/// Adds the lines of a site map file. A line that begins with "<" is structure; any other lacks its
+/// opening, in which `folder` stands before the page.
+void AppendSiteMap(std::string& map, Files& files, const std::string& path, std::string_view folder)
 {
     const std::string bytes = files.ReadFile(path);
     for (std::string_view rest = bytes; !rest.empty();) {

@@ -1,4 +1,5 @@
-// Page navigation: the drop-down, the bulleted page list and the site map inside pages, and the files `_toc.txt` and
+// Page navigation: the drop-down, the bulleted page list and the site map inside pages, and the
+// files `_toc.txt` and
 // `_sitemap.txt` after a build.
 #pragma once
 
@@ -12,8 +13,9 @@ void WritePageDropDown(Build& build);
 /// Writes one list item for each page that is not noindex to the page's output.
 void WritePageList(Build& build);
 
-/// Writes the site map put together from `_sitemap.txt` of this folder and of each folder of `_group.txt` to the page's
-/// output. Throws `file` when one of them is missing; nothing is written then.
+/// Writes the site map put together from `_sitemap.txt` of this folder and of each folder of
+/// `_group.txt` to the page's output. Throws `file` when one of them is missing; nothing is written
+/// then.
 void WriteSiteMap(Build& build);
 
 /// Writes `_toc.txt` and `_sitemap.txt`.

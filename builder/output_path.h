@@ -7,8 +7,8 @@
 
 namespace kiv {
 
-/// Where a page goes: `name` is its name as the "@FILE =" line has it, untrimmed. The result may be relative to the
-/// working directory.
+/// Where a page goes: `name` is its name as the "@FILE =" line has it, untrimmed. The result may be
+/// relative to the working directory.
 std::string OutputPath(std::string_view name, const BuildState& state, const PassState& pass);
 
 /// A path for the status line: over 35 characters, its first 13, "..." and its last 20.

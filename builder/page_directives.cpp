@@ -9,8 +9,8 @@ namespace kiv {
 
 namespace {
 
-/// One directive. `word` is compared, whatever its case, with the head of the line; the value stands from character
-/// `value_from` (1-based) on.
+/// One directive. `word` is compared, whatever its case, with the head of the line; the value
+/// stands from character `value_from` (1-based) on.
 struct Directive {
     std::string_view word;
     std::size_t value_from;
@@ -18,7 +18,8 @@ struct Directive {
     bool keeps_line = false;
 };
 
-template <const char* Mode> void SetMode(BuildState&, PageRecord& page, std::string_view)
+template <const char* Mode>
+void SetMode(BuildState&, PageRecord& page, std::string_view)
 {
     page.mode = Mode;
 }
@@ -98,7 +99,8 @@ void TakePageDirective(BuildState& state, int page_number, std::string_view& lin
 {
     if (!line.starts_with('@'))
         return;
-    // The first word that fits takes the line: an emptied line fits no other, and a kept one neither.
+    // The first word that fits takes the line: an emptied line fits no other, and a kept one
+    // neither.
     for (const Directive& directive : kDirectives)
         if (StartsWithNoCase(line, directive.word)) {
             directive.take(state, state.PageTable[page_number],

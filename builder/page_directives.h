@@ -7,8 +7,8 @@
 
 namespace kiv {
 
-/// Takes a page directive into the record of page `page_number` (0 before the first page). A directive that is not kept
-/// as text empties the line.
+/// Takes a page directive into the record of page `page_number` (0 before the first page). A
+/// directive that is not kept as text empties the line.
 void TakePageDirective(BuildState& state, int page_number, std::string_view& line);
 
 } // namespace kiv

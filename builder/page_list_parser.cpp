@@ -11,10 +11,12 @@ namespace kiv {
 
 namespace {
 
-/// A name that ends so, in exactly this case, gets no further extension. The list differs from the one that output
-/// files are named by.
+/// A name that ends so, in exactly this case, gets no further extension. The list differs from the
+/// one that output files are named by.
 constexpr std::array<std::string_view, 7> kRecordExtensions = {".asp", ".html", ".htm", ".ram",
                                                                ".asf", ".xml",  ".txt"};
+
+constexpr std::size_t kUsualPageLines = 64;
 
 class PageListParser {
   public:
@@ -44,7 +46,8 @@ void PageListParser::Parse()
         if (!TakeDefinition(line.text) && !TakeRootOrPage(line))
             return;
         TakePageDirective(state_, page_, line.text);
-        // The format also bounds the pages here, by 5000; the page table's own bound always comes first.
+        // The format also bounds the pages here, by 5000; the page table's own bound always comes
+        // first.
         state_.PageLines[page_][line_number_] = line;
     }
     CloseList();
@@ -117,9 +120,11 @@ void PageListParser::StartPage(std::string_view value)
     state_.PageLines[page_][line_number_] = {kEndMarker};
     line_number_ = 1;
     ++page_;
+    state_.PageLines[page_].Reserve(kUsualPageLines);
 }
 
-/// Closes the last page and sets the two entries that stand before the first page and after the last.
+/// Closes the last page and sets the two entries that stand before the first page and after the
+/// last.
 void PageListParser::CloseList()
 {
     ++line_number_;

@@ -1,12 +1,14 @@
-// Cuts the source lines into pages: directives go into the page records, the other lines are kept for the merge.
+// Cuts the source lines into pages: directives go into the page records, the other lines are kept
+// for the merge.
 #pragma once
 
 #include "builder/build_state.h"
 
 namespace kiv {
 
-/// Fills PageTable, PageCount, PageLines, NumberedVariables, SiteRoot and the output roots. A folder that is not there
-/// is reported and ends the parse, which leaves PageCount as it was. Throws `subscript` past a bound.
+/// Fills PageTable, PageCount, PageLines, NumberedVariables, SiteRoot and the output roots. A
+/// folder that is not there is reported and ends the parse, which leaves PageCount as it was.
+/// Throws `subscript` past a bound.
 void ParsePageList(Build& build);
 
 } // namespace kiv

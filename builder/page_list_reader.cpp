@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::string_view kPageListFile = "_html.txt";
 
+/// The switches begin with "@@", which few lines do.
 bool IsStop(std::string_view line)
 {
     return StartsWithNoCase(line, "@@stop");
@@ -22,8 +23,8 @@ bool IsEoy(std::string_view line)
     return StartsWithNoCase(line, "@@EOY");
 }
 
-/// Skips from a "@@stop" line on to what follows "@@start", which becomes `line`. A "@@start" that ends the file goes
-/// on as the line itself. Returns false when the file ends first.
+/// Skips from a "@@stop" line on to what follows "@@start", which becomes `line`. A "@@start" that
+/// ends the file goes on as the line itself. Returns false when the file ends first.
 bool SkipStopped(SourceFile& source, std::string_view& line)
 {
     do {
@@ -63,6 +64,7 @@ class PageListReader {
 void PageListReader::Read()
 {
     const std::string_view bytes = build_.ReadSource(kPageListFile, file_);
+    state_.SourceLines.Reserve(kMaxSourceLines + 1); // untouched room costs nothing
     SourceFile list(bytes, *file_, build_.machine.reporter);
     while (!list.AtEnd())
         if (!TakeLineOf(list, list.Next()))
@@ -96,7 +98,8 @@ bool PageListReader::TakeLineOf(SourceFile& list, std::string_view line)
 
 void PageListReader::TakeIncludePrefix(std::string_view& line)
 {
-    // "DIR1:++" knows no prefix here: six characters of the line are held against its seven, which never match.
+    // "DIR1:++" knows no prefix here: six characters of the line are held against its seven, which
+    // never match.
     for (const std::string_view prefix : {"ASP:", "HTM:"})
         if (StartsWithNoCase(line, prefix) && line.substr(prefix.size()).starts_with("++")) {
             prefix_ = prefix;
@@ -146,9 +149,9 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, std::string_view line)
     return true;
 }
 
-/// Skips a switched-off "@@EOY" stretch of an included file; the line after it becomes `line`. Returns false when no
-/// line follows. When the stretch is not closed, `line` is the file's last line and the file is closed, so that the
-/// next look at it is fatal.
+/// Skips a switched-off "@@EOY" stretch of an included file; the line after it becomes `line`.
+/// Returns false when no line follows. When the stretch is not closed, `line` is the file's last
+/// line and the file is closed, so that the next look at it is fatal.
 bool PageListReader::SkipYearEndOf(SourceFile& source, std::string_view& line)
 {
     do {
@@ -176,8 +179,7 @@ std::string_view PageListReader::ExpandBlock(SourceFile& source, std::string_vie
 std::string_view PageListReader::ExpandIncludedBlock(SourceFile& source, std::string_view line)
 {
     if (!Contains(line, "<zutab")) {
-        build_.machine.reporter.reportmsg(
-            "You can't do <zu... stuff inside ++ files -- sorry!");
+        build_.machine.reporter.reportmsg("You can't do <zu... stuff inside ++ files -- sorry!");
         return line;
     }
     std::string current(line);

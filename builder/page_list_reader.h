@@ -1,13 +1,14 @@
-// Reads `_html.txt` and its "++" includes into one list of source lines: comments, "@@stop" and "@@EOY" stretches are
-// gone, block tags expanded.
+// Reads `_html.txt` and its "++" includes into one list of source lines: comments, "@@stop" and
+// "@@EOY" stretches are gone, block tags expanded.
 #pragma once
 
 #include "builder/build_state.h"
 
 namespace kiv {
 
-/// Fills SourceLines and SourceLineCount. A missing include or "@@start" is reported and ends the read there. Throws
-/// `subscript` past 40000 lines and `file` for an unclosed "@@EOY" in a "++" file.
+/// Fills SourceLines and SourceLineCount. A missing include or "@@start" is reported and ends the
+/// read there. Throws `subscript` past 40000 lines and `file` for an unclosed "@@EOY" in a "++"
+/// file.
 void ReadPageList(Build& build);
 
 } // namespace kiv

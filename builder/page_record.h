@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace kiv {
 
@@ -26,8 +27,20 @@ struct PageRecord {
 enum class Family { at, page_ref, percent, bang, wrapper, group_ref, dollar };
 
 /// The two characters that lead in a definition and a use of each family.
-inline constexpr std::array<const char*, 7> kFamilyMark = {"@@", "??", "%%", "!!",
-                                                           "[[", "?!", "$$"};
+inline constexpr std::array<std::string_view, 7> kFamilyMark = {"@@", "??", "%%", "!!",
+                                                                "[[", "?!", "$$"};
+
+/// The mark of a use: a family's lead-in and a digit from 0 to 9, such as "@@1".
+struct NumberedMark {
+    std::array<char, 3> text;
+
+    NumberedMark(Family family, int digit)
+        : text{kFamilyMark[static_cast<std::size_t>(family)][0],
+               kFamilyMark[static_cast<std::size_t>(family)][1], static_cast<char>('0' + digit)}
+    {
+    }
+    std::string_view View() const { return {text.data(), text.size()}; }
+};
 
 /// Slots 0 to 9 of one family.
 using VariableSlots = FixedTable<std::string, 0, 9>;

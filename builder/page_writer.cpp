@@ -33,8 +33,9 @@ TemplatePieces Prepare(const TemplateSection& section, int count)
         const SourceLine& line = section[i];
         if (line.text.empty())
             continue;
-        if ((ScanLine(line.text) & ~kBodyOnly) != 0) {
-            pieces.push_back({{}, line});
+        const Triggers triggers = ScanLine(line.text) & ~kBodyOnly;
+        if (triggers != 0) {
+            pieces.push_back({{}, line, triggers});
             continue;
         }
         if (pieces.empty() || pieces.back().finished.empty())
@@ -166,8 +167,6 @@ void PageWriter::SetNames(std::string path)
     page.CurrentOutputPath = std::move(path);
     page.CurrentTitle = FromChar(LineOf(page.number, 2), 10);
     ExpandTitleVariables(page.CurrentTitle, state_.NumberedVariables[Family::at]);
-    page.StripTitle = StripTitle(page.CurrentTitle);
-    page.Keywords = TitleKeywords(page.CurrentTitle);
 }
 
 void PageWriter::WriteStart()
@@ -187,8 +186,8 @@ void PageWriter::WriteStart()
     }
 }
 
-/// Lines 1 and 2 are the page's name and title and are never written. The lines of a redirect page are merged like any,
-/// so that their faults are told, but nothing of them reaches the file.
+/// Lines 1 and 2 are the page's name and title and are never written. The lines of a redirect page
+/// are merged like any, so that their faults are told, but nothing of them reaches the file.
 void PageWriter::WriteBody()
 {
     const std::size_t start = state_.output.size();
@@ -247,7 +246,8 @@ void PageWriter::WriteTemplate(const TemplatePieces& pieces)
             continue;
         }
         SetPlace(piece.line);
-        WriteTemplateLine(std::string(piece.line.text), build_);
+        line_ = piece.line.text;
+        WriteTemplateLine(line_, piece.triggers, build_);
     }
 }
 

@@ -1,4 +1,5 @@
-// The lines of one source file. LF ends a line, a CR right before it goes with it; a last line needs no end.
+// The lines of one source file. LF ends a line, a CR right before it goes with it; a last line
+// needs no end.
 #pragma once
 
 #include "blocks/line_source.h"

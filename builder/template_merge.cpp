@@ -9,20 +9,41 @@
 #include "builder/text_helpers.h"
 #include "text/text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kiv {
 
 namespace {
 
-/// "!!1", "@@1" and so on: a family's mark and a digit.
-std::string MarkOf(Family family, int digit)
+/// The smallest digit from `from` to 9 whose mark stands in the line; 10 when there is none.
+int NextDigit(std::string_view line, Family family, int from)
 {
-    return kFamilyMark[static_cast<std::size_t>(family)] + Decimal(digit);
+    const std::string_view lead = kFamilyMark[static_cast<std::size_t>(family)];
+    int smallest = 10;
+    for (std::size_t at = line.find(lead); at != npos; at = line.find(lead, at + 1)) {
+        const char c = at + 2 < line.size() ? line[at + 2] : '\0';
+        if (c >= '0' + from && c <= '9')
+            smallest = std::min(smallest, c - '0');
+    }
+    return smallest;
 }
 
-/// Takes the lines of other passes away and the prefix off those of this one. "ASP:" and "HTM:" lines belong to both
-/// extra passes.
+/// Calls `expand(digit, position)` for every numbered use of a family: for each digit from 1 to 9
+/// in turn, while the line holds its mark.
+template <typename Expand>
+bool ExpandNumberedUses(std::string& line, Family family, Expand expand)
+{
+    bool found = false;
+    for (int digit = NextDigit(line, family, 1); digit <= 9;
+         digit = NextDigit(line, family, digit + 1))
+        found |= ExpandWhileLeft(line, NumberedMark(family, digit).View(),
+                                 [&](std::size_t at) { expand(digit, at); });
+    return found;
+}
+
+/// Takes the lines of other passes away and the prefix off those of this one. "ASP:" and "HTM:"
+/// lines belong to both extra passes.
 void FilterByPass(std::string& line, const PassState& pass)
 {
     const bool extra_pass = pass.AspPass || pass.HtmPass;
@@ -55,7 +76,7 @@ void PlaceLists(std::string& line, Build& build)
 void OpenWrappers(std::string& line, Build& build)
 {
     for (int digit = 1; digit <= 9; ++digit) {
-        if (!line.starts_with(MarkOf(Family::wrapper, digit)))
+        if (!line.starts_with(NumberedMark(Family::wrapper, digit).View()))
             continue;
         const std::string& value = build.state.NumberedVariables[Family::wrapper][digit];
         const std::size_t bar = value.find('|');
@@ -69,12 +90,11 @@ void OpenWrappers(std::string& line, Build& build)
     }
 }
 
-void ExpandNumberedMacros(std::string& line, Family family, Build& build)
+bool ExpandNumberedMacros(std::string& line, Family family, Build& build)
 {
-    for (int digit = 1; digit <= 9; ++digit)
-        ExpandWhileLeft(line, MarkOf(family, digit), [&](std::size_t at) {
-            ExpandNumbered(line, at, digit, family, build.state.NumberedVariables, build.messages);
-        });
+    return ExpandNumberedUses(line, family, [&](int digit, std::size_t at) {
+        ExpandNumbered(line, at, digit, family, build.state.NumberedVariables, build.messages);
+    });
 }
 
 void ExpandBangs(std::string& line, Build& build)
@@ -84,41 +104,37 @@ void ExpandBangs(std::string& line, Build& build)
     if (ContainsNoCase(line, "!!FLV["))
         ExpandFlv(line, addresses, messages);
     ExpandWhileLeft(line, "!!MAILTO[", [&](std::size_t) { ExpandMailto(line, messages); });
-    ExpandWhileLeft(line, "!!SHOWHIDE[", [&](std::size_t) {
-        ExpandShowHide(line, build.state.page.bangs, messages);
-    });
+    ExpandWhileLeft(line, "!!SHOWHIDE[",
+                    [&](std::size_t) { ExpandShowHide(line, build.state.page.bangs, messages); });
     ExpandWhileLeft(line, "!!FLASH[", [&](std::size_t) { ExpandFlash(line, addresses, messages); });
     ExpandWhileLeft(line, "!!SWAP[", [&](std::size_t) { ExpandSwap(line, messages); });
 }
 
-void ExpandReferences(std::string& line, Build& build)
+bool ExpandReferences(std::string& line, Build& build)
 {
     PageRecord& page = build.CurrentRecord();
     const NumberedVariables& variables = build.state.NumberedVariables;
     const std::size_t file_size = page.file.size();
-    for (int digit = 1; digit <= 9; ++digit)
-        ExpandWhileLeft(line, MarkOf(Family::group_ref, digit), [&](std::size_t at) {
-            ExpandGroupRef(line, at, digit, variables, page, build.messages);
-        });
-    for (int digit = 1; digit <= 9; ++digit)
-        ExpandWhileLeft(line, MarkOf(Family::page_ref, digit), [&](std::size_t at) {
-            ExpandPageRef(line, at, digit, variables, page, build.messages);
-        });
+    bool found = ExpandNumberedUses(line, Family::group_ref, [&](int digit, std::size_t at) {
+        ExpandGroupRef(line, at, digit, variables, page, build.messages);
+    });
+    found |= ExpandNumberedUses(line, Family::page_ref, [&](int digit, std::size_t at) {
+        ExpandPageRef(line, at, digit, variables, page, build.messages);
+    });
     if (page.file.size() != file_size) // a reference cuts the folders off the record
         build.state.page_list_is_valid = false;
+    return found;
 }
 
-/// Puts the values of "@@1" or "%%1" and their kin. A value may bring one popup and one swap bang along.
-void ReplaceNumberedVariables(std::string& line, Family family, Build& build)
+/// Puts the values of "@@1" or "%%1" and their kin. A value may bring one popup and one swap bang
+/// along.
+bool ReplaceNumberedVariables(std::string& line, Family family, Build& build)
 {
-    for (int digit = 1; digit <= 9; ++digit) {
-        const std::string mark = MarkOf(family, digit);
-        ExpandWhileLeft(line, mark, [&](std::size_t at) {
-            line.replace(at, mark.size(), build.state.NumberedVariables[family][digit]);
-            ExpandPopup(line, build.state.page.bangs, build.messages);
-            ExpandSwap(line, build.messages);
-        });
-    }
+    return ExpandNumberedUses(line, family, [&](int digit, std::size_t at) {
+        line.replace(at, 3, build.state.NumberedVariables[family][digit]);
+        ExpandPopup(line, build.state.page.bangs, build.messages);
+        ExpandSwap(line, build.messages);
+    });
 }
 
 void MarkSelected(std::string& line)
@@ -150,18 +166,20 @@ void ReplaceEscapes(std::string& line)
     ReplaceEach(line, "}}", "]");
 }
 
-/// Calls `step` when `line` holds one of the triggers that it acts on, and looks the line through again afterwards.
+/// Calls `step` when `line` holds one of the triggers that it acts on, and looks the line through
+/// again when it returns true, as a step does that has found something.
 class Steps {
   public:
     Steps(std::string& line, Triggers triggers) : line_(line), triggers_(triggers) {}
 
-    template <typename Step> void On(Triggers wanted, Step step)
+    template <typename Step>
+    void On(Triggers wanted, Step step)
     {
-        if ((triggers_ & wanted) == 0)
-            return;
-        step();
-        triggers_ = ScanLine(line_);
+        if ((triggers_ & wanted) != 0 && step())
+            triggers_ = ScanLine(line_);
     }
+
+    Triggers triggers() const { return triggers_; }
 
   private:
     std::string& line_;
@@ -170,36 +188,36 @@ class Steps {
 
 } // namespace
 
-void MergeLine(std::string& line, Build& build)
-{
-    MergeLine(line, ScanLine(line), build);
-}
-
-void MergeLine(std::string& line, std::uint32_t triggers, Build& build)
+void MergeLine(std::string& line, Triggers triggers, Build& build)
 {
     BuildState& state = build.state;
     Steps steps(line, triggers);
     const auto expand_popups = [&](std::string_view mark) {
-        ExpandWhileLeft(line, mark, [&](std::size_t) {
-            ExpandPopup(line, state.page.bangs, build.messages);
-        });
+        return ExpandWhileLeft(
+            line, mark, [&](std::size_t) { ExpandPopup(line, state.page.bangs, build.messages); });
     };
-    steps.On(kPrefix, [&] { FilterByPass(line, build.pass); });
-    steps.On(kMarker, [&] { PlaceLists(line, build); });
-    steps.On(kWrapEnd, [&] { line = state.PendingWrapTail; });
-    steps.On(kBang, [&] { expand_popups("!!POP["); });
-    steps.On(kWrapper, [&] { OpenWrappers(line, build); });
-    steps.On(kBang, [&] { ExpandNumberedMacros(line, Family::bang, build); });
-    steps.On(kDollar, [&] { ExpandNumberedMacros(line, Family::dollar, build); });
-    steps.On(kAt, [&] { ExpandServerScript(line, build.options.addresses); });
-    steps.On(kBang, [&] { ExpandBangs(line, build); });
-    steps.On(kReference, [&] { ExpandReferences(line, build); });
-    steps.On(kAt, [&] { ReplaceNumberedVariables(line, Family::at, build); });
-    steps.On(kPercent, [&] { ReplaceNumberedVariables(line, Family::percent, build); });
-    steps.On(kAt | kStyle, [&] { ReplaceAtVariables(line, build); });
-    steps.On(kOption, [&] { SelectOption(line, build.CurrentRecord()); });
-    steps.On(kBang, [&] { expand_popups("!!POP"); });
-    steps.On(kEscape, [&] { ReplaceEscapes(line); });
+    const auto always = [](auto step) {
+        return [step] {
+            step();
+            return true;
+        };
+    };
+    steps.On(kPrefix, always([&] { FilterByPass(line, build.pass); }));
+    steps.On(kMarker, always([&] { PlaceLists(line, build); }));
+    steps.On(kWrapEnd, always([&] { line = state.PendingWrapTail; }));
+    steps.On(kBang, [&] { return expand_popups("!!POP["); });
+    steps.On(kWrapper, always([&] { OpenWrappers(line, build); }));
+    steps.On(kBang, [&] { return ExpandNumberedMacros(line, Family::bang, build); });
+    steps.On(kDollar, [&] { return ExpandNumberedMacros(line, Family::dollar, build); });
+    steps.On(kDirective, always([&] { ExpandServerScript(line, build.options.addresses); }));
+    steps.On(kBang, always([&] { ExpandBangs(line, build); }));
+    steps.On(kReference, [&] { return ExpandReferences(line, build); });
+    steps.On(kAtNumber, [&] { return ReplaceNumberedVariables(line, Family::at, build); });
+    steps.On(kPercent, [&] { return ReplaceNumberedVariables(line, Family::percent, build); });
+    steps.On(kAt | kStyle, [&] { return ReplaceAtVariables(line, steps.triggers(), build); });
+    steps.On(kOption, always([&] { SelectOption(line, build.CurrentRecord()); }));
+    steps.On(kBang, [&] { return expand_popups("!!POP"); });
+    steps.On(kEscape, always([&] { ReplaceEscapes(line); }));
 }
 
 namespace {
@@ -243,14 +261,20 @@ void FillMeta(std::string& line, std::string_view name, std::string_view content
 
 } // namespace
 
-void WriteTemplateLine(std::string line, Build& build)
+void WriteTemplateLine(std::string& line, Triggers triggers, Build& build)
 {
     BuildState& state = build.state;
-    const PageRecord& page = build.CurrentRecord();
-    FillMeta(line, "keywords", page.keywords);
-    FillMeta(line, "description", page.description);
-    FilterByPass(line, build.pass);
-    FilterByPosition(line, state.page.number, state.PageCount);
+    if ((triggers & kMeta) != 0) {
+        const PageRecord& page = build.CurrentRecord();
+        FillMeta(line, "keywords", page.keywords);
+        FillMeta(line, "description", page.description);
+        triggers = ScanLine(line);
+    }
+    if ((triggers & (kPrefix | kPosition)) != 0) {
+        FilterByPass(line, build.pass);
+        FilterByPosition(line, state.page.number, state.PageCount);
+        triggers = ScanLine(line);
+    }
     if (EqualsNoCase(line, "<!--DROPDOWN HERE-->")) {
         WritePageDropDown(build);
         return;
@@ -261,7 +285,7 @@ void WriteTemplateLine(std::string line, Build& build)
     }
     if (line.empty())
         return;
-    MergeLine(line, build);
+    MergeLine(line, triggers, build);
     if (!line.empty())
         WriteLine(state.output, line);
 }

@@ -55,7 +55,8 @@ void TemplateReader::TakeLineOf(const SourceFile& source, std::string_view line)
     }
     ++counter_;
     if (EqualsNoCase(line, "<!--BODY HERE-->")) {
-        // A second marker, in the tail, is stored in the head too: lines between the markers are lost.
+        // A second marker, in the tail, is stored in the head too: lines between the markers are
+        // lost.
         state_.TemplateHead[counter_] = {line, file_, source.line()};
         state_.TemplateHeadCount = counter_;
         counter_ = 0;
@@ -76,8 +77,8 @@ void TemplateReader::TakeIncludePrefix(std::string_view& line)
         }
 }
 
-/// `line` begins with "+": the file's name stands from the second character on or, when there is no such file, from
-/// the third.
+/// `line` begins with "+": the file's name stands from the second character on or, when there is no
+/// such file, from the third.
 void TemplateReader::Include(std::string_view line)
 {
     Files& files = build_.machine.files;

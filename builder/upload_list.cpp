@@ -16,7 +16,8 @@ void UploadList::RecordUpload(std::string_view file)
         return;
     std::string line(command_);
     ReplaceEach(line, "@@", file);
-    // A page may be written to the batch file itself, so its state is asked for each time; it is read when it changed.
+    // A page may be written to the batch file itself, so its state is asked for each time; it is
+    // read when it changed.
     if (files_.Stamp(kBatchFile) != seen_)
         ReadAnew();
     if (lines_.contains(line))

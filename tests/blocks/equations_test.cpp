@@ -35,10 +35,13 @@ std::string Denominator(const std::string& text)
            text + "</font></td>\r\n";
 }
 
-std::string Image(const std::string& name)
-{
-    return "<img src=\"../images/equation/" + name + ".gif\">";
-}
+const std::string kLeftBracket = "<img src=\"../images/equation/lbracket.gif\">";
+const std::string kRightBracket = "<img src=\"../images/equation/rbracket.gif\">";
+const std::string kLeftParen = "<img src=\"../images/equation/lparen.gif\">";
+const std::string kRightParen = "<img src=\"../images/equation/rparen.gif\">";
+const std::string kLeftBrace = "<img src=\"../images/equation/lcbracket.gif\">";
+const std::string kRightBrace = "<img src=\"../images/equation/rcbracket.gif\">";
+const std::string kRootImage = "<img src=\"../images/equation/sqrt.gif\">";
 
 const std::string kBar = "<td bgcolor=\"#000000\"><img src=\"../images/zbar.gif\" width=\"1\" "
                          "height=\"1\" border=\"0\"></td>\r\n";
@@ -88,17 +91,15 @@ TEST(Equations, Formulas)
         {"sqrtsqrt", Table(kRoot + kRoot, "", "")},
         {"SQRT Sqrt", Table(Spacer("SQRT Sqrt"), "", "")}, // exact case
         {"s sq sqr", Table(Spacer("s sq sqr"), "", "")},
-        {"[](){}", Table(Spacer(Image("lbracket") + Image("rbracket") + Image("lparen") +
-                                Image("rparen") + Image("lcbracket") + Image("rcbracket")),
+        {"[](){}", Table(Spacer(kLeftBracket + kRightBracket + kLeftParen + kRightParen +
+                                kLeftBrace + kRightBrace),
                          "", "")},
-        {"f(x) sqrt [y]",
-         Table(Spacer("f" + Image("lparen") + "x" + Image("rparen") + " ") + kRoot +
-                   Spacer(" " + Image("lbracket") + "y" + Image("rbracket")),
-               "", "")},
+        {"f(x) sqrt [y]", Table(Spacer("f" + kLeftParen + "x" + kRightParen + " ") + kRoot +
+                                    Spacer(" " + kLeftBracket + "y" + kRightBracket),
+                                "", "")},
         // A root cell cannot stand in a fraction, so the root is an image there.
-        {"(sqrt2)\\{sqrt3}",
-         Table(Numerator(Image("lparen") + Image("sqrt") + "2" + Image("rparen")), kBar,
-               Denominator(Image("lcbracket") + Image("sqrt") + "3" + Image("rcbracket")))},
+        {"(sqrt2)\\{sqrt3}", Table(Numerator(kLeftParen + kRootImage + "2" + kRightParen), kBar,
+                                   Denominator(kLeftBrace + kRootImage + "3" + kRightBrace))},
         {"a < b & \"c\"", Table(Spacer("a < b & \"c\""), "", "")}, // other text stays
         {"<zuequation>", Table(Spacer("<zuequation>"), "", "")},
     };
