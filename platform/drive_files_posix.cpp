@@ -29,6 +29,11 @@ int StateOf(const std::string& native, State& state)
     return ::stat(native.c_str(), &state) == 0 ? 0 : errno;
 }
 
+int StateOfOpen(int fd, State& state)
+{
+    return ::fstat(fd, &state) == 0 ? 0 : errno;
+}
+
 /// The state of the name itself, not of what a link points to.
 int StateOfName(const std::string& native, State& state)
 {
@@ -168,9 +173,10 @@ OutputFile PosixDriveFiles::Open(std::string_view path)
     OutputFile file;
     file.path = FileToUse(path, "write");
     State state{};
-    const int error = names_.Reach(file.path, file.native, [&](const std::string& place) {
-        return StateOfName(place, state);
-    });
+    const auto look = [&](const std::string& place) { return StateOfName(place, state); };
+    // A remembered folder is not looked at again for each new file; a write into one that has gone
+    // comes back here.
+    const int error = names_.Reach(file.path, file.native, look, PosixNames::kTrustFolder);
     if (file.native.empty())
         Refuse("write", file.path, "no such folder");
     if (error == ENOENT)
@@ -199,12 +205,18 @@ int PosixDriveFiles::Place(const OutputFile& file, std::string_view bytes)
         return error;
     }
     State old{};
-    if (const int error = StateOf(file.native, old))
-        return error;
-    if (!S_ISREG(old.st_mode))
-        return EEXIST;
-    if (HoldsBytes(file.native, old.st_size, bytes))
-        return 0;
+    {
+        const Descriptor held(::open(file.native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+        // A file that may not be read may still be replaced.
+        const int error = held.IsOpen() ? StateOfOpen(held.Get(), old) : StateOf(file.native, old);
+        if (error != 0)
+            return error;
+        if (!S_ISREG(old.st_mode))
+            return EEXIST;
+        const bool same_size = static_cast<std::size_t>(old.st_size) == bytes.size();
+        if (held.IsOpen() && same_size && HoldsBytes(held.Get(), bytes))
+            return 0;
+    }
     if (::faccessat(AT_FDCWD, file.native.c_str(), W_OK, AT_EACCESS) != 0)
         return errno;
     return WriteOver(file.native, old, bytes);

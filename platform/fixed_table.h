@@ -33,6 +33,9 @@ class FixedTable {
         return entries_[slot];
     }
 
+    /// Makes room for `count` entries, so that filling them in order moves nothing about.
+    void Reserve(std::size_t count) { entries_.reserve(count); }
+
     /// Makes every entry empty again and keeps the store.
     void Clear() { entries_.clear(); }
 

@@ -115,9 +115,10 @@ std::string PosixNames::AsWritten(std::string_view absolute) const
     return JoinNative(drive->second, below);
 }
 
-int PosixNames::Reach(std::string_view absolute, std::string& native, const Attempt& attempt)
+int PosixNames::Reach(std::string_view absolute, std::string& native, const Attempt& attempt,
+                      Trust trust)
 {
-    const bool remembered = !folders_.empty();
+    const bool remembered = !folders_.empty() && trust == kLookAtFolder;
     int error = ReachOnce(absolute, native, attempt);
     // A remembered folder that is gone may have come back under another spelling.
     if (remembered && IsMissing(error) && !native.empty() &&

@@ -49,7 +49,10 @@ class PosixNames {
     /// ignored. `native` is the path of the last attempt, or the path as written when nothing is
     /// there, or empty when the folder is missing. Each attempt sees the present state; what is
     /// remembered only saves looking through folders.
-    int Reach(std::string_view absolute, std::string& native, const Attempt& attempt);
+    /// kTrustFolder spares the look at a remembered folder in which nothing was found.
+    enum Trust { kLookAtFolder, kTrustFolder };
+    int Reach(std::string_view absolute, std::string& native, const Attempt& attempt,
+              Trust trust = kLookAtFolder);
 
     /// The native folder of a drive path; none when it is not there.
     std::optional<std::string> Folder(std::string_view absolute);

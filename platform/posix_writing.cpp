@@ -9,6 +9,7 @@
 #include <climits>
 #include <cstdio>
 #include <fcntl.h>
+#include <memory>
 #include <unistd.h>
 
 namespace kiv {
@@ -177,22 +178,20 @@ int WriteBytes(int fd, std::string_view bytes)
     return 0;
 }
 
-bool HoldsBytes(const std::string& native, off_t size, std::string_view bytes)
+bool HoldsBytes(int fd, std::string_view bytes)
 {
-    if (static_cast<std::size_t>(size) != bytes.size())
-        return false;
-    const Descriptor file(::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!file.IsOpen())
-        return false;
-    constexpr std::size_t kStep = 256 * std::size_t{1024};
-    std::string held;
+    const std::size_t most = std::min<std::size_t>(bytes.size(), 64 * std::size_t{1024});
+    const std::unique_ptr<char[]> held(new char[most]); // not zeroed: it is read into
     off_t offset = 0;
     while (!bytes.empty()) {
-        const std::size_t step = std::min(bytes.size(), kStep);
-        if (ReadBytes(file.Get(), offset, step, held) != 0 || held != bytes.substr(0, step))
+        const ssize_t got = ::pread(fd, held.get(), std::min(bytes.size(), most), offset);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0 || bytes.substr(0, static_cast<std::size_t>(got)) !=
+                            std::string_view(held.get(), static_cast<std::size_t>(got)))
             return false;
-        bytes.remove_prefix(step);
-        offset += static_cast<off_t>(step);
+        bytes.remove_prefix(static_cast<std::size_t>(got));
+        offset += got;
     }
     return true;
 }

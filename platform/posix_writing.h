@@ -30,8 +30,8 @@ int ReadBytes(int fd, off_t offset, std::size_t count, std::string& bytes);
 /// Writes all of `bytes` at the file's position.
 int WriteBytes(int fd, std::string_view bytes);
 
-/// Whether the file holds exactly these bytes. `size` is its size.
-bool HoldsBytes(const std::string& native, off_t size, std::string_view bytes);
+/// Whether an open file, of the size of `bytes`, holds just these.
+bool HoldsBytes(int fd, std::string_view bytes);
 
 /// Makes a new file that holds `bytes`; EEXIST when the name is taken. The name appears with the
 /// whole content.
