@@ -1,0 +1,111 @@
+// A machine for the utilities: real files on a drive C of its own, the rest recorded.
+#pragma once
+
+#include "platform/drives.h"
+#include "platform/machine.h"
+#include "platform/run_error.h"
+#include "tests/support/folders.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kiv {
+
+class RecordingReporter : public Reporter {
+  public:
+    std::vector<std::string> shown;
+
+  protected:
+    void Show(std::string_view text) override { shown.emplace_back(text); }
+    void Note(std::string_view, const Place&) override {}
+};
+
+class RecordingProgress : public Progress {
+  public:
+    void Status(std::string_view text) override { statuses.emplace_back(text); }
+    void PassStatus(std::string_view) override { ADD_FAILURE() << "no utility has passes"; }
+    void Step(int done, int all) override { steps.emplace_back(done, all); }
+    void dirbuttons() override { ADD_FAILURE(); }
+    void dirreset() override { ADD_FAILURE(); }
+
+    std::vector<std::string> statuses;
+    std::vector<std::pair<int, int>> steps;
+};
+
+/// Picture sizes by name; a picture without one cannot be read.
+class HeldPictures : public PictureLoader {
+  public:
+    PictureSize Size(std::string_view path) override
+    {
+        measured.emplace_back(path);
+        const auto size = sizes.find(measured.back());
+        if (size == sizes.end())
+            throw RunError(ErrorKind::picture, "cannot read the size of " + measured.back());
+        return size->second;
+    }
+
+    std::map<std::string, PictureSize> sizes;
+    std::vector<std::string> measured;
+};
+
+/// The folder "C:\site" is the current directory, and there is "C:\utils".
+class UtilityDesk {
+  public:
+    UtilityDesk()
+    {
+        std::filesystem::create_directories(Root() / "site");
+        std::filesystem::create_directories(Root() / "utils");
+        files_->ChangeDirectory("C:\\site");
+    }
+
+    /// Lays a file down below drive C behind the program's back: Put("site/a.htm", …).
+    void Put(const std::string& path, const std::string& bytes) const
+    {
+        test::WriteBytes(Root() / path, bytes);
+    }
+    void PutFolder(const std::string& path) const
+    {
+        std::filesystem::create_directories(Root() / path);
+    }
+    std::string Content(const std::string& path) const { return test::ReadBytes(Root() / path); }
+    bool Exists(const std::string& path) const { return std::filesystem::exists(Root() / path); }
+    /// Every file of drive C.
+    test::FileTree Tree() const { return test::ReadTree(Root()); }
+
+    std::filesystem::path Root() const { return folder_.Path(); }
+
+  private:
+    test::TemporaryFolder folder_;
+    std::unique_ptr<Files> files_ = MakeDriveFiles({{'C', folder_.Path().string()}});
+    FrozenClock clock_{DateTime{}};
+
+  public:
+    HeldClipboard clipboard;
+    ProgramList programs;
+    RecordingReporter reporter;
+    HeldPictures pictures;
+    RecordingProgress progress;
+    Machine machine{*files_, clock_, clipboard, programs, reporter, pictures, progress};
+};
+
+/// The kind of the error that `action` throws; empty when there is none.
+template <typename Action>
+std::string KindOf(Action action)
+{
+    try {
+        action();
+    } catch (const RunError& error) {
+        return std::string(KindName(error.kind));
+    }
+    return {};
+}
+
+} // namespace kiv

@@ -1,0 +1,81 @@
+#include "utilities/picture_lists.h"
+
+#include "builder/text_helpers.h"
+#include "utilities/clean_text.h"
+#include "utilities/picture_records.h"
+#include "utilities/picture_sections.h"
+
+#include <vector>
+
+namespace kiv {
+
+namespace {
+
+constexpr std::string_view kPictureListFile = "_piclist.txt";
+
+/// Measures and describes every picture of the current directory. Returns how many there are.
+int ReadPictures(Machine& machine, PictureTable& pictures)
+{
+    AltTable alts;
+    if (machine.files.FileExists(kAltFile))
+        alts.Read(machine.files);
+    const std::vector<std::string> names = PictureFiles(machine.files);
+    const int all = static_cast<int>(names.size());
+    int count = 0;
+    for (const std::string& name : names) {
+        machine.progress.Status(name);
+        PictureRecord& record = pictures[++count];
+        record.size = machine.pictures.Size(name);
+        DescribePicture(record, name, alts);
+        machine.progress.Step(count, all);
+    }
+    return count;
+}
+
+void WritePictureFiles(Files& files, const PictureSections& sections)
+{
+    files.WriteFile(kAltFile, sections.new_alt_file + std::string(kLineEnd));
+    files.WriteFile(kPictureListFile, PictureListText(sections));
+    if (!sections.pair.empty()) {
+        files.WriteFile("_banglist.txt", BangListText(sections));
+        files.WriteFile("_banglist4.txt", BangTableText(sections, 4, true));
+        files.WriteFile("_banglist2.txt", BangTableText(sections, 2, false));
+        files.WriteFile("_banglist3.txt", BangTableText(sections, 3, false));
+    }
+    if (!sections.include.empty())
+        files.WriteFile("_pichtml.txt", sections.include + std::string(kLineEnd));
+}
+
+void SizePicturesHere(Machine& machine, const std::string& editor_command)
+{
+    PictureTable pictures("picture");
+    const int count = ReadPictures(machine, pictures);
+    const std::string folder_name = ThisDirNameOf(machine.files.CurrentDirectory());
+    WritePictureFiles(machine.files, EmitPictures(pictures, count, folder_name));
+    machine.progress.Status("sizer done. piclist.txt created.");
+    for (const std::string_view file : {kAltFile, kPictureListFile})
+        machine.programs.Start(editor_command + std::string(file));
+}
+
+} // namespace
+
+void run_picture_sizer(Machine& machine, std::string_view folder, const std::string& editor_command)
+{
+    Files& files = machine.files;
+    if (!folder.empty() && !files.FolderExists(folder)) {
+        machine.reporter.reportmsg("There is no Images subdirectory. Aborting");
+        return;
+    }
+    const std::string working_directory = files.CurrentDirectory();
+    if (!folder.empty())
+        files.ChangeDirectory(folder);
+    try {
+        SizePicturesHere(machine, editor_command);
+    } catch (...) {
+        files.ChangeDirectory(working_directory);
+        throw;
+    }
+    files.ChangeDirectory(working_directory);
+}
+
+} // namespace kiv

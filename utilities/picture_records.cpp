@@ -1,0 +1,102 @@
+#include "utilities/picture_records.h"
+
+#include "builder/text_helpers.h"
+#include "platform/drive_path.h"
+#include "platform/run_error.h"
+#include "text/text.h"
+#include "text/windows1252.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kiv {
+
+void AltTable::Read(Files& files)
+{
+    const std::string bytes = files.ReadFile(kAltFile);
+    int line_number = 0;
+    for (std::string_view rest = bytes; !rest.empty();) {
+        const std::string_view line = TakeLine(rest);
+        ++line_number;
+        if (line.empty() || line.starts_with(';'))
+            continue;
+        try {
+            Add(line);
+        } catch (RunError& error) {
+            error.where =
+                AbsolutePath(kAltFile, files.CurrentDirectory()) + ", line " + Decimal(line_number);
+            throw;
+        }
+    }
+}
+
+void AltTable::Add(std::string_view line)
+{
+    const std::vector<std::string_view> fields = Split(line, '|');
+    if (fields.size() == 1 || fields.size() == 3)
+        throw RunError(ErrorKind::subscript, "a line of _alt.txt needs two fields or four");
+    AltEntry& entry = entries_[++count_];
+    entry.file = fields[0];
+    entry.alt = QuoteEscape(fields[1]);
+    if (fields.size() > 2) {
+        entry.credit = fields[2];
+        entry.caption = fields[3];
+    }
+    const std::size_t dot = entry.file.find('.');
+    if (dot == npos)
+        throw RunError(ErrorKind::invalid_argument,
+                       "the file name \"" + entry.file + "\" has no \".\"");
+    entry.thumb = std::string(entry.file).insert(dot, "_t");
+    rows_.try_emplace(entry.file, count_);
+    rows_.try_emplace(entry.thumb, count_);
+}
+
+const AltEntry& AltTable::Find(const std::string& name) const
+{
+    static const AltEntry kNone{};
+    const auto row = rows_.find(name);
+    return row == rows_.end() ? kNone : entries_[row->second];
+}
+
+bool IsThumbnail(std::string_view file)
+{
+    return Contains(file, "_t.") || (Contains(file, "_T.") && UpperCase(file) == file);
+}
+
+std::vector<std::string> PictureFiles(Files& files)
+{
+    using Keyed = std::pair<std::string, std::string>; // the name in upper case, the name
+    std::vector<Keyed> keyed;
+    for (const std::string_view pattern : {"*.jpg", "*.gif"})
+        for (std::string& name : files.ListFiles(files.CurrentDirectory(), pattern))
+            keyed.emplace_back(UpperCase(name), std::move(name));
+    std::sort(keyed.begin(), keyed.end());
+    std::vector<std::string> names;
+    names.reserve(keyed.size());
+    for (Keyed& entry : keyed)
+        names.push_back(std::move(entry.second));
+    return names;
+}
+
+void DescribePicture(PictureRecord& record, const std::string& file, const AltTable& alts)
+{
+    const AltEntry& entry = alts.Find(file);
+    record.file = file;
+    record.alt = entry.alt;
+    record.own_alt = entry.alt;
+    record.credit = entry.credit;
+    record.caption = entry.caption;
+    record.base = Before(file, '.');
+    record.main_base = record.base;
+    if (record.main_base.ends_with("_t"))
+        record.main_base.resize(record.main_base.size() - 2);
+    if (record.alt.empty())
+        record.alt = record.base;
+    // Compared before "_t" is cut off below: the own text "cat" of cat_t.jpg is kept.
+    if (record.base == record.alt)
+        record.own_alt.clear();
+    if (record.alt.ends_with("_t"))
+        record.alt.resize(record.alt.size() - 2);
+}
+
+} // namespace kiv
