@@ -20,6 +20,11 @@ void AppendLines(std::string& text, Files& files, const std::string& path)
         text.append(line).append("\r\n");
 }
 
+std::string AsFolder(const std::string& entry)
+{
+    return IsSeparator(entry.back()) ? entry : entry + '\\';
+}
+
 } // namespace
 
 /// The entries of the group list that are not empty, as written.
@@ -30,16 +35,25 @@ std::vector<std::string> Workspace::GroupEntries() const
     return entries;
 }
 
+void Workspace::groupedit(std::string_view file)
+{
+    if (!machine_.files.FileExists(kGroupFile))
+        return;
+    for (const std::string& entry : GroupEntries())
+        Edit(WorkDir + AsFolder(entry) + std::string(file));
+}
+
 void Workspace::BuildGroup()
 {
-    EoyEnabled = true;
+    addresses_ = LoadAddresses(machine_.files);
+    SetNewYear(true);
     try {
         groupbuild();
     } catch (...) {
-        EoyEnabled = false;
+        SetNewYear(false);
         throw;
     }
-    EoyEnabled = false;
+    SetNewYear(false);
 }
 
 void Workspace::groupbuild()
@@ -53,13 +67,14 @@ void Workspace::groupbuild()
                        AbsolutePath(kGroupFile, files.CurrentDirectory()));
     const std::string saved = WorkDir;
     try {
-        if (files.FileExists("_html.txt") && files.FileExists("_template.txt"))
-            BuildWorkDir();
+        if (files.FileExists(kPageListFile) && files.FileExists(kTemplateFile))
+            BuildCurrent();
         for (const std::string& entry : entries) {
             // The entry as written: no "\" is put behind it here.
+            files.ChangeDirectory(saved + entry);
             WorkDir = saved + entry;
-            files.ChangeDirectory(WorkDir);
-            BuildWorkDir();
+            showdir();
+            BuildCurrent();
         }
     } catch (...) {
         ChangeDirectory(saved);
@@ -79,15 +94,12 @@ void Workspace::sitemapmaster()
     Files& files = machine_.files;
     std::string map = "<h3>Site Map</h3>\r\n<ul>\r\n";
     AppendLines(map, files, WorkDir + std::string(kSiteMapFile));
-    for (std::string entry : GroupEntries()) {
-        if (!IsSeparator(entry.back()))
-            entry += '\\';
-        AppendLines(map, files, entry + std::string(kSiteMapFile));
-    }
+    for (const std::string& entry : GroupEntries())
+        AppendLines(map, files, AsFolder(entry) + std::string(kSiteMapFile));
     map += "</ul>\r\n";
     const std::string master = WorkDir + "_sitemap-master.txt";
     files.WriteFile(master, map);
-    machine_.programs.Start(EditorCommand + master);
+    Edit(master);
 }
 
 } // namespace kiv

@@ -25,6 +25,18 @@ constexpr std::array<AddressName, 6> kAddressNames = {{
     {"recipient", &Addresses::recipient},
 }};
 
+constexpr std::string_view kJumpSample = ";label|path\r\n"
+                                         ";for example: quillcrest|e:\\internet\\quillcrest\\\r\n";
+constexpr std::string_view kUploadSample = ";Label|ftp line\r\n"
+                                           ";for example: Test|E:\\progs\\ws_ftp\\ftp95pro.exe -i "
+                                           "zu_pa000.ini -p zu -s local:e:/test/test.htm"
+                                           " -d Test:/public/test/test.htm\r\n";
+
+std::string LineOf(std::string_view file, int line)
+{
+    return std::string(file) + ", line " + Decimal(line);
+}
+
 } // namespace
 
 std::vector<std::string> ReadLines(Files& files, std::string_view path)
@@ -36,22 +48,49 @@ std::vector<std::string> ReadLines(Files& files, std::string_view path)
     return lines;
 }
 
+std::optional<std::string> FirstLine(Files& files, std::string_view path)
+{
+    if (!files.FileExists(path))
+        return std::nullopt;
+    const std::vector<std::string> lines = ReadLines(files, path);
+    if (lines.empty() || lines[0].empty())
+        return std::nullopt;
+    return lines[0];
+}
+
 EditorSetting loadeditor(Files& files)
 {
     EditorSetting setting;
-    if (files.FileExists(kEditorFile)) {
-        const std::vector<std::string> lines = ReadLines(files, kEditorFile);
-        if (!lines.empty())
-            setting.command = lines[0];
-    }
-    // An empty settings file counts as none: it must not keep the program from starting.
-    if (setting.command.empty()) {
+    if (const std::optional<std::string> command = FirstLine(files, kEditorFile)) {
+        setting.command = *command;
+    } else {
         setting.command = kDefaultEditor;
         setting.editor_is_missing = !files.FileExists(kDefaultEditor);
     }
     if (!setting.command.ends_with(' '))
         setting.command += ' ';
     return setting;
+}
+
+void loadjumps(Files& files, std::vector<JumpEntry>& entries)
+{
+    entries.clear();
+    if (!files.FileExists(kJumpListFile))
+        return;
+    int line_number = 0;
+    for (const std::string& line : ReadLines(files, kJumpListFile)) {
+        ++line_number;
+        const std::vector<std::string_view> fields = Split(line, '|');
+        if (line.starts_with(';') || fields.size() < 2)
+            continue;
+        if (entries.size() == kJumpEntries)
+            throw RunError(ErrorKind::subscript, "more than 10 jump entries",
+                           LineOf(kJumpListFile, line_number));
+        std::string path(Trim(fields[1]));
+        if (!path.ends_with('\\'))
+            path += '\\';
+        entries.push_back({std::string(Trim(fields[0])), std::move(path)});
+    }
 }
 
 int loadftplist(Files& files, UploadEntries& entries)
@@ -65,8 +104,7 @@ int loadftplist(Files& files, UploadEntries& entries)
         if (line.empty())
             continue;
         const std::vector<std::string_view> fields = Split(line, '|');
-        const std::string where =
-            std::string(kUploadListFile) + ", line " + std::to_string(line_number);
+        const std::string where = LineOf(kUploadListFile, line_number);
         if (fields.size() < 2)
             throw RunError(ErrorKind::subscript, "upload entry without \"|\"", where);
         if (count == 50)
@@ -75,6 +113,18 @@ int loadftplist(Files& files, UploadEntries& entries)
         entries[count] = {std::string(fields[0]), std::string(fields[1])};
     }
     return count;
+}
+
+void ProvideJumpList(Files& files)
+{
+    if (!files.FileExists(kJumpListFile))
+        files.WriteFile(kJumpListFile, kJumpSample);
+}
+
+void ProvideUploadList(Files& files)
+{
+    if (!files.FileExists(kUploadListFile))
+        files.WriteFile(kUploadListFile, kUploadSample);
 }
 
 Addresses LoadAddresses(Files& files)

@@ -2,22 +2,30 @@
 #pragma once
 
 #include "platform/addresses.h"
-#include "platform/fixed_table.h"
 #include "platform/files.h"
+#include "platform/fixed_table.h"
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace kiv {
 
+inline constexpr std::string_view kSettingsFile = "C:\\utils\\kiv.ini";
 inline constexpr std::string_view kEditorFile = "c:\\utils\\kiv_editpad.txt";
 inline constexpr std::string_view kDefaultEditor = "c:\\utils\\editpad.exe";
+inline constexpr std::string_view kJumpListFile = "c:\\utils\\kivjump.ini";
 inline constexpr std::string_view kUploadListFile = "c:\\utils\\ftplist.txt";
 inline constexpr std::string_view kAddressFile = "c:\\utils\\kivaddr.ini";
 
 /// The lines of a text file. Throws `file` when it cannot be read.
 std::vector<std::string> ReadLines(Files& files, std::string_view path);
+
+/// The first line of a settings file. A file that is missing, empty or begins with an empty line
+/// has none: a settings file must never keep the program from starting.
+std::optional<std::string> FirstLine(Files& files, std::string_view path);
 
 /// The editor command: a prefix to which a file name is appended, so it always ends in a blank.
 struct EditorSetting {
@@ -26,6 +34,17 @@ struct EditorSetting {
 };
 EditorSetting loadeditor(Files& files);
 
+/// One entry of the jump list.
+struct JumpEntry {
+    std::string label;
+    std::string path; // ends in "\"
+};
+inline constexpr std::size_t kJumpEntries = 10;
+
+/// Reads the jump list into `entries`, which hold at most ten. Throws `subscript` for an eleventh,
+/// with the first ten in place.
+void loadjumps(Files& files, std::vector<JumpEntry>& entries);
+
 /// One entry of the upload list.
 struct UploadEntry {
     std::string label;
@@ -33,9 +52,13 @@ struct UploadEntry {
 };
 using UploadEntries = FixedTable<UploadEntry, 0, 50>;
 
-/// Reads the upload list into `entries` from index 1 on and returns the index of the last. Throws `subscript` for a 51st
-/// entry and for a line without "|".
+/// Reads the upload list into `entries` from index 1 on and returns the index of the last. Throws
+/// `subscript` for a 51st entry and for a line without "|".
 int loadftplist(Files& files, UploadEntries& entries);
+
+/// Makes the jump list or the upload list with its sample lines when it is missing.
+void ProvideJumpList(Files& files);
+void ProvideUploadList(Files& files);
 
 /// The addresses of generated pages: the defaults, and what the user's list says instead.
 Addresses LoadAddresses(Files& files);

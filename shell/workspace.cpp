@@ -1,6 +1,7 @@
 #include "shell/workspace.h"
 
 #include "platform/drive_path.h"
+#include "text/text.h"
 #include "text/windows1252.h"
 
 namespace kiv {
@@ -8,21 +9,50 @@ namespace kiv {
 namespace {
 
 constexpr std::string_view kUploadBatch = "c:\\guestout2.bat";
+constexpr std::size_t kShownWhole = 40;
 
 } // namespace
 
-void Workspace::StartUp(std::string_view directory)
+std::string ShortenedDirectory(std::string_view path)
 {
-    Files& files = machine_.files;
-    EditorCommand = loadeditor(files).command;
-    upload_count_ = loadftplist(files, upload_entries_);
-    addresses_ = LoadAddresses(files);
-    switchto(directory);
+    if (path.size() <= kShownWhole)
+        return std::string(path);
+    return std::string(FirstChars(path, 6)) + "..." + std::string(LastChars(path, 30));
+}
+
+Workspace::Workspace(Machine& machine)
+    : EditorCommand(std::string(kDefaultEditor) + ' '), SettingsPath(kSettingsFile),
+      folder_buttons_(machine.progress, OutputRootsShown), machine_{
+                                                               machine.files,     machine.clock,
+                                                               machine.clipboard, machine.programs,
+                                                               machine.reporter,  machine.pictures,
+                                                               folder_buttons_}
+{
+}
+
+std::optional<RunError> Workspace::Run(const std::function<void()>& command)
+{
+    machine_.files.Refresh();
+    Renamed.clear();
+    try {
+        command();
+    } catch (const RunError& error) {
+        return error;
+    }
+    return std::nullopt;
+}
+
+void Workspace::changethedirectory(std::string_view path)
+{
+    ChangeDirectory(path);
+    checkgroup();
+    checkftpgroup();
 }
 
 void Workspace::switchto(std::string_view path)
 {
     ChangeDirectory(path);
+    dirreset();
     checkgroup();
     checkftpgroup();
 }
@@ -30,7 +60,20 @@ void Workspace::switchto(std::string_view path)
 void Workspace::ChangeDirectory(std::string_view path)
 {
     machine_.files.ChangeDirectory(path);
-    WorkDir = WithSeparator(machine_.files.CurrentDirectory());
+    // The start folder that is gone is "\", the root of whatever drive is current.
+    WorkDir = path == "\\" ? std::string(path) : WithSeparator(machine_.files.CurrentDirectory());
+    showdir();
+}
+
+void Workspace::showdir()
+{
+    if (on_change)
+        on_change();
+}
+
+void Workspace::dirreset()
+{
+    machine_.progress.dirreset();
 }
 
 void Workspace::checkgroup()
@@ -52,14 +95,44 @@ void Workspace::checkftpgroup()
         UploadListWanted = true;
         UploadCommand = upload_entries_[i].command;
         // A command with "@@" is a template: the build adds one line for each file it writes.
-        if (UploadCommand.find("@@") == std::string::npos)
+        if (!Contains(UploadCommand, "@@"))
             files.WriteFile(kUploadBatch, UploadCommand + "\r\n");
         return;
     }
 }
 
+void Workspace::SaveDirectory()
+{
+    machine_.files.WriteFile(SettingsPath, WorkDir + "\r\n");
+}
+
+void Workspace::StoreDirectory()
+{
+    SaveDirectory();
+    machine_.progress.Status("Directory Saved as Default");
+}
+
+void Workspace::ToggleNewYear()
+{
+    SetNewYear(!EoyEnabled);
+}
+
+void Workspace::SetNewYear(bool on)
+{
+    EoyEnabled = on;
+    if (on_change)
+        on_change();
+}
+
 void Workspace::BuildWorkDir()
 {
+    addresses_ = LoadAddresses(machine_.files);
+    BuildCurrent();
+}
+
+void Workspace::BuildCurrent()
+{
+    built_directory_ = machine_.files.CurrentDirectory();
     const BuildOptions options{EoyEnabled, UploadListWanted, UploadCommand, addresses_};
     BuildSite(machine_, options, block_memory_);
 }

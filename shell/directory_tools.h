@@ -1,0 +1,56 @@
+// Renaming every file of a folder: web-safe names, thumbnail names, find and replace. A rename
+// never lands on a name that is taken, and each can be put back.
+#pragma once
+
+#include "platform/files.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv {
+
+/// One rename in a folder: two names without folders.
+struct Rename {
+    std::string from;
+    std::string to;
+    bool operator==(const Rename&) const = default;
+};
+using Renames = std::vector<Rename>;
+
+/// A name made safe for the web.
+std::string WebSafeName(std::string_view name);
+
+/// The name with "_t" before its last `extension` (".gif", ".jpg"); the name itself when it has no
+/// such extension or is a thumbnail name already.
+std::string ThumbnailName(std::string_view name, std::string_view extension);
+
+/// The files that fit `pattern`, and the new name of each.
+struct RenamePass {
+    std::string_view pattern;
+    std::function<std::string(std::string_view name)> new_name;
+};
+/// Passes are done one after the other: each lists the folder when its turn comes, before its first
+/// rename.
+using RenamePasses = std::vector<RenamePass>;
+
+RenamePasses WebSafePasses();
+RenamePasses ThumbnailPasses();
+/// Every occurrence of `find` becomes `replacement`; case matters.
+RenamePasses ReplacementPasses(const std::string& find, const std::string& replacement);
+
+/// A dry run finds out what would be done and touches nothing.
+enum class Renaming { real, dry_run };
+
+/// Renames the files of the current directory and adds each rename that is done, or would be, to
+/// `done`. A name that stays as it is is none. Throws RunError of kind `file` at the first rename
+/// that is, or would be, impossible; those before it are done.
+void RenameFiles(Files& files, const RenamePasses& passes, Renaming renaming, Renames& done);
+
+/// Puts the names of `renames` back, last first, and adds each rename done to `done`. Throws
+/// RunError of kind `file` at the first that is impossible.
+void UndoRenames(Files& files, const Renames& renames, Renames& done);
+
+} // namespace kiv

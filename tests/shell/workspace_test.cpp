@@ -1,0 +1,166 @@
+// The working directory and what hangs on it.
+#include "shell_desk.h"
+
+#include <unistd.h>
+
+namespace kiv {
+namespace {
+
+using testing::IsEmpty;
+using WorkspaceState = ShellTest;
+
+TEST(ShownDirectory, LongPathsAreShortened)
+{
+    const std::string forty = "C:\\abc\\" + std::string(32, 'x') + "\\";
+    ASSERT_EQ(forty.size(), 40U);
+    EXPECT_EQ(ShortenedDirectory(forty), forty);
+    const std::string one_more = "C:\\abc\\d" + std::string(32, 'x') + "\\";
+    EXPECT_EQ(ShortenedDirectory(one_more), "C:\\abc..." + std::string(29, 'x') + "\\");
+    EXPECT_EQ(ShortenedDirectory("\\"), "\\");
+}
+
+TEST_F(WorkspaceState, AGroupComesAndGoesWithTheDirectory)
+{
+    Put("group/_GROUP.TXT", "a\r\n");
+    workspace.switchto("C:\\group");
+    EXPECT_TRUE(workspace.IsGroup);
+    EXPECT_EQ(workspace.WorkDir, "C:\\group\\");
+    workspace.changethedirectory("C:\\site");
+    EXPECT_FALSE(workspace.IsGroup);
+}
+
+TEST_F(WorkspaceState, TheFaceIsToldOfEveryDirectory)
+{
+    Texts shown;
+    workspace.on_change = [&] { shown.push_back(workspace.ShownDirectory()); };
+    workspace.switchto("C:\\utils");
+    workspace.changethedirectory("C:\\site");
+    EXPECT_EQ(shown, (Texts{"C:\\utils\\", "C:\\site\\"}));
+}
+
+TEST_F(WorkspaceState, AFolderThatIsNotThereChangesNothing)
+{
+    Put("guestout2.bat", "old");
+    workspace.LookAt("C:\\site");
+    EXPECT_EQ(KindOf([&] { workspace.switchto("C:\\gone"); }), "file");
+    EXPECT_EQ(workspace.WorkDir, "C:\\site\\");
+    EXPECT_EQ(Content("guestout2.bat"), "old");
+}
+
+TEST_F(WorkspaceState, TheFirstMatchingUploadEntryIsActive)
+{
+    Put("utils/ftplist.txt", "C:\\site|without its end\r\n"
+                             " C:\\site\\|with a blank\r\n"
+                             "c:\\SITE\\|first|surplus\r\n"
+                             "C:\\site\\|second\r\n");
+    workspace.StartUp("C:\\site");
+    EXPECT_TRUE(workspace.UploadListWanted);
+    EXPECT_EQ(workspace.UploadCommand, "first");
+    EXPECT_EQ(Content("guestout2.bat"), "first\r\n");
+    workspace.switchto("C:\\utils");
+    EXPECT_FALSE(workspace.UploadListWanted);
+    EXPECT_EQ(workspace.UploadCommand, "");
+    EXPECT_FALSE(Exists("guestout2.bat"));
+}
+
+TEST_F(WorkspaceState, AnUploadTemplateLeavesNoBatchUntilABuild)
+{
+    Put("utils/ftplist.txt", "C:\\site\\|put @@ there\r\n");
+    Put("GUESTOUT2.BAT", "old");
+    workspace.StartUp("C:\\site");
+    EXPECT_TRUE(workspace.UploadListWanted);
+    EXPECT_FALSE(Exists("GUESTOUT2.BAT"));
+    EXPECT_FALSE(Exists("guestout2.bat"));
+    Put("site/_html.txt", "@FILE = a\n@TITLE = A\n\ntext\n");
+    Put("site/_template.txt", ";\n");
+    workspace.BuildWorkDir();
+    EXPECT_EQ(Content("guestout2.bat"), "put a.htm there\r\n");
+}
+
+TEST_F(WorkspaceState, AnEmptyUploadCommandGivesAnEmptyLine)
+{
+    Put("utils/ftplist.txt", "C:\\site\\|\r\n");
+    workspace.StartUp("C:\\site");
+    EXPECT_TRUE(workspace.UploadListWanted);
+    EXPECT_EQ(Content("guestout2.bat"), "\r\n");
+}
+
+TEST_F(WorkspaceState, ABatchThatCannotBeDeletedIsFatal)
+{
+    if (geteuid() == 0)
+        GTEST_SKIP() << "nothing is forbidden to this user";
+    Put("guestout2.bat", "old");
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_write,
+                                 std::filesystem::perm_options::remove);
+    EXPECT_EQ(KindOf([&] { workspace.checkftpgroup(); }), "file");
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_write,
+                                 std::filesystem::perm_options::add);
+    EXPECT_EQ(Content("guestout2.bat"), "old");
+}
+
+TEST_F(WorkspaceState, StoringTheDirectory)
+{
+    workspace.switchto("C:\\site");
+    workspace.SaveDirectory(); // as "Exit" does: silently
+    EXPECT_EQ(Content("utils/kiv.ini"), "C:\\site\\\r\n");
+    EXPECT_EQ(progress.status, "");
+    workspace.switchto("C:\\utils");
+    workspace.StoreDirectory();
+    EXPECT_EQ(Content("utils/kiv.ini"), "C:\\utils\\\r\n");
+    EXPECT_EQ(progress.status, "Directory Saved as Default");
+}
+
+TEST_F(WorkspaceState, NewYear)
+{
+    EXPECT_EQ(workspace.NewYearText(), "");
+    workspace.ToggleNewYear();
+    EXPECT_TRUE(workspace.EoyEnabled);
+    EXPECT_EQ(workspace.NewYearText(), "EOY ON!");
+    workspace.ToggleNewYear();
+    EXPECT_FALSE(workspace.EoyEnabled);
+    EXPECT_EQ(workspace.NewYearText(), "");
+}
+
+TEST_F(WorkspaceState, TheFolderButtonsFollowThePageList)
+{
+    Put("site/_html.txt", "@ASP = asp\n@FILE = a\n@TITLE = A\n");
+    Put("site/_template.txt", ";\n");
+    workspace.switchto("C:\\site");
+    workspace.BuildWorkDir();
+    EXPECT_TRUE(workspace.OutputRootsShown);
+    Put("site/_html.txt", "@FILE = a\n@TITLE = A\n");
+    workspace.BuildWorkDir();
+    EXPECT_FALSE(workspace.OutputRootsShown); // each build begins with "Dir window"
+    Put("site/_html.txt", "@HTM = asp\n@FILE = a\n@TITLE = A\n");
+    workspace.BuildWorkDir();
+    EXPECT_TRUE(workspace.OutputRootsShown);
+    workspace.switchto("C:\\utils");
+    EXPECT_FALSE(workspace.OutputRootsShown);
+    EXPECT_EQ(progress.calls.back(), "dirreset");
+}
+
+TEST_F(WorkspaceState, ARunForgetsTheRunBefore)
+{
+    workspace.switchto("C:\\site");
+    Put("site/a b", "");
+    EXPECT_EQ(workspace.Run([&] {
+        workspace.StoreDirectory();
+        workspace.dodirfix();
+    }),
+              std::nullopt);
+    EXPECT_EQ(files->Written().size(), 1U);
+    EXPECT_EQ(workspace.Renamed.size(), 1U);
+    EXPECT_EQ(workspace.Run([] {}), std::nullopt);
+    EXPECT_THAT(files->Written(), IsEmpty());
+    EXPECT_THAT(workspace.Renamed, IsEmpty());
+}
+
+TEST_F(WorkspaceState, ABuildWithoutSourcesSaysSo)
+{
+    workspace.switchto("C:\\site");
+    EXPECT_EQ(KindOf([&] { workspace.BuildWorkDir(); }), "");
+    EXPECT_EQ(reporter.shown, (Texts{"OOPS! Missing _html.txt, _template.txt"}));
+}
+
+} // namespace
+} // namespace kiv
