@@ -1,5 +1,9 @@
 #include "cli/environment.h"
 
+#include "platform/drive_path.h"
+#include "text/windows1252.h"
+
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -14,10 +18,25 @@ fs::path FromUtf8Path(const std::string& utf8)
     return {std::u8string(utf8.begin(), utf8.end())};
 }
 
+/// The native form of a path on Z:, the one drive that stands before any is set.
+std::string WithoutRootDrive(std::string path)
+{
+#ifndef _WIN32
+    if (HasDrive(path) && ToUpper(path[0]) == 'Z') {
+        path.replace(0, 2, "/");
+        std::replace(path.begin(), path.end(), '\\', '/');
+    }
+#endif
+    return path;
+}
+
 /// Absolute, without "." and "..", without a final separator; links are not resolved.
 std::string AbsoluteNative(const std::string& utf8)
 {
-    fs::path path = fs::absolute(FromUtf8Path(utf8)).lexically_normal();
+    std::error_code error; // a process directory that is gone leaves the path as it is
+    fs::path path = FromUtf8Path(WithoutRootDrive(utf8));
+    const fs::path absolute = fs::absolute(path, error);
+    path = (error ? path : absolute).lexically_normal();
     if (!path.has_filename() && path.has_relative_path())
         path = path.parent_path();
     const std::u8string text = path.u8string();

@@ -20,6 +20,14 @@ Json Texts(const std::vector<std::string>& texts)
     return list;
 }
 
+Json Pairs(const Renames& renames)
+{
+    Json pairs = Json::array();
+    for (const Rename& rename : renames)
+        pairs.push_back(Json::array({ToUtf8(rename.from), ToUtf8(rename.to)}));
+    return pairs;
+}
+
 Json TextOrNull(const std::string& text)
 {
     return text.empty() ? Json(nullptr) : Json(ToUtf8(text));
@@ -63,7 +71,7 @@ void PrintJson(std::ostream& out, const RunReport& report)
     Json warnings = Json::array();
     for (const Warning& warning : report.warnings)
         warnings.push_back(WarningObject(warning));
-    const Json object = {
+    Json object = {
         {"status", ToUtf8(report.status)},
         {"messages", Texts(report.messages)},
         {"error", report.error ? ErrorObject(*report.error) : Json(nullptr)},
@@ -71,6 +79,10 @@ void PrintJson(std::ostream& out, const RunReport& report)
         {"launched", Texts(report.launched)},
         {"warnings", warnings},
     };
+    if (report.renamed)
+        object["renamed"] = Pairs(*report.renamed);
+    if (report.result)
+        object["result"] = ToUtf8(*report.result);
     out << object.dump(2) << '\n';
 }
 
@@ -83,7 +95,12 @@ void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, b
     if (report.error)
         err << "kiv: error: " << ToUtf8(report.error->text) << InBrackets(report.error->where)
             << '\n';
-    if (!report.status.empty())
+    if (report.dry_run && report.renamed)
+        for (const Rename& rename : *report.renamed)
+            out << ToUtf8(rename.from) << " -> " << ToUtf8(rename.to) << '\n';
+    if (report.result)
+        out << ToUtf8(*report.result);
+    else if (!report.status.empty())
         out << ToUtf8(report.status) << '\n';
 }
 

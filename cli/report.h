@@ -3,6 +3,7 @@
 
 #include "cli/face.h"
 #include "platform/run_error.h"
+#include "shell/directory_tools.h"
 
 #include <iosfwd>
 #include <optional>
@@ -19,13 +20,17 @@ struct RunReport {
     std::vector<std::string> files;
     std::vector<std::string> launched;
     std::vector<Warning> warnings;
+    std::optional<Renames> renamed;    // of a renamer
+    std::optional<std::string> result; // of a command whose result is a text
+    bool dry_run = false;              // `renamed` is what would be
 };
 
 /// One JSON object, UTF-8, and a line end.
 void PrintJson(std::ostream& out, const RunReport& report);
 
-/// The status on `out`; a fatal error on `err`, and with `verbose` the warnings that were kept back. The messages went to
-/// standard error while the command ran.
+/// The result on `out`, or the renames of a dry run, or the status; a fatal error on `err`, and
+/// with `verbose` the warnings that were kept back. The messages went to standard error while the
+/// command ran.
 void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, bool verbose);
 
 } // namespace kiv

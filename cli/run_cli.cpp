@@ -6,6 +6,7 @@
 #include "cli/report.h"
 #include "platform/drives.h"
 #include "platform/machine.h"
+#include "shell/workspace.h"
 
 #include <memory>
 #include <ostream>
@@ -22,10 +23,25 @@ std::unique_ptr<Clock> MakeClock(const std::optional<DateTime>& now)
     return std::make_unique<SystemClock>();
 }
 
+void Prepare(Workspace& workspace, const Call& call)
+{
+    if (call.set_up == SetUp::none)
+        return;
+    // An empty name is a slip, most likely of a script, and not the current directory.
+    if (call.directory.empty())
+        throw RunError(ErrorKind::file, "cannot change to a folder without a name");
+    const std::string directory = workspace.machine().files.FromNative(call.directory);
+    if (call.set_up == SetUp::look)
+        workspace.LookAt(directory);
+    else
+        workspace.StartUp(directory);
+}
+
 RunReport RunCall(const Call& call, const CliSurroundings& around)
 {
     const DriveMap drives = DrivesFrom(around, call.drive_c);
-    MakeDriveC(drives);
+    if (call.makes_drive_c)
+        MakeDriveC(drives);
     const std::unique_ptr<Files> files = MakeDriveFiles(drives);
     const std::unique_ptr<Clock> clock = MakeClock(call.now);
     HeldClipboard clipboard;
@@ -38,18 +54,20 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
     Machine machine{*files, *clock, clipboard, programs, reporter, pictures, progress};
     Workspace workspace(machine);
     RunReport report;
-    try {
-        workspace.StartUp(files->FromNative(call.directory.empty() ? "." : call.directory));
-        call.run(workspace);
-    } catch (const RunError& error) {
-        report.error = error;
-    }
+    CallDesk desk{workspace, around.in, report};
+    report.error = workspace.Run([&] {
+        Prepare(workspace, call);
+        call.run(desk);
+    });
     terminal_line.Clear();
     report.status = progress.FinalStatus();
     report.messages = reporter.Messages();
     report.files = files->Written();
     report.launched = programs.Launched();
     report.warnings = reporter.Warnings();
+    report.dry_run = call.dry_run;
+    if (call.renames)
+        report.renamed = workspace.Renamed;
     return report;
 }
 
@@ -67,7 +85,9 @@ int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& aro
         PrintJson(around.out, report);
     else
         PrintPlain(around.out, around.err, report, read.call->verbose);
-    return report.error ? 1 : 0;
+    // A result that could not be handed over must not look like success.
+    around.out.flush();
+    return report.error || !around.out ? 1 : 0;
 }
 
 } // namespace kiv

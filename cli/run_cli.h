@@ -19,8 +19,8 @@ struct CliSurroundings {
     std::function<std::optional<std::string>(const char* name)> variable;
 };
 
-/// Runs a call; `arguments` are UTF-8 and without the program's name. Returns the exit code: 0 done, 1 a fatal error of
-/// the run, 2 a wrong call.
+/// Runs a call; `arguments` are UTF-8 and without the program's name. Returns the exit code: 0
+/// done, 1 a fatal error of the run, 2 a wrong call.
 int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& around);
 
 } // namespace kiv
