@@ -1,0 +1,1 @@
+ftpput -s local:c:/marina/index.htm -d marina:/public/index.htm

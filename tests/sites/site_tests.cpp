@@ -1,0 +1,110 @@
+// Runs the kiv-cli program over every golden site of this folder, see README.md.
+#include "tests/support/folders.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::json;
+using kiv::test::FileTree;
+
+std::vector<std::string> LinesOf(const fs::path& path)
+{
+    std::vector<std::string> lines;
+    std::ifstream stream(path);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+/// `expected` with members left out of it taken as they are in `actual`.
+Json Completed(Json expected, const Json& actual)
+{
+    if (expected.is_object() && actual.is_object()) {
+        for (const auto& [key, value] : actual.items())
+            expected[key] = expected.contains(key) ? Completed(expected[key], value) : value;
+    } else if (expected.is_array() && actual.is_array() && expected.size() == actual.size()) {
+        for (std::size_t i = 0; i < expected.size(); ++i)
+            expected[i] = Completed(expected[i], actual[i]);
+    }
+    return expected;
+}
+
+class SiteTest : public testing::Test {
+  public:
+    explicit SiteTest(fs::path site) : site_(std::move(site)) {}
+
+    void TestBody() override
+    {
+        const fs::path drive = folder_.Path() / "c";
+        LayOut(drive);
+        const Json expected = Json::parse(kiv::test::ReadBytes(site_ / "report.json"));
+        const fs::path output = folder_.Path() / "report.json";
+        const int code = Run(drive, output);
+        const Json report = Json::parse(kiv::test::ReadBytes(output));
+        EXPECT_EQ(code == 0, expected.at("error").is_null()) << code;
+        EXPECT_EQ(Completed(expected, report).dump(1), report.dump(1));
+        const std::string differences =
+            kiv::test::Differences(ExpectedTree(), kiv::test::ReadTree(drive));
+        EXPECT_TRUE(differences.empty()) << differences;
+    }
+
+  private:
+    void LayOut(const fs::path& drive) const
+    {
+        fs::create_directories(drive);
+        fs::copy(site_ / "in", drive, fs::copy_options::recursive);
+        for (const auto& [name, bytes] : kiv::test::ReadTree(drive))
+            if (fs::path(name).filename() == ".keep")
+                fs::remove(drive / name);
+    }
+
+    int Run(const fs::path& drive, const fs::path& output) const
+    {
+        const std::string arguments = LinesOf(site_ / "cmd").at(0);
+        std::ostringstream command;
+        command << "\"" << KIV_CLI << "\" --drive-c \"" << drive.string()
+                << "\" --now 2004-03-05T14:07:09 --json " << arguments << " > \"" << output.string()
+                << "\"";
+        return std::system(command.str().c_str());
+    }
+
+    FileTree ExpectedTree() const
+    {
+        FileTree tree = kiv::test::ReadTree(site_ / "in");
+        std::erase_if(tree,
+                      [](const auto& file) { return fs::path(file.first).filename() == ".keep"; });
+        for (const auto& [name, bytes] : kiv::test::ReadTree(site_ / "out"))
+            tree[name] = bytes;
+        for (const std::string& name : LinesOf(site_ / "deleted"))
+            tree.erase(name);
+        return tree;
+    }
+
+    fs::path site_;
+    kiv::test::TemporaryFolder folder_;
+};
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    testing::InitGoogleTest(&count, arguments);
+    std::vector<fs::path> sites;
+    for (const auto& entry : fs::directory_iterator(KIV_SITES))
+        if (fs::exists(entry.path() / "cmd"))
+            sites.push_back(entry.path());
+    std::sort(sites.begin(), sites.end());
+    for (const fs::path& site : sites)
+        testing::RegisterTest("sites", site.filename().string().c_str(), nullptr, nullptr, __FILE__,
+                              __LINE__, [site]() -> testing::Test* { return new SiteTest(site); });
+    return RUN_ALL_TESTS();
+}

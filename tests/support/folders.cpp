@@ -1,0 +1,86 @@
+#include "tests/support/folders.h"
+
+#include <chrono>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <sstream>
+#include <system_error>
+
+namespace kiv::test {
+
+namespace fs = std::filesystem;
+
+TemporaryFolder::TemporaryFolder()
+{
+    std::random_device random;
+    do {
+        path_ = fs::temp_directory_path() / ("kiv-test-" + std::to_string(random()));
+    } while (!fs::create_directory(path_));
+}
+
+TemporaryFolder::~TemporaryFolder()
+{
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+std::string ReadBytes(const fs::path& path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void WriteBytes(const fs::path& path, const std::string& bytes)
+{
+    fs::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+FileTree ReadTree(const fs::path& root)
+{
+    FileTree files;
+    if (!fs::exists(root))
+        return files;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root))
+        if (entry.is_regular_file())
+            files[fs::relative(entry.path(), root).generic_string()] = ReadBytes(entry.path());
+    return files;
+}
+
+std::string Shown(const std::string& bytes)
+{
+    std::ostringstream shown;
+    for (const char c : bytes) {
+        const auto code = static_cast<unsigned char>(c);
+        if (c == '\n')
+            shown << "\\n\n";
+        else if (c == '\r')
+            shown << "\\r";
+        else if (code < 0x20 || code >= 0x7F)
+            shown << "\\x" << std::hex << static_cast<int>(code) << std::dec;
+        else
+            shown << c;
+    }
+    return shown.str();
+}
+
+std::string Differences(const FileTree& expected, const FileTree& actual)
+{
+    std::ostringstream differences;
+    for (const auto& [name, bytes] : expected) {
+        const auto file = actual.find(name);
+        if (file == actual.end())
+            differences << "missing file: " << name << "\n";
+        else if (file->second != bytes)
+            differences << name << ": expected\n"
+                        << Shown(bytes) << "\nbut got\n"
+                        << Shown(file->second) << "\n";
+    }
+    for (const auto& [name, bytes] : actual)
+        if (!expected.contains(name))
+            differences << "unexpected file: " << name << "\n" << Shown(bytes) << "\n";
+    return differences.str();
+}
+
+} // namespace kiv::test

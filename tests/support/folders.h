@@ -1,0 +1,41 @@
+// Folders and files for tests.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace kiv::test {
+
+/// A new folder, gone with the object.
+class TemporaryFolder {
+  public:
+    TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder();
+
+    const std::filesystem::path& Path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+/// Bytes by path below a folder, "site/a.htm".
+using FileTree = std::map<std::string, std::string>;
+
+std::string ReadBytes(const std::filesystem::path& path);
+
+/// Writes a file and makes its folder.
+void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
+
+/// Every plain file below a folder; none when the folder is missing.
+FileTree ReadTree(const std::filesystem::path& root);
+
+/// Bytes as a person can read them in a failure.
+std::string Shown(const std::string& bytes);
+
+/// What differs between two trees; "" when nothing does.
+std::string Differences(const FileTree& expected, const FileTree& actual);
+
+} // namespace kiv::test
