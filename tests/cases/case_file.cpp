@@ -137,7 +137,8 @@ class CaseReader {
         }
         EndSection();
         const std::size_t blank = line.find(' ');
-        section_ = {line.substr(2, blank - 2), blank == std::string::npos ? "" : line.substr(blank + 1),
+        section_ = {line.substr(2, blank - 2),
+                    blank == std::string::npos ? "" : line.substr(blank + 1),
                     {}};
         place_ = file_ + ":" + std::to_string(number);
         if (section_.word == "case") {

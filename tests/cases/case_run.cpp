@@ -1,13 +1,12 @@
 #include "tests/cases/case_run.h"
 
 #include "cli/run_cli.h"
+#include "tests/support/folders.h"
 #include "text/windows1252.h"
 
 #include <nlohmann/json.hpp>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <sstream>
 
@@ -18,49 +17,16 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::json;
 
-/// Bytes as a person can read them in a failure.
-std::string Shown(const std::string& bytes)
-{
-    std::ostringstream shown;
-    for (const char c : bytes) {
-        const auto code = static_cast<unsigned char>(c);
-        if (c == '\n')
-            shown << "\\n\n";
-        else if (c == '\r')
-            shown << "\\r";
-        else if (code < 0x20 || code >= 0x7F)
-            shown << "\\x" << std::hex << static_cast<int>(code) << std::dec;
-        else
-            shown << c;
-    }
-    return shown.str();
-}
-
-std::string ReadBytes(const fs::path& path)
-{
-    std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-/// A folder of its own, gone when the case is over.
+/// The C folder of one case.
 class CaseFolder {
   public:
     CaseFolder()
     {
-        std::string name = (fs::temp_directory_path() / "kiv-case-XXXXXX").string();
-        root_ = mkdtemp(name.data());
-        fs::create_directories(root_ / "site");
-        fs::create_directories(root_ / "utils");
-    }
-    CaseFolder(const CaseFolder&) = delete;
-    CaseFolder& operator=(const CaseFolder&) = delete;
-    ~CaseFolder()
-    {
-        std::error_code ignored;
-        fs::remove_all(root_, ignored);
+        fs::create_directories(Root() / "site");
+        fs::create_directories(Root() / "utils");
     }
 
-    const fs::path& Root() const { return root_; }
+    const fs::path& Root() const { return folder_.Path(); }
 
     /// The name of a case as a path below the C folder, "site/sub/a.htm".
     static std::string Below(std::string name)
@@ -73,27 +39,9 @@ class CaseFolder {
         return drive ? path.substr(3) : "site/" + path;
     }
 
-    void Write(const std::string& below, const std::string& bytes) const
-    {
-        const fs::path path = root_ / below;
-        fs::create_directories(path.parent_path());
-        std::ofstream(path, std::ios::binary) << bytes;
-    }
-
-    std::map<std::string, std::string> Files() const
-    {
-        std::map<std::string, std::string> files;
-        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root_))
-            if (entry.is_regular_file())
-                files[fs::relative(entry.path(), root_).generic_string()] = ReadBytes(entry.path());
-        return files;
-    }
-
   private:
-    fs::path root_;
+    TemporaryFolder folder_;
 };
-
-using FileMap = std::map<std::string, std::string>;
 
 class CaseRun {
   public:
@@ -113,13 +61,13 @@ class CaseRun {
   private:
     void LayOut()
     {
-        FileMap in = case_.in;
+        FileTree in = case_.in;
         if (!in.contains("_template.txt") && !case_.absent.contains("_template.txt"))
             in["_template.txt"] = ";\n";
         for (const auto& [name, bytes] : in)
             before_[CaseFolder::Below(name)] = bytes;
         for (const auto& [below, bytes] : before_)
-            folder_.Write(below, bytes);
+            WriteBytes(folder_.Root() / below, bytes);
         for (const std::string& name : case_.folders)
             fs::create_directories(folder_.Root() / CaseFolder::Below(name));
     }
@@ -193,31 +141,22 @@ class CaseRun {
 
     void CompareFiles()
     {
-        FileMap expected = before_;
+        FileTree expected = before_;
         for (const auto& [name, bytes] : case_.out)
             expected[CaseFolder::Below(name)] = bytes;
         for (const std::string& name : case_.absent)
             expected.erase(CaseFolder::Below(name));
-        FileMap actual = folder_.Files();
+        FileTree actual = ReadTree(folder_.Root());
         // Every build writes these; a case that cares names them.
         for (const char* const name : {"_toc.txt", "_sitemap.txt"})
             for (auto file = actual.begin(); file != actual.end();) {
-                const bool left_out = fs::path(file->first).filename() == name &&
-                                      !IsNamed(file->first);
+                const bool left_out =
+                    fs::path(file->first).filename() == name && !IsNamed(file->first);
                 if (left_out)
                     expected.erase(file->first);
                 file = left_out ? actual.erase(file) : std::next(file);
             }
-        for (const auto& [name, bytes] : expected)
-            if (!actual.contains(name))
-                differences_ << "missing file: " << name << "\n";
-            else if (actual[name] != bytes)
-                differences_ << name << ": expected\n"
-                             << Shown(bytes) << "\nbut got\n"
-                             << Shown(actual[name]) << "\n";
-        for (const auto& [name, bytes] : actual)
-            if (!expected.contains(name))
-                differences_ << "unexpected file: " << name << "\n" << Shown(bytes) << "\n";
+        differences_ << Differences(expected, actual);
     }
 
     bool IsNamed(const std::string& below) const
@@ -233,7 +172,7 @@ class CaseRun {
 
     const Case& case_;
     CaseFolder folder_;
-    FileMap before_;
+    FileTree before_;
     Json report_;
     std::ostringstream differences_;
 };

@@ -20,7 +20,8 @@ class CaseTest : public testing::Test {
     void TestBody() override
     {
         const std::string differences = kiv::test::RunCase(case_);
-        EXPECT_TRUE(differences.empty()) << case_.place << ": " << case_.title << "\n" << differences;
+        EXPECT_TRUE(differences.empty()) << case_.place << ": " << case_.title << "\n"
+                                         << differences;
     }
 
   private:
@@ -39,8 +40,8 @@ std::string TestName(const Case& one)
 void RegisterFile(const std::filesystem::path& path)
 {
     for (const Case& one : kiv::test::ReadCaseFile(path.string()))
-        testing::RegisterTest(path.stem().string().c_str(), TestName(one).c_str(), nullptr,
-                              nullptr, path.string().c_str(), 1,
+        testing::RegisterTest(path.stem().string().c_str(), TestName(one).c_str(), nullptr, nullptr,
+                              path.string().c_str(), 1,
                               [one]() -> testing::Test* { return new CaseTest(one); });
 }
 
