@@ -1,0 +1,50 @@
+# Shared by ./run and ./test. Sourced, not run.
+
+cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
+root=$PWD
+
+build_packages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libstb-dev)
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev)
+lint_packages=(clang-format clang-tidy)
+
+say() { printf '\n== %s\n' "$*"; }
+
+is_installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
+
+# Installs the Debian packages named that are missing, or says what to install when that is not allowed.
+install_packages() {
+    local missing=() package
+    command -v dpkg-query >/dev/null || {
+        echo "This is no Debian system; needed are what these packages hold: $*"
+        return 0
+    }
+    for package in "$@"; do is_installed "$package" || missing+=("$package"); done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "Please install these packages, then start again:"
+            echo "  apt-get install ${missing[*]}"
+            exit 1
+        fi
+        as_root=(sudo)
+    fi
+    say "Installing ${missing[*]}"
+    "${as_root[@]}" apt-get -q update &&
+        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get -q install -y --no-install-recommends "${missing[@]}" || {
+        echo "apt-get failed. Needed: ${missing[*]}"
+        exit 1
+    }
+}
+
+# configure_and_build PRESET [CMAKE OPTION …]
+configure_and_build() {
+    local preset=$1
+    shift
+    cmake --preset "$preset" "$@" >"$root/build/$preset.log" 2>&1 || {
+        cat "$root/build/$preset.log"
+        exit 1
+    }
+    cmake --build --preset "$preset" || exit 1
+}
