@@ -226,8 +226,10 @@ void PosixDriveFiles::Commit(const OutputFile& file, std::string_view bytes)
 {
     int error = Place(file, bytes);
     // Another program has made or taken away the file, or moved its folder, since it was opened.
-    if (error == EEXIST || IsMissing(error))
+    if (error == EEXIST || IsMissing(error)) {
+        names_.Forget();
         error = Place(Open(file.path), bytes);
+    }
     if (error != 0)
         RefuseWith("write", file.path, error);
     CountWritten(file.path);
