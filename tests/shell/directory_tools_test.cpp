@@ -38,11 +38,9 @@ TEST(DirectoryTools, WebSafeNames)
 TEST(DirectoryTools, ThumbnailNames)
 {
     const std::vector<NameRow> gifs = {
-        {"Photo.GIF", "Photo_t.GIF"}, {"Pic.Gif", "Pic_t.Gif"},
-        {"pic_t.gif", "pic_t.gif"},   {"PIC_T.GIF", "PIC_T.GIF"},
-        {"a.gif.gif", "a.gif_t.gif"}, // before the last one
-        {"x_t.gif.gif", "x_t.gif.gif"},
-        {".gif", "_t.gif"},           {"a.jpg", "a.jpg"},
+        {"Photo.GIF", "Photo_t.GIF"},   {"Pic.Gif", "Pic_t.Gif"},     {"pic_t.gif", "pic_t.gif"},
+        {"PIC_T.GIF", "PIC_T.GIF"},     {"a.gif.gif", "a.gif_t.gif"}, // before the last one
+        {"x_t.gif.gif", "x_t.gif.gif"}, {".gif", "_t.gif"},           {"a.jpg", "a.jpg"},
     };
     for (const NameRow& row : gifs)
         EXPECT_EQ(ThumbnailName(row.name, ".gif"), row.expected) << row.name;
@@ -174,7 +172,7 @@ TEST_F(RenamingFiles, ADryRunForetellsTheRun)
     const std::vector<Texts> folders = {
         {"B c.TXT", "a b.htm", "fine.htm"},
         {"A B.txt", "a 0.txt", "A-B.TXT", "c d.txt"},
-        {"a b", "a,b"},      // the second finds the name of the first
+        {"a b", "a,b"},       // the second finds the name of the first
         {"PHOTO.JPG", "x y"}, // only the case changes
         {"x", "'"},
         {"A", "a"}, // two files by the names of one
@@ -222,9 +220,8 @@ TEST_F(RenamingFiles, UndoingPutsTheNamesBack)
     for (const std::string& name : names)
         EXPECT_EQ(Content("site/" + name), name);
     // Last first.
-    EXPECT_EQ(workspace.Renamed, Pairs({{"photo.jpg", "PHOTO.JPG"},
-                                        {"b-c.txt", "B c.TXT"},
-                                        {"a-b.htm", "a b.htm"}}));
+    EXPECT_EQ(workspace.Renamed,
+              Pairs({{"photo.jpg", "PHOTO.JPG"}, {"b-c.txt", "B c.TXT"}, {"a-b.htm", "a b.htm"}}));
 }
 
 TEST_F(RenamingFiles, UndoingFollowsAFileThroughSeveralNames)
@@ -237,8 +234,10 @@ TEST_F(RenamingFiles, UndoingFollowsAFileThroughSeveralNames)
 TEST_F(RenamingFiles, UndoingNeverOverwrites)
 {
     PutNames({"a-b", "A B", "c-d"});
-    EXPECT_EQ(
-        KindOf([&] { workspace.UndoRenames(Pairs({{"a b", "a-b"}, {"c d", "c-d"}})); }), "file");
+    EXPECT_EQ(KindOf([&] {
+                  workspace.UndoRenames(Pairs({{"a b", "a-b"}, {"c d", "c-d"}}));
+              }),
+              "file");
     EXPECT_EQ(NamesIn("site"), (Texts{"A B", "a-b", "c d"}));
     EXPECT_EQ(Content("site/A B"), "A B");
     EXPECT_EQ(workspace.Renamed, Pairs({{"c-d", "c d"}}));

@@ -11,8 +11,8 @@ class Groups : public ShellTest {
     /// A folder below drive C: with sources of one page, `word`.
     void PutSite(const std::string& below, const std::string& word)
     {
-        Put(below + "/_html.txt", "@FILE = index\n@TITLE = T\n\n" + word +
-                                      "\n@@EOY\nnew year\n@@EOY\n");
+        Put(below + "/_html.txt",
+            "@FILE = index\n@TITLE = T\n\n" + word + "\n@@EOY\nnew year\n@@EOY\n");
         Put(below + "/_template.txt", ";\n");
     }
 };

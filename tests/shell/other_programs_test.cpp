@@ -31,8 +31,7 @@ TEST_F(OtherPrograms, CommandLines)
     workspace.ExploreWorkDir();
     EXPECT_EQ(Started(), "explorer C:\\site\\");
     workspace.RunUploadBatch();
-    EXPECT_EQ(Started(),
-              "C:\\progs\\WS_FTP Pro\\ftp95pro.exe -m c:\\guestout2.bat (minimised)");
+    EXPECT_EQ(Started(), "C:\\progs\\WS_FTP Pro\\ftp95pro.exe -m c:\\guestout2.bat (minimised)");
     workspace.RunLanthorn();
     EXPECT_EQ(Started(), "c:\\utils\\lanthorn.exe");
     workspace.LowerCaseNames();
