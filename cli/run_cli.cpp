@@ -7,6 +7,7 @@
 #include "platform/drives.h"
 #include "platform/machine.h"
 #include "shell/workspace.h"
+#include "text/windows1252.h"
 
 #include <memory>
 #include <ostream>
@@ -27,10 +28,13 @@ void Prepare(Workspace& workspace, const Call& call)
 {
     if (call.set_up == SetUp::none)
         return;
-    // An empty name is a slip, most likely of a script, and not the current directory.
-    if (call.directory.empty())
-        throw RunError(ErrorKind::file, "cannot change to a folder without a name");
-    const std::string directory = workspace.machine().files.FromNative(call.directory);
+    // No name, most likely from a script's empty variable, is not the current directory; and
+    // "\\server\share" is no place.
+    const std::string directory =
+        call.directory.empty() ? "" : workspace.machine().files.FromNative(call.directory);
+    if (directory.empty())
+        throw RunError(ErrorKind::file,
+                       "cannot change to \"" + FromUtf8(call.directory) + "\": no such folder");
     if (call.set_up == SetUp::look)
         workspace.LookAt(directory);
     else

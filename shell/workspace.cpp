@@ -59,6 +59,9 @@ void Workspace::switchto(std::string_view path)
 
 void Workspace::ChangeDirectory(std::string_view path)
 {
+    // An empty path would be where we are, and a tool would be let loose on the wrong folder.
+    if (path.empty())
+        throw RunError(ErrorKind::file, "cannot change to a folder without a name");
     machine_.files.ChangeDirectory(path);
     // The start folder that is gone is "\", the root of whatever drive is current.
     WorkDir = path == "\\" ? std::string(path) : WithSeparator(machine_.files.CurrentDirectory());

@@ -78,10 +78,10 @@ void ReplaceEntities(std::string& text)
     for (const EntityRow& row : CharEntityTable()) {
         if (row.find.size() > 1 || !together.Fits(row))
             together.Apply(text);
-        if (row.find.size() > 1)
-            ReplaceEach(text, row.find, row.replacement);
-        else
+        if (row.find.size() == 1)
             together.Add(row);
+        else if (Contains(text, row.find.substr(1, 1))) // no need to try every blank otherwise
+            ReplaceEach(text, row.find, row.replacement);
     }
     together.Apply(text);
 }

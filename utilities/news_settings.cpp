@@ -17,7 +17,7 @@ constexpr std::size_t kMaxPresets = 18;
 /// A folder as it is configured, as a full path with "\" at its end.
 std::string SiteFolder(std::string_view folder)
 {
-    std::string path(folder.substr(1).starts_with(':') ? "" : kSitesFolder);
+    std::string path(FromChar(folder, 2).starts_with(':') ? "" : kSitesFolder);
     path.append(folder);
     if (!path.ends_with('\\'))
         path += '\\';

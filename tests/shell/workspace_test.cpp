@@ -42,7 +42,8 @@ TEST_F(WorkspaceState, AFolderThatIsNotThereChangesNothing)
 {
     Put("guestout2.bat", "old");
     workspace.LookAt("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.switchto("C:\\gone"); }), "file");
+    for (const char* path : {"C:\\gone", "", "\\\\server\\share"})
+        EXPECT_EQ(KindOf([&] { workspace.switchto(path); }), "file") << path;
     EXPECT_EQ(workspace.WorkDir, "C:\\site\\");
     EXPECT_EQ(Content("guestout2.bat"), "old");
 }

@@ -55,11 +55,13 @@ TEST(Conversions, EachModeHasItsTitle)
 
 TEST(Conversions, CaptionsOfTheBoxes)
 {
-    std::vector<std::string_view> captions;
-    for (const ConversionBox& box : kConversionBoxes)
-        captions.push_back(box.caption);
-    EXPECT_THAT(captions, ElementsAre("No <p> (links list)", "Single spaced", "Poetry (br &&& p)",
-                                      "keep smart qutoes", "Poetry (br &&& br-br)"));
+    using testing::Field;
+    EXPECT_THAT(kConversionBoxes,
+                ElementsAre(Field(&ConversionBox::caption, "No <p> (links list)"),
+                            Field(&ConversionBox::caption, "Single spaced"),
+                            Field(&ConversionBox::caption, "Poetry (br &&& p)"),
+                            Field(&ConversionBox::caption, "keep smart qutoes"),
+                            Field(&ConversionBox::caption, "Poetry (br &&& br-br)")));
 }
 
 TEST(Conversions, ARunResetsTheWindow)

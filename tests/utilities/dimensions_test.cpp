@@ -85,8 +85,8 @@ TEST(Dimensions, NumbersAreWrittenAsPlainDecimals)
         {"2.0000000000000004", "2"},
         {"999999999999999.9", "1000000000000000"}, // carried into another digit
         {"1000000000000.5", "1000000000000.5"},
-        // Exactly halfway between two texts: to the even one.
         {"1000000000000000.5", "1000000000000000"},
+        // Exactly halfway between two texts: to the even one.
         {"1000000000000005", "1000000000000000"},
         {"1000000000000015", "1000000000000020"},
         {"1e-7", "0.0000001"},
@@ -119,6 +119,7 @@ TEST(Dimensions, Refused)
         {{"1", "1", "1", "-1e400"}, "overflow"},
         {{"1", "1e300", "1e300", ""}, "overflow"},
         {{"1e-300", "1e200", "1", ""}, "overflow"},
+        {{"1e10", "1e10", "1e300", ""}, "overflow"}, // the product comes first
         {{"1", "1", "0.01e400", ""}, "overflow"},
     };
     for (const Refusal& row : kRows) {

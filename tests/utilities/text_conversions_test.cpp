@@ -59,7 +59,7 @@ TEST(EmailToHtml, BlanksAtLineEndsGo)
     EXPECT_EQ(EmailToHtml("a\x97", kSingle), "<p><p>a &mdash; </p>\r\n</p>\r\n");
     EXPECT_EQ(EmailToHtml("a\x97", kLinks), "a &mdash;\r\n");
     EXPECT_EQ(EmailToHtml("a\n\n\x97z", kLinksSingle), "<p>a</p>\r\n<p> &mdash; z</p>\r\n\r\n");
-    // No P tag: a blank right behind the line end.
+    // A blank behind a lower-case tag stays.
     EXPECT_EQ(EmailToHtml("a\n\n\tb", kPoetryP), "<p>a</p>\r\n<p> b</p>\r\n");
 }
 

@@ -1,0 +1,100 @@
+// Calls of `kiv-cli` on a drive C: of the test's own.
+#pragma once
+
+#include "cli/run_cli.h"
+#include "tests/support/folders.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace kiv {
+
+class CliTest : public testing::Test {
+  protected:
+    using Json = nlohmann::ordered_json;
+    using Texts = std::vector<std::string>;
+
+    struct Printed {
+        int code = 0;
+        std::string out;
+        std::string err;
+    };
+
+    CliTest()
+    {
+        std::filesystem::create_directories(Native("site"));
+        std::filesystem::create_directories(Native("utils"));
+    }
+
+    std::filesystem::path Native(const std::string& below) const { return folder.Path() / below; }
+    void Put(const std::string& below, const std::string& bytes = "")
+    {
+        test::WriteBytes(Native(below), bytes);
+    }
+    std::string Content(const std::string& below) const { return test::ReadBytes(Native(below)); }
+    bool Exists(const std::string& below) const { return std::filesystem::exists(Native(below)); }
+    Texts NamesIn(const std::string& below) const
+    {
+        Texts names;
+        for (const auto& entry : std::filesystem::directory_iterator(Native(below)))
+            names.push_back(entry.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    /// A call as it is, with no drive set.
+    Printed CallBare(const Texts& arguments)
+    {
+        std::istringstream in(input);
+        std::ostringstream out;
+        std::ostringstream err;
+        const CliSurroundings around{in, out, err, false, [this](const char* name) {
+                                         const auto set = variables.find(name);
+                                         return set == variables.end() ? std::nullopt
+                                                                       : std::optional(set->second);
+                                     }};
+        const int code = RunCli(arguments, around);
+        return {code, out.str(), err.str()};
+    }
+
+    /// A call with drive C:.
+    Printed Call(const Texts& arguments)
+    {
+        Texts all = {"--drive-c", folder.Path().string()};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        return CallBare(all);
+    }
+
+    /// The report of a call; nothing may stand beside it.
+    Json Report(const Texts& arguments)
+    {
+        Texts all = {"--json"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        const Printed printed = Call(all);
+        EXPECT_EQ(printed.err, "");
+        const Json report = Json::parse(printed.out);
+        EXPECT_EQ(printed.code, report["error"].is_null() ? 0 : 1);
+        return report;
+    }
+
+    static std::string KindOf(const Json& report)
+    {
+        const Json& error = report["error"];
+        return error.is_null() ? "" : error["kind"].get<std::string>();
+    }
+
+    test::TemporaryFolder folder;
+    std::string input;
+    std::map<std::string, std::string> variables;
+};
+
+} // namespace kiv

@@ -1,0 +1,148 @@
+// What is printed, and the exit codes.
+#include "cli_desk.h"
+
+namespace kiv {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class Output : public CliTest {
+  protected:
+    Output()
+    {
+        Put("site/_template.txt", ";\n");
+        Put("site/_html.txt", "@FILE = index\n@TITLE = T\n");
+    }
+
+    static Texts KeysOf(const Json& object)
+    {
+        Texts keys;
+        for (const auto& [key, value] : object.items())
+            keys.push_back(key);
+        return keys;
+    }
+};
+
+TEST_F(Output, PlainStatus)
+{
+    const Printed printed = Call({"build", "C:\\site"});
+    EXPECT_EQ(printed.code, 0);
+    EXPECT_EQ(printed.out, "1 files written\n");
+    EXPECT_EQ(printed.err, "");
+}
+
+TEST_F(Output, WithoutAStatusNothingIsPrinted)
+{
+    EXPECT_EQ(Call({"sitemap", "C:\\site"}).out, "");
+    EXPECT_EQ(Call({"rename", "C:\\site", "q", "r"}).out, "");
+    const Printed grabbed = Call({"grab", "C:\\utils"});
+    EXPECT_EQ(grabbed.out, "");
+    EXPECT_EQ(grabbed.err, "kiv: Empty directory!\n");
+    EXPECT_EQ(grabbed.code, 0); // messages do not change it
+}
+
+TEST_F(Output, AFatalErrorHasItsTextAndPlace)
+{
+    Put("site/_html.txt", "@FILE = index\n@TITLE = T\n\n!!pop[]\n");
+    const Printed printed = Call({"build", "C:\\site"});
+    EXPECT_EQ(printed.code, 1);
+    EXPECT_THAT(printed.err, testing::StartsWith("kiv: error: "));
+    EXPECT_THAT(printed.err, HasSubstr("C:\\site\\_html.txt, line 4"));
+}
+
+TEST_F(Output, WarningsThatWereKeptBackAreVerbose)
+{
+    Put("site/_html.txt", "@FILE = index\n@TITLE = T\n\n!!mailto[a\n!!mailto[b\n");
+    const Printed plain = Call({"build", "C:\\site"});
+    EXPECT_EQ(plain.err, "kiv: Missing closed bracket: a\n");
+    const Printed verbose = Call({"--verbose", "build", "C:\\site"});
+    EXPECT_THAT(verbose.err, testing::StartsWith("kiv: Missing closed bracket: a\n"
+                                                 "kiv: Missing closed bracket: b (C:\\site\\"
+                                                 "_html.txt, line 5, page index"));
+    const Json report = Report({"build", "C:\\site"});
+    EXPECT_EQ(report["messages"].size(), 1U);
+    ASSERT_EQ(report["warnings"].size(), 2U);
+    EXPECT_THAT(KeysOf(report["warnings"][1]), ElementsAre("text", "file", "line", "page"));
+    EXPECT_EQ(report["warnings"][1]["line"], 5);
+    EXPECT_EQ(report["warnings"][1]["file"], "C:\\site\\_html.txt");
+}
+
+TEST_F(Output, KeysOfTheReport)
+{
+    EXPECT_THAT(KeysOf(Report({"build", "C:\\site"})),
+                ElementsAre("status", "messages", "error", "files", "launched", "warnings"));
+    EXPECT_THAT(
+        KeysOf(Report({"fix-names", "C:\\site"})),
+        ElementsAre("status", "messages", "error", "files", "launched", "warnings", "renamed"));
+    EXPECT_THAT(
+        KeysOf(Report({"reference", "1"})),
+        ElementsAre("status", "messages", "error", "files", "launched", "warnings", "result"));
+    const Json failed = Report({"dimensions", "0", "0", "1", "1"});
+    EXPECT_THAT(KeysOf(failed),
+                ElementsAre("status", "messages", "error", "files", "launched", "warnings"));
+    EXPECT_THAT(KeysOf(failed["error"]), ElementsAre("kind", "text", "where"));
+    EXPECT_EQ(KindOf(failed), "division");
+    EXPECT_EQ(Report({"fix-names", "C:\\gone"})["renamed"], Json::array());
+}
+
+TEST_F(Output, MessagesOfToolsAreWarningsWithoutPlace)
+{
+    const Json report = Report({"grab", "C:\\utils"});
+    EXPECT_EQ(report["status"], "");
+    EXPECT_EQ(report["messages"], Json::parse(R"(["Empty directory!"])"));
+    EXPECT_EQ(
+        report["warnings"],
+        Json::parse(R"([{"text": "Empty directory!", "file": null, "line": null, "page": null}])"));
+}
+
+TEST_F(Output, TextIsUtf8)
+{
+    Put("site/_html.txt", "@FILE = caf\xE9\n@TITLE = T\n");
+    const Json report = Report({"build", "C:\\site"});
+    EXPECT_EQ(report["files"][0], "C:\\site\\caf\xC3\xA9.htm");
+    EXPECT_TRUE(Exists("site/caf\xC3\xA9.htm"));
+}
+
+TEST_F(Output, FilesAreListedEachTimeTheyAreClosed)
+{
+    Put("utils/ftplist.txt", "C:\\site\\|put it\r\n");
+    EXPECT_EQ(Report({"build", "C:\\site"})["files"],
+              Json::parse(R"(["C:\\guestout2.bat", "C:\\site\\index.htm", "C:\\site\\_toc.txt",
+                              "C:\\site\\_sitemap.txt"])"));
+}
+
+TEST_F(Output, ProgramsAreOnlyListed)
+{
+    Put("site/_group.txt", "");
+    Put("site/_sitemap.txt", "");
+    Put("utils/kiv_editpad.txt", "c:\\no\\such\\pad.exe\r\n");
+    EXPECT_EQ(Report({"sitemap", "C:\\site"})["launched"],
+              Json::parse(R"(["c:\\no\\such\\pad.exe C:\\site\\_sitemap-master.txt"])"));
+    const Json launched = Report({"--launch", "sitemap", "C:\\site"});
+    EXPECT_EQ(KindOf(launched), "file");
+    EXPECT_EQ(launched["launched"], Json::array());
+}
+
+TEST_F(Output, TheClockCanBeSet)
+{
+    Put("site/_html.txt", "@FILE = index\n@TITLE = T\n\n@YEAR\n");
+    EXPECT_EQ(Call({"--now", "1999-12-31T23:59:59", "build", "C:\\site"}).code, 0);
+    EXPECT_THAT(Content("site/index.htm"), HasSubstr("1999"));
+    EXPECT_EQ(Call({"--now=2004-02-29T00:00:00", "build", "C:\\site"}).code, 0);
+    EXPECT_THAT(Content("site/index.htm"), HasSubstr("2004"));
+}
+
+TEST_F(Output, AnOutputThatFailsIsNoSuccess)
+{
+    std::istringstream in;
+    std::ostringstream out;
+    std::ostringstream err;
+    out.setstate(std::ios::badbit);
+    const CliSurroundings around{in, out, err, false,
+                                 [](const char*) { return std::optional<std::string>(); }};
+    EXPECT_EQ(RunCli({"reference", "1"}, around), 1);
+}
+
+} // namespace
+} // namespace kiv
