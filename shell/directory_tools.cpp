@@ -7,6 +7,7 @@
 
 #include <array>
 #include <map>
+#include <ranges>
 #include <set>
 #include <utility>
 
@@ -216,8 +217,8 @@ void UndoRenames(Files& files, const Renames& renames, Renames& done)
                 throw RunError(ErrorKind::file,
                                "cannot rename " + name + ": a name has no folders");
     RealFolder folder(files);
-    for (auto rename = renames.rbegin(); rename != renames.rend(); ++rename)
-        folder.Apply({rename->to, rename->from}, done);
+    for (const Rename& rename : std::views::reverse(renames))
+        folder.Apply({rename.to, rename.from}, done);
 }
 
 } // namespace kiv

@@ -93,6 +93,14 @@ class SiteTest : public testing::Test {
     kiv::test::TemporaryFolder folder_;
 };
 
+/// A "-" in a test's name would read as "and not" in a filter.
+std::string TestName(const fs::path& site)
+{
+    std::string name = site.filename().string();
+    std::replace(name.begin(), name.end(), '-', '_');
+    return name;
+}
+
 } // namespace
 
 int main(int count, char** arguments)
@@ -104,7 +112,7 @@ int main(int count, char** arguments)
             sites.push_back(entry.path());
     std::sort(sites.begin(), sites.end());
     for (const fs::path& site : sites)
-        testing::RegisterTest("sites", site.filename().string().c_str(), nullptr, nullptr, __FILE__,
-                              __LINE__, [site]() -> testing::Test* { return new SiteTest(site); });
+        testing::RegisterTest("sites", TestName(site).c_str(), nullptr, nullptr, __FILE__, __LINE__,
+                              [site]() -> testing::Test* { return new SiteTest(site); });
     return RUN_ALL_TESTS();
 }

@@ -50,7 +50,7 @@ email = replace(email, " ", "")
 safename = RTESafe(name)
 safeemail = RTESafe(email)
 
-messageout="************************" & vbCrLf
+messageout="************************" + vbCrLf
 messageout=messageout + "name: " + name + vbcrlf
 messageout=messageout + "email: " + email + vbcrlf
 
