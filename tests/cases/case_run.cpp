@@ -29,7 +29,7 @@ class CaseFolder {
     const fs::path& Root() const { return folder_.Path(); }
 
     /// The name of a case as a path below the C folder, "site/sub/a.htm".
-    static std::string Below(std::string name)
+    static std::string Below(const std::string& name)
     {
         std::string path = ToUtf8(name);
         for (char& c : path)
