@@ -104,12 +104,12 @@ const std::map<std::string, Take>& Directives()
 {
     static const std::map<std::string, Take> directives = {
         {"note", [](Case&, const Section&) {}},
-        {"args", [](Case& c, const Section& s) { c.arguments = CutArguments(s.rest); }},
-        {"in", [](Case& c, const Section& s) { c.in[s.rest] = s.Text("\n"); }},
-        {"folder", [](Case& c, const Section& s) { c.folders.push_back(s.rest); }},
+        {"args", [](Case& c, const Section& s) { c.arguments = CutArguments(Decoded(s.rest)); }},
+        {"in", [](Case& c, const Section& s) { c.in[Decoded(s.rest)] = s.Text("\n"); }},
+        {"folder", [](Case& c, const Section& s) { c.folders.push_back(Decoded(s.rest)); }},
         {"stdin", [](Case& c, const Section& s) { c.standard_input = s.Text("\n"); }},
-        {"out", [](Case& c, const Section& s) { c.out[s.rest] = s.Text("\r\n"); }},
-        {"absent", [](Case& c, const Section& s) { c.absent.insert(s.rest); }},
+        {"out", [](Case& c, const Section& s) { c.out[Decoded(s.rest)] = s.Text("\r\n"); }},
+        {"absent", [](Case& c, const Section& s) { c.absent.insert(Decoded(s.rest)); }},
         {"message", [](Case& c, const Section& s) { c.messages.push_back(s.Message()); }},
         {"warning", [](Case& c, const Section& s) { c.warnings.push_back(Decoded(s.rest)); }},
         {"status", [](Case& c, const Section& s) { c.status = Decoded(s.rest); }},
