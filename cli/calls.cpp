@@ -42,11 +42,17 @@ ReadCall Said(std::string text)
     return {std::nullopt, std::move(text), 0};
 }
 
-ReadCall WrongCall(std::string what)
+/// `command` is the one that was called, or the program.
+ReadCall WrongCall(const CLI::App& command, std::string what)
 {
     std::erase(what, kValueMark);
-    what[0] = ToLower(what[0]);
-    return {std::nullopt, "kiv: error: " + what + "\nTry: kiv-cli --help\n", 2};
+    // The name of an argument keeps its capitals.
+    if (what.size() > 1 && what[1] == ToLower(what[1]))
+        what[0] = ToLower(what[0]);
+    std::string help = kProgram;
+    if (command.get_parent() != nullptr)
+        help.append(" ").append(command.get_name());
+    return {std::nullopt, "kiv: error: " + what + "\nTry: " + help + " --help\n", 2};
 }
 
 } // namespace
@@ -62,25 +68,28 @@ ReadCall ReadArguments(const std::vector<std::string>& arguments)
         return Said(marked.command->help());
     if (marked.wants_version)
         return Said(std::string(kProgram) + " " KIV_VERSION "\n");
+    const CLI::App& command = *marked.command;
+    if (!marked.fault.empty())
+        return WrongCall(command, std::move(marked.fault));
     if (!marked.unknown_command.empty())
-        return WrongCall("there is no command " + marked.unknown_command);
-    if (marked.command == &app)
-        return WrongCall("a command is missing");
+        return WrongCall(app, "there is no command " + marked.unknown_command);
+    if (&command == &app)
+        return WrongCall(app, "a command is missing");
     std::reverse(marked.arguments.begin(), marked.arguments.end()); // taken from the back
     try {
         app.parse(std::move(marked.arguments));
     } catch (const CLI::ParseError& error) {
-        return WrongCall(error.what());
+        return WrongCall(command, error.what());
     }
     if (app.count("--drive-c") > 0) {
         if (given.drive_c.empty())
-            return WrongCall("--drive-c needs a folder");
+            return WrongCall(app, "--drive-c needs a folder");
         call.drive_c = given.drive_c;
     }
     if (app.count("--now") > 0) {
         call.now = ParseNow(given.now);
         if (!call.now)
-            return WrongCall("--now takes YYYY-MM-DDTHH:MM:SS, not " + given.now);
+            return WrongCall(app, "--now takes YYYY-MM-DDTHH:MM:SS, not " + given.now);
     }
     return {std::move(call), {}, 0};
 }

@@ -70,6 +70,8 @@ std::vector<std::string> Arguments(int count, char** arguments)
 
 int main(int count, char** arguments)
 {
+    // With buffers of their own the streams also tell when reading fails.
+    std::ios::sync_with_stdio(false);
     const kiv::CliSurroundings around{std::cin, std::cout, std::cerr, ErrIsTerminal(), Variable};
     return kiv::RunCli(Arguments(count, arguments), around);
 }

@@ -93,15 +93,19 @@ std::string OptionWords(const CLI::App& app)
     return words;
 }
 
-/// The patterns of a `case` for the options that take a value of `type`, over all commands.
-std::string OptionsOfType(const Definitions& definitions, std::string_view type)
+bool TakesValue(const CLI::Option& option)
+{
+    return option.nonpositional() && option.get_items_expected_max() > 0;
+}
+
+/// The patterns of a shell's `case` for the options of these apps that take a value, of `type`
+/// alone unless that is empty.
+std::string ValueOptions(const std::vector<const CLI::App*>& apps, std::string_view type)
 {
     std::string patterns;
-    std::vector<const CLI::App*> apps = definitions.Commands();
-    apps.push_back(&definitions.app);
     for (const CLI::App* app : apps)
         for (const CLI::Option* option : app->get_options())
-            if (option->nonpositional() && option->get_type_name() == type)
+            if (TakesValue(*option) && (type.empty() || option->get_type_name() == type))
                 for (const std::string& name : option->get_lnames())
                     patterns.append(patterns.empty() ? "--" : "|--").append(name);
     return patterns;
@@ -144,38 +148,79 @@ std::string ManualPage()
 std::string BashCompletion()
 {
     const Definitions definitions;
+    std::vector<const CLI::App*> apps = definitions.Commands();
     std::string names;
     std::string rows;
-    for (const CLI::App* command : definitions.Commands()) {
+    for (const CLI::App* command : apps) {
         names.append(names.empty() ? "" : " ").append(command->get_name());
         rows.append("        ").append(command->get_name()).append(") options=\"");
-        rows.append(OptionWords(*command)).append("\" ;;\n");
+        rows.append(OptionWords(*command)).append("\"");
+        if (command->get_option_no_throw("DIR") != nullptr)
+            rows.append(" folders=yes");
+        if (command->get_option_no_throw("SECTION") != nullptr)
+            rows.append(" values=\"1 2 3 4\"");
+        rows.append(" ;;\n");
     }
-    std::string script =
-        "# bash completion for kiv-cli\n"
-        "_kiv_cli()\n{\n"
-        "    local current=${COMP_WORDS[COMP_CWORD]} before= command= options word at\n"
-        "    COMPREPLY=()\n"
-        "    [ \"$COMP_CWORD\" -gt 0 ] && before=${COMP_WORDS[COMP_CWORD-1]}\n"
-        "    for ((at = 1; at < COMP_CWORD; at++)); do\n"
-        "        word=${COMP_WORDS[at]}\n"
-        "        case \" ";
-    script.append(names).append(" \" in *\" $word \"*) command=$word; break ;; esac\n    done\n");
-    script.append("    case $before in\n");
-    script.append("        ").append(OptionsOfType(definitions, "DIR"));
-    script.append(") mapfile -t COMPREPLY < <(compgen -d -- \"$current\"); return ;;\n        ");
-    script.append(OptionsOfType(definitions, "FILE"));
-    script.append(") mapfile -t COMPREPLY < <(compgen -f -- \"$current\"); return ;;\n        ");
-    script.append(OptionsOfType(definitions, "MODE"));
-    script.append(") mapfile -t COMPREPLY < <(compgen -W \"").append(ModeWords());
-    script.append("\" -- \"$current\"); return ;;\n    esac\n    case $command in\n");
-    script.append("        \"\") options=\"").append(OptionWords(definitions.app));
-    script.append(" ").append(names).append("\" ;;\n").append(rows).append("    esac\n");
-    script.append("    if [ -z \"$command\" ] || [[ $current == -* ]]; then\n"
-                  "        mapfile -t COMPREPLY < <(compgen -W \"$options\" -- \"$current\")\n"
-                  "    else\n"
-                  "        mapfile -t COMPREPLY < <(compgen -d -- \"$current\")\n"
-                  "    fi\n}\ncomplete -o filenames -F _kiv_cli kiv-cli\n");
+    apps.push_back(&definitions.app);
+    const std::string value_options = ValueOptions(apps, "");
+    // "--mode=r" comes as three words.
+    std::string script = R"(# bash completion for kiv-cli
+_kiv_cli_paths()
+{
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen "$1" -- "$2")
+}
+_kiv_cli_words()
+{
+    mapfile -t COMPREPLY < <(compgen -W "$1" -- "$2")
+}
+_kiv_cli()
+{
+    local current=${COMP_WORDS[COMP_CWORD]} last=$((COMP_CWORD - 1))
+    local before= command= options= folders= values= word at
+    COMPREPLY=()
+    if [ "$current" = = ]; then
+        current=
+    elif [ "${COMP_WORDS[last]}" = = ]; then
+        last=$((last - 1))
+    fi
+    before=${COMP_WORDS[last]}
+    for ((at = 1; at < COMP_CWORD; at++)); do
+        word=${COMP_WORDS[at]}
+        case $word in
+            )";
+    script.append(ValueOptions({&definitions.app}, "")).append(R"()
+                [ "${COMP_WORDS[at+1]}" = = ] && at=$((at + 1))
+                at=$((at + 1)) ;;
+            -*) ;;
+            *) command=$word; break ;;
+        esac
+    done
+    case $before in
+        )");
+    script.append(ValueOptions(apps, "DIR")).append(R"() _kiv_cli_paths -d "$current"; return ;;
+        )");
+    script.append(ValueOptions(apps, "FILE")).append(R"() _kiv_cli_paths -f "$current"; return ;;
+        )");
+    script.append(ValueOptions(apps, "MODE")).append(R"() _kiv_cli_words ")");
+    script.append(ModeWords()).append(R"(" "$current"; return ;;
+        )");
+    script.append(value_options).append(R"() return ;;
+    esac
+    case $command in
+        "") options=")");
+    script.append(OptionWords(definitions.app)).append("\" values=\"").append(names);
+    script.append("\" ;;\n").append(rows).append(R"(    esac
+    if [[ $current == -* ]]; then
+        _kiv_cli_words "$options" "$current"
+    elif [ -n "$folders" ]; then
+        _kiv_cli_paths -d "$current"
+    else
+        _kiv_cli_words "$values" "$current"
+    fi
+}
+complete -F _kiv_cli kiv-cli
+)");
     return script;
 }
 

@@ -3,15 +3,15 @@
 #include "cli/call_definitions.h"
 
 #include <cstddef>
+#include <utility>
 
 namespace kiv {
 
 namespace {
 
-bool TakesValue(const CLI::App& app, const std::string& name)
+bool TakesValue(const CLI::Option& option)
 {
-    const CLI::Option* const option = app.get_option_no_throw(name);
-    return option != nullptr && option->get_items_expected_max() > 0;
+    return option.get_items_expected_max() > 0;
 }
 
 const CLI::App* CommandOf(const CLI::App& app, const std::string& name)
@@ -71,15 +71,42 @@ class Marking {
         }
         const std::size_t equals = argument.find('=');
         const std::string name = argument.substr(0, equals);
-        if (!TakesValue(*marked_.command, name)) {
-            marked_.arguments.push_back(argument);
+        const CLI::Option* const option = marked_.command->get_option_no_throw(name);
+        if (option == nullptr) {
+            Fault(WhereItBelongs(name));
             return;
         }
         marked_.arguments.push_back(name);
-        if (equals != std::string::npos)
+        if (!TakesValue(*option)) {
+            if (equals != std::string::npos)
+                Fault(name + " takes no value");
+        } else if (equals != std::string::npos) {
             marked_.arguments.push_back(kValueMark + argument.substr(equals + 1));
-        else if (at_ + 1 < given_.size())
+        } else if (at_ + 1 < given_.size()) {
             marked_.arguments.push_back(kValueMark + given_[++at_]);
+        } else {
+            Fault(name + " needs a value");
+        }
+    }
+
+    /// What is to be said of an option that the command, or the program, does not have.
+    std::string WhereItBelongs(const std::string& name) const
+    {
+        const auto has_it = [&](const CLI::App* app) {
+            return app->get_option_no_throw(name) != nullptr;
+        };
+        if (has_it(&app_))
+            return name + " stands before the command";
+        if (marked_.command == &app_ && !app_.get_subcommands(has_it).empty())
+            return name + " stands behind its command";
+        return "there is no option " + name;
+    }
+
+    /// Keeps the first fault.
+    void Fault(std::string sentence)
+    {
+        if (marked_.fault.empty())
+            marked_.fault = std::move(sentence);
     }
 
     void TakeCommand(const std::string& argument)

@@ -15,6 +15,7 @@ struct MarkedArguments {
     bool wants_help = false;
     bool wants_version = false;
     std::string unknown_command; // what stands where a command should
+    std::string fault; // what is wrong with an option, as a sentence; "" when all are well
 };
 
 /// Only "--name" and "-h" are options: "-5" and "-" are values, an option's value is the next

@@ -76,7 +76,7 @@ void AddNewsCommand(CLI::App& app, Call& call)
     const auto options = std::make_shared<NewsOptions>();
     CLI::App* const command = AddCommand(app, "news", [&app, &call, options] {
         if (!SiteNumber(options->site))
-            throw CLI::ValidationError("--site", "a number, not " + options->site);
+            throw CLI::ValidationError("--site takes a number, not " + options->site);
         const CLI::App* const news = app.get_subcommand("news");
         options->has_date = news->count("--date") > 0;
         options->has_newspaper = news->count("--newspaper") > 0;

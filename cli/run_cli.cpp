@@ -91,6 +91,8 @@ int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& aro
         PrintPlain(around.out, around.err, report, read.call->verbose);
     // A result that could not be handed over must not look like success.
     around.out.flush();
+    if (!around.out)
+        around.err << "kiv: error: cannot write to standard output\n";
     return report.error || !around.out ? 1 : 0;
 }
 

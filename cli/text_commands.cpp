@@ -1,5 +1,6 @@
 // The commands that need no site: conversions, dimensions, the quick reference.
 #include "cli/call_definitions.h"
+#include "platform/run_error.h"
 #include "shell/help_text.h"
 #include "text/windows1252.h"
 #include "utilities/dimensions.h"
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <istream>
-#include <iterator>
 #include <memory>
 
 namespace kiv {
@@ -31,9 +31,21 @@ bool IsMode(std::string_view mode)
                        [&](const ConversionMode& row) { return row.mode == mode; });
 }
 
+/// All of standard input. A part of it must not pass for the whole.
+std::string ReadAll(std::istream& in)
+{
+    std::string all;
+    std::array<char, 65536> part{};
+    while (in.read(part.data(), part.size()) || in.gcount() > 0)
+        all.append(part.data(), static_cast<std::size_t>(in.gcount()));
+    if (in.bad())
+        throw RunError(ErrorKind::file, "cannot read standard input");
+    return all;
+}
+
 void RunConvert(CallDesk& desk, const ConvertOptions& options)
 {
-    const std::string text = FromUtf8(std::string(std::istreambuf_iterator<char>(desk.in), {}));
+    const std::string text = FromUtf8(ReadAll(desk.in));
     if (options.mode == kCloseParagraphs) {
         desk.report.result = ptop(text);
         return;
@@ -51,7 +63,7 @@ void AddConvert(CLI::App& app, Call& call)
     const auto options = std::make_shared<ConvertOptions>();
     CLI::App* const command = AddCommand(app, "convert", [&call, options] {
         if (!IsMode(options->mode))
-            throw CLI::ValidationError("--mode", "there is no mode " + options->mode);
+            throw CLI::ValidationError("there is no mode " + options->mode);
         call.set_up = SetUp::none;
         call.run = [options](CallDesk& desk) { RunConvert(desk, *options); };
     });
@@ -98,7 +110,7 @@ void AddReference(CLI::App& app, Call& call)
         const std::span<const HelpSection> sections = HelpSections();
         const bool known = number->size() == 1 && (*number)[0] >= '1' && (*number)[0] <= '4';
         if (!known)
-            throw CLI::ValidationError("SECTION", "1, 2, 3 or 4, not " + *number);
+            throw CLI::ValidationError("SECTION is 1, 2, 3 or 4, not " + *number);
         const HelpSection& section = sections[static_cast<std::size_t>((*number)[0] - '1')];
         call.set_up = SetUp::none;
         call.makes_drive_c = false;

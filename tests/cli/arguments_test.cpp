@@ -79,6 +79,37 @@ TEST_F(Arguments, WrongCallsTouchNothing)
     EXPECT_EQ(Content("guestout2.bat"), "old");
 }
 
+struct WrongCallRow {
+    std::vector<std::string> call;
+    const char* text;
+};
+
+TEST_F(Arguments, AWrongCallIsToldWhatIsWrong)
+{
+    const std::vector<WrongCallRow> rows = {
+        {{}, "a command is missing\nTry: kiv-cli --help"},
+        {{"bild"}, "there is no command bild\nTry: kiv-cli --help"},
+        {{"--jsn", "build"}, "there is no option --jsn\nTry: kiv-cli build --help"},
+        {{"build", "--no"}, "there is no option --no\nTry: kiv-cli build --help"},
+        {{"build", "--json"}, "--json stands before the command\nTry: kiv-cli build --help"},
+        {{"build", "--now=x"}, "--now stands before the command\nTry: kiv-cli build --help"},
+        {{"--eoy", "build"}, "--eoy stands behind its command\nTry: kiv-cli build --help"},
+        {{"build", "--eoy=1"}, "--eoy takes no value\nTry: kiv-cli build --help"},
+        {{"--drive-c"}, "--drive-c needs a value\nTry: kiv-cli --help"},
+        {{"--drive-c", "", "build"}, "--drive-c needs a folder\nTry: kiv-cli --help"},
+        {{"pictures", "--folder"}, "--folder needs a value\nTry: kiv-cli pictures --help"},
+        {{"rename", "a"}, "FIND is required\nTry: kiv-cli rename --help"},
+        {{"undo-renames"}, "--report is required\nTry: kiv-cli undo-renames --help"},
+        {{"reference", "5"}, "SECTION is 1, 2, 3 or 4, not 5\nTry: kiv-cli reference --help"},
+        {{"convert", "--mode", "x"}, "there is no mode x\nTry: kiv-cli convert --help"},
+        {{"news", "--site", "x", "--name", "a", "--text", "b"},
+         "--site takes a number, not x\nTry: kiv-cli news --help"},
+        {{"grab", "--all", "--trimmed"}, "--all excludes --trimmed\nTry: kiv-cli grab --help"},
+    };
+    for (const WrongCallRow& row : rows)
+        EXPECT_EQ(Call(row.call).err, std::string("kiv: error: ") + row.text + "\n");
+}
+
 TEST_F(Arguments, AWrongCallMakesNoDrive)
 {
     const std::string drive = Native("new").string();

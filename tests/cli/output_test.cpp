@@ -1,6 +1,10 @@
 // What is printed, and the exit codes.
 #include "cli_desk.h"
 
+#include <ios>
+#include <istream>
+#include <streambuf>
+
 namespace kiv {
 namespace {
 
@@ -142,6 +146,33 @@ TEST_F(Output, AnOutputThatFailsIsNoSuccess)
     const CliSurroundings around{in, out, err, false,
                                  [](const char*) { return std::optional<std::string>(); }};
     EXPECT_EQ(RunCli({"reference", "1"}, around), 1);
+    EXPECT_EQ(err.str(), "kiv: error: cannot write to standard output\n");
+}
+
+/// Gives a few characters, then fails.
+class FailingSource : public std::streambuf {
+  public:
+    FailingSource() { setg(text_.data(), text_.data(), text_.data() + text_.size()); }
+
+  protected:
+    int_type underflow() override { throw std::ios_base::failure("no more"); }
+
+  private:
+    std::string text_ = "a<p>";
+};
+
+TEST_F(Output, AnInputThatFailsIsNoText)
+{
+    FailingSource source;
+    std::istream in(&source);
+    std::ostringstream out;
+    std::ostringstream err;
+    const CliSurroundings around{in, out, err, false,
+                                 [](const char*) { return std::optional<std::string>(); }};
+    EXPECT_EQ(RunCli({"--drive-c", folder.Path().string(), "convert", "--mode", "ptop"}, around),
+              1);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(err.str(), "kiv: error: cannot read standard input\n");
 }
 
 } // namespace
