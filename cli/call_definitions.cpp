@@ -2,7 +2,6 @@
 
 #include "cli/call_texts.h"
 
-#include <algorithm>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -11,30 +10,13 @@ namespace kiv {
 
 namespace {
 
-/// `text` in lines of at most 78 characters, each with a line end; an empty line parts paragraphs.
-std::string Wrapped(std::string_view text)
-{
-    constexpr std::size_t kWidth = 78;
-    std::string lines;
-    while (!text.empty()) {
-        std::size_t end = text.find('\n');
-        std::size_t next = end == std::string_view::npos ? text.size() : end + 1;
-        end = std::min(end, text.size());
-        if (end > kWidth) {
-            end = text.rfind(' ', kWidth);
-            next = end + 1;
-        }
-        lines.append(text.substr(0, end)).append("\n");
-        text.remove_prefix(next);
-    }
-    return lines;
-}
+constexpr std::size_t kWidth = 78;
 
 std::string ProgramFooter()
 {
     std::string footer;
     for (const Topic& topic : Topics())
-        footer.append(topic.heading).append(":\n").append(Wrapped(topic.text)).append("\n");
+        footer.append(topic.heading).append(":\n").append(Wrapped(topic.text, kWidth)).append("\n");
     return footer + "kiv-cli COMMAND --help tells more about a command.";
 }
 
@@ -53,8 +35,16 @@ class HelpFormatter : public CLI::Formatter {
         const std::string start = std::string("Usage: ") + kProgram + " [OPTIONS] ";
         if (app->get_parent() == nullptr)
             return start + "COMMAND ...\n";
-        return Wrapped(start + app->get_name() + " " +
-                       std::string(TextOf(app->get_name()).synopsis));
+        return Wrapped(
+            start + app->get_name() + " " + std::string(TextOf(app->get_name()).synopsis), kWidth);
+    }
+
+    /// The value alone: the usage line shows what goes with what.
+    std::string make_option_opts(const CLI::Option* option) const override
+    {
+        const bool has_value = option->get_items_expected_max() > 0;
+        const std::string type = option->get_type_name();
+        return has_value && !type.empty() ? " " + type : "";
     }
 };
 
@@ -71,7 +61,7 @@ CLI::App* AddCommand(CLI::App& app, const char* name, std::function<void()> take
 {
     const CommandText& text = TextOf(name);
     CLI::App* const command = app.add_subcommand(name, std::string(text.about));
-    std::string details = Wrapped(text.details);
+    std::string details = Wrapped(text.details, kWidth);
     details.pop_back();
     command->footer(std::move(details));
     command->group("Commands");

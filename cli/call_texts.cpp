@@ -33,16 +33,20 @@ constexpr std::array kCommandTexts = std::to_array<CommandText>({
      "of a line to </p>); without it an e-mail becomes HTML paragraphs."},
     {"fix-names", "[DIR] [--dry-run]",
      "Make the names of all files safe for the web (\"Fix names\")",
-     "Small letters, hyphens for blanks and brackets. Nothing is ever overwritten: the run stops "
-     "at the first name that is taken."},
+     "My Photo (1).JPG becomes my-photo--1-.jpg: small letters, and hyphens for what a web address "
+     "does not bear. Nothing is ever overwritten: the run stops at the first name that is taken. "
+     "undo-renames takes it back, from the report that --json prints."},
     {"thumb-names", "[DIR] [--dry-run]", "Mark all pictures as thumbnails (\"add \"_t.gif\"\")",
-     "Photo.jpg becomes Photo_t.jpg. Nothing is ever overwritten."},
+     "Photo.jpg becomes Photo_t.jpg, and so do all GIF and JPEG pictures that are not named so "
+     "already. Nothing is ever overwritten: the run stops at the first name that is taken."},
     {"rename", "[DIR] FIND REPLACEMENT [--dry-run]",
      "Replace text in the names of all files (\"Rename files\")",
-     "Every FIND in a name becomes REPLACEMENT; capitals matter. Nothing is ever overwritten."},
+     "Every FIND in a name becomes REPLACEMENT, in the extension, too; capitals matter. Nothing is "
+     "ever overwritten: the run stops at the first name that is taken."},
     {"undo-renames", "[DIR] --report FILE", "Put the names of a renamer's report back",
      "FILE is what fix-names, thumb-names or rename printed with --json in the same DIR. The last "
-     "rename is undone first. Nothing is ever overwritten."},
+     "rename is undone first. Nothing is ever overwritten: the run stops at the first name that is "
+     "taken and at the first file that is gone."},
     {"dimensions", "START_WIDTH START_HEIGHT NEW_WIDTH NEW_HEIGHT",
      "Scale a picture's width and height in proportion (\"Calculate dimensions\")",
      "Prints the new width and the new height. Leave one of them empty ('') or 0 to have it "
@@ -66,7 +70,8 @@ constexpr std::array kTopics = std::to_array<Topic>({
      "Only --name and -h are options: -5 and - are values, and so is everything behind --."},
     {"Output",
      "Plain: the final status on standard output, or the result of convert, dimensions and "
-     "reference; messages on standard error. With --json: one object with the keys status, "
+     "reference; messages on standard error, each behind kiv: and a fatal error behind kiv: "
+     "error:. With --json: one object with the keys status, "
      "messages, error, files, launched and warnings, and renamed or result where there is such.\n\n"
      "Without --launch no program is started; the report lists what would have been. A dry run "
      "prints the renames and touches nothing; it fails where the renaming would."},
@@ -79,6 +84,15 @@ constexpr std::array kTopics = std::to_array<Topic>({
      "C:\\utils\\kiv_editpad.txt: the editor command. C:\\utils\\ftplist.txt: the upload list. "
      "C:\\utils\\kivaddr.ini: addresses in generated pages. C:\\utils\\kivnews.ini: the sites of "
      "the news composer."},
+    {"Examples", "Build a site, and see its report:\n"
+                 "  kiv-cli build ~/sites/museum\n"
+                 "  kiv-cli --json build ~/sites/museum\n\n"
+                 "See which names would change, change them, take it back:\n"
+                 "  kiv-cli fix-names ~/pictures --dry-run\n"
+                 "  kiv-cli --json fix-names ~/pictures > names.json\n"
+                 "  kiv-cli undo-renames ~/pictures --report names.json\n\n"
+                 "Make a table of tab-separated rows:\n"
+                 "  kiv-cli convert --mode tabtopipe --prefix '!!1' < rows.txt"},
 });
 
 } // namespace
@@ -97,6 +111,23 @@ const CommandText& TextOf(std::string_view name)
 std::span<const Topic> Topics()
 {
     return kTopics;
+}
+
+std::string Wrapped(std::string_view text, std::size_t width)
+{
+    std::string lines;
+    while (!text.empty()) {
+        std::size_t end = text.find('\n');
+        std::size_t next = end == std::string_view::npos ? text.size() : end + 1;
+        end = std::min(end, text.size());
+        if (end > width) {
+            end = text.rfind(' ', width);
+            next = end + 1;
+        }
+        lines.append(text.substr(0, end)).append("\n");
+        text.remove_prefix(next);
+    }
+    return lines;
 }
 
 } // namespace kiv

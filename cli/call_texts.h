@@ -1,7 +1,9 @@
 // What `kiv-cli` says about itself: in its help, on the manual page and to the shell.
 #pragma once
 
+#include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace kiv {
@@ -27,5 +29,8 @@ struct Topic {
     std::string_view text; // paragraphs, parted by an empty line
 };
 std::span<const Topic> Topics();
+
+/// `text` in lines of at most `width` characters, each with a line end. Line ends of its own stay.
+std::string Wrapped(std::string_view text, std::size_t width);
 
 } // namespace kiv

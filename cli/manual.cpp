@@ -13,6 +13,8 @@ namespace kiv {
 
 namespace {
 
+constexpr std::string_view kManualDate = "2026-11-21"; // of the texts, whatever day it is made
+
 /// The definitions, filled by no call.
 struct Definitions {
     Definitions() { DefineCalls(app, call, given); }
@@ -37,8 +39,12 @@ std::string Roff(std::string_view text)
             plain += "\\e";
         else if (c == '-')
             plain += "\\-";
-        else if (line_start && (c == '.' || c == '\''))
-            plain.append("\\&").append(1, c);
+        else if (c == '\'')
+            plain += "\\(aq"; // straight, to be copied
+        else if (c == '~')
+            plain += "\\(ti";
+        else if (line_start && c == '.')
+            plain += "\\&.";
         else
             plain += c;
         line_start = c == '\n';
@@ -46,11 +52,19 @@ std::string Roff(std::string_view text)
     return plain;
 }
 
+/// Short enough to be read in the source, with what is made plain.
+std::string Lines(std::string_view text)
+{
+    return Roff(Wrapped(text, 72));
+}
+
 void AddParagraphs(std::string& page, std::string_view text)
 {
+    bool is_first = true;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find("\n\n"), text.size());
-        page.append(".PP\n").append(Roff(text.substr(0, end))).append("\n");
+        page.append(is_first ? "" : ".PP\n").append(Lines(text.substr(0, end)));
+        is_first = false;
         text.remove_prefix(std::min(end + 2, text.size()));
     }
 }
@@ -125,17 +139,18 @@ std::string ModeWords()
 std::string ManualPage()
 {
     const Definitions definitions;
-    std::string page = ".TH KIV\\-CLI 1 \"\" \"kiv " KIV_VERSION "\" \"User Commands\"\n.SH NAME\n";
+    std::string page = ".TH KIV\\-CLI 1 ";
+    page.append(kManualDate).append(" \"kiv " KIV_VERSION "\" \"User Commands\"\n.SH NAME\n");
     page.append(Roff(kProgram)).append(" \\- ").append(Roff(kSummary));
     page.append("\n.SH SYNOPSIS\n.B kiv\\-cli\n[\\fIOPTIONS\\fR] \\fICOMMAND\\fR ...\n");
-    page.append(".SH DESCRIPTION\n").append(Roff(kAbout)).append("\n.SH OPTIONS\n");
+    page.append(".SH DESCRIPTION\n").append(Lines(kAbout)).append(".SH OPTIONS\n");
     AddOptions(page, definitions.app);
     page.append(".SH COMMANDS\n");
     for (const CLI::App* command : definitions.Commands()) {
         const CommandText& text = TextOf(command->get_name());
         page.append(".SS \"").append(Roff(text.name)).append(" ").append(Roff(text.synopsis));
-        page.append("\"\n").append(Roff(text.about)).append(".\n");
-        page.append(Roff(text.details)).append("\n");
+        page.append("\"\n").append(Lines(std::string(text.about) + "."));
+        page.append(Lines(text.details));
         AddOptions(page, *command);
     }
     for (const Topic& topic : Topics()) {

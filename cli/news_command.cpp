@@ -86,15 +86,18 @@ void AddNewsCommand(CLI::App& app, Call& call)
     AddValue(*command, "--site", options->site, "N", "Number of the site, from 1")->required();
     AddValue(*command, "--name", options->name, "NAME", "Name of the .txt file, without .txt")
         ->required();
-    AddValue(*command, "--date", options->date, "D", "\"Date\"");
-    AddValue(*command, "--title", options->title, "T", "\"Title\"");
-    AddValue(*command, "--newspaper", options->newspaper, "P", "\"Newspaper\"");
-    AddValue(*command, "--byline", options->byline, "B", "\"Byline\"");
-    AddValue(*command, "--subhead", options->subhead, "S", "\"subhead\"");
-    AddValue(*command, "--lead", options->lead, "FILE", "A lead sentence, set in bold");
-    AddValue(*command, "--text", options->text, "FILE", "The article")->required();
-    AddSwitch(*command, "--single-spaced", options->single_spaced, "\"Text is single spaced\"");
-    AddSwitch(*command, "--as-is", options->as_is, "\"Text as is\"");
+    AddValue(*command, "--date", options->date, "D", "Date of the item (default: read from NAME)");
+    AddValue(*command, "--title", options->title, "T", "Title of the item");
+    AddValue(*command, "--newspaper", options->newspaper, "P",
+             "Newspaper (default: read from NAME)");
+    AddValue(*command, "--byline", options->byline, "B", "Who wrote it");
+    AddValue(*command, "--subhead", options->subhead, "S", "Subhead");
+    AddValue(*command, "--lead", options->lead, "FILE",
+             "A lead sentence, a text file; set in bold");
+    AddValue(*command, "--text", options->text, "FILE", "The article, a text file")->required();
+    AddSwitch(*command, "--single-spaced", options->single_spaced,
+              "Each line of the article is a paragraph");
+    AddSwitch(*command, "--as-is", options->as_is, "The article is HTML already");
 }
 
 } // namespace kiv

@@ -18,7 +18,7 @@ void AddBuild(CLI::App& app, Call& call)
         };
     });
     AddDirectory(*command, call);
-    AddSwitch(*command, "--eoy", *eoy, "Switch the New Year blocks on");
+    AddSwitch(*command, "--eoy", *eoy, "Keep the New Year text between @@EOY lines");
 }
 
 void AddGroup(CLI::App& app, Call& call)

@@ -68,7 +68,8 @@ void AddConvert(CLI::App& app, Call& call)
         call.run = [options](CallDesk& desk) { RunConvert(desk, *options); };
     });
     AddValue(*command, "--mode", options->mode, "MODE", "The conversion (default: e-mail to HTML)");
-    AddSwitch(*command, "--links-list", options->boxes.links_list, "\"No <p> (links list)\"");
+    AddSwitch(*command, "--links-list", options->boxes.links_list,
+              "No paragraph tags, for a list of links");
     AddSwitch(*command, "--single-spaced", options->boxes.single_spaced,
               "Each line is a paragraph");
     AddSwitch(*command, "--poetry-p", options->boxes.poetry_p,

@@ -45,6 +45,21 @@ TEST_F(Definitions, EverySynopsisHasTheOptionsThatThereAre)
     EXPECT_EQ(commands, CommandTexts().size());
 }
 
+TEST(Manual, IsWellFormed)
+{
+    const std::string page = ManualPage();
+    std::istringstream lines(page);
+    std::string before;
+    for (std::string line; std::getline(lines, line); before = line) {
+        EXPECT_LE(line.size(), line.starts_with(".SS") ? 200U : 80U) << line;
+        EXPECT_FALSE(line.empty());
+        EXPECT_FALSE(line == ".PP" && before.starts_with(".SH")) << before;
+        EXPECT_FALSE(line.starts_with("'")) << line;
+    }
+    EXPECT_THAT(page, HasSubstr("\n  kiv\\-cli build \\(ti/sites/museum\n"));
+    EXPECT_THAT(page, HasSubstr("\\-\\-prefix \\(aq!!1\\(aq < rows.txt\n"));
+}
+
 TEST(Manual, NamesEveryCommandAndOption)
 {
     const std::string page = ManualPage();
