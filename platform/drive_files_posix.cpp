@@ -296,7 +296,9 @@ void PosixDriveFiles::RenameFile(std::string_view from, std::string_view to)
     const std::optional<std::string> folder = names_.Folder(FolderOf(target));
     if (!folder)
         Refuse("rename to", target, "no such folder");
-    const std::string new_name = JoinNative(*folder, ToUtf8(NameOf(target)));
+    // Characters outside the code page stay what they are; only the text of the name has changed.
+    const std::string new_name =
+        JoinNative(*folder, ToUtf8Keeping(NameOf(target), NativeNameOf(old_name)));
     if (new_name == old_name)
         return;
     bool own_case = false; // the file itself is the one whose name differs in case only

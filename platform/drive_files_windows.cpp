@@ -265,7 +265,12 @@ void WindowsDriveFiles::RenameFile(std::string_view from, std::string_view to)
     if (!FileExists(source))
         Refuse("rename", source, "no such file");
     const std::wstring old_name = Native(source);
-    const std::wstring new_name = std::wstring(kLongPath) + WideText(target);
+    // Characters outside the code page stay what they are; only the text of the name has changed.
+    const std::string old_utf8 = Utf8FromWide(old_name.substr(old_name.rfind(L'\\') + 1));
+    std::wstring new_name = Native(std::string(FolderOf(target)));
+    if (!new_name.ends_with(L'\\'))
+        new_name += L'\\';
+    new_name += WideFromUtf8(ToUtf8Keeping(NameOf(target), old_utf8));
     if (old_name == new_name || ::MoveFileExW(old_name.c_str(), new_name.c_str(), 0) != 0)
         return;
     const DWORD error = ::GetLastError();

@@ -1,5 +1,7 @@
 #include "text/windows1252.h"
 
+#include "text/text.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -178,6 +180,21 @@ std::string FromUtf8(std::string_view utf8)
         utf8.remove_prefix(std::max<std::size_t>(next.size, 1));
     }
     return text;
+}
+
+std::string ToUtf8Keeping(std::string_view text, std::string_view original)
+{
+    std::string utf8 = ToUtf8(text);
+    for (std::string_view rest = original; !rest.empty();) {
+        const std::string_view character =
+            rest.substr(0, std::max<std::size_t>(DecodeUtf8(rest).size, 1));
+        rest.remove_prefix(character.size());
+        const std::string reference = FromUtf8(character);
+        // A reference that the original itself has cannot be told from one that was put in.
+        if (reference.size() > 1 && !Contains(original, reference))
+            ReplaceEach(utf8, reference, character);
+    }
+    return utf8;
 }
 
 } // namespace kiv

@@ -27,4 +27,8 @@ std::string ToUtf8(std::string_view text);
 /// so nothing is lost.
 std::string FromUtf8(std::string_view utf8);
 
+/// Windows-1252 to UTF-8, for a text that was made from `original` (UTF-8): a reference that
+/// FromUtf8 put in place of a character of `original` becomes that character again.
+std::string ToUtf8Keeping(std::string_view text, std::string_view original);
+
 } // namespace kiv

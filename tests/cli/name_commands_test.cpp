@@ -72,6 +72,20 @@ TEST_F(NameCommands, NamesOutsideTheCodePage)
     EXPECT_EQ(Content("site/-#20013;-\xC3\xA9.jpg"), "1");
 }
 
+TEST_F(NameCommands, CharactersOutsideTheCodePageSurviveARenaming)
+{
+    std::string many; // 240 bytes, 640 as references
+    for (int i = 0; i < 80; ++i)
+        many += "\xE4\xB8\xAD";
+    Put("site/" + many + ".gif", "1");
+    const std::string report = Keep(Call({"--json", "thumb-names", "C:\\site"}).out);
+    EXPECT_EQ(NamesIn("site"), (Texts{many + "_t.gif"}));
+    EXPECT_EQ(Call({"rename", "C:\\site", "_t", "\xE5", "--dry-run"}).code, 0);
+    EXPECT_EQ(Call({"undo-renames", "C:\\site", "--report", report}).code, 0);
+    EXPECT_EQ(NamesIn("site"), (Texts{many + ".gif"}));
+    EXPECT_EQ(Content("site/" + many + ".gif"), "1");
+}
+
 TEST_F(NameCommands, ADryRunTellsWhatWouldStopTheRun)
 {
     Put("site/a 1", "");

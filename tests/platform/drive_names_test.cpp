@@ -190,6 +190,25 @@ TEST_F(DriveNames, NamesOutsideTheCodePageAreFoundByTheirReferences)
     EXPECT_EQ(Content("a.jpg"), "small");
 }
 
+TEST_F(DriveNames, ALongNameOutsideTheCodePageIsFoundThoughItsReferencesAreTooLong)
+{
+    std::string native; // 240 bytes
+    std::string text;   // 640
+    for (int i = 0; i < 80; ++i) {
+        native += "\xE4\xB8\xAD";
+        text += "&#20013;";
+    }
+    Put(native, "1");
+    EXPECT_TRUE(files->FileExists(text));
+    EXPECT_EQ(files->ReadFile(text), "1");
+    files->WriteFile(text, "2");
+    EXPECT_EQ(Content(native), "2");
+    EXPECT_THAT(ErrorOf([&] { files->WriteFile(text + "x", "3"); }),
+                testing::HasSubstr("too long"));
+    files->DeleteFile(text);
+    EXPECT_FALSE(files->FileExists(text));
+}
+
 TEST_F(DriveNames, ListingsHaveTheirOrderAndLeaveNothingOut)
 {
     for (const char* name : {"cat_t.jpg", "cats.jpg", "cat.jpg", "cat-2.jpg", "CAT.JPG", ".hidden",

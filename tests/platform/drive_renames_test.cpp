@@ -20,6 +20,21 @@ TEST_F(DriveRenames, AFileTakesTheNameAsWritten)
     EXPECT_EQ(Content("a-b.txt"), "1");
 }
 
+TEST_F(DriveRenames, CharactersOutsideTheCodePageStay)
+{
+    Put("\xE4\xB8\xAD.jpg", "1"); // U+4E2D
+    files->RenameFile("&#20013;.jpg", "&#20013;_t.jpg");
+    EXPECT_EQ(NamesIn(), (Names{"\xE4\xB8\xAD_t.jpg"}));
+    files->RenameFile("&#20013;_t.jpg", "&#20013;.JPG");
+    EXPECT_EQ(NamesIn(), (Names{"\xE4\xB8\xAD.JPG"}));
+    Put("&#20013;.gif", "2"); // this name itself is free, but not its text
+    Put("\xE4\xB8\xAD.png", "3");
+    files->Refresh();
+    EXPECT_THAT(ErrorOf([&] { files->RenameFile("&#20013;.png", "&#20013;.gif"); }),
+                HasSubstr("target exists"));
+    EXPECT_EQ(Content("&#20013;.gif"), "2");
+}
+
 TEST_F(DriveRenames, ATakenNameIsNeverOverwritten)
 {
     Put("a b.txt", "1");

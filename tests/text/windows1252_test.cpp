@@ -115,6 +115,29 @@ TEST(Windows1252, FromUtf8LosesNothing)
         EXPECT_EQ(FromUtf8(row.utf8), row.bytes);
 }
 
+struct KeepingRow {
+    const char* text;
+    const char* original;
+    const char* utf8;
+};
+
+TEST(Windows1252, ReferencesOfTheOriginalBecomeItsCharactersAgain)
+{
+    const std::vector<KeepingRow> rows = {
+        {"&#20013;_t.jpg", "\xE4\xB8\xAD.jpg", "\xE4\xB8\xAD_t.jpg"},
+        {"&#20013;&#128512;&#20013;", "\xE4\xB8\xAD \xF0\x9F\x98\x80",
+         "\xE4\xB8\xAD\xF0\x9F\x98\x80\xE4\xB8\xAD"},
+        {"&#20013;\xE9", "x", "&#20013;\xC3\xA9"},                        // not from there
+        {"&#20014;", "\xE4\xB8\xAD", "&#20014;"},                         // another
+        {"-#20013;", "\xE4\xB8\xAD", "-#20013;"},                         // changed
+        {"&#20013;&#20013;", "&#20013;\xE4\xB8\xAD", "&#20013;&#20013;"}, // which one?
+        {"a\xE9", "a\xE9", "a\xC3\xA9"},                                  // no UTF-8 before
+        {"", "\xE4\xB8\xAD", ""},
+    };
+    for (const KeepingRow& row : rows)
+        EXPECT_EQ(ToUtf8Keeping(row.text, row.original), row.utf8);
+}
+
 TEST(Windows1252, CodePoints)
 {
     EXPECT_EQ(CodePoint('A'), U'A');
