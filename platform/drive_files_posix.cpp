@@ -71,6 +71,7 @@ class PosixDriveFiles : public DriveFiles {
     }
 
     bool FolderExists(std::string_view path) override;
+    bool NameIsTaken(std::string_view path) override;
     FileStamp Stamp(std::string_view path) override;
     std::string ReadFile(std::string_view path) override;
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override;
@@ -103,6 +104,16 @@ bool PosixDriveFiles::FolderExists(std::string_view path)
 {
     const std::string absolute = Absolute(path);
     return !absolute.empty() && names_.Folder(absolute).has_value();
+}
+
+bool PosixDriveFiles::NameIsTaken(std::string_view path)
+{
+    const std::string absolute = Absolute(path);
+    State state{};
+    std::string native;
+    return !absolute.empty() && names_.Reach(absolute, native, [&](const std::string& place) {
+        return StateOfName(place, state);
+    }) == 0;
 }
 
 FileStamp PosixDriveFiles::Stamp(std::string_view path)

@@ -45,6 +45,11 @@ class Files {
     virtual bool FileExists(std::string_view path) = 0;
     /// A folder is there. Never throws.
     virtual bool FolderExists(std::string_view path) = 0;
+    /// Something bears this name, if only a link to nothing. Never throws.
+    virtual bool NameIsTaken(std::string_view path)
+    {
+        return FileExists(path) || FolderExists(path);
+    }
     /// The state of a file; `exists` is false where there is none. Never throws.
     virtual FileStamp Stamp(std::string_view path) = 0;
 

@@ -125,8 +125,10 @@ class ImaginedFolder : public Folder {
     {
         const std::string old_name = UpperCase(rename.from);
         const std::string new_name = UpperCase(rename.to);
+        // What is neither a file nor a folder, as a link to nothing, takes a name, too.
+        const bool is_listed = taken_.count(new_name) > 0;
         const int others = taken_[new_name] - (new_name == old_name ? 1 : 0);
-        if (others > 0)
+        if (others > 0 || (!is_listed && files_.NameIsTaken(PathOf(rename.to))))
             Refuse(rename, "target exists");
         names_.erase(names_.find({old_name, rename.from}));
         --taken_[old_name];

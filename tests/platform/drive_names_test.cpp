@@ -75,6 +75,17 @@ TEST_F(DriveNames, OnlyAPlainFileIsAFile)
     EXPECT_FALSE(files->FolderExists(with_nul));
 }
 
+TEST_F(DriveNames, WhateverBearsANameTakesIt)
+{
+    Put("File");
+    std::filesystem::create_directory(root + "/Folder");
+    std::filesystem::create_symlink("nowhere", root + "/Link");
+    for (const char* name : {"File", "file", "FOLDER", "folder\\", "Link", "C:\\LINK"})
+        EXPECT_TRUE(files->NameIsTaken(name)) << name;
+    for (const char* name : {"nowhere", "X:\\File", "\\\\server\\File", "Folder\\File"})
+        EXPECT_FALSE(files->NameIsTaken(name)) << name;
+}
+
 TEST_F(DriveNames, AServerOrAnUnmappedDriveIsNoPlace)
 {
     for (const char* path : {"\\\\server\\share\\a.txt", "Q:\\a.txt"}) {

@@ -194,6 +194,21 @@ TEST_F(RenamingFiles, ADryRunForetellsTheRun)
     }
 }
 
+TEST_F(RenamingFiles, ADryRunSeesALinkToNothing)
+{
+    PutNames({"a b", "c d"});
+    std::filesystem::create_symlink("nowhere", Native("site") / "C-D");
+    const std::optional<RunError> foretold =
+        workspace.Run([&] { workspace.dodirfix(Renaming::dry_run); });
+    const Renames plan = workspace.Renamed;
+    ASSERT_TRUE(foretold);
+    EXPECT_THAT(foretold->text, AllOf(HasSubstr("c d"), HasSubstr("target exists")));
+    const std::optional<RunError> error = workspace.Run([&] { workspace.dodirfix(); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->text, foretold->text);
+    EXPECT_EQ(workspace.Renamed, plan);
+}
+
 TEST_F(RenamingFiles, ADryRunForetellsThumbnails)
 {
     PutNames({"a.gif", "a.gif_t.jpg", "b.jpg", "B_T.jpg"});
