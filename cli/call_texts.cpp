@@ -46,7 +46,7 @@ constexpr std::array kCommandTexts = std::to_array<CommandText>({
     {"undo-renames", "[DIR] --report FILE", "Put the names of a renamer's report back",
      "FILE is what fix-names, thumb-names or rename printed with --json in the same DIR. The last "
      "rename is undone first. Nothing is ever overwritten: the run stops at the first name that is "
-     "taken and at the first file that is gone."},
+     "taken and at the first file that is gone. Started again, it goes on from there."},
     {"dimensions", "START_WIDTH START_HEIGHT NEW_WIDTH NEW_HEIGHT",
      "Scale a picture's width and height in proportion (\"Calculate dimensions\")",
      "Prints the new width and the new height. Leave one of them empty ('') or 0 to have it "

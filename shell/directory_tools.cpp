@@ -220,8 +220,14 @@ void UndoRenames(Files& files, const Renames& renames, Renames& done)
                 throw RunError(ErrorKind::file,
                                "cannot rename " + name + ": a name has no folders");
     RealFolder folder(files);
-    for (const Rename& rename : std::views::reverse(renames))
-        folder.Apply({rename.to, rename.from}, done);
+    const std::string path = WithSeparator(files.CurrentDirectory());
+    for (const Rename& rename : std::views::reverse(renames)) {
+        // Put back already, by a run that was stopped: that one can be started again.
+        const bool is_back =
+            !files.FileExists(path + rename.to) && files.FileExists(path + rename.from);
+        if (!is_back)
+            folder.Apply({rename.to, rename.from}, done);
+    }
 }
 
 } // namespace kiv

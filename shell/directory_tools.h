@@ -49,8 +49,8 @@ enum class Renaming { real, dry_run };
 /// that is, or would be, impossible; those before it are done.
 void RenameFiles(Files& files, const RenamePasses& passes, Renaming renaming, Renames& done);
 
-/// Puts the names of `renames` back, last first, and adds each rename done to `done`. Throws
-/// RunError of kind `file` at the first that is impossible.
+/// Puts the names of `renames` back, last first, and adds each rename done to `done`. What was put
+/// back before is passed over. Throws RunError of kind `file` at the first that is impossible.
 void UndoRenames(Files& files, const Renames& renames, Renames& done);
 
 } // namespace kiv
