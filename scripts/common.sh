@@ -4,7 +4,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 root=$PWD
 
 build_packages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libstb-dev)
-test_packages=(libgtest-dev libgmock-dev libbenchmark-dev)
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev
+    chromium chromium-driver python3-selenium)
 lint_packages=(clang-format clang-tidy)
 
 say() { printf '\n== %s\n' "$*"; }

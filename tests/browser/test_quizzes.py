@@ -1,0 +1,177 @@
+"""Quizzes are played from the first question to the score."""
+
+import os
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+from browser import BrowserTest
+
+# Question, right answers, wrong answers, remark: as the page list of the example site has them.
+QUESTIONS = [
+    ("In which year was the Custom House clock set going?", {"1826"}, {"1688", "1867"},
+     "The lighthouse took ten years more."),
+    ("What was thought of a ship without a figurehead?", {"She was blind"},
+     {"She was fast", "She couldn't be sold"}, ""),
+    ("What does the keeper's stroke in the logbook mean?", {"A watch changed"},
+     {"A ship went by", "The ink ran out"}, ""),
+    ('Who is "Number 3"?', {"The pilot cutter Petrel"}, {"The tug Ondine", "The ferry Quill"}, ""),
+    ("Which of these can you board today?", {"The Curlew", "The second Ondine"},
+     {"The Constance", "The Good Hope"}, "They lie at the museum quay."),
+    ("How long is a pendulum that swings once each way in two seconds?", {"About one metre"},
+     {"About half a metre", "About two metres"}, ""),
+]
+
+
+class ScriptedQuiz(BrowserTest):
+    def start(self):
+        self.open("quiz.htm")
+        self.assertEqual(self.element("#quizbox").text, "")
+        self.link("QUIZ TIME: School quiz").click()
+
+    def choices(self):
+        return self.elements("#quizbox fieldset button")
+
+    def press(self, words):
+        next(b for b in self.choices() if b.text == words).click()
+
+    def press_next(self, words):
+        button = self.elements("#quizbox > button")[-1]
+        self.assertEqual(button.text, words)
+        button.click()
+
+    def play_question(self, number, answer_right):
+        question, right, wrong, remark = QUESTIONS[number]
+        self.assertEqual(self.element("#quizbox legend").text,
+                         f"{number + 1} of {len(QUESTIONS)}: {question}")
+        self.assertEqual(sorted(b.text for b in self.choices()), sorted(right | wrong))
+        pressed = min(right if answer_right else wrong)
+        self.press(pressed)
+
+        self.assertEqual({b.text for b in self.elements("#quizbox button.right")},
+                         {r + " (right)" for r in right})
+        self.assertEqual({b.text for b in self.elements("#quizbox button.wrong")},
+                         set() if answer_right else {pressed + " (wrong)"})
+        self.assertFalse(any(b.is_enabled() for b in self.choices()), "answered once only")
+        verdict = "Right!" if answer_right else "Not quite."
+        self.assertEqual(self.element("#quizbox p[role=status]").text,
+                         f"{verdict} {remark}".strip())
+        last = number + 1 == len(QUESTIONS)
+        self.press_next("Show my score" if last else "Next question")
+
+    def play(self, answers):
+        for number, answer_right in enumerate(answers):
+            self.play_question(number, answer_right)
+
+    def score(self):
+        self.assertEqual(self.choices(), [])
+        return self.element("#quizbox p[role=status]").text
+
+    def test_a_whole_quiz_right_and_wrong(self):
+        self.start()
+        self.play([True, False, True, True, False, True])
+        self.assertEqual(self.score(), "4 of 6 right.")
+        self.assertEqual(self.console_errors(), [])
+
+    def test_once_more_begins_at_nought(self):
+        self.start()
+        self.play([False] * 6)
+        self.assertEqual(self.score(), "0 of 6 right.")
+        self.press_next("Once more")
+        self.play([True] * 6)
+        self.assertEqual(self.score(), "6 of 6 right.")
+
+    def test_the_link_starts_anew_in_the_middle(self):
+        self.start()
+        self.play_question(0, True)
+        self.link("QUIZ TIME: School quiz").click()
+        self.play([False, True, True, False, False, False])
+        self.assertEqual(self.score(), "2 of 6 right.")
+
+
+class SelfCheck(BrowserTest):
+    """Radio buttons that write what they think of an answer into the box below."""
+
+    def feedback(self, number):
+        return self.element(f"textarea[name=feedback{number}]").get_property("value")
+
+    def choose(self, number, which):
+        self.elements(f"input[type=radio][name='{number}']")[which].click()
+
+    def test_answers_speak_in_the_box_of_their_question(self):
+        self.open("quiz.htm")
+        self.assertEqual([self.feedback(n) for n in (1, 2, 3)], ["", "", ""])
+        self.choose(1, 0)
+        self.assertEqual(self.feedback(1), "No. Coming in it\u2019s on the left; turn your boat "
+                         "round and think again.")
+        self.choose(1, 1)
+        self.assertEqual(self.feedback(1),
+                         "Yes! What is to port on the way in is to starboard on the way out.")
+        self.choose(2, 0)
+        self.assertEqual(self.feedback(2), 'The harbour master says: "Then take a good book with '
+                         'you, it\u2019s a long way down."')
+        self.choose(3, 2)
+        self.assertEqual(self.feedback(3), "Only on the Curlew.")
+        self.assertEqual(self.feedback(1)[:4], "Yes!", "the other boxes keep their words")
+        self.assertEqual(self.console_errors(), [])
+
+    def test_one_answer_a_question(self):
+        self.open("quiz.htm")
+        for which in (0, 1):
+            self.choose(2, which)
+            self.assertEqual(
+                [b.is_selected() for b in self.elements("input[type=radio][name='2']")],
+                [which == 0, which == 1])
+
+    def test_questions_and_headings(self):
+        self.open("quiz.htm")
+        self.assertEqual(
+            [b.text for b in self.elements("form p b")],
+            ["Question: You leave the harbour. On which side is the lighthouse?",
+             "Question: The storm flag is up. What do you do?",
+             "And a hard one. The glass is rising. What does that mean?"])
+
+
+class BothStyles(BrowserTest):
+    """The form in the plain style and in the boxed one, whose pictures belong to a site."""
+
+    LINES = ['Q: Which is "right"?', "The left|It isn't.", "The right|It is.", "</zuquiz2>"]
+
+    def form(self, kind):
+        html = subprocess.run([os.environ["KIV_QUIZ_FORM"], str(kind)], check=True,
+                              input="\n".join(self.LINES) + "\n", capture_output=True,
+                              encoding="cp1252").stdout
+        folder = tempfile.TemporaryDirectory(prefix="kiv-quiz-")
+        self.addCleanup(folder.cleanup)
+        page = pathlib.Path(folder.name) / "quiz.htm"
+        page.write_text('<meta charset="windows-1252"><body>' + html, encoding="cp1252")
+        self.driver.get(page.as_uri())
+
+    def answer(self):
+        said = []
+        for button in self.elements("input[type=radio]"):
+            button.click()
+            said.append(self.element("textarea").get_property("value"))
+        return said
+
+    def test_plain(self):
+        self.form(1)
+        self.assertEqual(self.answer(), ["It isn\u2019t.", "It is."])
+        self.assertEqual(self.elements("td[bgcolor]"), [])
+
+    def test_boxed(self):
+        self.form(2)
+        self.assertEqual(self.answer(), ["It isn\u2019t.", "It is."])
+        colours = [cell.value_of_css_property("background-color")
+                   for cell in self.elements("td[bgcolor]")]
+        self.assertEqual(colours, ["rgba(110, 159, 14, 1)", "rgba(102, 153, 0, 1)",
+                                   "rgba(232, 244, 208, 1)"])
+        self.assertEqual(len(self.elements("td[bgcolor='#E8F4D0'] form textarea")), 1)
+        image = self.element("td[bgcolor='#6E9F0E'] img")
+        self.assertTrue(image.get_property("src").endswith(
+            "/images/wings/quiz3/checkyourknowledge.gif"))
+
+
+if __name__ == "__main__":
+    unittest.main()
