@@ -9,18 +9,14 @@ class EveryPage(BrowserTest):
     def test_no_script_error_and_every_image_drawn(self):
         pages = self.site.pages(".htm", ".html")
         self.assertGreater(len(pages), 60, "the site with its server copy and three sections")
+        self.driver.get_log("browser")
         for page in pages:
             with self.subTest(page):
-                self.open_fresh(page)
+                self.driver.get(self.site.address(page))
                 self.assertEqual(self.console_errors(), [])
                 self.assertEqual(self.script(
                     "return [...document.images].filter(i => !i.complete || !i.naturalWidth)"
                     ".map(i => i.src)"), [])
-
-    def open_fresh(self, page):
-        self.driver.get("about:blank")
-        self.driver.get_log("browser")
-        self.driver.get(self.site.address(page))
 
     def test_what_a_page_says_is_heard(self):
         # The two checks above see what they look for.

@@ -30,43 +30,47 @@ class ScriptedQuiz(BrowserTest):
         self.assertEqual(self.element("#quizbox").text, "")
         self.link("QUIZ TIME: School quiz").click()
 
-    def choices(self):
-        return self.elements("#quizbox fieldset button")
+    def shown(self):
+        """What the quiz shows, asked for at once."""
+        return self.script("""
+            const words = css => [...document.querySelectorAll('#quizbox ' + css)]
+                .map(element => element.innerText);
+            return {question: words('legend').join(), choices: words('fieldset button').sort(),
+                open: words('fieldset button:enabled').length, right: words('button.right').sort(),
+                wrong: words('button.wrong'), said: words('p[role=status]').join(),
+                next: words('> button')};""")
 
     def press(self, words):
-        next(b for b in self.choices() if b.text == words).click()
-
-    def press_next(self, words):
-        button = self.elements("#quizbox > button")[-1]
-        self.assertEqual(button.text, words)
-        button.click()
+        self.driver.find_element("xpath", f'//*[@id="quizbox"]//button[.="{words}"]').click()
 
     def play_question(self, number, answer_right):
         question, right, wrong, remark = QUESTIONS[number]
-        self.assertEqual(self.element("#quizbox legend").text,
-                         f"{number + 1} of {len(QUESTIONS)}: {question}")
-        self.assertEqual(sorted(b.text for b in self.choices()), sorted(right | wrong))
+        asked = {"question": f"{number + 1} of {len(QUESTIONS)}: {question}",
+                 "choices": sorted(right | wrong), "open": len(right | wrong),
+                 "right": [], "wrong": [], "said": "", "next": []}
+        self.assertEqual(self.shown(), asked)
+
         pressed = min(right if answer_right else wrong)
         self.press(pressed)
-
-        self.assertEqual({b.text for b in self.elements("#quizbox button.right")},
-                         {r + " (right)" for r in right})
-        self.assertEqual({b.text for b in self.elements("#quizbox button.wrong")},
-                         set() if answer_right else {pressed + " (wrong)"})
-        self.assertFalse(any(b.is_enabled() for b in self.choices()), "answered once only")
-        verdict = "Right!" if answer_right else "Not quite."
-        self.assertEqual(self.element("#quizbox p[role=status]").text,
-                         f"{verdict} {remark}".strip())
-        last = number + 1 == len(QUESTIONS)
-        self.press_next("Show my score" if last else "Next question")
+        marked_right = [words + " (right)" for words in right]
+        marked_wrong = [] if answer_right else [pressed + " (wrong)"]
+        unmarked = [words for words in wrong if words != pressed]
+        following = "Show my score" if number + 1 == len(QUESTIONS) else "Next question"
+        self.assertEqual(self.shown(), asked | {
+            "choices": sorted(marked_right + marked_wrong + unmarked), "open": 0,
+            "right": sorted(marked_right), "wrong": marked_wrong,
+            "said": f"{'Right!' if answer_right else 'Not quite.'} {remark}".strip(),
+            "next": [following]})
+        self.press(following)
 
     def play(self, answers):
         for number, answer_right in enumerate(answers):
             self.play_question(number, answer_right)
 
     def score(self):
-        self.assertEqual(self.choices(), [])
-        return self.element("#quizbox p[role=status]").text
+        shown = self.shown()
+        self.assertEqual((shown["choices"], shown["next"]), ([], ["Once more"]))
+        return shown["said"]
 
     def test_a_whole_quiz_right_and_wrong(self):
         self.start()
@@ -78,7 +82,7 @@ class ScriptedQuiz(BrowserTest):
         self.start()
         self.play([False] * 6)
         self.assertEqual(self.score(), "0 of 6 right.")
-        self.press_next("Once more")
+        self.press("Once more")
         self.play([True] * 6)
         self.assertEqual(self.score(), "6 of 6 right.")
 
