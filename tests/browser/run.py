@@ -12,13 +12,24 @@ NEEDED = {
 }
 
 
+def missing_packages():
+    return [name for name, is_there in NEEDED.items() if not is_there()]
+
+
+class NoBrowser(unittest.TestCase):
+    """Stands for all tests where there is nothing to look at pages with."""
+
+    def test_pages(self):
+        self.skipTest("no browser to look at pages with; install " + " ".join(missing_packages()))
+
+
 def main():
-    missing = [name for name, is_there in NEEDED.items() if not is_there()]
-    if missing:
-        print("skipped: no browser to look at the pages with; install " + " ".join(missing))
+    loader = unittest.defaultTestLoader
+    if missing_packages():
+        unittest.TextTestRunner(verbosity=2).run(loader.loadTestsFromTestCase(NoBrowser))
         return 77
     sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-    suite = unittest.defaultTestLoader.loadTestsFromNames(sys.argv[1:])
+    suite = loader.loadTestsFromNames(sys.argv[1:])
     return 0 if unittest.TextTestRunner(verbosity=2).run(suite).wasSuccessful() else 1
 
 

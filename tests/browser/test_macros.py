@@ -221,7 +221,8 @@ class MailLinks(BrowserTest):
 
     def assert_mail(self, page, words, address):
         self.open(page)
-        self.assertNotIn(address, (self.site.root / page).read_text("cp1252"))
+        source = (self.site.root / page).read_text("cp1252")
+        self.assertNotIn(address.partition("@")[0] + "@", source)
         link = self.link(words)
         self.assertEqual(link.get_dom_attribute("href"), "*")
         self.point_at(link)
