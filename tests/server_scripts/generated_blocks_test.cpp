@@ -1,20 +1,17 @@
 // Every block that a server-script directive stands for has the form of script that runs.
 #include "builder/server_scripts.h"
-#include "cli/run_cli.h"
 #include "tests/server_scripts/script_checker.h"
-#include "tests/support/folders.h"
+#include "tests/server_scripts/server_copy.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <sstream>
+#include <string>
 
 namespace kiv::test {
 namespace {
 
-namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -81,25 +78,7 @@ TEST(GeneratedBlocks, WhatTheAuthorBreaksIsSeen)
                 testing::Contains(HasSubstr("line 5: wanted")));
 }
 
-/// The server copy of the example site.
-class ExampleSite : public testing::Test {
-  protected:
-    static FileTree ServerCopy()
-    {
-        const TemporaryFolder folder;
-        fs::copy(KIV_EXAMPLE, folder.Path(), fs::copy_options::recursive);
-        std::istringstream in;
-        std::ostringstream out;
-        std::ostringstream err;
-        const CliSurroundings around{in, out, err, false,
-                                     [](const char*) { return std::optional<std::string>(); }};
-        EXPECT_EQ(RunCli({"--drive-c", folder.Path().string(), "group", "C:\\site"}, around), 0);
-        EXPECT_EQ(err.str(), "");
-        return ReadTree(folder.Path() / "site" / "asp");
-    }
-};
-
-TEST_F(ExampleSite, EveryPageOfTheServerCopyHoldsScriptThatRuns)
+TEST(ExampleSite, EveryPageOfTheServerCopyHoldsScriptThatRuns)
 {
     const FileTree pages = ServerCopy();
     std::string all;
