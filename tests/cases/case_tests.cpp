@@ -1,4 +1,4 @@
-// Makes a test of every case in every case file of this folder.
+// Makes a test of every case in every case file of a folder.
 #include "tests/cases/case_file.h"
 #include "tests/cases/case_run.h"
 
@@ -53,7 +53,7 @@ int main(int count, char** arguments)
     try {
         std::vector<std::filesystem::path> files;
         for (const auto& entry : std::filesystem::directory_iterator(KIV_CASES))
-            if (entry.path().extension() == ".cases")
+            if (entry.path().extension() == KIV_CASE_EXTENSION)
                 files.push_back(entry.path());
         std::sort(files.begin(), files.end());
         for (const std::filesystem::path& file : files)

@@ -1,0 +1,137 @@
+#include "docs/manual/generator/chapter_html.h"
+
+#include "docs/manual/generator/chapter.h"
+#include "docs/manual/generator/prose.h"
+#include "text/text.h"
+
+#include <map>
+
+namespace kiv::manual {
+
+namespace {
+
+constexpr std::string_view kOpenLine = "%{-}"; // no line end follows
+
+/// How a section of an example is shown.
+struct Form {
+    std::string_view label; // the section's rest follows it
+    bool source;            // of the left column
+    bool lines;             // its lines are shown; else its rest
+};
+
+const std::map<std::string_view, Form>& Forms()
+{
+    static const std::map<std::string_view, Form> forms = {
+        {"args", {"kiv-cli ", true, false}},
+        {"in", {"", true, true}},
+        {"folder", {"an empty folder: ", true, false}},
+        {"stdin", {"The clipboard", true, true}},
+        {"out", {"", false, true}},
+        {"absent", {"not there: ", false, false}},
+        {"message", {"Message", false, true}},
+        {"warning", {"Warning: ", false, false}},
+        {"status", {"Status: ", false, false}},
+        {"files", {"Files written", false, true}},
+        {"launched", {"Programs started", false, true}},
+        {"renamed", {"Renamed", false, true}},
+        {"result", {"The clipboard afterwards", false, true}},
+        {"error", {"The run stops: ", false, false}},
+    };
+    return forms;
+}
+
+int HexDigit(char c)
+{
+    const std::size_t at = std::string_view("0123456789ABCDEF").find(c);
+    return at == npos ? -1 : static_cast<int>(at);
+}
+
+/// "%{E9}" as the character of that code.
+std::string Decoded(std::string_view line)
+{
+    std::string text;
+    while (!line.empty()) {
+        const bool escape = line.size() >= 5 && line.starts_with("%{") && HexDigit(line[2]) >= 0 &&
+                            HexDigit(line[3]) >= 0 && line[4] == '}';
+        text += escape ? static_cast<char>(HexDigit(line[2]) * 16 + HexDigit(line[3])) : line[0];
+        line.remove_prefix(escape ? 5 : 1);
+    }
+    return text;
+}
+
+/// The lines as they are shown. Tabs get a mark of their own, since nobody sees them.
+std::string Shown(const Section& section)
+{
+    std::string html;
+    for (std::string_view line : section.lines) {
+        if (line.ends_with(kOpenLine))
+            line.remove_suffix(kOpenLine.size());
+        html += Escaped(Decoded(line)) + "\n";
+    }
+    ReplaceEach(html, "\t", "<span class=\"tab\">\t</span>");
+    return html;
+}
+
+class ExampleWriter {
+  public:
+    explicit ExampleWriter(bool steps) : steps_(steps) {}
+
+    std::string Write(const Example& example)
+    {
+        std::string source;
+        std::string outcome;
+        std::map<std::string, std::string> files;
+        for (const Section& section : example.sections) {
+            const Form& form = Forms().at(section.word);
+            (form.source ? source : outcome) += SectionHtml(section, form, files);
+        }
+        files_before_ = std::move(files);
+        std::string html = "<div class=\"example\" id=\"line" + Decimal(example.line) + "\">\n";
+        html.append("<h4>").append(InlineHtml(example.title)).append("</h4>\n");
+        html.append("<div class=\"source\">\n").append(source).append("</div>\n");
+        html.append("<div class=\"outcome\">\n").append(outcome).append("</div>\n</div>\n");
+        return html;
+    }
+
+  private:
+    std::string SectionHtml(const Section& section, const Form& form,
+                            std::map<std::string, std::string>& files)
+    {
+        const std::string label = Escaped(std::string(form.label) + Decoded(section.rest));
+        if (!form.lines)
+            return "<p class=\"" + section.word + "\">" + label + "</p>\n";
+        const std::string key = section.word + " " + section.rest;
+        const std::string shown = files[key] = Shown(section);
+        const auto before = files_before_.find(key);
+        const bool same = steps_ && before != files_before_.end() && before->second == shown;
+        const std::string pre = "<pre class=\"" + section.word + "\" data-name=\"" +
+                                Escaped(section.rest) + "\">" + shown + "</pre>";
+        if (same)
+            return "<details><summary>" + label + " (as before)</summary>" + pre + "</details>\n";
+        return "<div class=\"file\"><div class=\"name\">" + label + "</div>" + pre + "</div>\n";
+    }
+
+    bool steps_;
+    std::map<std::string, std::string> files_before_;
+};
+
+} // namespace
+
+std::string ChapterHtml(std::string_view text)
+{
+    constexpr std::string_view kSteps = "!steps\n";
+    const bool steps = text.starts_with(kSteps);
+    std::vector<Block> blocks = ReadChapter(text);
+    if (steps)
+        blocks.front().prose.front().clear();
+    ExampleWriter examples(steps);
+    std::string html;
+    for (const Block& block : blocks) {
+        html += ProseHtml(block.prose);
+        for (const Example& example : block.example)
+            html += examples.Write(example);
+    }
+    return html;
+}
+
+} // namespace kiv::manual

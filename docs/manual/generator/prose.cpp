@@ -1,0 +1,216 @@
+#include "docs/manual/generator/prose.h"
+
+#include "text/text.h"
+#include "text/windows1252.h"
+
+namespace kiv::manual {
+
+namespace {
+
+constexpr std::string_view kIndent = "    ";
+
+/// What a line is by its head.
+enum class Kind { empty, heading, subheading, item, row, code, text };
+
+Kind KindOf(std::string_view line)
+{
+    if (Trim(line).empty())
+        return Kind::empty;
+    if (line.starts_with("# "))
+        return Kind::heading;
+    if (line.starts_with("## "))
+        return Kind::subheading;
+    if (line.starts_with("- "))
+        return Kind::item;
+    if (line.starts_with("| "))
+        return Kind::row;
+    return line.starts_with(kIndent) ? Kind::code : Kind::text;
+}
+
+std::string Heading(std::string_view tag, std::string_view text)
+{
+    const std::string name(tag);
+    return "<" + name + " id=\"" + HeadingId(text) + "\">" + InlineHtml(text) + "</" + name + ">\n";
+}
+
+/// The cells of a row: parted by " | ", but not inside code.
+std::vector<std::string> Cells(std::string_view row)
+{
+    std::vector<std::string> cells(1);
+    bool code = false;
+    row.remove_prefix(2);
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        code ^= row[i] == '`';
+        if (!code && row.substr(i).starts_with(" | ")) {
+            cells.emplace_back();
+            i += 2;
+        } else {
+            cells.back() += row[i];
+        }
+    }
+    return cells;
+}
+
+/// Goes through lines and takes what belongs together.
+class ProseWriter {
+  public:
+    explicit ProseWriter(const std::vector<std::string>& lines) : lines_(lines) {}
+
+    std::string Write()
+    {
+        while (at_ < lines_.size())
+            WriteBlock();
+        return html_;
+    }
+
+  private:
+    void WriteBlock()
+    {
+        const std::string_view line = lines_[at_];
+        switch (KindOf(line)) {
+        case Kind::empty:
+            ++at_;
+            break;
+        case Kind::heading:
+            html_ += Heading("h2", line.substr(2));
+            ++at_;
+            break;
+        case Kind::subheading:
+            html_ += Heading("h3", line.substr(3));
+            ++at_;
+            break;
+        case Kind::item:
+            WriteItems();
+            break;
+        case Kind::row:
+            WriteTable();
+            break;
+        case Kind::code:
+            WriteCode();
+            break;
+        case Kind::text:
+            html_ += "<p>" + InlineHtml(Joined()) + "</p>\n";
+            break;
+        }
+    }
+
+    bool Is(Kind kind) const { return at_ < lines_.size() && KindOf(lines_[at_]) == kind; }
+
+    /// The line and those that go on with it: plain text, at most two blanks in.
+    std::string Joined()
+    {
+        std::string text = lines_[at_++];
+        while (Is(Kind::text))
+            text.append(" ").append(Trim(lines_[at_++]));
+        return text;
+    }
+
+    void WriteItems()
+    {
+        html_ += "<ul>\n";
+        while (Is(Kind::item))
+            html_ += "<li>" + InlineHtml(Joined().substr(2)) + "</li>\n";
+        html_ += "</ul>\n";
+    }
+
+    void WriteTable()
+    {
+        html_ += "<div class=\"wide\"><table>\n";
+        for (const char* tag = "th"; Is(Kind::row); tag = "td") {
+            html_ += "<tr>";
+            for (const std::string& cell : Cells(lines_[at_++]))
+                html_.append("<")
+                    .append(tag)
+                    .append(">")
+                    .append(InlineHtml(cell))
+                    .append("</")
+                    .append(tag)
+                    .append(">");
+            html_ += "</tr>\n";
+        }
+        html_ += "</table></div>\n";
+    }
+
+    void WriteCode()
+    {
+        html_ += "<pre>";
+        for (bool first = true; Is(Kind::code); first = false)
+            html_ += (first ? "" : "\n") + Escaped(lines_[at_++].substr(kIndent.size()));
+        html_ += "</pre>\n";
+    }
+
+    const std::vector<std::string>& lines_;
+    std::size_t at_ = 0;
+    std::string html_;
+};
+
+} // namespace
+
+std::string Escaped(std::string_view text)
+{
+    std::string html;
+    for (const char c : text) {
+        const auto code = CodePoint(c);
+        if (c == '&')
+            html += "&amp;";
+        else if (c == '<')
+            html += "&lt;";
+        else if (c == '>')
+            html += "&gt;";
+        else if (c == '"')
+            html += "&quot;";
+        else if (code > 0x7E || (code < 0x20 && c != '\t' && c != '\n'))
+            html += "&#" + Decimal(static_cast<long long>(code)) + ";";
+        else
+            html += c;
+    }
+    return html;
+}
+
+std::string InlineHtml(std::string_view text)
+{
+    std::string html;
+    while (!text.empty()) {
+        const std::size_t code_end = text[0] == '`' ? text.find('`', 1) : npos;
+        const std::size_t strong_end = text.starts_with("**") ? text.find("**", 2) : npos;
+        const std::size_t words_end = text[0] == '[' ? text.find("](") : npos;
+        if (code_end != npos) {
+            html += "<code>" + Escaped(text.substr(1, code_end - 1)) + "</code>";
+            text.remove_prefix(code_end + 1);
+        } else if (strong_end != npos) {
+            html += "<strong>" + InlineHtml(text.substr(2, strong_end - 2)) + "</strong>";
+            text.remove_prefix(strong_end + 2);
+        } else if (words_end != npos) {
+            const std::size_t end = text.find(')', words_end);
+            html += "<a href=\"" + Escaped(text.substr(words_end + 2, end - words_end - 2)) +
+                    "\">" + InlineHtml(text.substr(1, words_end - 1)) + "</a>";
+            text.remove_prefix(end + 1);
+        } else {
+            html += Escaped(text.substr(0, 1));
+            text.remove_prefix(1);
+        }
+    }
+    return html;
+}
+
+std::string ProseHtml(const std::vector<std::string>& lines)
+{
+    return ProseWriter(lines).Write();
+}
+
+std::string HeadingId(std::string_view heading)
+{
+    std::string id;
+    for (const char c : LowerCase(heading)) {
+        const bool word = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+        if (word)
+            id += c;
+        else if (!id.empty() && !id.ends_with('-'))
+            id += '-';
+    }
+    if (id.ends_with('-'))
+        id.pop_back();
+    return id;
+}
+
+} // namespace kiv::manual
