@@ -46,28 +46,38 @@ int HexDigit(char c)
     return at == npos ? -1 : static_cast<int>(at);
 }
 
-/// "%{E9}" as the character of that code.
+/// "%{E9}" or "%{0D0A}" as the characters of those codes.
 std::string Decoded(std::string_view line)
 {
     std::string text;
     while (!line.empty()) {
-        const bool escape = line.size() >= 5 && line.starts_with("%{") && HexDigit(line[2]) >= 0 &&
-                            HexDigit(line[3]) >= 0 && line[4] == '}';
-        text += escape ? static_cast<char>(HexDigit(line[2]) * 16 + HexDigit(line[3])) : line[0];
-        line.remove_prefix(escape ? 5 : 1);
+        const std::size_t end = line.starts_with("%{") ? line.find('}') : npos;
+        const std::string_view codes = end == npos ? std::string_view{} : line.substr(2, end - 2);
+        std::string bytes;
+        for (std::size_t i = 0; i + 1 < codes.size(); i += 2)
+            if (HexDigit(codes[i]) >= 0 && HexDigit(codes[i + 1]) >= 0)
+                bytes += static_cast<char>(HexDigit(codes[i]) * 16 + HexDigit(codes[i + 1]));
+        const bool escape = !codes.empty() && bytes.size() * 2 == codes.size();
+        text += escape ? bytes : std::string(1, line[0]);
+        line.remove_prefix(escape ? end + 1 : 1);
     }
     return text;
 }
 
-/// The lines as they are shown. Tabs get a mark of their own, since nobody sees them.
+/// The lines as they are shown. Tabs get a mark of their own, since nobody sees them; a picture is
+/// no text.
 std::string Shown(const Section& section)
 {
-    std::string html;
+    std::string text;
     for (std::string_view line : section.lines) {
         if (line.ends_with(kOpenLine))
             line.remove_suffix(kOpenLine.size());
-        html += Escaped(Decoded(line)) + "\n";
+        text += Decoded(line) + "\n";
     }
+    if (Contains(text, std::string_view("\0", 1)))
+        return "(a picture)\n";
+    std::erase(text, '\r');
+    std::string html = Escaped(text);
     ReplaceEach(html, "\t", "<span class=\"tab\">\t</span>");
     return html;
 }
