@@ -82,6 +82,12 @@ std::string Shown(const Section& section)
     return html;
 }
 
+/// A line end at the very beginning of a pre element is not shown: it needs another one.
+const char* FirstLineEnd(std::string_view shown)
+{
+    return shown.starts_with('\n') ? "\n" : "";
+}
+
 class ExampleWriter {
   public:
     explicit ExampleWriter(bool steps) : steps_(steps) {}
@@ -107,15 +113,18 @@ class ExampleWriter {
     std::string SectionHtml(const Section& section, const Form& form,
                             std::map<std::string, std::string>& files)
     {
-        const std::string label = Escaped(std::string(form.label) + Decoded(section.rest));
+        std::string label = Escaped(std::string(form.label) + Decoded(section.rest));
         if (!form.lines)
             return "<p class=\"" + section.word + "\">" + label + "</p>\n";
         const std::string key = section.word + " " + section.rest;
         const std::string shown = files[key] = Shown(section);
+        if (shown.empty())
+            label += " (empty)";
         const auto before = files_before_.find(key);
         const bool same = steps_ && before != files_before_.end() && before->second == shown;
         const std::string pre = "<pre class=\"" + section.word + "\" data-name=\"" +
-                                Escaped(section.rest) + "\">" + shown + "</pre>";
+                                Escaped(section.rest) + "\">" + FirstLineEnd(shown) + shown +
+                                "</pre>";
         if (same)
             return "<details><summary>" + label + " (as before)</summary>" + pre + "</details>\n";
         return "<div class=\"file\"><div class=\"name\">" + label + "</div>" + pre + "</div>\n";
