@@ -70,9 +70,12 @@ std::string Shown(const Section& section)
 {
     std::string text;
     for (std::string_view line : section.lines) {
-        if (line.ends_with(kOpenLine))
+        const bool open = line.ends_with(kOpenLine);
+        if (open)
             line.remove_suffix(kOpenLine.size());
-        text += Decoded(line) + "\n";
+        text += Decoded(line);
+        if (!open || !text.ends_with('\n'))
+            text += '\n';
     }
     if (Contains(text, std::string_view("\0", 1)))
         return "(a picture)\n";
