@@ -1,0 +1,29 @@
+// What a side window needs of the main window: the one place where commands run.
+#pragma once
+
+#include "shell/workspace.h"
+
+#include <functional>
+#include <string_view>
+
+namespace kiv {
+
+class CommandDesk {
+  public:
+    CommandDesk() = default;
+    CommandDesk(const CommandDesk&) = delete;
+    CommandDesk& operator=(const CommandDesk&) = delete;
+    virtual ~CommandDesk() = default;
+
+    virtual Workspace& workspace() = 0;
+
+    /// Runs an operation of the workspace as a command: the buttons of every window are off
+    /// meanwhile, its fatal error is shown in a box, and the main window shows the new state
+    /// afterwards. False when it failed, or when a command is running already.
+    virtual bool Run(const std::function<void()>& operation) = 0;
+
+    /// A modal message box, as the reporter shows it.
+    virtual void ShowMessage(std::string_view text) = 0;
+};
+
+} // namespace kiv

@@ -1,0 +1,59 @@
+#include "desktop/qt_text.h"
+
+#include "text/windows1252.h"
+
+#include <QPlainTextEdit>
+#include <QTextDocument>
+
+namespace kiv {
+
+QString ToQt(std::string_view text)
+{
+    return ToQtNative(ToUtf8(text));
+}
+
+std::string FromQt(const QString& text)
+{
+    return FromUtf8(FromQtNative(text));
+}
+
+QString ToQtNative(std::string_view utf8)
+{
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+std::string FromQtNative(const QString& path)
+{
+    return path.toStdString();
+}
+
+QString ToCaption(std::string_view caption, int mnemonic)
+{
+    QString shown = ToQt(caption);
+    shown.replace(QStringLiteral("&&"), QStringLiteral("&"));
+    QString text;
+    for (int i = 0; i < shown.size(); ++i) {
+        if (i == mnemonic)
+            text += u'&';
+        text += shown[i];
+        if (shown[i] == u'&')
+            text += u'&';
+    }
+    return text;
+}
+
+std::string FieldText(const QPlainTextEdit& field)
+{
+    // The plain text would have blanks for no-break spaces.
+    QString text = field.document()->toRawText();
+    text.replace(QChar::ParagraphSeparator, QStringLiteral("\r\n"));
+    text.replace(QChar::LineSeparator, QStringLiteral("\r\n"));
+    return FromQt(text);
+}
+
+void SetFieldText(QPlainTextEdit& field, std::string_view text)
+{
+    field.setPlainText(ToQt(text));
+}
+
+} // namespace kiv

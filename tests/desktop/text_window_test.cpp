@@ -1,0 +1,56 @@
+// Text on its way between the system and Qt.
+#include "desktop/qt_text.h"
+#include "tests/desktop/offscreen_main.h"
+
+#include <QPlainTextEdit>
+
+namespace kiv {
+
+using namespace Qt::StringLiterals;
+
+class TextTest : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void EveryByteComesBack()
+    {
+        for (int i = 0; i < 256; ++i) {
+            const std::string byte(1, static_cast<char>(i));
+            QCOMPARE(ToQt(byte).size(), 1);
+            QCOMPARE(FromQt(ToQt(byte)), byte);
+        }
+    }
+
+    void CodePageIsWindows1252() { QCOMPARE(ToQt("\x80\x93\xe9"), u"\u20ac\u201c\u00e9"_s); }
+
+    void WhatTheCodePageLacksIsAReference()
+    {
+        QCOMPARE(FromQt(u"\u4e2d\u00e9"_s), std::string("&#20013;\xe9"));
+        QCOMPARE(FromQt(QString::fromUcs4(U"\U0001f600")), std::string("&#128512;"));
+    }
+
+    void CaptionShowsItsAmpersand()
+    {
+        QCOMPARE(ToCaption("Grab && redirect"), u"Grab && redirect"_s);
+        QCOMPARE(ToCaption("Grab && redirect", 7), u"Grab && &redirect"_s);
+        QCOMPARE(ToCaption("Do it!", 0), u"&Do it!"_s);
+    }
+
+    void FieldKeepsNoBreakSpacesAndEndsLinesWithCrLf()
+    {
+        QPlainTextEdit field;
+        SetFieldText(field, "a\xa0"
+                            "b\r\nc\n");
+        QCOMPARE(FieldText(field), std::string("a\xa0"
+                                               "b\r\nc\r\n"));
+    }
+};
+
+} // namespace kiv
+
+int main(int count, char** arguments)
+{
+    return kiv::RunOffscreen<kiv::TextTest>(count, arguments);
+}
+
+#include "text_window_test.moc"
