@@ -53,14 +53,7 @@ void CliReporter::Show(std::string_view text)
 
 void CliReporter::Note(std::string_view text, const Place& where)
 {
-    Warning warning;
-    warning.text = text;
-    if (where.file != nullptr)
-        warning.file = *where.file;
-    warning.line = where.line;
-    if (where.page != nullptr)
-        warning.page = *where.page;
-    warnings_.push_back(std::move(warning));
+    warnings_.emplace_back(text, where);
 }
 
 } // namespace kiv

@@ -12,15 +12,6 @@
 
 namespace kiv {
 
-/// One warning of a run, with its place; "" and 0 where there is none.
-struct Warning {
-    std::string text;
-    std::string file;
-    int line = 0;
-    std::string page;
-    bool was_shown = false;
-};
-
 /// A line on the terminal that tells how far a long command is.
 class TerminalLine {
   public:
@@ -44,6 +35,7 @@ class CliReporter : public Reporter {
     }
 
     const std::vector<std::string>& Messages() const { return messages_; }
+    /// In the order noted; `was_shown` tells those that the latch kept back.
     const std::vector<Warning>& Warnings() const { return warnings_; }
 
   protected:

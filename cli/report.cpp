@@ -53,17 +53,6 @@ std::string InBrackets(const std::string& place)
     return place.empty() ? std::string() : " (" + ToUtf8(place) + ")";
 }
 
-std::string PlaceOf(const Warning& warning)
-{
-    Place place;
-    if (!warning.file.empty())
-        place.file = &warning.file;
-    place.line = warning.line;
-    if (!warning.page.empty())
-        place.page = &warning.page;
-    return place.Text();
-}
-
 } // namespace
 
 void PrintJson(std::ostream& out, const RunReport& report)
@@ -91,7 +80,7 @@ void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, b
     if (verbose)
         for (const Warning& warning : report.warnings)
             if (!warning.was_shown)
-                err << "kiv: " << ToUtf8(warning.text) << InBrackets(PlaceOf(warning)) << '\n';
+                err << "kiv: " << ToUtf8(warning.text) << InBrackets(warning.PlaceText()) << '\n';
     if (report.error)
         err << "kiv: error: " << ToUtf8(report.error->text) << InBrackets(report.error->where)
             << '\n';

@@ -1,7 +1,6 @@
 #include "cli/run_cli.h"
 
 #include "cli/calls.h"
-#include "cli/environment.h"
 #include "cli/face.h"
 #include "cli/report.h"
 #include "platform/drives.h"
@@ -43,7 +42,7 @@ void Prepare(Workspace& workspace, const Call& call)
 
 RunReport RunCall(const Call& call, const CliSurroundings& around)
 {
-    const DriveMap drives = DrivesFrom(around, call.drive_c);
+    const DriveMap drives = DrivesFrom(around.variable, call.drive_c);
     if (call.makes_drive_c)
         MakeDriveC(drives);
     const std::unique_ptr<Files> files = MakeDriveFiles(drives);

@@ -1,9 +1,9 @@
 // `kiv-cli` as a function, so that tests make the very call that a user makes.
 #pragma once
 
-#include <functional>
+#include "platform/environment.h"
+
 #include <iosfwd>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,8 +15,7 @@ struct CliSurroundings {
     std::ostream& out;
     std::ostream& err;
     bool err_is_terminal = false;
-    /// The value of an environment variable, if it is set.
-    std::function<std::optional<std::string>(const char* name)> variable;
+    Variables variable;
 };
 
 /// Runs a call; `arguments` are UTF-8 and without the program's name. Returns the exit code: 0

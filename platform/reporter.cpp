@@ -19,6 +19,23 @@ std::string Place::Text() const
     return text;
 }
 
+Warning::Warning(std::string_view warning_text, const Place& where)
+    : text(warning_text), file(where.file != nullptr ? *where.file : std::string()),
+      line(where.line), page(where.page != nullptr ? *where.page : std::string())
+{
+}
+
+std::string Warning::PlaceText() const
+{
+    Place place;
+    if (!file.empty())
+        place.file = &file;
+    place.line = line;
+    if (!page.empty())
+        place.page = &page;
+    return place.Text();
+}
+
 void Reporter::reportmsg(std::string_view text)
 {
     Note(text, place);

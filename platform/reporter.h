@@ -16,6 +16,19 @@ struct Place {
     std::string Text() const;
 };
 
+/// One warning of a run, with its place; "" and 0 where there is none.
+struct Warning {
+    Warning(std::string_view warning_text, const Place& where);
+    /// "C:\site\_html.txt, line 12, page about.htm", or what of it there is.
+    std::string PlaceText() const;
+
+    std::string text;
+    std::string file;
+    int line = 0;
+    std::string page;
+    bool was_shown = false;
+};
+
 class Reporter {
   public:
     Reporter() = default;

@@ -1,17 +1,21 @@
 // The drives as the environment sets them.
 #pragma once
 
-#include "cli/run_cli.h"
 #include "platform/drives.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
 namespace kiv {
 
+/// The value of an environment variable (UTF-8), if it is set.
+using Variables = std::function<std::optional<std::string>(const char* name)>;
+
 /// The drive map: `drive_c` (native folder, may be relative) or KIV_DRIVE_C or the user's data
 /// folder for C:, and KIV_DRIVE_X for any other letter X but Z.
-DriveMap DrivesFrom(const CliSurroundings& around, const std::optional<std::string>& drive_c);
+DriveMap DrivesFrom(const Variables& variable,
+                    const std::optional<std::string>& drive_c = std::nullopt);
 
 /// Makes the folder of drive C: with its utilities folder when it is missing.
 void MakeDriveC(const DriveMap& drives);

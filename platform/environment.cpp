@@ -1,4 +1,4 @@
-#include "cli/environment.h"
+#include "platform/environment.h"
 
 #include "platform/drive_path.h"
 #include "text/windows1252.h"
@@ -43,29 +43,29 @@ std::string AbsoluteNative(const std::string& utf8)
     return {text.begin(), text.end()};
 }
 
-std::string DataFolder(const CliSurroundings& around)
+std::string DataFolder(const Variables& variable)
 {
-    const std::optional<std::string> data = around.variable("XDG_DATA_HOME");
+    const std::optional<std::string> data = variable("XDG_DATA_HOME");
     if (data && !data->empty())
         return *data;
-    return around.variable("HOME").value_or("/") + "/.local/share";
+    return variable("HOME").value_or("/") + "/.local/share";
 }
 
 } // namespace
 
-DriveMap DrivesFrom(const CliSurroundings& around, const std::optional<std::string>& drive_c)
+DriveMap DrivesFrom(const Variables& variable, const std::optional<std::string>& drive_c)
 {
     DriveMap drives;
     for (char letter = 'A'; letter < 'Z'; ++letter) {
         const std::string name = std::string("KIV_DRIVE_") + letter;
-        const std::optional<std::string> folder = around.variable(name.c_str());
+        const std::optional<std::string> folder = variable(name.c_str());
         if (folder && !folder->empty())
             drives[letter] = AbsoluteNative(*folder);
     }
     if (drive_c && !drive_c->empty())
         drives['C'] = AbsoluteNative(*drive_c);
     if (!drives.contains('C'))
-        drives['C'] = AbsoluteNative(DataFolder(around) + "/kiv/drive_c");
+        drives['C'] = AbsoluteNative(DataFolder(variable) + "/kiv/drive_c");
     return drives;
 }
 
