@@ -1,6 +1,5 @@
 #include "utilities/dimensions.h"
 
-#include "platform/run_error.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -130,6 +129,11 @@ void Calculate(Dimensions& fields)
         fields.new_width = WriteNumber(InProportion(new_height, start_width, start_height));
     else
         fields.new_height = WriteNumber(InProportion(new_width, start_height, start_width));
+}
+
+std::string_view RefusalText(const RunError& error)
+{
+    return error.kind == ErrorKind::division ? "Division by zero" : "Overflow";
 }
 
 } // namespace kiv

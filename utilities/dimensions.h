@@ -1,7 +1,10 @@
 // Dimension calculator: scales a picture's width and height in proportion.
 #pragma once
 
+#include "platform/run_error.h"
+
 #include <string>
+#include <string_view>
 
 namespace kiv {
 
@@ -16,5 +19,8 @@ struct Dimensions {
 /// "Calculate": fills in the new height, or the new width when that reads as 0. Throws RunError,
 /// the fields untouched: `division` for a starting side of 0, `overflow` for a number out of range.
 void Calculate(Dimensions& fields);
+
+/// What the window says of a calculation that was refused.
+std::string_view RefusalText(const RunError& error);
 
 } // namespace kiv

@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::string_view kSitesFolder = "C:\\internet\\";
 constexpr std::string_view kScratchFolder = "C:\\temp\\";
-constexpr std::size_t kMaxPresets = 18;
 
 /// A folder as it is configured, as a full path with "\" at its end.
 std::string SiteFolder(std::string_view folder)
@@ -64,6 +63,13 @@ void TakeSetting(NewsSettings& settings, std::string_view line)
 }
 
 } // namespace
+
+const std::string& CaptionOf(const SitePreset& preset)
+{
+    if (!preset.label.empty())
+        return preset.label;
+    return preset.tag.empty() ? preset.folder : preset.tag;
+}
 
 bool IsScratchSite(const SitePreset& preset)
 {

@@ -3,11 +3,15 @@
 
 #include "platform/files.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace kiv {
+
+/// The frame "Website" has so many options.
+inline constexpr std::size_t kMaxPresets = 18;
 
 inline constexpr std::string_view kNewsSettingsFile = "c:\\utils\\kivnews.ini";
 
@@ -32,6 +36,9 @@ struct NewsSettings {
     std::vector<Publication> publications; // the two built-in rows first
     std::string highlight_name;
 };
+
+/// What the option is called: its label; without one its tag, else its folder.
+const std::string& CaptionOf(const SitePreset& preset);
 
 /// Whether this is the scratch site "C:\temp\", whose folders are made when missing.
 bool IsScratchSite(const SitePreset& preset);

@@ -130,5 +130,11 @@ TEST(Dimensions, Refused)
     }
 }
 
+TEST(Dimensions, WordsOfARefusal)
+{
+    EXPECT_EQ(RefusalText(RunError(ErrorKind::division, "")), "Division by zero");
+    EXPECT_EQ(RefusalText(RunError(ErrorKind::overflow, "")), "Overflow");
+}
+
 } // namespace
 } // namespace kiv

@@ -73,6 +73,15 @@ TEST(NewsSettings, Lines)
     EXPECT_EQ(settings.publications[2].name, "The Gazette");
 }
 
+TEST(NewsSettings, OptionWithoutLabelHasAnotherCaption)
+{
+    UtilityDesk desk;
+    const NewsSettings settings = Read(desk, "Harbour|h|hb\r\n|h|hb\r\n|h|\r\n");
+    EXPECT_EQ(CaptionOf(settings.presets[0]), "Harbour");
+    EXPECT_EQ(CaptionOf(settings.presets[1]), "hb");
+    EXPECT_EQ(CaptionOf(settings.presets[2]), "C:\\internet\\h\\");
+}
+
 TEST(NewsSettings, EighteenSitesAndNoMore)
 {
     std::string bytes;

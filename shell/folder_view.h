@@ -1,0 +1,29 @@
+// What the directory window shows of a folder.
+#pragma once
+
+#include "platform/files.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv {
+
+struct FolderEntry {
+    std::string name; // "C:\" for a root
+    std::string path; // absolute
+    bool operator==(const FolderEntry&) const = default;
+};
+
+struct FolderView {
+    std::string folder;             // absolute path, ends in "\" at a root only
+    std::string drives;             // the drive letters there are
+    std::vector<FolderEntry> above; // from the root to the folder itself
+    std::vector<FolderEntry> inside;
+    std::vector<std::string> files;
+};
+
+/// Looks at a folder. Throws RunError of kind `file` when it is not there.
+FolderView ViewFolder(Files& files, std::string_view folder);
+
+} // namespace kiv

@@ -1,0 +1,52 @@
+// What the directory window shows.
+#include "shell/folder_view.h"
+#include "shell_desk.h"
+
+namespace kiv {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FolderViews : public ShellTest {};
+
+TEST_F(FolderViews, FolderWithAllAboveAndInside)
+{
+    Put("site/txt/a.txt");
+    Put("site/images/b.gif");
+    Put("site/_html.txt");
+    Put("site/Zebra.htm");
+    const FolderView view = ViewFolder(*files, "C:\\site\\");
+    EXPECT_EQ(view.folder, "C:\\site");
+    EXPECT_EQ(view.drives, "C");
+    EXPECT_THAT(view.above, ElementsAre(FolderEntry{"C:\\", "C:\\"}, // the root's name is its path
+                                        FolderEntry{"site", "C:\\site"}));
+    EXPECT_THAT(view.inside, ElementsAre(FolderEntry{"images", "C:\\site\\images"},
+                                         FolderEntry{"txt", "C:\\site\\txt"}));
+    EXPECT_THAT(view.files, ElementsAre("Zebra.htm", "_html.txt")); // "Z" before "_"
+}
+
+TEST_F(FolderViews, Root)
+{
+    const FolderView view = ViewFolder(*files, "C:\\");
+    EXPECT_EQ(view.folder, "C:\\");
+    EXPECT_THAT(view.above, ElementsAre(FolderEntry{"C:\\", "C:\\"}));
+    EXPECT_THAT(view.inside, ElementsAre(FolderEntry{"site", "C:\\site"}, // one "\" alone
+                                         FolderEntry{"utils", "C:\\utils"}));
+    EXPECT_THAT(view.files, IsEmpty());
+}
+
+TEST_F(FolderViews, RootOfTheCurrentDrive)
+{
+    EXPECT_EQ(ViewFolder(*files, "\\").folder, "C:\\");
+}
+
+TEST_F(FolderViews, NoSuchFolder)
+{
+    Put("site/a.txt");
+    for (const char* const path : {"C:\\gone", "D:\\", "\\\\server\\share", "C:\\site\\a.txt"})
+        EXPECT_EQ(KindOf([&] { ViewFolder(*files, path); }), "file") << path;
+}
+
+} // namespace
+} // namespace kiv
