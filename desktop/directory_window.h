@@ -1,0 +1,38 @@
+// "Choose directory": a list of drives, one of folders and one of files, each following the one
+// before.
+#pragma once
+
+#include "desktop/side_window.h"
+
+#include <string>
+
+class QComboBox;
+class QLabel;
+class QListWidget;
+class QTreeWidget;
+
+namespace kiv {
+
+class DirectoryWindow : public SideWindow {
+    Q_OBJECT
+
+  public:
+    DirectoryWindow(CommandDesk& desk, QWidget* parent);
+
+  protected:
+    /// The working directory.
+    void Fill() override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void ShowFolder(const std::string& folder);
+    void PressChoose();
+
+    std::string folder_; // the one shown, an absolute path
+    QComboBox* drives_ = nullptr;
+    QTreeWidget* folders_ = nullptr;
+    QListWidget* files_ = nullptr;
+    QLabel* shown_ = nullptr;
+};
+
+} // namespace kiv

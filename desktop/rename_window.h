@@ -1,0 +1,31 @@
+// "Rename files": a text to find in every file name of the working directory, and what to put for
+// it.
+#pragma once
+
+#include "desktop/side_window.h"
+
+class QLabel;
+class QLineEdit;
+
+namespace kiv {
+
+class RenameWindow : public SideWindow {
+    Q_OBJECT
+
+  public:
+    RenameWindow(CommandDesk& desk, QWidget* parent);
+    void Refresh() override;
+
+  protected:
+    void Fill() override { Refresh(); }
+
+  private:
+    void PressRename();
+
+    QLineEdit* find_ = nullptr;
+    QLineEdit* replacement_ = nullptr;
+    QLabel* sample_ = nullptr;
+    QLabel* folder_ = nullptr;
+};
+
+} // namespace kiv
