@@ -1,5 +1,6 @@
 #include "desktop/controls.h"
 
+#include "desktop/mnemonics.h"
 #include "desktop/qt_text.h"
 
 #include <QAbstractButton>
@@ -16,27 +17,6 @@ namespace kiv {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-bool IsLetterOrDigit(QChar c)
-{
-    const char16_t unit = c.toLower().unicode();
-    return (unit >= u'a' && unit <= u'z') || (unit >= u'0' && unit <= u'9');
-}
-
-/// The place of a letter that is still free, the first letters of words before others; -1: none.
-qsizetype FreeLetter(const QString& text, const QSet<QChar>& taken)
-{
-    qsizetype inner = -1;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (!IsLetterOrDigit(text[i]) || taken.contains(text[i].toLower()))
-            continue;
-        if (i == 0 || !text[i - 1].isLetterOrNumber())
-            return i;
-        if (inner < 0)
-            inner = i;
-    }
-    return inner;
-}
 
 QString TextOf(const QWidget& control)
 {
@@ -76,7 +56,7 @@ QString AsShown(std::string_view text)
 void Describe(QWidget& control, const ControlWords& words)
 {
     control.setObjectName(ToQt(words.name));
-    control.setToolTip(ToQt(words.tip).toHtmlEscaped());
+    control.setToolTip(ToTip(words.tip));
     control.setAccessibleDescription(ToQt(words.tip));
 }
 
@@ -110,7 +90,7 @@ QLabel* MakeReadout(std::string_view name, std::string_view spoken_name, QWidget
 void SetReadout(QLabel& readout, std::string_view text)
 {
     readout.setText(ToQt(text));
-    readout.setToolTip(ToQt(text).toHtmlEscaped());
+    readout.setToolTip(ToTip(text));
 }
 
 QLineEdit* AddField(QFormLayout& form, const ControlWords& words)

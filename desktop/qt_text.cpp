@@ -27,19 +27,17 @@ std::string FromQtNative(const QString& path)
     return path.toStdString();
 }
 
-QString ToCaption(std::string_view caption, int mnemonic)
+QString ShownCaption(std::string_view caption)
 {
-    QString shown = ToQt(caption);
-    shown.replace(QStringLiteral("&&"), QStringLiteral("&"));
-    QString text;
-    for (int i = 0; i < shown.size(); ++i) {
-        if (i == mnemonic)
-            text += u'&';
-        text += shown[i];
-        if (shown[i] == u'&')
-            text += u'&';
-    }
-    return text;
+    return ToQt(caption).replace(QStringLiteral("&&"), QStringLiteral("&"));
+}
+
+QString ToTip(std::string_view text)
+{
+    // What looks like HTML would be shown as such.
+    const QString tip = ToQt(text);
+    return Qt::mightBeRichText(tip) ? QStringLiteral("<span>%1</span>").arg(tip.toHtmlEscaped())
+                                    : tip;
 }
 
 std::string FieldText(const QPlainTextEdit& field)

@@ -19,10 +19,11 @@ std::string FromQt(const QString& text);
 QString ToQtNative(std::string_view utf8);
 std::string FromQtNative(const QString& path);
 
-/// A caption as Qt wants it: "&&" and "&" as the tables have them show as "&" and stay no mnemonic.
-/// `mnemonic` is the position (0-based) of the character of the caption as shown that Alt reaches;
-/// -1: none.
-QString ToCaption(std::string_view caption, int mnemonic = -1);
+/// A caption of the tables as it shows: "&&" is "&".
+QString ShownCaption(std::string_view caption);
+
+/// A text for a tooltip, which shows every character as it is.
+QString ToTip(std::string_view text);
 
 /// The text of a field of several lines, every line end as CR LF; each blank is the one that was
 /// typed.

@@ -19,6 +19,12 @@ void Explore(Machine& machine, const std::string& folder)
 
 } // namespace
 
+void Workspace::StoreEditor(std::string_view command)
+{
+    machine_.files.WriteFile(kEditorFile, std::string(command) + "\r\n");
+    EditorCommand = loadeditor(machine_.files).command;
+}
+
 void Workspace::Edit(std::string_view file)
 {
     machine_.programs.Start(EditorCommand + std::string(file));

@@ -83,6 +83,8 @@ class Workspace {
 
     // Other programs.
 
+    /// Makes `command` the editor of this run and of those to come.
+    void StoreEditor(std::string_view command);
     /// Opens a file, named as in the command line, in the editor.
     void Edit(std::string_view file);
     /// These make their list with its sample lines when it is missing.

@@ -1,4 +1,5 @@
 // Text on its way between the system and Qt.
+#include "desktop/mnemonics.h"
 #include "desktop/qt_text.h"
 #include "tests/desktop/offscreen_main.h"
 
@@ -31,9 +32,22 @@ class TextTest : public QObject {
 
     void CaptionShowsItsAmpersand()
     {
-        QCOMPARE(ToCaption("Grab && redirect"), u"Grab && redirect"_s);
-        QCOMPARE(ToCaption("Grab && redirect", 7), u"Grab && &redirect"_s);
-        QCOMPARE(ToCaption("Do it!", 0), u"&Do it!"_s);
+        QCOMPARE(ShownCaption("Grab && redirect"), u"Grab & redirect"_s);
+    }
+
+    void EachCaptionHasALetterOfItsOwn()
+    {
+        QSet<QChar> taken = {u'f'};
+        const QStringList captions = {u"Fix"_s, u"Find it"_s, u"R & D"_s, u"<if>"_s, u"ifd"_s};
+        QCOMPARE(WithMnemonics(captions, taken),
+                 QStringList({u"F&ix"_s, u"Fi&nd it"_s, u"&R && D"_s, u"<if>"_s, u"if&d"_s}));
+        QCOMPARE(taken, QSet<QChar>({u'f', u'i', u'n', u'r', u'd'}));
+    }
+
+    void TipShowsTags()
+    {
+        QCOMPARE(ToTip("a & b"), u"a & b"_s);
+        QCOMPARE(ToTip("a <p> & b"), u"<span>a &lt;p&gt; &amp; b</span>"_s);
     }
 
     void FieldKeepsNoBreakSpacesAndEndsLinesWithCrLf()

@@ -1,0 +1,79 @@
+#include "desktop/application.h"
+
+#include "desktop/main_window.h"
+#include "desktop/qt_text.h"
+#include "platform/drives.h"
+#include "platform/environment.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QIcon>
+
+#include <memory>
+
+namespace kiv {
+
+namespace {
+
+std::optional<std::string> Variable(const char* name)
+{
+    if (!qEnvironmentVariableIsSet(name))
+        return std::nullopt;
+    return FromQtNative(qEnvironmentVariable(name));
+}
+
+QIcon Icon()
+{
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/icons/kiv-%1.png").arg(size));
+    return icon;
+}
+
+/// The program's argument as a native path, if it has one.
+std::optional<std::string> ReadArgument(const QApplication& application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Builds and maintains static websites from folders of plain text."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("directory"),
+                                 QStringLiteral("The directory to start in."),
+                                 QStringLiteral("[DIR]"));
+    parser.process(application);
+    const QStringList arguments = parser.positionalArguments();
+    if (arguments.size() > 1)
+        parser.showHelp(2);
+    if (arguments.isEmpty())
+        return std::nullopt;
+    return FromQtNative(arguments.front());
+}
+
+} // namespace
+
+int RunDesktop(int count, char** arguments)
+{
+    QApplication application(count, arguments);
+    QCoreApplication::setOrganizationName(QStringLiteral("kiv"));
+    QCoreApplication::setApplicationName(QStringLiteral("kiv"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(KIV_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("kiv"));
+    QGuiApplication::setWindowIcon(Icon());
+    std::optional<std::string> directory = ReadArgument(application);
+
+    const DriveMap drives = DrivesFrom(Variable);
+    MakeDriveC(drives);
+    const std::unique_ptr<Files> files = MakeDriveFiles(drives);
+    SystemClock clock;
+    SystemPrograms programs(*files);
+    HeaderPictureLoader pictures(*files);
+    MainWindow window({*files, clock, programs, pictures});
+    if (directory)
+        directory = files->FromNative(*directory);
+    window.show();
+    window.Start(directory);
+    return window.isVisible() ? QApplication::exec() : 0;
+}
+
+} // namespace kiv

@@ -1,0 +1,193 @@
+#include "desktop/command_controls.h"
+
+#include "desktop/command_words.h"
+#include "desktop/controls.h"
+#include "desktop/mnemonics.h"
+#include "desktop/qt_text.h"
+
+#include <QAction>
+#include <QGridLayout>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+
+#include <algorithm>
+#include <array>
+
+namespace kiv {
+
+namespace {
+
+/// Where a button stands. Those of one place are never shown together.
+struct ButtonPlace {
+    std::string_view object_name;
+    int row;
+    int column;
+    int columns;
+};
+constexpr int kColumns = 6;
+constexpr auto kPlaces = std::to_array<ButtonPlace>({
+    {"Command1", 0, 0, 6},
+    {"Command10", 0, 0, 3},
+    {"Command11", 0, 3, 3},
+    {"Command2", 1, 0, 2},
+    {"Command5", 1, 2, 2},
+    {"Command6", 1, 4, 2},
+    {"Command8", 1, 4, 1},
+    {"Command9", 1, 5, 1},
+    {"Command7", 2, 0, 2},
+    {"Command4", 2, 2, 2},
+    {"Command3", 2, 4, 2},
+    {"Command12", 3, 0, 6},
+});
+
+QKeySequence KeyOf(std::string_view name)
+{
+    if (name == "quit")
+        return QKeySequence(Qt::CTRL | Qt::Key_Q);
+    if (name == "reference")
+        return QKeySequence(QKeySequence::HelpContents);
+    return {};
+}
+
+/// A menu with one command that has its name is no menu: the command stands in the menu bar.
+bool IsCommand(const MenuTitle& title)
+{
+    const Command* const command = FindCommand(title.object_name);
+    return command != nullptr && command->menu == title.menu;
+}
+
+} // namespace
+
+CommandControls::CommandControls(QMenuBar& menu_bar, QWidget* parent)
+    : QWidget(parent), menu_bar_(menu_bar)
+{
+    MakeMenus();
+    MakeButtons();
+    SetCaptions(nullptr);
+}
+
+void CommandControls::MakeMenus()
+{
+    QStringList titles;
+    for (const MenuTitle& title : MenuTitles())
+        titles.push_back(ShownCaption(title.caption));
+    titles = WithMnemonics(titles, letters_);
+    for (std::size_t i = 0; i < MenuTitles().size(); ++i) {
+        const MenuTitle& title = MenuTitles()[i];
+        QMenu* menu = nullptr;
+        if (!IsCommand(title)) {
+            menu = menu_bar_.addMenu(titles[static_cast<qsizetype>(i)]);
+            menu->setObjectName(ToQt(title.object_name));
+            menu->setToolTipsVisible(true);
+            menus_.push_back(menu);
+        }
+        for (const Command& command : Commands()) {
+            for (std::size_t index = 0; command.menu == title.menu && index < command.entries;
+                 ++index)
+                AddEntry(command, index, menu)->setText(titles[static_cast<qsizetype>(i)]);
+        }
+    }
+}
+
+QAction* CommandControls::AddEntry(const Command& command, std::size_t index, QMenu* menu)
+{
+    auto* const action = new QAction(&menu_bar_);
+    action->setObjectName(command.entries > 1 ? ArrayName(command.object_name, index)
+                                              : ToQt(command.object_name));
+    action->setSeparator(command.IsSeparator());
+    const QString tip = ToTip(CommandTip(command.name));
+    action->setToolTip(tip);
+    action->setShortcut(KeyOf(command.name));
+    (menu != nullptr ? static_cast<QWidget*>(menu) : &menu_bar_)->addAction(action);
+    connect(action, &QAction::triggered, this, [this, &command, index] { Choose(command, index); });
+    entries_.push_back({&command, index, action, menu});
+    return action;
+}
+
+void CommandControls::MakeButtons()
+{
+    auto* const grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    for (int column = 0; column < kColumns; ++column)
+        grid->setColumnStretch(column, 1);
+    for (const Command& command : Commands()) {
+        if (command.menu != Menu::button)
+            continue;
+        auto* const button = new QPushButton(this);
+        button->setObjectName(ToQt(command.object_name));
+        const QString tip = ToTip(CommandTip(command.name));
+        button->setToolTip(tip);
+        button->setAccessibleDescription(tip);
+        button->setAutoDefault(true); // Enter presses the one that has the focus
+        const auto* const place =
+            std::find_if(kPlaces.begin(), kPlaces.end(), [&](const ButtonPlace& row) {
+                return row.object_name == command.object_name;
+            });
+        if (place != kPlaces.end())
+            grid->addWidget(button, place->row, place->column, 1, place->columns);
+        connect(button, &QPushButton::clicked, this, [this, &command] { Choose(command, 0); });
+        buttons_.push_back({&command, button});
+    }
+    QStringList captions;
+    for (const Button& row : buttons_)
+        captions.push_back(ShownCaption(row.command->caption));
+    captions = WithMnemonics(captions, letters_);
+    for (std::size_t i = 0; i < buttons_.size(); ++i)
+        buttons_[i].button->setText(captions[static_cast<qsizetype>(i)]);
+}
+
+void CommandControls::Choose(const Command& command, std::size_t index)
+{
+    if (on_chosen)
+        on_chosen(command, index);
+}
+
+void CommandControls::Refresh(const Workspace& workspace)
+{
+    for (const Button& row : buttons_) {
+        row.button->setVisible(IsVisible(*row.command, workspace));
+        row.button->setEnabled(IsAvailable(*row.command, workspace));
+    }
+    for (const Entry& entry : entries_) {
+        entry.action->setVisible(IsVisible(*entry.command, workspace, entry.index));
+        entry.action->setEnabled(IsAvailable(*entry.command, workspace));
+    }
+    SetCaptions(&workspace);
+}
+
+void CommandControls::SetCaptions(const Workspace* workspace)
+{
+    for (const QMenu* const menu : menus_) {
+        std::vector<QAction*> actions;
+        QStringList captions;
+        for (const Entry& entry : entries_) {
+            if (entry.menu != menu || entry.action->isSeparator() || !entry.action->isVisible())
+                continue;
+            actions.push_back(entry.action);
+            captions.push_back(ShownCaption(workspace != nullptr
+                                                ? CaptionOf(*entry.command, *workspace, entry.index)
+                                                : entry.command->caption));
+        }
+        QSet<QChar> letters;
+        captions = WithMnemonics(captions, letters);
+        for (std::size_t i = 0; i < actions.size(); ++i)
+            actions[i]->setText(captions[static_cast<qsizetype>(i)]);
+    }
+}
+
+void CommandControls::toggler(bool on)
+{
+    setEnabled(on);
+    menu_bar_.setEnabled(on);
+}
+
+QPushButton* CommandControls::BuildButton() const
+{
+    const auto shown = std::find_if(buttons_.begin(), buttons_.end(), [](const Button& row) {
+        return row.command->disables_buttons && !row.button->isHidden();
+    });
+    return shown != buttons_.end() ? shown->button : nullptr;
+}
+
+} // namespace kiv

@@ -1,0 +1,6 @@
+#include "desktop/application.h"
+
+int main(int count, char** arguments)
+{
+    return kiv::RunDesktop(count, arguments);
+}

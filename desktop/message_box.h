@@ -1,0 +1,19 @@
+// Message boxes: title "kiv", one button "OK", text that can be selected and copied.
+#pragma once
+
+#include "platform/run_error.h"
+
+#include <string_view>
+
+class QWidget;
+
+namespace kiv {
+
+/// Shows a text over the active window, or over `parent` when none is active, and waits for the
+/// user.
+void ShowBox(QWidget* parent, std::string_view text);
+
+/// The text of a fatal error and, in a line of its own, its place.
+std::string ErrorText(const RunError& error);
+
+} // namespace kiv

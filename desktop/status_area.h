@@ -1,0 +1,61 @@
+// The lower edge of the main window: status line, pass, New Year indicator, and how far a command
+// is.
+#pragma once
+
+#include "platform/progress.h"
+
+#include <QElapsedTimer>
+#include <QWidget>
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+class QLabel;
+class QProgressBar;
+
+namespace kiv {
+
+class StatusArea : public QWidget, public Progress {
+    Q_OBJECT
+
+  public:
+    explicit StatusArea(QWidget* parent);
+
+    /// A command runs from Begin to End. Meanwhile the windows are repainted every now and then.
+    void Begin();
+    void End();
+    /// Shows what is pending and lets the windows repaint. No key and no click is looked at.
+    void Repaint();
+
+    void ShowNewYear(std::string_view text);
+
+    void Status(std::string_view text) override;
+    void PassStatus(std::string_view text) override;
+    void Step(int done, int all) override;
+    void dirbuttons() override { FolderButtonsChanged(); }
+    void dirreset() override { FolderButtonsChanged(); }
+
+    /// Called when the folder buttons change.
+    std::function<void()> on_folder_buttons;
+    /// Called before a command that takes its time is shown at work.
+    std::function<void()> on_work;
+
+  private:
+    void Changed();
+    void ShowPending();
+    void FolderButtonsChanged();
+
+    QLabel* status_label_;
+    QLabel* pass_label_;
+    QLabel* new_year_label_;
+    QProgressBar* bar_;
+    std::string status_;
+    std::string pass_;
+    int done_ = 0;
+    int all_ = 0;
+    bool is_running_ = false;
+    QElapsedTimer since_repaint_;
+};
+
+} // namespace kiv
