@@ -1,6 +1,7 @@
 #include "desktop/directory_window.h"
 
 #include "desktop/controls.h"
+#include "desktop/message_box.h"
 #include "desktop/qt_text.h"
 #include "shell/folder_view.h"
 
@@ -148,7 +149,7 @@ void DirectoryWindow::ShowFolder(const std::string& folder)
         return workspace().Run([&] { view = ViewFolder(workspace().machine().files, at); });
     };
     if (const std::optional<RunError> error = look(folder)) {
-        desk().ShowMessage(error->text);
+        desk().ShowMessage(ErrorText(*error));
         if (look(folder_)) // the lists stay where they were
             return;
     }
@@ -169,7 +170,7 @@ void DirectoryWindow::keyPressEvent(QKeyEvent* event)
 {
     // Enter in the list of folders has opened one. It is not the button's too.
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!enter || !folders_->hasFocus())
+    if (!enter || focusWidget() != folders_)
         SideWindow::keyPressEvent(event);
 }
 

@@ -51,8 +51,8 @@ HelpWindow::HelpWindow(CommandDesk& desk, QWidget* parent)
     : SideWindow(desk, parent, "HelpWindow", "KIV HELP")
 {
     auto* const column = new QVBoxLayout(this);
-    auto* const box = MakeHelpBox(this);
-    column->addWidget(box);
+    box_ = MakeHelpBox(this);
+    column->addWidget(box_);
 
     auto* const buttons = new QHBoxLayout;
     column->addLayout(buttons);
@@ -63,18 +63,23 @@ HelpWindow::HelpWindow(CommandDesk& desk, QWidget* parent)
         auto* const button =
             MakeButton({kSections[i].name, section.button, kSections[i].tip}, this);
         buttons->addWidget(button);
-        connect(button, &QPushButton::clicked, box,
-                [box, text = section.text] { SetFieldText(*box, text()); });
+        connect(button, &QPushButton::clicked, this,
+                [this, text = section.text] { SetFieldText(*box_, text()); });
         if (i == 0)
             button->setFocus();
     }
     buttons->addStretch();
     buttons->addWidget(close);
-    setTabOrder(box, close);
+    setTabOrder(box_, close);
     GiveMnemonics(*this);
 
-    const QFontMetrics metrics = box->fontMetrics();
+    const QFontMetrics metrics = box_->fontMetrics();
     resize(metrics.horizontalAdvance(u'0') * kColumns, metrics.lineSpacing() * kRows);
+}
+
+void HelpWindow::Fill()
+{
+    box_->clear();
 }
 
 } // namespace kiv

@@ -3,6 +3,8 @@
 
 #include "desktop/side_window.h"
 
+class QPlainTextEdit;
+
 namespace kiv {
 
 class HelpWindow : public SideWindow {
@@ -10,6 +12,12 @@ class HelpWindow : public SideWindow {
 
   public:
     HelpWindow(CommandDesk& desk, QWidget* parent);
+
+  protected:
+    void Fill() override;
+
+  private:
+    QPlainTextEdit* box_ = nullptr;
 };
 
 } // namespace kiv

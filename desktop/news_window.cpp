@@ -1,6 +1,7 @@
 #include "desktop/news_window.h"
 
 #include "desktop/controls.h"
+#include "desktop/message_box.h"
 #include "desktop/qt_text.h"
 #include "utilities/news_names.h"
 
@@ -193,7 +194,9 @@ QLayout* NewsWindow::MakeButtons()
 
 void NewsWindow::Fill()
 {
-    desk().Run([this] { settings_ = workspace().LoadNewsSettings(); });
+    if (const std::optional<RunError> error =
+            workspace().Run([this] { settings_ = workspace().LoadNewsSettings(); }))
+        desk().ShowMessage(ErrorText(*error));
     ShowSites();
 }
 
@@ -204,7 +207,7 @@ void NewsWindow::ShowSites()
         const bool used = i < settings_.presets.size();
         sites_[i]->setVisible(used);
         sites_[i]->setText(used ? AsShown(CaptionOf(settings_.presets[i])) : QString());
-        sites_[i]->setToolTip(used ? ToQt(settings_.presets[i].folder).toHtmlEscaped() : QString());
+        sites_[i]->setToolTip(used ? ToTip(settings_.presets[i].folder) : QString());
         sites_[i]->setAccessibleDescription(used ? ToQt(settings_.presets[i].folder) : QString());
     }
     if (chosen > settings_.presets.size()) {

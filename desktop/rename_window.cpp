@@ -56,11 +56,9 @@ RenameWindow::RenameWindow(CommandDesk& desk, QWidget* parent)
 void RenameWindow::Refresh()
 {
     SetReadout(*folder_, workspace().WorkDir);
-    try {
-        SetReadout(*sample_, workspace().SampleFileName());
-    } catch (const RunError&) {
-        SetReadout(*sample_, ""); // a folder that cannot be listed has no sample
-    }
+    std::string sample; // a folder that cannot be listed has none
+    workspace().Run([&] { sample = workspace().SampleFileName(); });
+    SetReadout(*sample_, sample);
 }
 
 void RenameWindow::PressRename()
