@@ -1,0 +1,235 @@
+// The window of "Choose directory".
+#include "desktop/directory_window.h"
+#include "tests/desktop/offscreen_main.h"
+#include "tests/desktop/side_window_desk.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTreeWidget>
+
+namespace kiv {
+
+using namespace Qt::StringLiterals;
+
+class DirectoryWindowTest : public QObject {
+    Q_OBJECT
+
+    static QTreeWidget& Folders(const DirectoryWindow& window)
+    {
+        return Find<QTreeWidget>(window, u"Dir1"_s);
+    }
+    static QTreeWidgetItem* Folder(const DirectoryWindow& window, const QString& name)
+    {
+        const auto found = Folders(window).findItems(name, Qt::MatchExactly | Qt::MatchRecursive);
+        return found.size() == 1 ? found.front() : nullptr;
+    }
+    static void DoubleClick(const DirectoryWindow& window, const QString& name)
+    {
+        QTreeWidget& folders = Folders(window);
+        const QPoint at = folders.visualItemRect(Folder(window, name)).center();
+        QTest::mouseClick(folders.viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(folders.viewport(), Qt::LeftButton, {}, at);
+    }
+    /// The names in the list of folders, from the top, each level below with one more blank.
+    static QStringList FolderNames(const DirectoryWindow& window)
+    {
+        QStringList names;
+        for (QTreeWidgetItemIterator at(&Folders(window)); *at != nullptr; ++at) {
+            QString depth;
+            for (const QTreeWidgetItem* up = (*at)->parent(); up != nullptr; up = up->parent())
+                depth += u' ';
+            names << depth + (*at)->text(0);
+        }
+        return names;
+    }
+    static QStringList FileNames(const DirectoryWindow& window)
+    {
+        const auto& files = Find<QListWidget>(window, u"File2"_s);
+        QStringList names;
+        for (int i = 0; i < files.count(); ++i)
+            names << files.item(i)->text();
+        return names;
+    }
+    static QString Shown(const DirectoryWindow& window)
+    {
+        return Find<QLabel>(window, u"folder"_s).text();
+    }
+
+    static void PutSite(SideWindowDesk& desk)
+    {
+        desk.Put("site/_html.txt");
+        desk.Put("site/images/boat.gif");
+        desk.Put("site/txt/a.txt");
+        desk.Put("readme.txt");
+        desk.Run([] {});
+    }
+
+  private slots:
+    void Controls()
+    {
+        SideWindowDesk desk;
+        DirectoryWindow window(desk, nullptr);
+        window.Open();
+        QCOMPARE(Seen(Find<QPushButton>(window, u"choose"_s).text()), u"Choose"_s);
+        QCOMPARE(Seen(Find<QPushButton>(window, u"lower_case"_s).text()), u"l/c dir"_s);
+        QCOMPARE(Seen(Find<QPushButton>(window, u"cancel"_s).text()), u"Cancel"_s);
+        QCOMPARE(Faults(window), QString());
+        QVERIFY(!window.isModal());
+    }
+
+    void StartsAtTheWorkingDirectoryEachTime()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        DirectoryWindow window(desk, nullptr);
+        window.Open();
+        QCOMPARE(Find<QComboBox>(window, u"Drive1"_s).currentText(), u"C:"_s);
+        QCOMPARE(FolderNames(window),
+                 (QStringList{u"C:\\"_s, u" site"_s, u"  images"_s, u"  txt"_s}));
+        QCOMPARE(Folders(window).currentItem(), Folder(window, u"site"_s));
+        QCOMPARE(FileNames(window), QStringList{u"_html.txt"_s});
+        QCOMPARE(Shown(window), u"C:\\site"_s);
+        DoubleClick(window, u"txt"_s);
+        Press(window, u"cancel"_s);
+        QVERIFY(!window.isVisible());
+        window.Open();
+        QCOMPARE(Shown(window), u"C:\\site"_s);
+        QCOMPARE(desk.workspace().WorkDir, std::string("C:\\site\\"));
+    }
+
+    void ListsFollowEachOther()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        DirectoryWindow window(desk, nullptr);
+        window.Open();
+        DoubleClick(window, u"images"_s); // down
+        QCOMPARE(FolderNames(window), (QStringList{u"C:\\"_s, u" site"_s, u"  images"_s}));
+        QCOMPARE(FileNames(window), QStringList{u"boat.gif"_s});
+        QCOMPARE(Shown(window), u"C:\\site\\images"_s);
+        DoubleClick(window, u"C:\\"_s); // up
+        QCOMPARE(FolderNames(window), (QStringList{u"C:\\"_s, u" site"_s, u" utils"_s}));
+        QCOMPARE(FileNames(window), QStringList{u"readme.txt"_s});
+        QCOMPARE(Shown(window), u"C:\\"_s);
+    }
+
+    void DriveLeadsToItsRoot()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        DirectoryWindow window(desk, nullptr);
+        window.Open();
+        auto& drives = Find<QComboBox>(window, u"Drive1"_s);
+        const int other = drives.findText(u"Z:"_s); // the whole machine
+        QVERIFY(other >= 0);
+        drives.setCurrentIndex(other);
+        QCOMPARE(Shown(window), u"Z:\\"_s);
+        QCOMPARE(FolderNames(window).front(), u"Z:\\"_s);
+        QVERIFY(FolderNames(window).contains(u" tmp"_s));
+        drives.setCurrentIndex(drives.findText(u"C:"_s));
+        QCOMPARE(Shown(window), u"C:\\"_s);
+        QCOMPARE(FileNames(window), QStringList{u"readme.txt"_s});
+    }
+
+    void EnterOpensAFolderAndDoesNotChoose()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        DirectoryWindow window(desk, nullptr);
+        window.Open();
+        QTreeWidget& folders = Folders(window);
+        folders.setFocus();
+        QTest::keyClick(&folders, Qt::Key_Down); // from the folder itself to the first one in it
+        QTest::keyClick(&folders, Qt::Key_Return);
+        QCOMPARE(Shown(window), u"C:\\site\\images"_s);
+        QVERIFY(window.isVisible());
+        QTest::keyClick(&folders, Qt::Key_Escape);
+        QVERIFY(!window.isVisible());
+        QCOMPARE(desk.workspace().WorkDir, std::string("C:\\site\\"));
+    }
+
+    void ChooseMakesItTheWorkingDirectory()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        DirectoryWindow window(desk, nullptr);
+        window.Open();
+        DoubleClick(window, u"txt"_s);
+        Press(window, u"choose"_s);
+        QVERIFY(!window.isVisible());
+        QCOMPARE(desk.workspace().WorkDir, std::string("C:\\site\\txt\\"));
+        window.Open();
+        DoubleClick(window, u"C:\\"_s);
+        auto& file_list = Find<QListWidget>(window, u"File2"_s);
+        file_list.setFocus();
+        QTest::keyClick(&file_list, Qt::Key_Return); // there it is the button
+        QVERIFY(!window.isVisible());
+        QCOMPARE(desk.workspace().WorkDir, std::string("C:\\")); // one separator at a root
+    }
+
+    void LowerCaseActsOnTheFolderShown()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        DirectoryWindow window(desk, nullptr);
+        window.Open();
+        DoubleClick(window, u"images"_s);
+        Press(window, u"lower_case"_s);
+        DoubleClick(window, u"C:\\"_s);
+        Press(window, u"lower_case"_s);
+        QCOMPARE(desk.programs.Launched(),
+                 (Texts{"c:\\utils\\dosutils\\case C:\\site\\images\\*.* /l",
+                        "c:\\utils\\dosutils\\case C:\\*.* /l"}));
+        QVERIFY(window.isVisible());
+    }
+
+    void FolderThatIsGoneLeavesTheLists()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        DirectoryWindow window(desk, nullptr);
+        window.Open();
+        std::filesystem::remove_all(desk.Native("site/txt"));
+        DoubleClick(window, u"txt"_s);
+        QCOMPARE(desk.words.shown, Texts{"cannot open the folder C:\\site\\txt"});
+        QCOMPARE(Shown(window), u"C:\\site"_s);
+        QCOMPARE(FolderNames(window), (QStringList{u"C:\\"_s, u" site"_s, u"  images"_s}));
+    }
+
+    void WorkingDirectoryThatIsGoneShowsTheRoot()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        std::filesystem::remove_all(desk.Native("site"));
+        DirectoryWindow window(desk, nullptr);
+        window.Open();
+        QCOMPARE(desk.words.shown.size(), std::size_t{1});
+        QCOMPARE(Shown(window), u"C:\\"_s);
+    }
+
+    void NamesAreShownAsTheyAre()
+    {
+        SideWindowDesk desk;
+        desk.PutFolder("site/R&D caf\xc3\xa9");
+        desk.Put("site/<b>&amp;.txt");
+        DirectoryWindow window(desk, nullptr);
+        window.Open();
+        QCOMPARE(FolderNames(window).last(), u"  R&D caf\u00e9"_s);
+        QCOMPARE(FileNames(window), QStringList{u"<b>&amp;.txt"_s});
+        DoubleClick(window, u"R&D caf\u00e9"_s);
+        QCOMPARE(Shown(window), u"C:\\site\\R&D caf\u00e9"_s);
+        Press(window, u"choose"_s);
+        QCOMPARE(desk.workspace().WorkDir, std::string("C:\\site\\R&D caf\xe9\\"));
+    }
+};
+
+} // namespace kiv
+
+int main(int count, char** arguments)
+{
+    return kiv::RunOffscreen<kiv::DirectoryWindowTest>(count, arguments);
+}
+
+#include "directory_window_test.moc"

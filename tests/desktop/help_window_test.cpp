@@ -1,0 +1,99 @@
+// The window "KIV HELP".
+#include "desktop/help_window.h"
+#include "desktop/qt_text.h"
+#include "shell/help_text.h"
+#include "tests/desktop/offscreen_main.h"
+#include "tests/desktop/side_window_desk.h"
+
+#include <QFontInfo>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+namespace kiv {
+
+using namespace Qt::StringLiterals;
+
+class HelpWindowTest : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void Controls()
+    {
+        SideWindowDesk desk;
+        HelpWindow window(desk, nullptr);
+        window.Open();
+        QCOMPARE(window.windowTitle(), u"KIV HELP"_s);
+        const QStringList captions = {u"close"_s, u"at's"_s, u"bangs"_s, u"Top Matter"_s,
+                                      u"Misc..."_s};
+        for (qsizetype i = 0; i < captions.size(); ++i) {
+            const QString name = u"Command"_s + QString::number(i + 1);
+            QCOMPARE(Seen(Find<QPushButton>(window, name).text()), captions[i]);
+        }
+        QCOMPARE(Faults(window), QString());
+        QVERIFY(!window.isModal());
+    }
+
+    void BoxIsEmptyFixedWidthAndReadOnly()
+    {
+        SideWindowDesk desk;
+        HelpWindow window(desk, nullptr);
+        window.Open();
+        const auto& box = Find<QPlainTextEdit>(window, u"help_text"_s);
+        QCOMPARE(FieldText(box), std::string());
+        QVERIFY(box.isReadOnly());
+        QVERIFY(QFontInfo(box.font()).fixedPitch());
+    }
+
+    void ButtonsShowTheirSections()
+    {
+        SideWindowDesk desk;
+        HelpWindow window(desk, nullptr);
+        window.Open();
+        const auto& box = Find<QPlainTextEdit>(window, u"help_text"_s);
+        const std::pair<QString, std::string> kSections[] = {{u"Command2"_s, show1()},
+                                                             {u"Command3"_s, show2()},
+                                                             {u"Command4"_s, show3()},
+                                                             {u"Command5"_s, show4()}};
+        for (const auto& [button, text] : kSections) {
+            Press(window, button);
+            QCOMPARE(FieldText(box), text);
+            Press(window, button); // replaced, not added to
+            QCOMPARE(FieldText(box), text);
+        }
+    }
+
+    void TextCanBeCopied()
+    {
+        SideWindowDesk desk;
+        HelpWindow window(desk, nullptr);
+        window.Open();
+        Press(window, u"Command5"_s);
+        auto& box = Find<QPlainTextEdit>(window, u"help_text"_s);
+        box.selectAll();
+        box.copy();
+        QVERIFY(desk.clipboard.Text().find("++images/_pichtml.txt") != std::string::npos);
+    }
+
+    void CloseAndEscape()
+    {
+        SideWindowDesk desk;
+        HelpWindow window(desk, nullptr);
+        window.Open();
+        Press(window, u"Command2"_s);
+        Press(window, u"Command1"_s);
+        QVERIFY(!window.isVisible());
+        window.Open();
+        QCOMPARE(FieldText(Find<QPlainTextEdit>(window, u"help_text"_s)), std::string());
+        QTest::keyClick(&Find<QPlainTextEdit>(window, u"help_text"_s), Qt::Key_Escape);
+        QVERIFY(!window.isVisible());
+    }
+};
+
+} // namespace kiv
+
+int main(int count, char** arguments)
+{
+    return kiv::RunOffscreen<kiv::HelpWindowTest>(count, arguments);
+}
+
+#include "help_window_test.moc"

@@ -1,0 +1,137 @@
+// The window "Rename files".
+#include "desktop/rename_window.h"
+#include "tests/desktop/offscreen_main.h"
+#include "tests/desktop/side_window_desk.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace kiv {
+
+using namespace Qt::StringLiterals;
+
+class RenameWindowTest : public QObject {
+    Q_OBJECT
+
+    static QString Sample(const RenameWindow& window)
+    {
+        return Find<QLabel>(window, u"sample"_s).text();
+    }
+    static void Fill(const RenameWindow& window, const QString& find, const QString& replacement)
+    {
+        Find<QLineEdit>(window, u"find"_s).setText(find);
+        Find<QLineEdit>(window, u"replacement"_s).setText(replacement);
+    }
+
+  private slots:
+    void Controls()
+    {
+        SideWindowDesk desk;
+        RenameWindow window(desk, nullptr);
+        window.Open();
+        QCOMPARE(window.windowTitle(), u"Rename files"_s);
+        QCOMPARE(Seen(Find<QPushButton>(window, u"rename"_s).text()), u"Rename"_s);
+        QStringList labels;
+        for (const QLabel* const label : window.findChildren<QLabel*>())
+            if (label->buddy() != nullptr)
+                labels << Seen(label->text()) << label->buddy()->objectName();
+        QCOMPARE(labels, (QStringList{u"Find"_s, u"find"_s, u"Replace with"_s, u"replacement"_s}));
+        QCOMPARE(Faults(window), QString());
+        QVERIFY(!window.isModal());
+    }
+
+    void ShowsTheFirstFile()
+    {
+        SideWindowDesk desk;
+        RenameWindow window(desk, nullptr);
+        window.Open();
+        QCOMPARE(Sample(window), QString()); // none there
+        QCOMPARE(Find<QLabel>(window, u"folder"_s).text(), u"C:\\site\\"_s);
+        window.hide();
+        desk.Put("site/b.txt");
+        desk.Put("site/caf\xc3\xa9.txt");
+        desk.Put("site/A & b.txt");
+        desk.Run([] {}); // what was listed before is forgotten
+        window.Open();
+        QCOMPARE(Sample(window), u"A & b.txt"_s);
+    }
+
+    void RenamesEveryFileAndStaysOpen()
+    {
+        SideWindowDesk desk;
+        desk.Put("site/IMG_1.JPG", "1");
+        desk.Put("site/IMG_2_IMG.JPG", "2");
+        desk.Put("site/img_3.jpg", "3"); // case matters
+        RenameWindow window(desk, nullptr);
+        window.Open();
+        QCOMPARE(Sample(window), u"IMG_1.JPG"_s);
+        Fill(window, u"IMG"_s, u"h\u00e9"_s);
+        Press(window, u"rename"_s);
+        QCOMPARE(desk.Tree("site"), (test::FileTree{{"h\xc3\xa9_1.JPG", "1"},
+                                                    {"h\xc3\xa9_2_h\xc3\xa9.JPG", "2"},
+                                                    {"img_3.jpg", "3"}}));
+        QVERIFY(window.isVisible());
+        QCOMPARE(Sample(window), u"h\u00e9_1.JPG"_s);
+        QCOMPARE(desk.error, std::string());
+    }
+
+    void EmptyFindFieldRenamesNothing()
+    {
+        SideWindowDesk desk;
+        desk.Put("site/a.txt");
+        RenameWindow window(desk, nullptr);
+        window.Open();
+        Fill(window, u""_s, u"b"_s);
+        Press(window, u"rename"_s);
+        QCOMPARE(desk.words.shown, Texts{"Fill in find field, please"});
+        QCOMPARE(desk.Tree("site"), (test::FileTree{{"a.txt", ""}}));
+    }
+
+    void TakenNameIsAFatalErrorAndNothingIsLost()
+    {
+        SideWindowDesk desk;
+        desk.Put("site/a1.txt", "first");
+        desk.Put("site/a2.txt", "second");
+        desk.Put("site/b2.txt", "taken");
+        RenameWindow window(desk, nullptr);
+        window.Open();
+        Fill(window, u"a"_s, u"b"_s);
+        QTest::keyClick(&Find<QLineEdit>(window, u"find"_s), Qt::Key_Return); // the button
+        QCOMPARE(desk.error, std::string("file"));
+        QCOMPARE(desk.Tree("site"),
+                 (test::FileTree{{"a2.txt", "second"}, {"b1.txt", "first"}, {"b2.txt", "taken"}}));
+        QCOMPARE(Sample(window), u"a2.txt"_s);
+    }
+
+    void FollowsTheWorkingDirectory()
+    {
+        SideWindowDesk desk;
+        desk.Put("site/a.txt");
+        desk.Put("other/z.txt");
+        RenameWindow window(desk, nullptr);
+        window.Open();
+        desk.Run([&] { desk.workspace().switchto("C:\\other\\"); });
+        window.Refresh();
+        QCOMPARE(Sample(window), u"z.txt"_s);
+        QCOMPARE(Find<QLabel>(window, u"folder"_s).text(), u"C:\\other\\"_s);
+    }
+
+    void EscapeCloses()
+    {
+        SideWindowDesk desk;
+        RenameWindow window(desk, nullptr);
+        window.Open();
+        QTest::keyClick(&window, Qt::Key_Escape);
+        QVERIFY(!window.isVisible());
+    }
+};
+
+} // namespace kiv
+
+int main(int count, char** arguments)
+{
+    return kiv::RunOffscreen<kiv::RenameWindowTest>(count, arguments);
+}
+
+#include "rename_window_test.moc"

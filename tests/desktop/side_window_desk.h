@@ -1,0 +1,100 @@
+// A desk for the windows beside the main window: a workspace on a drive C: of the test's own, all
+// words and starts recorded, the clipboard the real one.
+#pragma once
+
+#include "desktop/command_desk.h"
+#include "desktop/window_clipboard.h"
+#include "platform/drives.h"
+#include "platform/programs.h"
+#include "tests/support/folders.h"
+
+#include <QString>
+#include <QWidget>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kiv {
+
+using Texts = std::vector<std::string>;
+
+class RecordedWords : public Reporter {
+  public:
+    Texts shown;
+
+  protected:
+    void Show(std::string_view text) override { shown.emplace_back(text); }
+    void Note(std::string_view, const Place&) override {}
+};
+
+class NoProgress : public Progress {
+  public:
+    void Status(std::string_view) override {}
+    void PassStatus(std::string_view) override {}
+    void Step(int, int) override {}
+    void dirbuttons() override {}
+    void dirreset() override {}
+};
+
+/// The working directory is "C:\site"; the day is 5 March 2004.
+class SideWindowDesk : public CommandDesk {
+  public:
+    SideWindowDesk();
+
+    Workspace& workspace() override { return workspace_; }
+    bool Run(const std::function<void()>& operation) override;
+    void ShowMessage(std::string_view text) override { words.shown.emplace_back(text); }
+
+    std::filesystem::path Native(const std::string& below) const { return folder_.Path() / below; }
+    /// A file below drive C: by its native path, "site/a.txt".
+    void Put(const std::string& below, const std::string& bytes = "") const
+    {
+        test::WriteBytes(Native(below), bytes);
+    }
+    void PutFolder(const std::string& below) const
+    {
+        std::filesystem::create_directories(Native(below));
+    }
+    std::string Content(const std::string& below) const { return test::ReadBytes(Native(below)); }
+    /// Every file below a folder of drive C:, with its bytes.
+    test::FileTree Tree(const std::string& below) const { return test::ReadTree(Native(below)); }
+
+    RecordedWords words; // the reporter's and the windows' own messages
+    std::string error;   // of the last command, "division"; "" when it went through
+    ProgramList programs;
+    WindowClipboard clipboard;
+
+  private:
+    test::TemporaryFolder folder_;
+    std::unique_ptr<Files> files_ = MakeDriveFiles({{'C', folder_.Path().string()}});
+    FrozenClock clock_{{2004, 3, 5, 14, 7, 9}};
+    HeaderPictureLoader pictures_{*files_};
+    NoProgress progress_;
+    Machine machine_{*files_, clock_, clipboard, programs, words, pictures_, progress_};
+    Workspace workspace_{machine_};
+};
+
+/// The control of this object name; a missing one fails the test program.
+template <typename Control>
+Control& Find(const QWidget& window, const QString& name)
+{
+    auto* const control = window.findChild<Control*>(name);
+    if (control == nullptr)
+        qFatal("no control %s", qPrintable(name));
+    return *control;
+}
+
+/// Clicks a button with the mouse.
+void Press(const QWidget& window, const QString& name);
+
+/// A text as it is seen: "&&" is "&", a single "&" is not there.
+QString Seen(const QString& text);
+
+/// What is missing in a window that is shown: a control without object name, tooltip or spoken
+/// name, out of the tab order, or with a letter for Alt that another one has. "" when all is well.
+QString Faults(const QWidget& window);
+
+} // namespace kiv
