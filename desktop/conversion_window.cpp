@@ -30,7 +30,7 @@ constexpr std::array<BoxWords, kConversionBoxes.size()> kBoxes = {{
     {"poetry_br", "Convert to HTML: keep the lines; an empty line becomes two line breaks"},
 }};
 
-constexpr ControlWords kTextField = {"text_field", "Text before each row",
+constexpr ControlWords kTextField = {"text_field", "Before each row",
                                      "Tab to Pipe: what to put in front of each row's bracket"};
 constexpr ControlWords kDoIt = {"do_it", "Text in Clipboard. Do It!",
                                 "Convert the text in the clipboard and put the result back there"};

@@ -35,6 +35,15 @@ constexpr ControlWords kLowerCase = {"lower_case", "l/c dir",
                                      "Lower-case the names of all files of the folder shown"};
 constexpr ControlWords kCancel = {"cancel", "Cancel", "Close this window and change nothing"};
 
+/// A tree whose branches are always open: nothing is drawn to open them with.
+class FolderTree : public QTreeWidget {
+  public:
+    using QTreeWidget::QTreeWidget;
+
+  protected:
+    void drawBranches(QPainter*, const QRect&, const QModelIndex&) const override {}
+};
+
 QTreeWidgetItem* MakeItem(const FolderEntry& entry, const QIcon& icon)
 {
     auto* const item = new QTreeWidgetItem({ToQt(entry.name)});
@@ -87,14 +96,13 @@ DirectoryWindow::DirectoryWindow(CommandDesk& desk, QWidget* parent)
     auto* const lists = new QGridLayout;
     column->addLayout(lists);
     drives_ = new QComboBox(this);
-    folders_ = new QTreeWidget(this);
+    folders_ = new FolderTree(this);
     files_ = new QListWidget(this);
     Describe(*drives_, kDrives);
     Describe(*folders_, kFolders);
     Describe(*files_, kFiles);
     folders_->setHeaderHidden(true);
     folders_->setItemsExpandable(false);
-    folders_->setExpandsOnDoubleClick(false);
     folders_->setRootIsDecorated(false);
     folders_->setUniformRowHeights(true);
     files_->setUniformItemSizes(true);

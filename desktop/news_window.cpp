@@ -23,8 +23,9 @@ namespace kiv {
 
 namespace {
 
-constexpr int kColumns = 100;
-constexpr int kRows = 36;
+constexpr int kColumns = 124;
+constexpr int kNameColumns = 16; // of a code, a date and a letter
+constexpr int kRows = 38;
 constexpr int kSiteColumns = 3;
 
 struct NewsLine {
@@ -112,6 +113,7 @@ QLayout* NewsWindow::MakeHeader()
         }
         auto* const row = new QHBoxLayout;
         auto* const today = MakeShyButton(kToday, this);
+        lines_[i]->setMinimumWidth(fontMetrics().averageCharWidth() * kNameColumns);
         row->addWidget(lines_[i], 1);
         row->addWidget(today);
         form->addRow(label, row);
