@@ -59,6 +59,7 @@ ConversionDialog::ConversionDialog(CommandDesk& desk, QWidget* parent)
     auto* const do_it = MakeButton(kDoIt, this);
     auto* const exit = MakeButton(kExit, this);
     do_it->setDefault(true);
+    do_it->setFocus();
     buttons->addStretch();
     buttons->addWidget(do_it);
     buttons->addWidget(exit);
