@@ -228,15 +228,19 @@ void MainWindow::Refresh()
     path_->setText(ToQt(workspace_.ShownDirectory()));
     path_->setCursorPosition(0);
     path_->setToolTip(ToTip(workspace_.WorkDir));
+    path_->setAccessibleDescription(ToQt(workspace_.WorkDir));
 }
 
 void MainWindow::MakeRoomForMessages(bool is_open)
 {
     if (isMaximized() || isFullScreen())
         return;
-    const int room = messages_->height() + centralWidget()->layout()->spacing();
-    const int wanted = messages_->sizeHint().height() + centralWidget()->layout()->spacing();
-    resize(width(), is_open ? height() + wanted : height() - room);
+    QLayout& inner = *centralWidget()->layout();
+    const int pane = is_open ? messages_->sizeHint().height() : -messages_->height();
+    const int wanted = height() + pane + (is_open ? inner.spacing() : -inner.spacing());
+    inner.activate(); // else the window could not be smaller than with the pane
+    layout()->activate();
+    resize(width(), wanted);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

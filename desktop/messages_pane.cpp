@@ -63,6 +63,8 @@ MessagesPane::MessagesPane(QWidget* parent)
     setObjectName(QStringLiteral("MessagesPane"));
     list_->setObjectName(QStringLiteral("Messages"));
     list_->setAccessibleName(QStringLiteral("Messages"));
+    list_->setAccessibleDescription(
+        QStringLiteral("The warnings of the last command; Enter opens the file of one"));
     list_->setToolTip(QStringLiteral("Double-click a message to open its file in the editor"));
     list_->setHeaderLabels({QStringLiteral("Message"), QStringLiteral("File"),
                             QStringLiteral("Line"), QStringLiteral("Page")});

@@ -97,6 +97,7 @@ void StatusArea::Status(std::string_view text)
 void StatusArea::PassStatus(std::string_view text)
 {
     pass_ = text;
+    ShowPending();
     Changed();
 }
 
