@@ -26,6 +26,7 @@ struct ButtonPlace {
     int columns;
 };
 constexpr int kColumns = 6;
+constexpr int kMarginColumns = 3; // characters beside a caption
 constexpr auto kPlaces = std::to_array<ButtonPlace>({
     {"Command1", 0, 0, 6},
     {"Command10", 0, 0, 3},
@@ -84,8 +85,11 @@ void CommandControls::MakeMenus()
         }
         for (const Command& command : Commands()) {
             for (std::size_t index = 0; command.menu == title.menu && index < command.entries;
-                 ++index)
-                AddEntry(command, index, menu)->setText(titles[static_cast<qsizetype>(i)]);
+                 ++index) {
+                QAction* const action = AddEntry(command, index, menu);
+                if (menu == nullptr)
+                    action->setText(titles[static_cast<qsizetype>(i)]);
+            }
         }
     }
 }
@@ -107,10 +111,6 @@ QAction* CommandControls::AddEntry(const Command& command, std::size_t index, QM
 
 void CommandControls::MakeButtons()
 {
-    auto* const grid = new QGridLayout(this);
-    grid->setContentsMargins(0, 0, 0, 0);
-    for (int column = 0; column < kColumns; ++column)
-        grid->setColumnStretch(column, 1);
     for (const Command& command : Commands()) {
         if (command.menu != Menu::button)
             continue;
@@ -120,12 +120,6 @@ void CommandControls::MakeButtons()
         button->setToolTip(tip);
         button->setAccessibleDescription(tip);
         button->setAutoDefault(true); // Enter presses the one that has the focus
-        const auto* const place =
-            std::find_if(kPlaces.begin(), kPlaces.end(), [&](const ButtonPlace& row) {
-                return row.object_name == command.object_name;
-            });
-        if (place != kPlaces.end())
-            grid->addWidget(button, place->row, place->column, 1, place->columns);
         connect(button, &QPushButton::clicked, this, [this, &command] { Choose(command, 0); });
         buttons_.push_back({&command, button});
     }
@@ -135,6 +129,27 @@ void CommandControls::MakeButtons()
     captions = WithMnemonics(captions, letters_);
     for (std::size_t i = 0; i < buttons_.size(); ++i)
         buttons_[i].button->setText(captions[static_cast<qsizetype>(i)]);
+    PlaceButtons();
+}
+
+void CommandControls::PlaceButtons()
+{
+    auto* const grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    const int margin = fontMetrics().averageCharWidth() * kMarginColumns;
+    int column_width = 0;
+    for (const ButtonPlace& place : kPlaces) {
+        auto* const button = findChild<QPushButton*>(ToQt(place.object_name));
+        // All columns are alike, so that nothing moves when buttons come and go.
+        button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        const int text = fontMetrics().horizontalAdvance(button->text());
+        column_width = std::max(column_width, (text + margin) / place.columns);
+        grid->addWidget(button, place.row, place.column, 1, place.columns);
+    }
+    for (int column = 0; column < kColumns; ++column) {
+        grid->setColumnMinimumWidth(column, column_width);
+        grid->setColumnStretch(column, 1);
+    }
 }
 
 void CommandControls::Choose(const Command& command, std::size_t index)

@@ -47,6 +47,7 @@ class CommandControls : public QWidget {
 
     void MakeMenus();
     void MakeButtons();
+    void PlaceButtons();
     QAction* AddEntry(const Command& command, std::size_t index, QMenu* menu);
     void SetCaptions(const Workspace* workspace);
     void Choose(const Command& command, std::size_t index);

@@ -236,7 +236,7 @@ void MainWindow::MakeRoomForMessages(bool is_open)
     if (isMaximized() || isFullScreen())
         return;
     QLayout& inner = *centralWidget()->layout();
-    const int pane = is_open ? messages_->sizeHint().height() : -messages_->height();
+    const int pane = is_open ? messages_->minimumSizeHint().height() : -messages_->height();
     const int wanted = height() + pane + (is_open ? inner.spacing() : -inner.spacing());
     inner.activate(); // else the window could not be smaller than with the pane
     layout()->activate();

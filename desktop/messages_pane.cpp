@@ -13,6 +13,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace kiv {
 
 namespace {
@@ -20,7 +22,8 @@ namespace {
 constexpr int kTextColumn = 0;
 constexpr int kFileRole = Qt::UserRole;     // the file, a drive path
 constexpr int kCopyRole = Qt::UserRole + 1; // the line that is copied
-constexpr int kShownLines = 6;
+constexpr int kShownLines = 8;
+constexpr int kMostOfWidth = 3; // a place has at most a third, the message keeps the rest
 
 QString OneLine(std::string_view text)
 {
@@ -50,7 +53,6 @@ QToolButton* MakeToolButton(const QString& name, const QString& text, const QStr
     button->setText(text);
     button->setToolTip(tip);
     button->setAccessibleDescription(tip);
-    button->setAutoRaise(true);
     button->setFocusPolicy(Qt::StrongFocus);
     return button;
 }
@@ -111,8 +113,11 @@ void MessagesPane::ShowWarnings(const std::vector<Warning>& warnings)
     list_->clear();
     for (const Warning& warning : warnings)
         list_->addTopLevelItem(MakeItem(warning));
-    for (int column = 1; column < list_->columnCount(); ++column)
+    for (int column = 1; column < list_->columnCount(); ++column) {
         list_->resizeColumnToContents(column);
+        const int most = std::max(width(), minimumSizeHint().width()) / kMostOfWidth;
+        list_->setColumnWidth(column, std::min(list_->columnWidth(column), most));
+    }
     title_->setText(QStringLiteral("&Messages: %1").arg(warnings.size()));
     SetOpen(!warnings.empty());
 }
@@ -121,8 +126,10 @@ void MessagesPane::SetOpen(bool open)
 {
     if (open == isVisibleTo(parentWidget()))
         return;
+    if (open && on_shown)
+        on_shown(open);
     setVisible(open);
-    if (on_shown)
+    if (!open && on_shown)
         on_shown(open);
 }
 

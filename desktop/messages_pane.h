@@ -27,7 +27,7 @@ class MessagesPane : public QWidget {
 
     /// Called with the file of a warning (a drive path) that is double-clicked, or chosen by Enter.
     std::function<void(const std::string& file)> on_open;
-    /// Called after the pane was opened or closed.
+    /// Called before the pane is opened and after it was closed.
     std::function<void(bool is_open)> on_shown;
 
   protected:

@@ -22,6 +22,14 @@ class OtherPrograms : public ShellTest {
     }
 };
 
+TEST_F(OtherPrograms, AnEditorThatIsStoredIsUsedAtOnceAndLater)
+{
+    workspace.StoreEditor("gedit --new-window");
+    EXPECT_EQ(Content("utils/kiv_editpad.txt"), "gedit --new-window\r\n");
+    workspace.Edit("_template.txt");
+    EXPECT_EQ(Started(), "gedit --new-window _template.txt");
+}
+
 TEST_F(OtherPrograms, CommandLines)
 {
     workspace.Edit("_template.txt");
