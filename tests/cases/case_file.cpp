@@ -58,6 +58,8 @@ std::vector<std::string> CutArguments(std::string_view text)
             arguments.back() += c;
         }
     }
+    for (std::string& argument : arguments)
+        argument = Decoded(argument);
     return arguments;
 }
 
@@ -104,7 +106,7 @@ const std::map<std::string, Take>& Directives()
 {
     static const std::map<std::string, Take> directives = {
         {"note", [](Case&, const Section&) {}},
-        {"args", [](Case& c, const Section& s) { c.arguments = CutArguments(Decoded(s.rest)); }},
+        {"args", [](Case& c, const Section& s) { c.arguments = CutArguments(s.rest); }},
         {"in", [](Case& c, const Section& s) { c.in[Decoded(s.rest)] = s.Text("\n"); }},
         {"folder", [](Case& c, const Section& s) { c.folders.push_back(Decoded(s.rest)); }},
         {"stdin", [](Case& c, const Section& s) { c.standard_input = s.Text("\n"); }},
