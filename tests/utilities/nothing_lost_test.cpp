@@ -1,0 +1,170 @@
+// Each tool with every one of its steps on files failing in turn: what the user had is whole,
+// old or new.
+#include "tests/utilities/utility_desk.h"
+#include "utilities/news_composer.h"
+#include "utilities/picture_lists.h"
+#include "utilities/title_grab.h"
+
+#include <functional>
+
+namespace kiv {
+namespace {
+
+/// Passes everything on until the given step, which fails like a disk that is full or taken away.
+/// Questions that never throw are no steps.
+class FailingFiles : public Files {
+  public:
+    FailingFiles(Files& files, int failing_step) : files_(files), left_(failing_step) {}
+
+    bool Failed() const { return left_ < 0; }
+
+    const std::string& CurrentDirectory() const override { return files_.CurrentDirectory(); }
+    void ChangeDirectory(std::string_view path) override { Step().ChangeDirectory(path); }
+    bool FileExists(std::string_view path) override { return files_.FileExists(path); }
+    bool FolderExists(std::string_view path) override { return files_.FolderExists(path); }
+    FileStamp Stamp(std::string_view path) override { return files_.Stamp(path); }
+    std::string ReadFile(std::string_view path) override { return Step().ReadFile(path); }
+    std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override
+    {
+        return Step().ReadPart(path, offset, count);
+    }
+    OutputFile Open(std::string_view path) override { return Step().Open(path); }
+    void Commit(const OutputFile& file, std::string_view bytes) override
+    {
+        Step().Commit(file, bytes);
+    }
+    void AppendToFile(std::string_view path, std::string_view bytes) override
+    {
+        Step().AppendToFile(path, bytes);
+    }
+    bool MakeFolder(std::string_view path) override { return files_.MakeFolder(path); }
+    void DeleteFile(std::string_view path) override { Step().DeleteFile(path); }
+    void RenameFile(std::string_view from, std::string_view to) override
+    {
+        Step().RenameFile(from, to);
+    }
+    std::vector<std::string> ListFiles(std::string_view folder, std::string_view pattern) override
+    {
+        return Step().ListFiles(folder, pattern);
+    }
+    std::vector<std::string> ListFolders(std::string_view folder) override
+    {
+        return Step().ListFolders(folder);
+    }
+    std::string DriveLetters() override { return files_.DriveLetters(); }
+    std::string FromNative(std::string_view utf8) override { return files_.FromNative(utf8); }
+    std::string ToNative(std::string_view path) override { return files_.ToNative(path); }
+    const std::vector<std::string>& Written() const override { return files_.Written(); }
+    void Refresh() override { files_.Refresh(); }
+
+  private:
+    Files& Step()
+    {
+        if (left_ >= 0 && left_-- == 0)
+            throw RunError(ErrorKind::file, "no space left on the device");
+        return files_;
+    }
+
+    Files& files_;
+    int left_;
+};
+
+using LayOut = std::function<void(UtilityDesk&)>;
+using Tool = std::function<void(Machine&)>;
+
+test::FileTree After(const LayOut& lay_out, const Tool& tool)
+{
+    UtilityDesk desk;
+    lay_out(desk);
+    tool(desk.machine);
+    return desk.Tree();
+}
+
+/// Runs the tool with its first step failing, then its second, and so on until a run passes. Every
+/// file then is as before or as after a whole run. Returns the number of failing runs.
+int RunsThatFail(const LayOut& lay_out, const Tool& tool)
+{
+    const test::FileTree new_files = After(lay_out, tool);
+    for (int step = 0;; ++step) {
+        UtilityDesk desk;
+        lay_out(desk);
+        const test::FileTree old_files = desk.Tree();
+        FailingFiles files(desk.machine.files, step);
+        Machine machine{files,         desk.machine.clock, desk.clipboard, desk.programs,
+                        desk.reporter, desk.pictures,      desk.progress};
+        try {
+            tool(machine);
+        } catch (const RunError&) {
+            EXPECT_TRUE(files.Failed());
+        }
+        const test::FileTree found = desk.Tree();
+        for (const auto& [name, bytes] : found) {
+            const auto before = old_files.find(name);
+            const auto after = new_files.find(name);
+            EXPECT_TRUE((before != old_files.end() && before->second == bytes) ||
+                        (after != new_files.end() && after->second == bytes))
+                << name << " when step " << step << " fails: " << test::Shown(bytes);
+        }
+        for (const auto& [name, bytes] : old_files)
+            EXPECT_TRUE(found.contains(name)) << name << " is gone when step " << step << " fails";
+        if (!files.Failed()) {
+            EXPECT_EQ(found, new_files);
+            return step;
+        }
+    }
+}
+
+TEST(NothingLost, NewsComposer)
+{
+    const LayOut lay_out = [](UtilityDesk& desk) {
+        desk.Put("site/_html.txt", "home\r\n;inserthere1\r\nrest");
+        desk.Put("site/news/_html.txt", "a\r\n;inserthere1\r\nb\r\n;inserthere2\r\nc\r\n");
+        desk.Put("site/news/txt/old.txt", "old");
+    };
+    const Tool tool = [](Machine& machine) {
+        NewsDesk news;
+        news.settings.presets = {{"Site", "C:\\site\\news\\", "", "", "C:\\site\\", false}};
+        news.switchto = [&](std::string_view folder) { machine.files.ChangeDirectory(folder); };
+        NewsItem item;
+        item.site = 1;
+        item.file_name = "pr040504";
+        item.text = "new";
+        ComposeNews(machine, news, item);
+    };
+    // The folder, two lists to read, three files to find a place for and to write.
+    EXPECT_EQ(RunsThatFail(lay_out, tool), 9);
+}
+
+TEST(NothingLost, PictureLists)
+{
+    const LayOut lay_out = [](UtilityDesk& desk) {
+        desk.Put("site/cat.gif", "GIF");
+        desk.Put("site/cat_t.gif", "GIF");
+        desk.pictures.sizes = {{"cat.gif", {100, 80}}, {"cat_t.gif", {10, 8}}};
+        desk.Put("site/_alt.txt", "cat.gif|A cat|Ann|asleep\r\ngone.gif|Gone\r\n");
+        for (const char* const name :
+             {"_piclist", "_banglist", "_banglist2", "_banglist3", "_banglist4", "_pichtml"})
+            desk.Put(std::string("site/") + name + ".txt", std::string("old ") + name);
+    };
+    const Tool tool = [](Machine& machine) { run_picture_sizer(machine, "", "edit "); };
+    // The captions, two listings, seven files to find a place for and to write, the way back.
+    EXPECT_EQ(RunsThatFail(lay_out, tool), 18);
+}
+
+TEST(NothingLost, TitleGrab)
+{
+    const LayOut lay_out = [](UtilityDesk& desk) {
+        desk.Put("site/a.htm", "<title>A</title>");
+        desk.Put("site/b.asp", "<title>B</title>");
+        desk.Put("site/grabtitles.txt", "old");
+    };
+    const Tool tool = [](Machine& machine) {
+        GrabFlags flags{true, false};
+        grab_titles(machine, true, flags);
+    };
+    // Two listings, two pages read twice, one file to find a place for and to write.
+    EXPECT_EQ(RunsThatFail(lay_out, tool), 8);
+}
+
+} // namespace
+} // namespace kiv
