@@ -56,8 +56,6 @@ HelpWindow::HelpWindow(CommandDesk& desk, QWidget* parent)
 
     auto* const buttons = new QHBoxLayout;
     column->addLayout(buttons);
-    auto* const close = MakeButton(kClose, this);
-    connect(close, &QPushButton::clicked, this, &QDialog::close);
     for (std::size_t i = 0; i < kSections.size(); ++i) {
         const HelpSection& section = HelpSections()[i];
         auto* const button =
@@ -69,8 +67,10 @@ HelpWindow::HelpWindow(CommandDesk& desk, QWidget* parent)
             button->setFocus();
     }
     buttons->addStretch();
+    auto* const close = MakeButton(kClose, this);
+    close->setDefault(true);
     buttons->addWidget(close);
-    setTabOrder(box_, close);
+    connect(close, &QPushButton::clicked, this, &QDialog::close);
     GiveMnemonics(*this);
 
     const QFontMetrics metrics = box_->fontMetrics();

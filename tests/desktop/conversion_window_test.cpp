@@ -59,6 +59,15 @@ class ConversionWindowTest : public QObject {
         QVERIFY(!window.isModal());
     }
 
+    void TabReachesEverything()
+    {
+        SideWindowDesk desk;
+        ConversionDialog window(desk, nullptr);
+        window.OpenIn("");
+        QCOMPARE(TabOrder(window, kBoxes.front()),
+                 kBoxes + (QStringList{u"text_field"_s, u"do_it"_s, u"exit"_s}));
+    }
+
     void ModeSetsTitlesAndClearsBoxes_data()
     {
         QTest::addColumn<QString>("mode");

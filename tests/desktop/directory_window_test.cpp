@@ -79,6 +79,16 @@ class DirectoryWindowTest : public QObject {
         QVERIFY(!window.isModal());
     }
 
+    void TabReachesEverything()
+    {
+        SideWindowDesk desk;
+        DirectoryWindow window(desk, nullptr);
+        window.Open();
+        QCOMPARE(TabOrder(window, u"Drive1"_s),
+                 (QStringList{u"Drive1"_s, u"Dir1"_s, u"File2"_s, u"choose"_s, u"lower_case"_s,
+                              u"cancel"_s}));
+    }
+
     void StartsAtTheWorkingDirectoryEachTime()
     {
         SideWindowDesk desk;

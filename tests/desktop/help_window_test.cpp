@@ -33,6 +33,16 @@ class HelpWindowTest : public QObject {
         QVERIFY(!window.isModal());
     }
 
+    void TabReachesEverything()
+    {
+        SideWindowDesk desk;
+        HelpWindow window(desk, nullptr);
+        window.Open();
+        QCOMPARE(TabOrder(window, u"help_text"_s),
+                 (QStringList{u"help_text"_s, u"Command2"_s, u"Command3"_s, u"Command4"_s,
+                              u"Command5"_s, u"Command1"_s}));
+    }
+
     void BoxIsEmptyFixedWidthAndReadOnly()
     {
         SideWindowDesk desk;

@@ -98,6 +98,19 @@ class NewsWindowTest : public QObject {
         QVERIFY(!window.isModal());
     }
 
+    void TabReachesEverything()
+    {
+        SideWindowDesk desk;
+        PutSettings(desk);
+        NewsWindow window(desk, nullptr);
+        window.Open();
+        QCOMPARE(TabOrder(window, u"Text1"_s),
+                 (QStringList{u"Text1"_s, u"Command7"_s, u"Text2"_s, u"Text3"_s, u"Text4"_s,
+                              u"Text5"_s, u"Text6"_s, u"Option1(0)"_s, u"Option1(1)"_s, u"Text8"_s,
+                              u"Text7"_s, u"Check1"_s, u"Check2"_s, u"Command4"_s, u"Command6"_s,
+                              u"Command3"_s, u"Command1"_s, u"Command2"_s}));
+    }
+
     void FieldsHaveTheirCaptions()
     {
         SideWindowDesk desk;

@@ -41,6 +41,15 @@ class RenameWindowTest : public QObject {
         QVERIFY(!window.isModal());
     }
 
+    void TabReachesEverything()
+    {
+        SideWindowDesk desk;
+        RenameWindow window(desk, nullptr);
+        window.Open();
+        QCOMPARE(TabOrder(window, u"find"_s),
+                 (QStringList{u"find"_s, u"replacement"_s, u"rename"_s}));
+    }
+
     void ShowsTheFirstFile()
     {
         SideWindowDesk desk;

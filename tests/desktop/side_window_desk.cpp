@@ -89,6 +89,20 @@ QString Seen(const QString& text)
     return seen;
 }
 
+QStringList TabOrder(const QWidget& window, const QString& first)
+{
+    QStringList order;
+    const QWidget* const start = &Find<QWidget>(window, first);
+    const QWidget* at = start;
+    do {
+        const bool inside = at != &window && at->isVisibleTo(&window);
+        if (inside && (at->focusPolicy() & Qt::TabFocus) != 0)
+            order << at->objectName();
+        at = at->nextInFocusChain();
+    } while (at != start);
+    return order;
+}
+
 QString Faults(const QWidget& window)
 {
     QString faults;

@@ -9,6 +9,7 @@
 #include "tests/support/folders.h"
 
 #include <QString>
+#include <QStringList>
 #include <QWidget>
 
 #include <filesystem>
@@ -92,6 +93,9 @@ void Press(const QWidget& window, const QString& name);
 
 /// A text as it is seen: "&&" is "&", a single "&" is not there.
 QString Seen(const QString& text);
+
+/// The object names of all controls that Tab reaches in a window that is shown, from `first` on.
+QStringList TabOrder(const QWidget& window, const QString& first);
 
 /// What is missing in a window that is shown: a control without object name, tooltip or spoken
 /// name, out of the tab order, or with a letter for Alt that another one has. "" when all is well.
