@@ -76,7 +76,7 @@ void ConversionDialog::OpenIn(std::string_view mode)
 {
     SetMode(state_, mode);
     ShowState();
-    Open();
+    BringUp();
 }
 
 void ConversionDialog::ShowState()

@@ -190,22 +190,22 @@ void MainWindow::Open(Opens what, std::string_view mode)
     case Opens::nothing:
         break;
     case Opens::directories:
-        OneOf<DirectoryWindow>(*this).Open();
+        OneOf<DirectoryWindow>(*this).BringUp();
         break;
     case Opens::renamer:
-        OneOf<RenameWindow>(*this).Open();
+        OneOf<RenameWindow>(*this).BringUp();
         break;
     case Opens::dimensions:
-        OneOf<DimensionWindow>(*this).Open();
+        OneOf<DimensionWindow>(*this).BringUp();
         break;
     case Opens::conversion:
         OneOf<ConversionDialog>(*this).OpenIn(mode);
         break;
     case Opens::news:
-        OneOf<NewsWindow>(*this).Open();
+        OneOf<NewsWindow>(*this).BringUp();
         break;
     case Opens::help:
-        OneOf<HelpWindow>(*this).Open();
+        OneOf<HelpWindow>(*this).BringUp();
         break;
     case Opens::end:
         close();

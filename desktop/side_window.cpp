@@ -12,7 +12,7 @@ SideWindow::SideWindow(CommandDesk& desk, QWidget* parent, std::string_view name
     setWindowTitle(ToQt(title));
 }
 
-void SideWindow::Open()
+void SideWindow::BringUp()
 {
     if (!isVisible())
         Fill();

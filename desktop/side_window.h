@@ -17,7 +17,7 @@ class SideWindow : public QDialog {
     SideWindow(CommandDesk& desk, QWidget* parent, std::string_view name, std::string_view title);
 
     /// Puts the window in front. One that was closed is filled anew before.
-    void Open();
+    void BringUp();
 
     /// The workspace has changed: the window shows what is so now.
     virtual void Refresh() {}

@@ -36,7 +36,7 @@ class DimensionWindowTest : public QObject {
     {
         SideWindowDesk desk;
         DimensionWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(window.windowTitle(), u"Convert dimensions"_s);
         QCOMPARE(Seen(Find<QPushButton>(window, u"calculate"_s).text()), u"Calculate"_s);
         QCOMPARE(Seen(Find<QPushButton>(window, u"done"_s).text()), u"Done"_s);
@@ -54,7 +54,7 @@ class DimensionWindowTest : public QObject {
     {
         SideWindowDesk desk;
         DimensionWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(TabOrder(window, u"start_width"_s),
                  kFields + (QStringList{u"calculate"_s, u"done"_s, u"clear"_s}));
     }
@@ -81,7 +81,7 @@ class DimensionWindowTest : public QObject {
         QFETCH(QStringList, after);
         SideWindowDesk desk;
         DimensionWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Fill(window, before);
         Press(window, u"calculate"_s);
         QCOMPARE(Fields(window), after);
@@ -92,7 +92,7 @@ class DimensionWindowTest : public QObject {
     {
         SideWindowDesk desk;
         DimensionWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         const QStringList no_height = {u"800"_s, u"0"_s, u""_s, u"200"_s};
         Fill(window, no_height);
         Press(window, u"calculate"_s);
@@ -110,12 +110,12 @@ class DimensionWindowTest : public QObject {
     {
         SideWindowDesk desk;
         DimensionWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         const QStringList texts = {u"1"_s, u"2"_s, u"3"_s, u"4"_s};
         Fill(window, texts);
         Press(window, u"done"_s);
         QVERIFY(!window.isVisible());
-        window.Open();
+        window.BringUp();
         QCOMPARE(Fields(window), texts);
         Press(window, u"clear"_s);
         QCOMPARE(Fields(window), (QStringList{u""_s, u""_s, u""_s, u""_s}));
@@ -125,7 +125,7 @@ class DimensionWindowTest : public QObject {
     {
         SideWindowDesk desk;
         DimensionWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Fill(window, {u"800"_s, u"600"_s, u"400"_s, u""_s});
         QTest::keyClick(&Find<QLineEdit>(window, u"new_width"_s), Qt::Key_Return);
         QCOMPARE(Fields(window).last(), u"300"_s);

@@ -71,7 +71,7 @@ class DirectoryWindowTest : public QObject {
     {
         SideWindowDesk desk;
         DirectoryWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(Seen(Find<QPushButton>(window, u"choose"_s).text()), u"Choose"_s);
         QCOMPARE(Seen(Find<QPushButton>(window, u"lower_case"_s).text()), u"l/c dir"_s);
         QCOMPARE(Seen(Find<QPushButton>(window, u"cancel"_s).text()), u"Cancel"_s);
@@ -83,7 +83,7 @@ class DirectoryWindowTest : public QObject {
     {
         SideWindowDesk desk;
         DirectoryWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(TabOrder(window, u"Drive1"_s),
                  (QStringList{u"Drive1"_s, u"Dir1"_s, u"File2"_s, u"choose"_s, u"lower_case"_s,
                               u"cancel"_s}));
@@ -94,7 +94,7 @@ class DirectoryWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         DirectoryWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(Find<QComboBox>(window, u"Drive1"_s).currentText(), u"C:"_s);
         QCOMPARE(FolderNames(window),
                  (QStringList{u"C:\\"_s, u" site"_s, u"  images"_s, u"  txt"_s}));
@@ -104,7 +104,7 @@ class DirectoryWindowTest : public QObject {
         DoubleClick(window, u"txt"_s);
         Press(window, u"cancel"_s);
         QVERIFY(!window.isVisible());
-        window.Open();
+        window.BringUp();
         QCOMPARE(Shown(window), u"C:\\site"_s);
         QCOMPARE(desk.workspace().WorkDir, std::string("C:\\site\\"));
     }
@@ -114,7 +114,7 @@ class DirectoryWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         DirectoryWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         DoubleClick(window, u"images"_s); // down
         QCOMPARE(FolderNames(window), (QStringList{u"C:\\"_s, u" site"_s, u"  images"_s}));
         QCOMPARE(FileNames(window), QStringList{u"boat.gif"_s});
@@ -130,7 +130,7 @@ class DirectoryWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         DirectoryWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         auto& drives = Find<QComboBox>(window, u"Drive1"_s);
         const int other = drives.findText(u"Z:"_s); // the whole machine
         QVERIFY(other >= 0);
@@ -148,7 +148,7 @@ class DirectoryWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         DirectoryWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QTreeWidget& folders = Folders(window);
         folders.setFocus();
         QTest::keyClick(&folders, Qt::Key_Down); // from the folder itself to the first one in it
@@ -165,12 +165,12 @@ class DirectoryWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         DirectoryWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         DoubleClick(window, u"txt"_s);
         Press(window, u"choose"_s);
         QVERIFY(!window.isVisible());
         QCOMPARE(desk.workspace().WorkDir, std::string("C:\\site\\txt\\"));
-        window.Open();
+        window.BringUp();
         DoubleClick(window, u"C:\\"_s);
         auto& file_list = Find<QListWidget>(window, u"File2"_s);
         file_list.setFocus();
@@ -184,7 +184,7 @@ class DirectoryWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         DirectoryWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         DoubleClick(window, u"images"_s);
         Press(window, u"lower_case"_s);
         DoubleClick(window, u"C:\\"_s);
@@ -200,7 +200,7 @@ class DirectoryWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         DirectoryWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         std::filesystem::remove_all(desk.Native("site/txt"));
         DoubleClick(window, u"txt"_s);
         QCOMPARE(desk.words.shown, Texts{"cannot open the folder C:\\site\\txt"});
@@ -214,7 +214,7 @@ class DirectoryWindowTest : public QObject {
         PutSite(desk);
         std::filesystem::remove_all(desk.Native("site"));
         DirectoryWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(desk.words.shown.size(), std::size_t{1});
         QCOMPARE(Shown(window), u"C:\\"_s);
     }
@@ -225,7 +225,7 @@ class DirectoryWindowTest : public QObject {
         desk.PutFolder("site/R&D caf\xc3\xa9");
         desk.Put("site/<b>&amp;.txt");
         DirectoryWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(FolderNames(window).last(), u"  R&D caf\u00e9"_s);
         QCOMPARE(FileNames(window), QStringList{u"<b>&amp;.txt"_s});
         DoubleClick(window, u"R&D caf\u00e9"_s);

@@ -21,7 +21,7 @@ class HelpWindowTest : public QObject {
     {
         SideWindowDesk desk;
         HelpWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(window.windowTitle(), u"KIV HELP"_s);
         const QStringList captions = {u"close"_s, u"at's"_s, u"bangs"_s, u"Top Matter"_s,
                                       u"Misc..."_s};
@@ -37,7 +37,7 @@ class HelpWindowTest : public QObject {
     {
         SideWindowDesk desk;
         HelpWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(TabOrder(window, u"help_text"_s),
                  (QStringList{u"help_text"_s, u"Command2"_s, u"Command3"_s, u"Command4"_s,
                               u"Command5"_s, u"Command1"_s}));
@@ -47,7 +47,7 @@ class HelpWindowTest : public QObject {
     {
         SideWindowDesk desk;
         HelpWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         const auto& box = Find<QPlainTextEdit>(window, u"help_text"_s);
         QCOMPARE(FieldText(box), std::string());
         QVERIFY(box.isReadOnly());
@@ -58,7 +58,7 @@ class HelpWindowTest : public QObject {
     {
         SideWindowDesk desk;
         HelpWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         const auto& box = Find<QPlainTextEdit>(window, u"help_text"_s);
         const std::pair<QString, std::string> kSections[] = {{u"Command2"_s, show1()},
                                                              {u"Command3"_s, show2()},
@@ -76,7 +76,7 @@ class HelpWindowTest : public QObject {
     {
         SideWindowDesk desk;
         HelpWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Press(window, u"Command5"_s);
         auto& box = Find<QPlainTextEdit>(window, u"help_text"_s);
         box.selectAll();
@@ -88,11 +88,11 @@ class HelpWindowTest : public QObject {
     {
         SideWindowDesk desk;
         HelpWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Press(window, u"Command2"_s);
         Press(window, u"Command1"_s);
         QVERIFY(!window.isVisible());
-        window.Open();
+        window.BringUp();
         QCOMPARE(FieldText(Find<QPlainTextEdit>(window, u"help_text"_s)), std::string());
         QTest::keyClick(&Find<QPlainTextEdit>(window, u"help_text"_s), Qt::Key_Escape);
         QVERIFY(!window.isVisible());

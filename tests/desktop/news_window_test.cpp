@@ -81,7 +81,7 @@ class NewsWindowTest : public QObject {
     {
         SideWindowDesk desk;
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(window.windowTitle(), u"News Item"_s);
         const std::pair<QString, QString> kButtons[] = {{u"Command1"_s, u"Do It!"_s},
                                                         {u"Command2"_s, u"Abort"_s},
@@ -103,7 +103,7 @@ class NewsWindowTest : public QObject {
         SideWindowDesk desk;
         PutSettings(desk);
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(TabOrder(window, u"Text1"_s),
                  (QStringList{u"Text1"_s, u"Command7"_s, u"Text2"_s, u"Text3"_s, u"Text4"_s,
                               u"Text5"_s, u"Text6"_s, u"Option1(0)"_s, u"Option1(1)"_s, u"Text8"_s,
@@ -131,7 +131,7 @@ class NewsWindowTest : public QObject {
         SideWindowDesk desk;
         PutSettings(desk);
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         for (int i = 0; i < 18; ++i)
             QCOMPARE(Site(window, i).isVisible(), i < 2);
         QCOMPARE(Seen(Site(window, 0).text()), u"Harbour & sea"_s);
@@ -141,7 +141,7 @@ class NewsWindowTest : public QObject {
 
         window.hide();
         desk.Put("utils/kivnews.ini", "Another|x\r\n");
-        window.Open();
+        window.BringUp();
         QCOMPARE(Seen(Site(window, 0).text()), u"Another"_s);
         QVERIFY(!Site(window, 1).isVisible());
     }
@@ -154,7 +154,7 @@ class NewsWindowTest : public QObject {
             settings += "Site " + std::to_string(i) + "|s|t|Note " + std::to_string(i) + "\r\n";
         desk.Put("utils/kivnews.ini", settings);
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         for (int i = 0; i < 18; ++i) {
             QVERIFY(Site(window, i).isVisible());
             Site(window, i).click();
@@ -171,7 +171,7 @@ class NewsWindowTest : public QObject {
             settings += "s|s\r\n";
         desk.Put("utils/kivnews.ini", settings);
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(desk.words.shown,
                  Texts{"more than 18 news sites\r\nc:\\utils\\kivnews.ini, line 19"});
         QVERIFY(window.isVisible());
@@ -182,7 +182,7 @@ class NewsWindowTest : public QObject {
         SideWindowDesk desk;
         PutSettings(desk);
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         auto& reminder = Find<QLabel>(Find<QGroupBox>(window, u"Website"_s), u"reminder"_s);
         QCOMPARE(reminder.text(), QString());
         Site(window, 0).click();
@@ -197,7 +197,7 @@ class NewsWindowTest : public QObject {
         SideWindowDesk desk;
         PutSettings(desk);
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Line(window, "Text2").setText(u"some day"_s);
         Line(window, "Text4").setText(u"some paper"_s);
         Type(window, "Text1", u"ht0405"_s); // no code yet
@@ -219,7 +219,7 @@ class NewsWindowTest : public QObject {
     {
         SideWindowDesk desk;
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Type(window, "Text1", u"p040504"_s);
         Line(window, "Text1").setCursorPosition(1);
         QTest::keyClicks(&Line(window, "Text1"), u"r"_s);
@@ -232,7 +232,7 @@ class NewsWindowTest : public QObject {
     {
         SideWindowDesk desk;
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Type(window, "Text1", u"before"_s);
         Press(window, u"Command7"_s);
         QCOMPARE(Line(window, "Text1").text(), u"030504"_s);
@@ -243,7 +243,7 @@ class NewsWindowTest : public QObject {
     {
         SideWindowDesk desk;
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Type(window, "Text8", u"kept"_s);
         QGuiApplication::clipboard()->setText(
             u"!!1[May 1, 2004|ht050104|Caf\u00e9s| B. Line |The Sun]\r\nmore"_s);
@@ -257,7 +257,7 @@ class NewsWindowTest : public QObject {
         SideWindowDesk desk;
         PutSettings(desk);
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         FillIn(window);
         Press(window, u"Command6"_s);
         QCOMPARE(desk.words.shown,
@@ -269,7 +269,7 @@ class NewsWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Site(window, 0).click();
         FillIn(window);
         Press(window, u"Command1"_s);
@@ -308,7 +308,7 @@ class NewsWindowTest : public QObject {
         desk.Put("internet/harbour/txt/ht040504b.txt", "mine");
         const test::FileTree before = desk.Tree("");
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Site(window, 0).click();
         FillIn(window);
         Press(window, u"Command1"_s);
@@ -321,7 +321,7 @@ class NewsWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Site(window, 1).click(); // the scratch site makes its folders
         Type(window, "Text1", u"a"_s);
         Article(window).setPlainText(u"  one\u00a0two \u00e9\r\n\r\n<b>\u201cthree\u201d\n"_s);
@@ -337,7 +337,7 @@ class NewsWindowTest : public QObject {
     {
         SideWindowDesk desk;
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QGuiApplication::clipboard()->setText(u"Boats\r\nand nets\n"_s);
         Line(window, "Text3").paste();
         Press(window, u"Command6"_s);
@@ -350,7 +350,7 @@ class NewsWindowTest : public QObject {
         PutSite(desk);
         const test::FileTree before = desk.Tree("");
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Press(window, u"Command1"_s);
         QCOMPARE(desk.words.shown,
                  (Texts{"Choose a Website", "Finish filling in the information"}));
@@ -367,7 +367,7 @@ class NewsWindowTest : public QObject {
         SideWindowDesk desk;
         PutSettings(desk);
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Site(window, 0).click();
         FillIn(window);
         Press(window, u"Command1"_s);
@@ -381,7 +381,7 @@ class NewsWindowTest : public QObject {
         SideWindowDesk desk;
         PutSettings(desk);
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Site(window, 0).click();
         FillIn(window);
         Find<QCheckBox>(window, u"Check2"_s).click();
@@ -400,13 +400,13 @@ class NewsWindowTest : public QObject {
         PutSite(desk);
         const test::FileTree before = desk.Tree("");
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Site(window, 0).click();
         FillIn(window);
         Press(window, u"Command2"_s);
         QVERIFY(!window.isVisible());
         QCOMPARE(test::Differences(before, desk.Tree("")), std::string());
-        window.Open();
+        window.BringUp();
         QCOMPARE(Line(window, "Text3").text(), u"Boats & nets"_s);
         QTest::keyClick(&Line(window, "Text3"), Qt::Key_Escape);
         QVERIFY(!window.isVisible());
@@ -418,7 +418,7 @@ class NewsWindowTest : public QObject {
         PutSite(desk);
         const test::FileTree before = desk.Tree("");
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         Site(window, 0).click();
         FillIn(window);
@@ -437,7 +437,7 @@ class NewsWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         NewsWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Site(window, 1).click();
         desk.Put("utils/kivnews.ini", "Only one|harbour\r\n");
         FillIn(window);

@@ -29,7 +29,7 @@ class RenameWindowTest : public QObject {
     {
         SideWindowDesk desk;
         RenameWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(window.windowTitle(), u"Rename files"_s);
         QCOMPARE(Seen(Find<QPushButton>(window, u"rename"_s).text()), u"Rename"_s);
         QStringList labels;
@@ -45,7 +45,7 @@ class RenameWindowTest : public QObject {
     {
         SideWindowDesk desk;
         RenameWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(TabOrder(window, u"find"_s),
                  (QStringList{u"find"_s, u"replacement"_s, u"rename"_s}));
     }
@@ -54,7 +54,7 @@ class RenameWindowTest : public QObject {
     {
         SideWindowDesk desk;
         RenameWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(Sample(window), QString()); // none there
         QCOMPARE(Find<QLabel>(window, u"folder"_s).text(), u"C:\\site\\"_s);
         window.hide();
@@ -62,7 +62,7 @@ class RenameWindowTest : public QObject {
         desk.Put("site/caf\xc3\xa9.txt");
         desk.Put("site/A & b.txt");
         desk.Run([] {}); // what was listed before is forgotten
-        window.Open();
+        window.BringUp();
         QCOMPARE(Sample(window), u"A & b.txt"_s);
     }
 
@@ -73,7 +73,7 @@ class RenameWindowTest : public QObject {
         desk.Put("site/IMG_2_IMG.JPG", "2");
         desk.Put("site/img_3.jpg", "3"); // case matters
         RenameWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QCOMPARE(Sample(window), u"IMG_1.JPG"_s);
         Fill(window, u"IMG"_s, u"h\u00e9"_s);
         Press(window, u"rename"_s);
@@ -90,7 +90,7 @@ class RenameWindowTest : public QObject {
         SideWindowDesk desk;
         desk.Put("site/a.txt");
         RenameWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Fill(window, u""_s, u"b"_s);
         Press(window, u"rename"_s);
         QCOMPARE(desk.words.shown, Texts{"Fill in find field, please"});
@@ -104,7 +104,7 @@ class RenameWindowTest : public QObject {
         desk.Put("site/a2.txt", "second");
         desk.Put("site/b2.txt", "taken");
         RenameWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         Fill(window, u"a"_s, u"b"_s);
         QTest::keyClick(&Find<QLineEdit>(window, u"find"_s), Qt::Key_Return); // the button
         QCOMPARE(desk.error, std::string("file"));
@@ -119,7 +119,7 @@ class RenameWindowTest : public QObject {
         desk.Put("site/a.txt");
         desk.Put("other/z.txt");
         RenameWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         desk.Run([&] { desk.workspace().switchto("C:\\other\\"); });
         window.Refresh();
         QCOMPARE(Sample(window), u"z.txt"_s);
@@ -130,7 +130,7 @@ class RenameWindowTest : public QObject {
     {
         SideWindowDesk desk;
         RenameWindow window(desk, nullptr);
-        window.Open();
+        window.BringUp();
         QTest::keyClick(&window, Qt::Key_Escape);
         QVERIFY(!window.isVisible());
     }
