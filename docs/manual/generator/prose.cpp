@@ -135,7 +135,7 @@ class ProseWriter {
     {
         html_ += "<pre>";
         for (bool first = true; Is(Kind::code); first = false)
-            html_ += (first ? "" : "\n") + Escaped(lines_[at_++].substr(kIndent.size()));
+            html_.append(first ? "" : "\n").append(Escaped(lines_[at_++].substr(kIndent.size())));
         html_ += "</pre>\n";
     }
 
