@@ -10,7 +10,14 @@ namespace {
 constexpr std::string_view kIndent = "    ";
 
 /// What a line is by its head.
-enum class Kind { empty, heading, subheading, item, row, code, text };
+enum class Kind { empty, heading, subheading, item, step, row, code, text };
+
+/// The length of "1. " and its kin at the head of a line; 0 when there is none.
+std::size_t StepMark(std::string_view line)
+{
+    const std::size_t digits = line.find_first_not_of("0123456789");
+    return digits != 0 && digits != npos && line.substr(digits).starts_with(". ") ? digits + 2 : 0;
+}
 
 Kind KindOf(std::string_view line)
 {
@@ -22,6 +29,8 @@ Kind KindOf(std::string_view line)
         return Kind::subheading;
     if (line.starts_with("- "))
         return Kind::item;
+    if (StepMark(line) > 0)
+        return Kind::step;
     if (line.starts_with("| "))
         return Kind::row;
     return line.starts_with(kIndent) ? Kind::code : Kind::text;
@@ -80,7 +89,10 @@ class ProseWriter {
             ++at_;
             break;
         case Kind::item:
-            WriteItems();
+            WriteItems("ul", Kind::item);
+            break;
+        case Kind::step:
+            WriteItems("ol", Kind::step);
             break;
         case Kind::row:
             WriteTable();
@@ -105,12 +117,14 @@ class ProseWriter {
         return text;
     }
 
-    void WriteItems()
+    void WriteItems(std::string_view tag, Kind kind)
     {
-        html_ += "<ul>\n";
-        while (Is(Kind::item))
-            html_ += "<li>" + InlineHtml(Joined().substr(2)) + "</li>\n";
-        html_ += "</ul>\n";
+        html_.append("<").append(tag).append(">\n");
+        while (Is(kind)) {
+            const std::size_t mark = kind == Kind::step ? StepMark(lines_[at_]) : 2;
+            html_ += "<li>" + InlineHtml(Joined().substr(mark)) + "</li>\n";
+        }
+        html_.append("</").append(tag).append(">\n");
     }
 
     void WriteTable()
@@ -175,7 +189,9 @@ std::string InlineHtml(std::string_view text)
         const std::size_t strong_end = text.starts_with("**") ? text.find("**", 2) : npos;
         const std::size_t words_end = text[0] == '[' ? text.find("](") : npos;
         if (code_end != npos) {
-            html += "<code>" + Escaped(text.substr(1, code_end - 1)) + "</code>";
+            constexpr std::size_t kShort = 30; // short enough to stay on one line
+            html.append(code_end <= kShort ? "<code class=\"short\">" : "<code>");
+            html.append(Escaped(text.substr(1, code_end - 1))).append("</code>");
             text.remove_prefix(code_end + 1);
         } else if (strong_end != npos) {
             html += "<strong>" + InlineHtml(text.substr(2, strong_end - 2)) + "</strong>";
