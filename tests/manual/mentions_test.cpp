@@ -22,7 +22,7 @@ using testing::SizeIs;
 
 using Words = std::vector<std::string>;
 
-const Words kAllFolders = {"builder", "blocks", "shell", "utilities", "platform", "cli"};
+const Words kAllFolders = {"builder", "blocks", "shell", "utilities", "platform", "cli", "desktop"};
 
 /// The literals of the builder and the block tags that look like `pattern`, each once.
 Words WordsLike(const char* pattern)
@@ -199,6 +199,18 @@ TEST(Mentions, EveryButtonAndMenuEntryIsTold)
             kiv::ReplaceEach(captions.back(), "&&", "&");
         }
     EXPECT_THAT(Unmentioned(captions, CodeSpans("window")), IsEmpty());
+}
+
+TEST(Mentions, EveryFieldAndButtonOfTheOtherWindowsIsTold)
+{
+    // A control's words are its object name, its caption and its tip.
+    const std::regex words(R"re(\{"\w+",\s*"([^"\\]+)",\s*")re");
+    Words captions;
+    for (const std::string& code : CodesOf({"desktop"}))
+        for (std::sregex_iterator at(code.begin(), code.end(), words), end; at != end; ++at)
+            captions.push_back((*at)[1]);
+    EXPECT_GE(captions.size(), 30U);
+    EXPECT_THAT(Unmentioned(captions, CodeSpans()), IsEmpty());
 }
 
 TEST(Mentions, EveryCommandOfTheCommandLineIsTold)
