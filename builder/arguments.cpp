@@ -18,6 +18,16 @@ BracketUse CutBracketUse(std::string_view line, std::size_t position, std::size_
     return {prefix, rest.substr(0, close), rest.substr(close + 1), true};
 }
 
+std::size_t ReplaceUse(std::string& line, const BracketUse& use, std::string_view text)
+{
+    const std::size_t at = use.prefix.size();
+    const std::size_t size = line.size() - at - use.after.size();
+    if (line.compare(at, size, text) == 0)
+        return npos;
+    line.replace(at, size, text);
+    return at;
+}
+
 Fields::Fields(std::string_view arguments, std::string_view owner)
     : fields_(Split(arguments, '|')), owner_(owner)
 {

@@ -24,6 +24,10 @@ struct BracketUse {
 BracketUse CutBracketUse(std::string_view line, std::size_t position, std::size_t size,
                          BuildMessages& messages);
 
+/// Puts `text` in the place of a construct that was cut from this line. Returns the first character
+/// (0-based) that may be another one now; npos when the line is as it was.
+std::size_t ReplaceUse(std::string& line, const BracketUse& use, std::string_view text);
+
 /// Arguments cut at each "|", numbered from 1. An empty text has no field at all.
 class Fields {
   public:

@@ -12,11 +12,11 @@ namespace kiv {
 
 namespace {
 
-/// The first use of `macro` in the line, if there is one.
-std::optional<BracketUse> FirstUse(std::string_view line, std::string_view macro,
+/// The first use of `macro` in the line from `from` (0-based) on, if there is one.
+std::optional<BracketUse> FirstUse(std::string_view line, std::size_t from, std::string_view macro,
                                    BuildMessages& messages)
 {
-    const std::size_t at = FindNoCase(line, macro);
+    const std::size_t at = FindNoCase(line, macro, from);
     if (at == npos)
         return std::nullopt;
     return CutBracketUse(line, at, macro.size(), messages);
@@ -24,11 +24,12 @@ std::optional<BracketUse> FirstUse(std::string_view line, std::string_view macro
 
 } // namespace
 
-void ExpandShowHide(std::string& line, PageBangs& page, BuildMessages& messages)
+std::size_t ExpandShowHide(std::string& line, std::size_t from, PageBangs& page,
+                           BuildMessages& messages)
 {
-    const std::optional<BracketUse> use = FirstUse(line, "!!showhide[", messages);
+    const std::optional<BracketUse> use = FirstUse(line, from, "!!showhide[", messages);
     if (!use)
-        return;
+        return npos;
     const Fields fields(use->arguments, "!!showhide");
     const std::string_view id = fields[1];
     const std::string_view text = fields[2];
@@ -37,21 +38,23 @@ void ExpandShowHide(std::string& line, PageBangs& page, BuildMessages& messages)
     page.ShowHideIds.append("\"").append(id).append("\"");
     // The ";" after onFocus is a slip that pages have always had. The div stays open for the
     // author's "</div>".
-    line = Joined({use->prefix,
-                   "<a href=\"javascript:void(0)\" class=\"showhide\" onClick=\"displaySubs('", id,
-                   "')\" onFocus=\"if(this.blur)this.blur()\";>", text, "</a>\r\n<div id=\"", id,
-                   "\" style=\"display:none\">", use->after});
+    return ReplaceUse(
+        line, *use,
+        Joined({"<a href=\"javascript:void(0)\" class=\"showhide\" onClick=\"displaySubs('", id,
+                "')\" onFocus=\"if(this.blur)this.blur()\";>", text, "</a>\r\n<div id=\"", id,
+                "\" style=\"display:none\">"}));
 }
 
-void ExpandFlv(std::string& line, const Addresses& addresses, BuildMessages& messages)
+std::size_t ExpandFlv(std::string& line, std::size_t from, const Addresses& addresses,
+                      BuildMessages& messages)
 {
-    const std::optional<BracketUse> use = FirstUse(line, "!!flv[", messages);
+    const std::optional<BracketUse> use = FirstUse(line, from, "!!flv[", messages);
     if (!use || !use->closed)
-        return;
+        return npos;
     const Fields fields(use->arguments, "!!flv");
     if (fields.Count() < 4) {
         messages.ShowBuildMessage("FLV!! is flawed");
-        return;
+        return npos;
     }
     const std::string_view server = fields[1];
     const std::string_view file = fields[2];
@@ -59,24 +62,24 @@ void ExpandFlv(std::string& line, const Addresses& addresses, BuildMessages& mes
     // format wants it so.
     const std::string_view media = EqualsNoCase(server, "mor") ? addresses.mor : addresses.kel;
     const std::string_view player = EqualsNoCase(server, "kel") ? addresses.kel : addresses.mor;
-    line = Joined({use->prefix, "<embed flashvars=\"file=", media, file,
-                   ".flv&autostart=false&image=", media, file, ".jpg\" src=\"", player,
-                   "flvplayer.swf\" width=\"", fields[3], "\" height=\"", fields[4],
-                   "\" bgcolor=\"#FFFFFF\" type=\"application/x-shockwave-flash\" pluginspage=\"",
-                   addresses.plugin_page, "\">", use->after});
+    return ReplaceUse(
+        line, *use,
+        Joined({"<embed flashvars=\"file=", media, file, ".flv&autostart=false&image=", media, file,
+                ".jpg\" src=\"", player, "flvplayer.swf\" width=\"", fields[3], "\" height=\"",
+                fields[4],
+                "\" bgcolor=\"#FFFFFF\" type=\"application/x-shockwave-flash\" pluginspage=\"",
+                addresses.plugin_page, "\">"}));
 }
 
-void ExpandMailto(std::string& line, BuildMessages& messages)
+std::size_t ExpandMailto(std::string& line, std::size_t from, BuildMessages& messages)
 {
-    const std::optional<BracketUse> use = FirstUse(line, "!!mailto[", messages);
+    const std::optional<BracketUse> use = FirstUse(line, from, "!!mailto[", messages);
     if (!use)
-        return;
+        return npos;
     const std::string_view address = use->arguments; // "|" means nothing here
     const std::size_t at = address.find('@');
-    if (at == npos) {
-        line = Joined({use->prefix, use->after});
-        return;
-    }
+    if (at == npos)
+        return ReplaceUse(line, *use, "");
     const std::string_view user = address.substr(0, at);
     const std::string_view host = Before(address.substr(at + 1), '@');
     const std::size_t dot = host.find('.');
@@ -91,33 +94,51 @@ void ExpandMailto(std::string& line, BuildMessages& messages)
         visible =
             Joined({user, "<!--z-->", "@", "<!--z-->", domain, "<!--z-->.<!--z-->", tld, "</a>"});
     }
-    line = Joined({use->prefix, "<a href=\"*\" onmouseover=\"this.href='mailto:", user, "'+'@'+'",
-                   domain, "'+'.'+'", tld, "'\">", visible, use->after});
+    return ReplaceUse(line, *use,
+                      Joined({"<a href=\"*\" onmouseover=\"this.href='mailto:", user, "'+'@'+'",
+                              domain, "'+'.'+'", tld, "'\">", visible}));
 }
 
-void ExpandSwap(std::string& line, BuildMessages& messages)
+std::size_t ExpandSwap(std::string& line, std::size_t from, BuildMessages& messages)
 {
-    const std::optional<BracketUse> use = FirstUse(line, "!!SWAP[", messages);
+    const std::optional<BracketUse> use = FirstUse(line, from, "!!SWAP[", messages);
     if (!use)
-        return;
+        return npos;
     const Fields fields(use->arguments, "!!SWAP");
     const std::string_view alias = fields[1];
     const std::string_view page = fields[2];
     const std::string_view first_image = fields[3];
     const std::string_view second_image = fields[4];
-    line = Joined({use->prefix, "<a href=\"",   page,         "\" onMouseOver=\"document.image",
-                   alias,       ".src='",       second_image, "'\" onMouseOut=\"document.image",
-                   alias,       ".src='",       first_image,  "'\"><img name=\"image",
-                   alias,       "\" src=\"",    first_image,  "\" width=\"",
-                   fields[5],   "\" height=\"", fields[6],    "\" border=\"0\" alt=\"",
-                   fields[7],   "\"></a>",      use->after});
+    return ReplaceUse(line, *use,
+                      Joined({"<a href=\"",
+                              page,
+                              "\" onMouseOver=\"document.image",
+                              alias,
+                              ".src='",
+                              second_image,
+                              "'\" onMouseOut=\"document.image",
+                              alias,
+                              ".src='",
+                              first_image,
+                              "'\"><img name=\"image",
+                              alias,
+                              "\" src=\"",
+                              first_image,
+                              "\" width=\"",
+                              fields[5],
+                              "\" height=\"",
+                              fields[6],
+                              "\" border=\"0\" alt=\"",
+                              fields[7],
+                              "\"></a>"}));
 }
 
-void ExpandFlash(std::string& line, const Addresses& addresses, BuildMessages& messages)
+std::size_t ExpandFlash(std::string& line, std::size_t from, const Addresses& addresses,
+                        BuildMessages& messages)
 {
-    const std::optional<BracketUse> use = FirstUse(line, "!!flash[", messages);
+    const std::optional<BracketUse> use = FirstUse(line, from, "!!flash[", messages);
     if (!use)
-        return;
+        return npos;
     const Fields fields(use->arguments, "!!flash");
     const std::string_view movie = fields[1];
     const std::string_view width = fields[2];
@@ -135,7 +156,7 @@ void ExpandFlash(std::string& line, const Addresses& addresses, BuildMessages& m
                      "  <param name=\"quality\" value=\"high\">",
                      "  <param name=\"allowScriptAccess\" value=\"sameDomain\">",
                      "  <param name=\"bgcolor\" value=\"#ffffff\">", embed, "</object>"});
-    line = Joined({use->prefix, block, use->after});
+    return ReplaceUse(line, *use, block);
 }
 
 void WriteShowHideScript(std::string& output, PageBangs& page)

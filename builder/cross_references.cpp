@@ -1,7 +1,6 @@
 #include "builder/cross_references.h"
 
 #include "builder/arguments.h"
-#include "builder/joined_text.h"
 #include "builder/text_helpers.h"
 #include "platform/run_error.h"
 #include "text/text.h"
@@ -59,7 +58,7 @@ std::size_t GreatestPlaceholder(std::string_view text, std::size_t limit)
 /// memory: growth has a bound far above any real page.
 std::string Filled(std::string_view pattern, const Fields& fields, std::size_t line_size)
 {
-    const std::size_t longest = 10'000'000 + 1'000 * line_size;
+    const std::size_t longest = 10'000'000 + 100 * line_size;
     std::string text(pattern);
     for (std::size_t k = GreatestPlaceholder(text, fields.Count()); k > 0;
          k = GreatestPlaceholder(text, k - 1)) {
@@ -72,10 +71,9 @@ std::string Filled(std::string_view pattern, const Fields& fields, std::size_t l
     return text;
 }
 
-void PutTemplate(std::string& line, const Reference& reference, std::string_view pattern)
+std::size_t PutTemplate(std::string& line, const Reference& reference, std::string_view pattern)
 {
-    line = Joined({reference.use.prefix, Filled(pattern, reference.fields, line.size()),
-                   reference.use.after});
+    return ReplaceUse(line, reference.use, Filled(pattern, reference.fields, line.size()));
 }
 
 /// Whether a field is "ID:" and the page's id; without "ID:" the answer is left to `is_name`.
@@ -109,19 +107,20 @@ std::size_t GroupCase(const Fields& fields, const PageRecord& page, const std::s
 
 } // namespace
 
-void ExpandNumbered(std::string& line, std::size_t position, int digit, Family kind,
-                    const NumberedVariables& variables, BuildMessages& messages)
+std::size_t ExpandNumbered(std::string& line, std::size_t position, int digit, Family kind,
+                           const NumberedVariables& variables, BuildMessages& messages)
 {
     const Reference reference(line, position, Mark(kind, digit), messages);
     std::string filled = Filled(variables[kind][digit], reference.fields, line.size());
     // Placeholders without a field go, but a "!1" stays. The format wants it so.
     for (int k = 2; k <= 10; ++k)
         ReplaceEach(filled, "!" + Decimal(k), "");
-    line = Joined({reference.use.prefix, filled, reference.use.after});
+    return ReplaceUse(line, reference.use, filled);
 }
 
-void ExpandPageRef(std::string& line, std::size_t position, int digit,
-                   const NumberedVariables& variables, PageRecord& page, BuildMessages& messages)
+std::size_t ExpandPageRef(std::string& line, std::size_t position, int digit,
+                          const NumberedVariables& variables, PageRecord& page,
+                          BuildMessages& messages)
 {
     const std::string mark = Mark(Family::page_ref, digit);
     const Reference reference(line, position, mark, messages);
@@ -129,7 +128,7 @@ void ExpandPageRef(std::string& line, std::size_t position, int digit,
     if (definition.empty()) {
         messages.ShowBuildMessage("You're missing ?? = in the _html.txt file: \r\n" + line);
         line.clear();
-        return;
+        return 0;
     }
     const std::size_t bar = definition.find('|');
     if (bar == npos)
@@ -140,11 +139,13 @@ void ExpandPageRef(std::string& line, std::size_t position, int digit,
     const bool named = NamesPage(reference.fields[1], page, [&](std::string_view field) {
         return field == stem || field == page.file;
     });
-    PutTemplate(line, reference, named ? definition.substr(0, bar) : definition.substr(bar + 1));
+    return PutTemplate(line, reference,
+                       named ? definition.substr(0, bar) : definition.substr(bar + 1));
 }
 
-void ExpandGroupRef(std::string& line, std::size_t position, int digit,
-                    const NumberedVariables& variables, PageRecord& page, BuildMessages& messages)
+std::size_t ExpandGroupRef(std::string& line, std::size_t position, int digit,
+                           const NumberedVariables& variables, PageRecord& page,
+                           BuildMessages& messages)
 {
     const std::string mark = Mark(Family::group_ref, digit);
     const Reference reference(line, position, mark, messages);
@@ -152,14 +153,14 @@ void ExpandGroupRef(std::string& line, std::size_t position, int digit,
     if (definition.empty()) {
         messages.ShowBuildMessage("You're missing a ?! = in the _html.txt file");
         line.clear();
-        return;
+        return 0;
     }
     const std::vector<std::string_view> halves = Split(definition, '|');
     if (halves.size() < 3)
         throw RunError(ErrorKind::subscript,
                        "the definition of " + mark + " has fewer than three halves");
     const std::string stem = FileStem(page.file);
-    PutTemplate(line, reference, halves[GroupCase(reference.fields, page, stem)]);
+    return PutTemplate(line, reference, halves[GroupCase(reference.fields, page, stem)]);
 }
 
 } // namespace kiv

@@ -92,11 +92,12 @@ std::string Anchor(const Popup& popup)
 
 } // namespace
 
-void ExpandPopup(std::string& line, PageBangs& page, BuildMessages& messages)
+std::size_t ExpandPopup(std::string& line, std::size_t from, PageBangs& page,
+                        BuildMessages& messages)
 {
-    const std::size_t at = FindNoCase(line, kMacro);
+    const std::size_t at = FindNoCase(line, kMacro, from);
     if (at == npos)
-        return;
+        return npos;
     const BracketUse use = CutBracketUse(line, at, kMacro.size(), messages);
     const Fields fields(use.arguments, "!!pop");
     Popup popup;
@@ -108,11 +109,11 @@ void ExpandPopup(std::string& line, PageBangs& page, BuildMessages& messages)
     } else if (fields.Count() == 3) {
         messages.ShowBuildMessage("You messed up your !!pop");
         line.clear(); // the whole line goes, not the macro alone
-        return;
+        return 0;
     } else {
         popup = FullPopup(fields);
     }
-    line = Joined({use.prefix, Anchor(popup), use.after});
+    return ReplaceUse(line, use, Anchor(popup));
 }
 
 } // namespace kiv

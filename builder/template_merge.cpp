@@ -29,8 +29,8 @@ int NextDigit(std::string_view line, Family family, int from)
     return smallest;
 }
 
-/// Calls `expand(digit, position)` for every numbered use of a family: for each digit from 1 to 9
-/// in turn, while the line holds its mark.
+/// Calls `expand(digit, position)`, an expander as ExpandWhileLeft wants it, for every numbered use
+/// of a family: for each digit from 1 to 9 in turn, while the line holds its mark.
 template <typename Expand>
 bool ExpandNumberedUses(std::string& line, Family family, Expand expand)
 {
@@ -38,7 +38,7 @@ bool ExpandNumberedUses(std::string& line, Family family, Expand expand)
     for (int digit = NextDigit(line, family, 1); digit <= 9;
          digit = NextDigit(line, family, digit + 1))
         found |= ExpandWhileLeft(line, NumberedMark(family, digit).View(),
-                                 [&](std::size_t at) { expand(digit, at); });
+                                 [&](std::size_t at) { return expand(digit, at); });
     return found;
 }
 
@@ -93,7 +93,8 @@ void OpenWrappers(std::string& line, Build& build)
 bool ExpandNumberedMacros(std::string& line, Family family, Build& build)
 {
     return ExpandNumberedUses(line, family, [&](int digit, std::size_t at) {
-        ExpandNumbered(line, at, digit, family, build.state.NumberedVariables, build.messages);
+        return ExpandNumbered(line, at, digit, family, build.state.NumberedVariables,
+                              build.messages);
     });
 }
 
@@ -102,12 +103,16 @@ void ExpandBangs(std::string& line, Build& build)
     const Addresses& addresses = build.options.addresses;
     BuildMessages& messages = build.messages;
     if (ContainsNoCase(line, "!!FLV["))
-        ExpandFlv(line, addresses, messages);
-    ExpandWhileLeft(line, "!!MAILTO[", [&](std::size_t) { ExpandMailto(line, messages); });
-    ExpandWhileLeft(line, "!!SHOWHIDE[",
-                    [&](std::size_t) { ExpandShowHide(line, build.state.page.bangs, messages); });
-    ExpandWhileLeft(line, "!!FLASH[", [&](std::size_t) { ExpandFlash(line, addresses, messages); });
-    ExpandWhileLeft(line, "!!SWAP[", [&](std::size_t) { ExpandSwap(line, messages); });
+        ExpandFlv(line, 0, addresses, messages);
+    ExpandWhileLeft(line, "!!MAILTO[",
+                    [&](std::size_t at) { return ExpandMailto(line, at, messages); });
+    ExpandWhileLeft(line, "!!SHOWHIDE[", [&](std::size_t at) {
+        return ExpandShowHide(line, at, build.state.page.bangs, messages);
+    });
+    ExpandWhileLeft(line, "!!FLASH[",
+                    [&](std::size_t at) { return ExpandFlash(line, at, addresses, messages); });
+    ExpandWhileLeft(line, "!!SWAP[",
+                    [&](std::size_t at) { return ExpandSwap(line, at, messages); });
 }
 
 bool ExpandReferences(std::string& line, Build& build)
@@ -116,24 +121,68 @@ bool ExpandReferences(std::string& line, Build& build)
     const NumberedVariables& variables = build.state.NumberedVariables;
     const std::size_t file_size = page.file.size();
     bool found = ExpandNumberedUses(line, Family::group_ref, [&](int digit, std::size_t at) {
-        ExpandGroupRef(line, at, digit, variables, page, build.messages);
+        return ExpandGroupRef(line, at, digit, variables, page, build.messages);
     });
     found |= ExpandNumberedUses(line, Family::page_ref, [&](int digit, std::size_t at) {
-        ExpandPageRef(line, at, digit, variables, page, build.messages);
+        return ExpandPageRef(line, at, digit, variables, page, build.messages);
     });
     if (page.file.size() != file_size) // a reference cuts the folders off the record
         build.state.page_list_is_valid = false;
     return found;
 }
 
+/// Finds the first `mark` of a line that is changed step by step, without going over all of it each
+/// time.
+class FirstMark {
+  public:
+    explicit FirstMark(std::string_view mark) : mark_(mark) {}
+
+    /// The line is another one from `at` (0-based) on.
+    void Changed(std::size_t at)
+    {
+        free_to_ = std::min(free_to_, SearchStart(at, mark_));
+        line_is_free_ = false;
+    }
+
+    /// The first mark after `size` characters were put in at `at` (0-based), and nothing else was
+    /// changed since the last call; npos when there is none.
+    std::size_t Find(std::string_view line, std::size_t at, std::size_t size)
+    {
+        if (line_is_free_)
+            line = line.substr(0, at + size + mark_.size() - 1);
+        const std::size_t start = std::min(free_to_, SearchStart(at, mark_));
+        const std::size_t found = FindNoCase(line, mark_, start);
+        line_is_free_ = found == npos;
+        free_to_ = line_is_free_ ? npos : SearchStart(found, mark_);
+        return found;
+    }
+
+  private:
+    std::string_view mark_;
+    std::size_t free_to_ = 0; // no mark begins before
+    bool line_is_free_ = false;
+};
+
 /// Puts the values of "@@1" or "%%1" and their kin. A value may bring one popup and one swap bang
 /// along.
 bool ReplaceNumberedVariables(std::string& line, Family family, Build& build)
 {
+    FirstMark popups("!!pop[");
+    FirstMark swaps("!!swap[");
     return ExpandNumberedUses(line, family, [&](int digit, std::size_t at) {
-        line.replace(at, 3, build.state.NumberedVariables[family][digit]);
-        ExpandPopup(line, build.state.page.bangs, build.messages);
-        ExpandSwap(line, build.messages);
+        const std::string& value = build.state.NumberedVariables[family][digit];
+        std::size_t changed = line.compare(at, 3, value) == 0 ? npos : at;
+        line.replace(at, 3, value);
+        if (const std::size_t popup = popups.Find(line, at, value.size()); popup != npos) {
+            changed =
+                std::min(changed, ExpandPopup(line, popup, build.state.page.bangs, build.messages));
+            swaps.Changed(popup);
+        }
+        if (const std::size_t swap = swaps.Find(line, at, value.size()); swap != npos) {
+            changed = std::min(changed, ExpandSwap(line, swap, build.messages));
+            popups.Changed(swap);
+        }
+        return changed;
     });
 }
 
@@ -193,8 +242,9 @@ void MergeLine(std::string& line, Triggers triggers, Build& build)
     BuildState& state = build.state;
     Steps steps(line, triggers);
     const auto expand_popups = [&](std::string_view mark) {
-        return ExpandWhileLeft(
-            line, mark, [&](std::size_t) { ExpandPopup(line, state.page.bangs, build.messages); });
+        return ExpandWhileLeft(line, mark, [&](std::size_t at) {
+            return ExpandPopup(line, at, state.page.bangs, build.messages);
+        });
     };
     const auto always = [](auto step) {
         return [step] {

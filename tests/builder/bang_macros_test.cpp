@@ -26,32 +26,32 @@ struct BangMacros : testing::Test {
 
     std::string Popup(std::string line)
     {
-        ExpandPopup(line, page, messages);
+        ExpandPopup(line, 0, page, messages);
         return line;
     }
     std::string ShowHide(std::string line)
     {
-        ExpandShowHide(line, page, messages);
+        ExpandShowHide(line, 0, page, messages);
         return line;
     }
     std::string Flv(std::string line)
     {
-        ExpandFlv(line, addresses, messages);
+        ExpandFlv(line, 0, addresses, messages);
         return line;
     }
     std::string Mailto(std::string line)
     {
-        ExpandMailto(line, messages);
+        ExpandMailto(line, 0, messages);
         return line;
     }
     std::string Swap(std::string line)
     {
-        ExpandSwap(line, messages);
+        ExpandSwap(line, 0, messages);
         return line;
     }
     std::string Flash(std::string line)
     {
-        ExpandFlash(line, addresses, messages);
+        ExpandFlash(line, 0, addresses, messages);
         return line;
     }
 
@@ -189,7 +189,7 @@ TEST_F(BangMacros, PopupOfOneOddFieldIsEmpty)
         MessageRecorder one;
         BuildMessages own(one);
         std::string line = std::string("x!!pop[") + field + "]y";
-        ExpandPopup(line, page, own);
+        ExpandPopup(line, 0, page, own);
         EXPECT_EQ(line, "x" + empty + "y");
         EXPECT_THAT(one.shown, ElementsAre(std::string("Something's wrong here: ") + field));
     }
@@ -319,7 +319,7 @@ TEST_F(BangMacros, FlawedFlvStays)
         MessageRecorder one;
         BuildMessages own(one);
         std::string text = line;
-        ExpandFlv(text, addresses, own);
+        ExpandFlv(text, 0, addresses, own);
         EXPECT_EQ(text, line);
         EXPECT_THAT(one.noted, ElementsAre("FLV!! is flawed"));
     }
@@ -427,6 +427,22 @@ TEST_F(BangMacros, LongLinesCostLittle)
               filler + SimpleAnchor("a.htm", "popwin1") + filler);
     EXPECT_EQ(Mailto(filler + "!!mailto[" + bars + "]" + filler), filler + filler);
     EXPECT_THAT(Flv("!!flv[" + bars + "]"), HasSubstr("flvplayer.swf"));
+}
+
+TEST_F(BangMacros, TextsKeptBackAreBounded)
+{
+    MessageRecorder told;
+    BuildMessages own(told);
+    const std::string line(1'000'000, 'x');
+    for (int i = 0; i < 13; ++i)
+        own.ShowBuildMessage(line);
+    own.ShowBuildMessage("short");
+    ASSERT_EQ(told.noted.size(), 14U);
+    EXPECT_EQ(told.shown, std::vector<std::string>{line});
+    // The first is shown; eleven more are kept whole, ten millions and the one that passes them.
+    EXPECT_EQ(told.noted[11], line);
+    EXPECT_EQ(told.noted[12], std::string(200, 'x') + "...");
+    EXPECT_EQ(told.noted[13], "short");
 }
 
 } // namespace

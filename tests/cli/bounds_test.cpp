@@ -65,5 +65,26 @@ TEST_F(LargestSites, AnIncludedLineCounts)
     EXPECT_EQ(KindOf(Report({"build", "C:\\site"})), "");
 }
 
+TEST_F(LargestSites, ABlockIsOneSourceLineHoweverLongItIs)
+{
+    std::string list = PageList("");
+    list.resize(list.size() - 2); // the last "x"
+    list += "<zutimeline1>\n";
+    for (int event = 0; event < 50000; ++event)
+        list += "a|b\n";
+    Put("site/_html.txt", list + "</zutimeline1>\n");
+    EXPECT_EQ(KindOf(Report({"build", "C:\\site"})), "");
+}
+
+TEST_F(LargestSites, TheBlockOfALineTooManyIsExpandedBeforeTheLineIsStored)
+{
+    Put("site/_html.txt", PageList("<zufoo>\n"));
+    const Json report = Report({"build", "C:\\site"});
+    EXPECT_EQ(KindOf(report), "subscript");
+    EXPECT_EQ(report["messages"], Json::parse(R"(["<zufoo> is unknown!"])"));
+    Put("site/_html.txt", PageList("<zutable>\n"));
+    EXPECT_EQ(KindOf(Report({"build", "C:\\site"})), "end-of-file");
+}
+
 } // namespace
 } // namespace kiv

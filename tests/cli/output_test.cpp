@@ -175,5 +175,22 @@ TEST_F(Output, AnInputThatFailsIsNoText)
     EXPECT_EQ(err.str(), "kiv: error: cannot read standard input\n");
 }
 
+TEST_F(Output, AWarningOfABlockStandsAtTheLineLastRead)
+{
+    Put("site/_html.txt",
+        "@ASP = asp\n@FILE = a.htm\n@TITLE = A\n<zutable>\na\n@x\n++p.txt\n<zu\n");
+    Put("site/p.txt", "x\n<zutab\na\n@y\n");
+    const Json warnings = Report({"build", "C:\\site"})["warnings"];
+    ASSERT_EQ(warnings.size(), 6U); // two passes, alike
+    for (const std::size_t pass : {0U, 3U}) {
+        EXPECT_EQ(warnings[pass], Json::parse(R"({"text": "@x\r\nForgot to close your zutable!",
+            "file": "C:\\site\\_html.txt", "line": 6, "page": null})"));
+        EXPECT_EQ(warnings[pass + 1], Json::parse(R"({"text": "BIG OOPS! zutable!!",
+            "file": "C:\\site\\p.txt", "line": 4, "page": null})"));
+        EXPECT_EQ(warnings[pass + 2], Json::parse(R"({"text": "Oops! Missing close '>' in: <zu",
+            "file": "C:\\site\\_html.txt", "line": 8, "page": null})"));
+    }
+}
+
 } // namespace
 } // namespace kiv
