@@ -115,7 +115,7 @@ void MessagesPane::ShowWarnings(const std::vector<Warning>& warnings)
         list_->addTopLevelItem(MakeItem(warning));
     for (int column = 1; column < list_->columnCount(); ++column) {
         list_->resizeColumnToContents(column);
-        const int most = std::max(width(), minimumSizeHint().width()) / kMostOfWidth;
+        const int most = parentWidget()->width() / kMostOfWidth;
         list_->setColumnWidth(column, std::min(list_->columnWidth(column), most));
     }
     title_->setText(QStringLiteral("&Messages: %1").arg(warnings.size()));

@@ -6,16 +6,10 @@ starts are scripts that note how they were called.
 import os
 import re
 import shutil
-import subprocess
 import sys
 import time
-import warnings
 
-warnings.simplefilter("ignore")
-import gi
-
-gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib
+from driver import Atspi, Kiv, fail, is_shown, put_programs, wait, walk
 
 MENUS = {
     "File": ["Lanthorn", "l/c dir", "Rename files", "Fix names", 'add "_t.gif"', "Calculate dimensions",
@@ -43,141 +37,6 @@ WINDOWS = {
     "make into js write": ("", ["Text in Clipboard. Do It!", "Exit"]),
     "Tab to Pipe": ("", ["Text in Clipboard. Do It!", "Exit"]),
 }
-
-
-def fail(words):
-    sys.exit("FAILED: " + words)
-
-
-def wait(what, found, seconds=20):
-    end = time.monotonic() + seconds
-    while time.monotonic() < end:
-        try:
-            got = found()
-        except GLib.Error:  # a widget went away while it was looked at
-            got = None
-        if got:
-            return got
-        time.sleep(0.05)
-    fail("never came: " + what)
-
-
-def walk(node):
-    yield node
-    for i in range(node.get_child_count()):
-        child = node.get_child_at_index(i)
-        if child is not None:
-            yield from walk(child)
-
-
-def is_shown(node):
-    return node.get_state_set().contains(Atspi.StateType.SHOWING)
-
-
-def is_on(node):
-    return node.get_state_set().contains(Atspi.StateType.ENABLED)
-
-
-class Kiv:
-    def __init__(self, program, drive, folder):
-        environment = dict(os.environ, KIV_DRIVE_C=drive, PATH=drive + "/bin:" + os.environ["PATH"])
-        self.process = subprocess.Popen([program, folder], env=environment)
-        self.application = wait("the program", self.find_application)
-        self.main = wait("its window", lambda: self.window("kiv", "frame"))
-
-    @staticmethod
-    def find_application():
-        desktop = Atspi.get_desktop(0)
-        for i in range(desktop.get_child_count()):
-            child = desktop.get_child_at_index(i)
-            if child is not None and child.get_name() == "kiv":
-                return child
-        return None
-
-    def windows(self):
-        children = [self.application.get_child_at_index(i) for i in range(self.application.get_child_count())]
-        return [child for child in children if child is not None and is_shown(child)]
-
-    def window(self, name, *roles):
-        return next((w for w in self.windows() if w.get_name() == name and (not roles or w.get_role_name() in roles)),
-                    None)
-
-    def box(self):
-        """A message box: one button, OK."""
-        for window in self.windows():
-            if window.get_role_name() in ("alert", "dialog") and window.get_name() == "kiv":
-                if [b.get_name() for b in self.buttons(window)] == ["OK"]:
-                    return window
-        return None
-
-    def side_windows(self):
-        return [w for w in self.windows() if w.get_name() != "kiv"]
-
-    @staticmethod
-    def buttons(window):
-        return [n for n in walk(window) if n.get_role_name() == "push button" and is_shown(n)]
-
-    def button(self, window, name):
-        return next((b for b in self.buttons(window) if b.get_name() == name), None)
-
-    def labels(self):
-        return [n.get_name() for n in walk(self.main) if n.get_role_name() == "label"]
-
-    def menu_item(self, name):
-        return next((n for n in walk(self.main) if n.get_role_name() == "menu item" and n.get_name() == name), None)
-
-    def act(self, node, action):
-        interface = node.get_action_iface()
-        names = [Atspi.Action.get_action_name(interface, i) for i in range(Atspi.Action.get_n_actions(interface))]
-        if action not in names:
-            fail(f"{node.get_name()!r} cannot be told to {action}: {names}")
-        try:
-            interface.do_action(names.index(action))
-        except GLib.Error:
-            pass  # a message box is open, so no answer comes before it is closed
-
-    def press_button(self, window, name):
-        self.act(wait(f"button {name!r}", lambda: self.button(window, name)), "Press")
-
-    def choose(self, name):
-        self.act(wait(f"menu entry {name!r}", lambda: self.menu_item(name)), "Press")
-
-    def is_at_rest(self):
-        return self.box() is None and is_on(wait("menu", lambda: self.menu_item("Lanthorn")))
-
-    def settle(self):
-        """Closes the message boxes that come up until the program is at rest; gives their texts."""
-        texts = []
-        quiet = 0
-        while quiet < 4:
-            time.sleep(0.05)
-            try:
-                box = self.box()
-                if box is None:
-                    quiet = quiet + 1 if self.is_at_rest() else 0
-                    continue
-                texts += [n.get_name() for n in walk(box) if n.get_role_name() == "label" and n.get_name()]
-                self.press_button(box, "OK")
-                time.sleep(0.2)  # the button acts when it comes up again; the next box may follow at once
-            except GLib.Error:
-                pass
-            quiet = 0
-        return texts
-
-
-def put_programs(drive):
-    """Every outside program is one script that notes its name and arguments."""
-    os.makedirs(drive + "/bin")
-    script = drive + "/bin/note"
-    with open(script, "w") as file:
-        file.write(f'#!/bin/sh\necho "$(basename "$0") $*" >>{drive}/log\n')
-    os.chmod(script, 0o755)
-    for place in ("utils/pad", "utils/lanthorn.exe", "utils/dosutils/case", "progs/WS_FTP Pro/ftp95pro.exe",
-                  "bin/xdg-open"):
-        os.makedirs(os.path.dirname(f"{drive}/{place}"), exist_ok=True)
-        os.symlink(script, f"{drive}/{place}")
-    with open(drive + "/utils/kiv_editpad.txt", "w") as file:
-        file.write("C:\\utils\\pad\r\n")
 
 
 def logged(drive):
@@ -340,7 +199,6 @@ def main():
     put_programs(drive)
     with open(drive + "/utils/ftplist.txt", "a") as file:
         file.write("c:\\site\\lighthouse\\|send\r\n")
-    Atspi.set_timeout(1000, 5000)
     kiv = Kiv(program, drive, drive + "/site/lighthouse")
     try:
         check_build(kiv, drive + "/site/lighthouse")
