@@ -37,6 +37,8 @@ WINDOWS = {
     "make into js write": ("", ["Text in Clipboard. Do It!", "Exit"]),
     "Tab to Pipe": ("", ["Text in Clipboard. Do It!", "Exit"]),
 }
+ESCAPE = 0xFF1B  # its key symbol
+CLOSING = ("Choose", "Cancel", "Done", "close", "Abort", "Exit")
 
 
 def logged(drive):
@@ -109,6 +111,8 @@ def check_window(kiv, opener):
         kiv.press_button(window, name)
         time.sleep(0.15)  # a pressed button acts when it comes up again
         said = kiv.settle()
+        if name in CLOSING:
+            wait(f"{opener!r} to close by {name!r}", lambda: not kiv.side_windows())
         if kiv.process.poll() is not None:
             fail(f"the program ended at {name!r} of {opener!r}")
         print(f"  {opener}: {name}" + (f" -> {said}" if said else ""))
@@ -123,12 +127,14 @@ def fail_if_nameless(window):
 
 
 def close_side_windows(kiv):
+    """By a button where there is one, else by Escape."""
     for window in kiv.side_windows():
-        for name in ("Cancel", "Abort", "close", "Exit", "Close"):
-            if kiv.button(window, name):
-                kiv.press_button(window, name)
-                wait(f"{window.get_name()!r} to close", lambda: not kiv.side_windows())
-                return
+        name = next((name for name in CLOSING[1:] if kiv.button(window, name)), None)
+        if name:
+            kiv.press_button(window, name)
+        else:
+            Atspi.generate_keyboard_event(ESCAPE, None, Atspi.KeySynthType.SYM)
+        wait(f"{window.get_name()!r} to close", lambda: not kiv.side_windows())
 
 
 def check_help(kiv):
