@@ -4,10 +4,50 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QGridLayout>
+#include <QLabel>
 #include <QMessageBox>
+#include <QScrollArea>
 #include <QShortcut>
 
 namespace kiv {
+
+namespace {
+
+// What is longer would push the button off the screen.
+constexpr qsizetype kLongText = 1500;
+constexpr qsizetype kManyLines = 25;
+constexpr int kScrolledColumns = 80;
+constexpr int kScrolledRows = 20;
+
+bool IsLong(const QString& text)
+{
+    return text.size() > kLongText || text.count(u'\n') > kManyLines;
+}
+
+/// Puts the text of a box into an area that scrolls.
+void LetTextScroll(QMessageBox& box)
+{
+    auto* const label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    auto* const grid = qobject_cast<QGridLayout*>(box.layout());
+    if (label == nullptr || grid == nullptr)
+        return;
+    int row = 0;
+    int column = 0;
+    int rows = 0;
+    int columns = 0;
+    grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
+    grid->removeWidget(label);
+    auto* const area = new QScrollArea(&box);
+    label->setWordWrap(true);
+    area->setWidget(label);
+    area->setWidgetResizable(true);
+    area->setMinimumSize(box.fontMetrics().averageCharWidth() * kScrolledColumns,
+                         box.fontMetrics().lineSpacing() * kScrolledRows);
+    grid->addWidget(area, row, column, rows, columns);
+}
+
+} // namespace
 
 void ShowBox(QWidget* parent, std::string_view text)
 {
@@ -19,6 +59,8 @@ void ShowBox(QWidget* parent, std::string_view text)
     box.setText(ToQt(text));
     box.setStandardButtons(QMessageBox::Ok);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    if (IsLong(box.text()))
+        LetTextScroll(box);
     // The whole text when nothing of it is selected.
     const QShortcut copy(QKeySequence::Copy, &box);
     QObject::connect(&copy, &QShortcut::activated, &box,

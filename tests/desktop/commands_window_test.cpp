@@ -299,6 +299,24 @@ class CommandsTest : public QObject {
         QCOMPARE(desk.boxes.texts, QStringList());
     }
 
+    void LongMessagesStayOnTheScreen()
+    {
+        MainWindowDesk desk;
+        MainWindow& window = desk.Start();
+        desk.boxes.on_box = [&](const QMessageBox& box) {
+            QVERIFY(box.height() < 600);
+            QVERIFY(box.width() < 800);
+            QVERIFY(box.button(QMessageBox::Ok)->isVisible());
+        };
+        std::string lines;
+        for (int i = 0; i < 300; ++i)
+            lines += "line\r\n";
+        window.ShowMessage(lines);
+        window.ShowMessage(std::string(20000, 'w'));
+        QCOMPARE(desk.boxes.texts.size(), 2);
+        QCOMPARE(desk.boxes.texts[1].size(), 20000);
+    }
+
     void MissingProgramGivesABox()
     {
         MainWindowDesk desk;
