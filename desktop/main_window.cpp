@@ -102,7 +102,6 @@ void MainWindow::Start(const std::optional<std::string>& argument)
     Refresh();
     for (const RunError& error : errors)
         ShowMessage(ErrorText(error));
-    messages_->ShowWarnings(reporter_.Warnings());
     OfferEditor();
     is_running_ = false;
     if (QPushButton* const build = controls_->BuildButton())

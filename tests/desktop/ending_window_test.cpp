@@ -118,6 +118,7 @@ class EndingTest : public QObject {
                  QStringList{u"editpad.exe is missing from the c:\\utils directory."_s});
         QCOMPARE(desk.boxes.texts, at_the_offer);
         QCOMPARE(desk.Content("utils/kiv_editpad.txt"), std::string("nano-window\r\n"));
+        QVERIFY(!Find<QWidget>(window, u"MessagesPane"_s).isVisible()); // the start is no command
         Press(window, u"Command2"_s);
         QCOMPARE(desk.programs.Launched(), Texts{"nano-window _template.txt"});
     }
