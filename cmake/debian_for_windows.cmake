@@ -1,0 +1,27 @@
+# What a cross build for Windows takes from Debian's packages for Linux: headers that are the same everywhere, and
+# GoogleTest's sources. find_package finds them in place of what the packages themselves announce, which would put all of
+# /usr/include before the compiler's own headers.
+set(kiv_headers ${PROJECT_BINARY_DIR}/headers)
+file(MAKE_DIRECTORY ${kiv_headers})
+foreach(folder CLI nlohmann stb)
+    if(NOT EXISTS /usr/include/${folder})
+        message(FATAL_ERROR "Missing: /usr/include/${folder}; Debian has it in libcli11-dev, nlohmann-json3-dev, libstb-dev")
+    endif()
+    file(CREATE_LINK /usr/include/${folder} ${kiv_headers}/${folder} SYMBOLIC)
+endforeach()
+set(STB_IMAGE_DIR ${kiv_headers}/stb CACHE PATH "Folder of stb_image.h")
+
+foreach(package CLI11 nlohmann_json)
+    file(WRITE ${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/${package}Config.cmake
+        "if(NOT TARGET ${package}::${package})\n"
+        "    add_library(${package}::${package} INTERFACE IMPORTED)\n"
+        "    target_include_directories(${package}::${package} INTERFACE \"${kiv_headers}\")\n"
+        "endif()\n")
+endforeach()
+file(WRITE ${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/GTestConfig.cmake
+    "if(NOT TARGET GTest::gtest)\n"
+    "    block()\n"
+    "        set(CMAKE_INTERPROCEDURAL_OPTIMIZATION_RELEASE OFF)\n"
+    "        add_subdirectory(/usr/src/googletest \"${PROJECT_BINARY_DIR}/googletest\" EXCLUDE_FROM_ALL)\n"
+    "    endblock()\n"
+    "endif()\n")
