@@ -62,12 +62,28 @@ constexpr std::array kCommandTexts = std::to_array<CommandText>({
      "1 at-variables, 2 bang macros, 3 the head of _html.txt, 4 everything else."},
 });
 
+#ifdef _WIN32
+constexpr std::string_view kPaths =
+    "Drives are the machine's own; --drive-c and the environment may put a folder in the place of "
+    "one. / and \\ both part folders, and names ignore case.\n\n"
+    "Only --name and -h are options: -5 and - are values, and so is everything behind --.";
+constexpr std::string_view kEnvironment =
+    "KIV_DRIVE_X: a folder that stands for drive X, for any letter but Z; --drive-c beats "
+    "KIV_DRIVE_C.";
+#else
+constexpr std::string_view kPaths =
+    "A path is a native one or a path with a drive. Z: is the root folder, C: holds the settings "
+    "(C:\\utils) and lies in the user's data folder unless told otherwise. / and \\ both part "
+    "folders, and names ignore case.\n\n"
+    "Only --name and -h are options: -5 and - are values, and so is everything behind --.";
+constexpr std::string_view kEnvironment =
+    "KIV_DRIVE_C: the folder of drive C:, when --drive-c is not given; else it is kiv/drive_c in "
+    "XDG_DATA_HOME or ~/.local/share. KIV_DRIVE_X: the folder of drive X, for any other letter "
+    "but Z.";
+#endif
+
 constexpr std::array kTopics = std::to_array<Topic>({
-    {"Paths",
-     "A path is a native one or a path with a drive. Z: is the root folder, C: holds the settings "
-     "(C:\\utils) and lies in the user's data folder unless told otherwise. / and \\ both part "
-     "folders, and names ignore case.\n\n"
-     "Only --name and -h are options: -5 and - are values, and so is everything behind --."},
+    {"Paths", kPaths},
     {"Output",
      "Plain: the final status on standard output, or the result of convert, dimensions and "
      "reference; messages on standard error, each behind kiv: and a fatal error behind kiv: "
@@ -76,10 +92,7 @@ constexpr std::array kTopics = std::to_array<Topic>({
      "Without --launch no program is started; the report lists what would have been. A dry run "
      "prints the renames and touches nothing; it fails where the renaming would."},
     {"Exit status", "0 done; 1 a fatal error of the run; 2 a wrong call, nothing was touched."},
-    {"Environment",
-     "KIV_DRIVE_C: the folder of drive C:, when --drive-c is not given; else it is kiv/drive_c in "
-     "XDG_DATA_HOME or ~/.local/share. KIV_DRIVE_X: the folder of drive X, for any other letter "
-     "but Z."},
+    {"Environment", kEnvironment},
     {"Files",
      "C:\\utils\\kiv_editpad.txt: the editor command. C:\\utils\\ftplist.txt: the upload list. "
      "C:\\utils\\kivaddr.ini: addresses in generated pages. C:\\utils\\kivnews.ini: the sites of "

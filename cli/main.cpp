@@ -21,10 +21,35 @@ namespace {
 
 #ifdef _WIN32
 
-bool ErrIsTerminal()
-{
-    return _isatty(_fileno(stderr)) != 0;
-}
+/// While it lives, the console shows UTF-8 and knows the codes that a terminal line is drawn with.
+/// Both belong to the console, which outlives the program.
+class Utf8Console {
+  public:
+    Utf8Console() : old_code_page_(GetConsoleOutputCP())
+    {
+        SetConsoleOutputCP(CP_UTF8);
+        has_line_ = GetConsoleMode(err_, &old_mode_) != 0 &&
+                    SetConsoleMode(err_, old_mode_ | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+    }
+    Utf8Console(const Utf8Console&) = delete;
+    Utf8Console& operator=(const Utf8Console&) = delete;
+    ~Utf8Console()
+    {
+        if (has_line_)
+            SetConsoleMode(err_, old_mode_);
+        if (old_code_page_ != 0)
+            SetConsoleOutputCP(old_code_page_);
+    }
+
+    /// Whether standard error is a console on which a line can be drawn over.
+    bool HasLine() const { return has_line_; }
+
+  private:
+    HANDLE err_ = GetStdHandle(STD_ERROR_HANDLE);
+    UINT old_code_page_;
+    DWORD old_mode_ = 0;
+    bool has_line_ = false;
+};
 
 std::optional<std::string> Variable(const char* name)
 {
@@ -37,6 +62,7 @@ std::vector<std::string> Arguments(int, char**)
 {
     _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
     int count = 0;
     wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
     std::vector<std::string> arguments;
@@ -48,10 +74,11 @@ std::vector<std::string> Arguments(int, char**)
 
 #else
 
-bool ErrIsTerminal()
-{
-    return isatty(STDERR_FILENO) != 0;
-}
+/// A terminal shows UTF-8 as it is.
+class Utf8Console {
+  public:
+    static bool HasLine() { return isatty(STDERR_FILENO) != 0; }
+};
 
 std::optional<std::string> Variable(const char* name)
 {
@@ -72,6 +99,7 @@ int main(int count, char** arguments)
 {
     // With buffers of their own the streams also tell when reading fails.
     std::ios::sync_with_stdio(false);
-    const kiv::CliSurroundings around{std::cin, std::cout, std::cerr, ErrIsTerminal(), Variable};
+    const Utf8Console console;
+    const kiv::CliSurroundings around{std::cin, std::cout, std::cerr, console.HasLine(), Variable};
     return kiv::RunCli(Arguments(count, arguments), around);
 }

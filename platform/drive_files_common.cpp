@@ -6,7 +6,6 @@
 #include "text/windows1252.h"
 
 #include <algorithm>
-#include <system_error>
 #include <tuple>
 #include <utility>
 
@@ -92,7 +91,7 @@ void DriveFiles::RefuseWith(std::string_view action, std::string_view path, int 
 
 std::string SystemReason(int error)
 {
-    std::string reason = std::system_category().message(error);
+    std::string reason = SystemWords(error);
     while (!reason.empty() && std::string_view(". \r\n").find(reason.back()) != npos)
         reason.pop_back();
     // An abbreviation such as "I/O error" keeps its capital.

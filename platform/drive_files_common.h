@@ -60,7 +60,9 @@ class DriveFiles : public Files {
     std::int64_t writes_ = 0; // never starts anew: stamps outlive a Refresh
 };
 
-/// The system's words for an error number, beginning in lower case and without full stop.
+/// The system's words for an error number, as it has them.
+std::string SystemWords(int error);
+/// The same beginning in lower case and without full stop.
 std::string SystemReason(int error);
 
 } // namespace kiv

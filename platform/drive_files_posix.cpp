@@ -16,6 +16,7 @@
 #include <memory>
 #include <optional>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace kiv {
@@ -402,6 +403,11 @@ void PosixDriveFiles::Refresh()
 }
 
 } // namespace
+
+std::string SystemWords(int error)
+{
+    return std::system_category().message(error);
+}
 
 std::unique_ptr<Files> MakeDriveFiles(const DriveMap& drives)
 {

@@ -2,6 +2,7 @@
 #include "platform/drive_path.h"
 #include "platform/drives.h"
 #include "platform/run_error.h"
+#include "platform/windows_names.h"
 #include "platform/windows_system.h"
 #include "platform/windows_text.h"
 #include "platform/windows_writing.h"
@@ -9,74 +10,41 @@
 #include "text/windows1252.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
 
 namespace kiv {
 
 namespace {
 
-// Paths in this form may be long, and names in them are taken as written.
-constexpr std::wstring_view kLongPath = LR"(\\?\)";
-
-bool IsThere(DWORD attributes)
-{
-    return attributes != INVALID_FILE_ATTRIBUTES;
-}
-
-bool IsFolder(DWORD attributes)
-{
-    return IsThere(attributes) && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-DWORD AttributesOf(const std::wstring& native)
-{
-    return ::GetFileAttributesW(native.c_str());
-}
-
 std::int64_t Ticks(const FILETIME& time)
 {
     return (std::int64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
 }
 
-/// Calls `take` for every entry of a folder but "." and "..", until it returns false. 0 or an error
-/// number.
-template <typename Take>
-DWORD ForEachEntry(const std::wstring& folder, Take take)
+/// Whether Windows allows the names in a path. A ":" would open a second content of the file before
+/// it.
+bool HasGoodNames(std::string_view absolute)
 {
-    WIN32_FIND_DATAW entry{};
-    const std::wstring all = folder + (folder.back() == L'\\' ? L"*" : L"\\*");
-    const HANDLE search = ::FindFirstFileW(all.c_str(), &entry);
-    if (search == INVALID_HANDLE_VALUE) {
-        const DWORD error = ::GetLastError();
-        return error == ERROR_FILE_NOT_FOUND ? 0 : error; // an empty root has not even "."
-    }
-    DWORD error = 0;
-    bool more = true;
-    while (more) {
-        const std::wstring_view name(&entry.cFileName[0]);
-        if (name != L"." && name != L".." && !take(entry))
-            break;
-        more = ::FindNextFileW(search, &entry) != 0;
-        if (!more)
-            error = ::GetLastError();
-    }
-    ::FindClose(search);
-    return error == ERROR_NO_MORE_FILES ? 0 : error;
-}
-
-std::wstring ProcessPath(const std::wstring& path)
-{
-    const DWORD size = ::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
-    std::wstring full(size, L'\0');
-    full.resize(::GetFullPathNameW(path.c_str(), size, full.data(), nullptr));
-    return full;
+    constexpr std::size_t kLongest = 255;
+    const auto is_bad = [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 || std::string_view("<>:\"|?*").find(c) != npos;
+    };
+    const std::string_view below = FromChar(absolute, 4);
+    if (std::any_of(below.begin(), below.end(), is_bad))
+        return false;
+    // References are longer than what they stand for.
+    const std::vector<std::string_view> names = Split(below, '\\');
+    return std::none_of(names.begin(), names.end(), [](std::string_view name) {
+        return name.size() > kLongest && !Contains(name, "&#");
+    });
 }
 
 class WindowsDriveFiles : public DriveFiles {
   public:
-    WindowsDriveFiles()
+    explicit WindowsDriveFiles(const DriveMap& drives) : names_(drives)
     {
-        std::string here = AbsolutePath(FromWide(ProcessPath(L".")), {});
+        std::string here = names_.FromNative(".", {});
         SetCurrent(here.empty() ? "C:\\" : std::move(here));
     }
 
@@ -98,66 +66,55 @@ class WindowsDriveFiles : public DriveFiles {
     std::vector<std::string> Names(const std::string& folder, bool folders) override;
 
   private:
-    static std::wstring Native(const std::string& absolute);
+    /// An absolute path, when it can be one of a file or folder; else empty.
+    std::string Possible(std::string absolute) const
+    {
+        return HasGoodNames(absolute) ? std::move(absolute) : std::string();
+    }
+    /// The same for a file; what cannot be one is refused.
+    std::string PossibleFile(std::string_view path, std::string_view action) const;
     WindowsHandle OpenToRead(const std::string& absolute);
     [[noreturn]] static void RefuseWithLast(std::string_view action, std::string_view path)
     {
         RefuseWith(action, path, static_cast<int>(::GetLastError()));
     }
+
+    WindowsNames names_;
 };
 
-/// The native path of an absolute drive path. Windows itself ignores case; only parts that hold
-/// references to characters outside the code page are looked for in their folders.
-std::wstring WindowsDriveFiles::Native(const std::string& absolute)
+std::string WindowsDriveFiles::PossibleFile(std::string_view path, std::string_view action) const
 {
-    std::wstring native(kLongPath);
-    if (!Contains(absolute, "&#"))
-        return native + WideText(absolute);
-    native += WideText(FirstChars(absolute, 2));
-    for (const std::string_view part : Split(FromChar(absolute, 4), '\\')) {
-        std::wstring next = native + L"\\" + WideText(part);
-        if (Contains(part, "&#") && !IsThere(AttributesOf(next))) {
-            const std::string wanted = UpperCase(part);
-            ForEachEntry(native + L"\\", [&](const WIN32_FIND_DATAW& entry) {
-                if (UpperCase(FromWide(&entry.cFileName[0])) != wanted)
-                    return true;
-                next = native + L"\\" + &entry.cFileName[0];
-                return false;
-            });
-        }
-        native = std::move(next);
-    }
-    return native;
+    std::string absolute = FileToUse(path, action);
+    if (!HasGoodNames(absolute))
+        Refuse(action, absolute, "Windows allows no such name");
+    return absolute;
 }
 
 bool WindowsDriveFiles::FolderExists(std::string_view path)
 {
-    const std::string absolute = Absolute(path);
-    return !absolute.empty() && IsFolder(AttributesOf(Native(absolute)));
+    const std::string absolute = Possible(Absolute(path));
+    return !absolute.empty() && IsFolder(names_.Native(absolute));
 }
 
 FileStamp WindowsDriveFiles::Stamp(std::string_view path)
 {
-    const std::string absolute = AbsoluteFile(path);
-    WIN32_FILE_ATTRIBUTE_DATA state{};
-    if (absolute.empty() ||
-        ::GetFileAttributesExW(Native(absolute).c_str(), GetFileExInfoStandard, &state) == 0 ||
-        IsFolder(state.dwFileAttributes))
+    const std::string absolute = Possible(AbsoluteFile(path));
+    WindowsState state;
+    if (absolute.empty() || !StateOf(names_.Native(absolute), state) || state.is_folder)
         return {};
     constexpr std::int64_t kYoung = 1'000'000;
     FILETIME now{};
     ::GetSystemTimeAsFileTime(&now);
-    return {(std::uint64_t{state.nFileSizeHigh} << 32) | state.nFileSizeLow,
-            Distinct(Ticks(state.ftLastWriteTime), Ticks(now), kYoung), true};
+    return {state.size, Distinct(state.written, Ticks(now), kYoung), true};
 }
 
 WindowsHandle WindowsDriveFiles::OpenToRead(const std::string& absolute)
 {
-    const std::wstring native = Native(absolute);
+    const std::wstring native = names_.Native(absolute);
     WindowsHandle file = OpenWindowsFile(native);
     if (!file.IsOpen()) {
         const DWORD error = ::GetLastError();
-        if (IsFolder(AttributesOf(native)))
+        if (IsFolder(native))
             Refuse("read", absolute, "no plain file");
         RefuseWith("read", absolute, static_cast<int>(error));
     }
@@ -172,7 +129,7 @@ std::string WindowsDriveFiles::ReadFile(std::string_view path)
 std::string WindowsDriveFiles::ReadPart(std::string_view path, std::uint64_t offset,
                                         std::size_t count)
 {
-    const std::string absolute = FileToUse(path, "read");
+    const std::string absolute = PossibleFile(path, "read");
     const WindowsHandle file = OpenToRead(absolute);
     LARGE_INTEGER size;
     if (::GetFileSizeEx(file.Get(), &size) == 0)
@@ -190,36 +147,33 @@ std::string WindowsDriveFiles::ReadPart(std::string_view path, std::uint64_t off
 OutputFile WindowsDriveFiles::Open(std::string_view path)
 {
     OutputFile file;
-    file.path = FileToUse(path, "write");
-    if (!IsFolder(AttributesOf(Native(std::string(FolderOf(file.path))))))
+    file.path = PossibleFile(path, "write");
+    const std::wstring native = FollowLink(names_.Native(file.path));
+    WindowsState state;
+    file.exists = StateOf(native, state);
+    if (!file.exists && !IsFolder(names_.Native(FolderOf(file.path))))
         Refuse("write", file.path, "no such folder");
-    const std::wstring native = FollowLink(Native(file.path));
-    const DWORD attributes = AttributesOf(native);
-    if (IsFolder(attributes))
+    if (state.is_folder)
         Refuse("write", file.path, "a folder has this name");
-    file.exists = IsThere(attributes);
     file.native = Utf8FromWide(native);
+    if (WideFromUtf8(file.native) != native)
+        Refuse("write", file.path, "the name on the disk is no text");
     return file;
 }
 
 void WindowsDriveFiles::Commit(const OutputFile& file, std::string_view bytes)
 {
     const std::wstring native = WideFromUtf8(file.native);
-    WIN32_FILE_ATTRIBUTE_DATA state{};
-    bool exists = false;
-    if (file.exists) {
-        exists = ::GetFileAttributesExW(native.c_str(), GetFileExInfoStandard, &state) != 0;
-        const std::uint64_t size = (std::uint64_t{state.nFileSizeHigh} << 32) | state.nFileSizeLow;
-        if (exists && HoldsBytes(native, size, bytes)) {
-            CountWritten(file.path);
-            return;
-        }
-        if (exists && (state.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0)
-            Refuse("write", file.path, "the file is read-only");
+    WindowsState old;
+    const bool exists = file.exists && StateOf(native, old);
+    if (exists && HoldsBytes(native, old.size, bytes)) {
+        CountWritten(file.path);
+        return;
     }
-    DWORD error = Place(native, bytes, exists);
-    if (!exists && (error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS))
-        error = Place(native, bytes, true); // another program has made it meanwhile
+    DWORD error = exists ? Replace(native, old, bytes) : WriteNew(native, bytes);
+    if (error == ERROR_ALREADY_EXISTS ||
+        error == ERROR_FILE_EXISTS) // made by another program meanwhile
+        error = StateOf(native, old) && !old.is_folder ? Replace(native, old, bytes) : error;
     if (error != 0)
         RefuseWith("write", file.path, static_cast<int>(error));
     CountWritten(file.path);
@@ -229,6 +183,9 @@ void WindowsDriveFiles::AppendToFile(std::string_view path, std::string_view byt
 {
     const OutputFile file = Open(path);
     const std::wstring native = WideFromUtf8(file.native);
+    WindowsState old;
+    if (file.exists && StateOf(native, old) && (old.attributes & FILE_ATTRIBUTE_READONLY) != 0)
+        RefuseWith("write", file.path, ERROR_FILE_READ_ONLY);
     WindowsHandle target(::CreateFileW(native.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     LARGE_INTEGER end{};
@@ -247,35 +204,37 @@ void WindowsDriveFiles::AppendToFile(std::string_view path, std::string_view byt
 
 bool WindowsDriveFiles::MakeFolder(std::string_view path)
 {
-    const std::string absolute = Absolute(path);
-    return !absolute.empty() && ::CreateDirectoryW(Native(absolute).c_str(), nullptr) != 0;
+    const std::string absolute = Possible(Absolute(path));
+    return !absolute.empty() &&
+           ::CreateDirectoryW(names_.NativeOfNew(absolute).c_str(), nullptr) != 0;
 }
 
 void WindowsDriveFiles::DeleteFile(std::string_view path)
 {
-    const std::string absolute = FileToUse(path, "delete");
-    if (::DeleteFileW(Native(absolute).c_str()) == 0)
+    const std::string absolute = PossibleFile(path, "delete");
+    if (::DeleteFileW(names_.Native(absolute).c_str()) == 0)
         RefuseWithLast("delete", absolute);
 }
 
 void WindowsDriveFiles::RenameFile(std::string_view from, std::string_view to)
 {
-    const std::string source = FileToUse(from, "rename");
-    const std::string target = FileToUse(to, "rename to");
+    const std::string source = PossibleFile(from, "rename");
+    const std::string target = PossibleFile(to, "rename to");
     if (!FileExists(source))
         Refuse("rename", source, "no such file");
-    const std::wstring old_name = Native(source);
+    const std::wstring old_name = names_.Native(source);
     // Characters outside the code page stay what they are; only the text of the name has changed.
     const std::string old_utf8 = Utf8FromWide(old_name.substr(old_name.rfind(L'\\') + 1));
-    std::wstring new_name = Native(std::string(FolderOf(target)));
+    std::wstring new_name = names_.Native(FolderOf(target));
     if (!new_name.ends_with(L'\\'))
         new_name += L'\\';
     new_name += WideFromUtf8(ToUtf8Keeping(NameOf(target), old_utf8));
-    if (old_name == new_name || ::MoveFileExW(old_name.c_str(), new_name.c_str(), 0) != 0)
+    if (old_name == new_name)
         return;
-    const DWORD error = ::GetLastError();
-    if (error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS ||
-        IsThere(AttributesOf(new_name)))
+    const DWORD error = Rename(old_name, new_name);
+    if (error == 0)
+        return;
+    if (error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS || IsThere(new_name))
         Refuse("rename " + source + " to", target, "target exists");
     RefuseWith("rename " + source + " to", target, static_cast<int>(error));
 }
@@ -283,11 +242,13 @@ void WindowsDriveFiles::RenameFile(std::string_view from, std::string_view to)
 std::vector<std::string> WindowsDriveFiles::Names(const std::string& folder, bool folders)
 {
     std::vector<std::string> names;
-    const DWORD error = ForEachEntry(Native(folder), [&](const WIN32_FIND_DATAW& entry) {
-        if (IsFolder(entry.dwFileAttributes) == folders)
-            names.push_back(FromWide(&entry.cFileName[0]));
-        return true;
-    });
+    DWORD error = ERROR_PATH_NOT_FOUND;
+    if (HasGoodNames(folder))
+        error = ForEachName(names_.Native(folder), [&](const WindowsName& name) {
+            if (name.is_folder == folders)
+                names.push_back(FromWide(name.native));
+            return true;
+        });
     if (error != 0)
         RefuseWith("list", folder, static_cast<int>(error));
     return names;
@@ -295,20 +256,12 @@ std::vector<std::string> WindowsDriveFiles::Names(const std::string& folder, boo
 
 std::string WindowsDriveFiles::DriveLetters()
 {
-    const DWORD drives = ::GetLogicalDrives();
-    std::string letters;
-    for (int i = 0; i < 26; ++i)
-        if ((drives >> i & 1U) != 0)
-            letters.push_back(static_cast<char>('A' + i));
-    return letters;
+    return names_.Letters();
 }
 
 std::string WindowsDriveFiles::FromNative(std::string_view utf8)
 {
-    if (HasDrive(utf8) || (!utf8.empty() && IsSeparator(utf8[0])))
-        return Absolute(FromUtf8(utf8));
-    const std::string here = AbsolutePath(FromWide(ProcessPath(L".")), {});
-    return AbsolutePath(FromUtf8(utf8), here);
+    return names_.FromNative(utf8, CurrentDirectory());
 }
 
 std::string WindowsDriveFiles::ToNative(std::string_view path)
@@ -316,14 +269,27 @@ std::string WindowsDriveFiles::ToNative(std::string_view path)
     const std::string absolute = Absolute(path);
     if (absolute.empty() || !Contains(DriveLetters(), absolute.substr(0, 1)))
         return {};
-    return Utf8FromWide(std::wstring_view(Native(absolute)).substr(kLongPath.size()));
+    return Utf8FromWide(names_.Plain(absolute));
 }
 
 } // namespace
 
-std::unique_ptr<Files> MakeDriveFiles(const DriveMap& /*drives*/)
+std::string SystemWords(int error)
 {
-    return std::make_unique<WindowsDriveFiles>();
+    if (error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION)
+        return "another program has the file open";
+    if (error == ERROR_FILE_READ_ONLY)
+        return "the file is read-only";
+    std::array<wchar_t, 512> words{};
+    const DWORD size = ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                                        nullptr, static_cast<DWORD>(error), 0, words.data(),
+                                        static_cast<DWORD>(words.size()), nullptr);
+    return size > 0 ? FromWide({words.data(), size}) : "error " + std::to_string(error);
+}
+
+std::unique_ptr<Files> MakeDriveFiles(const DriveMap& drives)
+{
+    return std::make_unique<WindowsDriveFiles>(drives);
 }
 
 } // namespace kiv

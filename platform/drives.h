@@ -9,8 +9,8 @@
 
 namespace kiv {
 
-/// Native folders (UTF-8, absolute) by drive letter. On Windows the machine's own drives stand and
-/// this is not used.
+/// Native folders (UTF-8, absolute) by drive letter. On Windows the machine's own drives stand for
+/// all other letters.
 using DriveMap = std::map<char, std::string>;
 
 /// The machine's drives and files.

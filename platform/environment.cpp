@@ -43,12 +43,18 @@ std::string AbsoluteNative(const std::string& utf8)
     return {text.begin(), text.end()};
 }
 
-std::string DataFolder(const Variables& variable)
+/// Where drive C: lies when nobody says so; empty where the machine has one.
+std::string DefaultDriveC(const Variables& variable)
 {
+#ifdef _WIN32
+    static_cast<void>(variable);
+    return {};
+#else
     const std::optional<std::string> data = variable("XDG_DATA_HOME");
-    if (data && !data->empty())
-        return *data;
-    return variable("HOME").value_or("/") + "/.local/share";
+    const std::string folder =
+        data && !data->empty() ? *data : variable("HOME").value_or("/") + "/.local/share";
+    return folder + "/kiv/drive_c";
+#endif
 }
 
 } // namespace
@@ -64,14 +70,18 @@ DriveMap DrivesFrom(const Variables& variable, const std::optional<std::string>&
     }
     if (drive_c && !drive_c->empty())
         drives['C'] = AbsoluteNative(*drive_c);
-    if (!drives.contains('C'))
-        drives['C'] = AbsoluteNative(DataFolder(variable) + "/kiv/drive_c");
+    const std::string own = DefaultDriveC(variable);
+    if (!drives.contains('C') && !own.empty())
+        drives['C'] = AbsoluteNative(own);
     return drives;
 }
 
 void MakeDriveC(const DriveMap& drives)
 {
-    const fs::path folder = FromUtf8Path(drives.at('C'));
+    const auto drive = drives.find('C');
+    if (drive == drives.end())
+        return;
+    const fs::path folder = FromUtf8Path(drive->second);
     std::error_code ignored; // what cannot be made is missed, and told, where it is needed
     if (!fs::exists(folder, ignored))
         fs::create_directories(folder / "utils", ignored);

@@ -12,12 +12,12 @@ namespace kiv {
 /// The value of an environment variable (UTF-8), if it is set.
 using Variables = std::function<std::optional<std::string>(const char* name)>;
 
-/// The drive map: `drive_c` (native folder, may be relative) or KIV_DRIVE_C or the user's data
-/// folder for C:, and KIV_DRIVE_X for any other letter X but Z.
+/// The drive map: `drive_c` (native folder, may be relative) or KIV_DRIVE_C or, where the machine
+/// has no drives, the user's data folder for C:, and KIV_DRIVE_X for any other letter X but Z.
 DriveMap DrivesFrom(const Variables& variable,
                     const std::optional<std::string>& drive_c = std::nullopt);
 
-/// Makes the folder of drive C: with its utilities folder when it is missing.
+/// Makes the folder that stands for drive C: with its utilities folder when it is missing.
 void MakeDriveC(const DriveMap& drives);
 
 } // namespace kiv

@@ -1,5 +1,6 @@
 #include "platform/programs.h"
 
+#include "platform/drive_path.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -100,6 +101,23 @@ std::vector<ProgramReading> ProgramReadings(std::string_view command_line)
         readings.push_back({std::string(command_line.substr(begin, end - begin)), at});
     }
     return readings;
+}
+
+std::optional<std::string_view> ExplorerFolder(std::string_view command_line)
+{
+    command_line = Trim(command_line);
+    const std::string_view program = Before(command_line, ' ');
+    if (!EqualsNoCase(program, "explorer") && !EqualsNoCase(program, "explorer.exe"))
+        return std::nullopt;
+    std::string_view folder = Trim(command_line.substr(program.size()));
+    if (folder.size() >= 2 && folder.front() == '"' && folder.back() == '"')
+        folder = folder.substr(1, folder.size() - 2);
+    return folder;
+}
+
+bool IsDrivePath(std::string_view word)
+{
+    return HasDrive(word) && word.size() > 2 && IsSeparator(word[2]);
 }
 
 } // namespace kiv

@@ -4,6 +4,7 @@
 
 #include "platform/files.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,5 +58,11 @@ struct ProgramReading {
     std::size_t arguments = 0;
 };
 std::vector<ProgramReading> ProgramReadings(std::string_view command_line);
+
+/// The folder X, blanks and all, of "explorer X"; none when the line starts another program.
+std::optional<std::string_view> ExplorerFolder(std::string_view command_line);
+
+/// Whether a word of a command line is an absolute drive path.
+bool IsDrivePath(std::string_view word);
 
 } // namespace kiv

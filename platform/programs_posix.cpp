@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -20,11 +21,6 @@ namespace {
 
 /// A program with its arguments, all in native words.
 using NativeCommand = std::vector<std::string>;
-
-bool IsDrivePath(std::string_view text)
-{
-    return HasDrive(text) && text.size() > 2 && IsSeparator(text[2]);
-}
 
 [[noreturn]] void RefuseStart(std::string_view program, std::string_view reason)
 {
@@ -69,27 +65,13 @@ std::string FindProgram(Files& files, const std::string& program)
     return {};
 }
 
-/// "explorer X" opens folder X, blanks and all, in the file manager that the system has.
-bool IsExplorer(std::string_view command_line, std::string_view& folder)
-{
-    command_line = Trim(command_line);
-    const std::string_view program = Before(command_line, ' ');
-    if (!EqualsNoCase(program, "explorer") && !EqualsNoCase(program, "explorer.exe"))
-        return false;
-    folder = Trim(command_line.substr(program.size()));
-    if (folder.size() >= 2 && folder.front() == '"' && folder.back() == '"')
-        folder = folder.substr(1, folder.size() - 2);
-    return true;
-}
-
 NativeCommand MakeNative(Files& files, const std::string& command_line)
 {
-    std::string_view folder;
-    if (IsExplorer(command_line, folder)) {
+    if (const std::optional<std::string_view> folder = ExplorerFolder(command_line)) {
         const std::string opener = FindInPath("xdg-open");
         if (opener.empty())
             RefuseStart("explorer", "no such program: xdg-open");
-        return {opener, files.ToNative(folder)};
+        return {opener, files.ToNative(*folder)};
     }
     for (const ProgramReading& reading : ProgramReadings(command_line)) {
         std::string program = FindProgram(files, reading.program);

@@ -41,9 +41,26 @@ unsigned long WriteBytes(const WindowsHandle& file, std::string_view bytes);
 /// Whether a file of `size` bytes holds exactly these bytes.
 bool HoldsBytes(const std::wstring& native, std::uint64_t size, std::string_view bytes);
 
-/// Makes a new file, or replaces the one that is there: at every moment it has its old content or
-/// `bytes`.
-unsigned long Place(const std::wstring& native, std::string_view bytes, bool over_old);
+/// What is known of a file or folder without reading it; of a link: of what it leads to.
+struct WindowsState {
+    std::uint64_t size = 0;
+    std::int64_t written = 0; // 100 ns ticks
+    unsigned long attributes = 0;
+    bool is_folder = false;
+};
+
+/// False when there is none.
+bool StateOf(const std::wstring& native, WindowsState& state);
+
+/// Makes a file that is not there yet, whole or not at all.
+unsigned long WriteNew(const std::wstring& native, std::string_view bytes);
+
+/// Replaces a file: at every moment it has its old content or `bytes`. Its attributes and rights
+/// stay. A file that is read-only, or that another program has open, keeps its old content.
+unsigned long Replace(const std::wstring& native, const WindowsState& old, std::string_view bytes);
+
+/// Gives a file a name that is free; it may be its own name in other case.
+unsigned long Rename(const std::wstring& from, const std::wstring& to);
 
 /// Where a link leads; the path itself when it is none or leads nowhere.
 std::wstring FollowLink(const std::wstring& native);

@@ -67,9 +67,9 @@ class CaseRun {
         for (const auto& [name, bytes] : in)
             before_[CaseFolder::Below(name)] = bytes;
         for (const auto& [below, bytes] : before_)
-            WriteBytes(folder_.Root() / below, bytes);
+            WriteBytes(folder_.Root() / PathOf(below), bytes);
         for (const std::string& name : case_.folders)
-            fs::create_directories(folder_.Root() / CaseFolder::Below(name));
+            fs::create_directories(folder_.Root() / PathOf(CaseFolder::Below(name)));
     }
 
     void Call()

@@ -35,7 +35,10 @@ class CliTest : public testing::Test {
         std::filesystem::create_directories(Native("utils"));
     }
 
-    std::filesystem::path Native(const std::string& below) const { return folder.Path() / below; }
+    std::filesystem::path Native(const std::string& below) const
+    {
+        return folder.Path() / test::PathOf(below);
+    }
     void Put(const std::string& below, const std::string& bytes = "")
     {
         test::WriteBytes(Native(below), bytes);
@@ -46,7 +49,7 @@ class CliTest : public testing::Test {
     {
         Texts names;
         for (const auto& entry : std::filesystem::directory_iterator(Native(below)))
-            names.push_back(entry.path().filename().string());
+            names.push_back(test::TextOf(entry.path().filename()));
         std::sort(names.begin(), names.end());
         return names;
     }

@@ -3,16 +3,18 @@
 
 #include "platform/drives.h"
 #include "platform/run_error.h"
+#include "tests/support/folders.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <set>
-#include <sstream>
-#include <stdlib.h>
 #include <string>
 #include <string_view>
+#ifndef _WIN32
 #include <sys/stat.h>
+#endif
 
 namespace kiv {
 
@@ -20,57 +22,61 @@ class DriveTest : public testing::Test {
   protected:
     DriveTest()
     {
-        std::string folder = (std::filesystem::temp_directory_path() / "kiv-XXXXXX").string();
-        top = mkdtemp(folder.data());
-        root = top + "/c";
         std::filesystem::create_directory(root);
         files = MakeDriveFiles({{'C', root}});
         files->ChangeDirectory("C:\\");
     }
 
-    ~DriveTest() override
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(top, ignored);
-    }
-
     /// Lays a file down behind the program's back.
     void Put(const std::string& name, std::string_view bytes = "x") const
     {
-        std::ofstream(root + "/" + name, std::ios::binary) << bytes;
+        std::ofstream(Native(name), std::ios::binary) << bytes;
     }
 
     void PutFolder(const std::string& name) const
     {
-        std::filesystem::create_directories(root + "/" + name);
+        std::filesystem::create_directories(Native(name));
     }
 
-    std::string Content(const std::string& name) const
-    {
-        std::ifstream file(root + "/" + name, std::ios::binary);
-        std::ostringstream content;
-        content << file.rdbuf();
-        return content.str();
-    }
+    std::string Content(const std::string& name) const { return test::ReadBytes(Native(name)); }
 
     /// The native names in a folder of the drive.
     std::set<std::string> NamesIn(const std::string& folder = ".") const
     {
         std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(root + "/" + folder))
-            names.insert(entry.path().filename().string());
+        for (const auto& entry : std::filesystem::directory_iterator(Native(folder)))
+            names.insert(test::TextOf(entry.path().filename()));
         return names;
     }
 
+    /// The native path of a name on the drive, "Sub/a.txt".
+    std::filesystem::path Native(const std::string& name) const
+    {
+        return test::PathOf(root) / test::PathOf(name);
+    }
+
+    /// The same as Files::ToNative gives it.
+    std::string Below(const std::string& name) const
+    {
+        std::string path = test::TextOf(Native(name));
+#ifdef _WIN32
+        std::replace(path.begin(), path.end(), '/', '\\');
+#endif
+        return path;
+    }
+
+#ifndef _WIN32
     struct stat State(const std::string& name) const
     {
         struct stat state {};
         lstat((root + "/" + name).c_str(), &state);
         return state;
     }
+#endif
 
-    std::string top;  // the test's folder
-    std::string root; // drive C
+    test::TemporaryFolder own;
+    std::string top = own.Path().string();          // the test's folder
+    std::string root = (own.Path() / "c").string(); // drive C
     std::unique_ptr<Files> files;
 };
 

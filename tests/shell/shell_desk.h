@@ -58,7 +58,10 @@ class ShellTest : public testing::Test {
         files->ChangeDirectory("C:\\site");
     }
 
-    std::filesystem::path Native(const std::string& below) const { return folder.Path() / below; }
+    std::filesystem::path Native(const std::string& below) const
+    {
+        return folder.Path() / test::PathOf(below);
+    }
 
     /// A file below drive C: by its native path, "site/a.txt".
     void Put(const std::string& below, const std::string& bytes = "")
@@ -72,7 +75,7 @@ class ShellTest : public testing::Test {
     {
         Texts names;
         for (const auto& entry : std::filesystem::directory_iterator(Native(below)))
-            names.push_back(entry.path().filename().string());
+            names.push_back(test::TextOf(entry.path().filename()));
         std::sort(names.begin(), names.end());
         return names;
     }

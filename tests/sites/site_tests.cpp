@@ -64,7 +64,7 @@ class SiteTest : public testing::Test {
         fs::copy(site_ / "in", drive, fs::copy_options::recursive);
         for (const auto& [name, bytes] : kiv::test::ReadTree(drive))
             if (fs::path(name).filename() == ".keep")
-                fs::remove(drive / name);
+                fs::remove(drive / kiv::test::PathOf(name));
     }
 
     int Run(const fs::path& drive, const fs::path& output) const

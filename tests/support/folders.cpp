@@ -25,6 +25,17 @@ TemporaryFolder::~TemporaryFolder()
     fs::remove_all(path_, ignored);
 }
 
+fs::path PathOf(std::string_view utf8)
+{
+    return {std::u8string(utf8.begin(), utf8.end())};
+}
+
+std::string TextOf(const fs::path& path)
+{
+    const std::u8string utf8 = path.generic_u8string();
+    return {utf8.begin(), utf8.end()};
+}
+
 std::string ReadBytes(const fs::path& path)
 {
     std::ifstream stream(path, std::ios::binary);
@@ -44,7 +55,7 @@ FileTree ReadTree(const fs::path& root)
         return files;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root))
         if (entry.is_regular_file())
-            files[fs::relative(entry.path(), root).generic_string()] = ReadBytes(entry.path());
+            files[TextOf(fs::relative(entry.path(), root))] = ReadBytes(entry.path());
     return files;
 }
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <string_view>
 
 namespace kiv::test {
 
@@ -20,6 +21,10 @@ class TemporaryFolder {
   private:
     std::filesystem::path path_;
 };
+
+/// A path from its UTF-8 form and back, whatever the system takes narrow text for.
+std::filesystem::path PathOf(std::string_view utf8);
+std::string TextOf(const std::filesystem::path& path);
 
 /// Bytes by path below a folder, "site/a.htm".
 using FileTree = std::map<std::string, std::string>;

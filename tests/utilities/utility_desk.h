@@ -69,14 +69,20 @@ class UtilityDesk {
     /// Lays a file down below drive C behind the program's back: Put("site/a.htm", …).
     void Put(const std::string& path, const std::string& bytes) const
     {
-        test::WriteBytes(Root() / path, bytes);
+        test::WriteBytes(Root() / test::PathOf(path), bytes);
     }
     void PutFolder(const std::string& path) const
     {
-        std::filesystem::create_directories(Root() / path);
+        std::filesystem::create_directories(Root() / test::PathOf(path));
     }
-    std::string Content(const std::string& path) const { return test::ReadBytes(Root() / path); }
-    bool Exists(const std::string& path) const { return std::filesystem::exists(Root() / path); }
+    std::string Content(const std::string& path) const
+    {
+        return test::ReadBytes(Root() / test::PathOf(path));
+    }
+    bool Exists(const std::string& path) const
+    {
+        return std::filesystem::exists(Root() / test::PathOf(path));
+    }
     /// Every file of drive C.
     test::FileTree Tree() const { return test::ReadTree(Root()); }
 

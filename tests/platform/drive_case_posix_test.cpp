@@ -1,0 +1,58 @@
+// Names that differ in case alone: only where the native system tells them apart.
+#include "drive_test.h"
+
+#include <gmock/gmock.h>
+
+namespace kiv {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+using DriveCase = DriveTest;
+
+TEST_F(DriveCase, TheNameAsWrittenComesFirst)
+{
+    Put("a.txt", "small");
+    Put("A.TXT", "large");
+    EXPECT_EQ(files->ReadFile("a.txt"), "small");
+    EXPECT_EQ(files->ReadFile("A.TXT"), "large");
+    EXPECT_EQ(files->ReadFile("A.txt"), "large"); // then the first in byte order
+}
+
+TEST_F(DriveCase, ThreeFilesThatDifferInCaseStayApart)
+{
+    Put("a.txt", "1");
+    Put("A.TXT", "2");
+    EXPECT_THAT(ErrorOf([&] { files->RenameFile("a.txt", "A.txt"); }), HasSubstr("target exists"));
+    EXPECT_EQ(NamesIn(), (Names{"a.txt", "A.TXT"}));
+}
+
+TEST_F(DriveCase, ListingsHaveThemInByteOrder)
+{
+    for (const char* name : {"cats.jpg", "cat.jpg", "CAT.JPG"})
+        Put(name);
+    EXPECT_THAT(files->ListFiles("C:\\", "*.jpg"), ElementsAre("CAT.JPG", "cat.jpg", "cats.jpg"));
+}
+
+TEST_F(DriveCase, NamesOutsideTheCodePageAreToldApartToo)
+{
+    Put("\xE4\xB8\xAD.jpg", "small"); // U+4E2D
+    Put("\xE4\xB8\xAD.JPG", "large");
+    Put("\xFF.txt", "raw"); // no UTF-8: the byte stands for itself
+    EXPECT_THAT(files->ListFiles("C:\\", "*.*"),
+                ElementsAre("&#20013;.JPG", "&#20013;.jpg", "\xFF.txt"));
+    EXPECT_EQ(files->ReadFile("&#20013;.jpg"), "small");
+    EXPECT_EQ(files->ReadFile("&#20013;.JPG"), "large");
+    EXPECT_EQ(files->ReadFile("\xFF.txt"), "raw");
+}
+
+TEST_F(DriveCase, ANameThatWindowsForbidsIsAllowed)
+{
+    files->WriteFile("what*is?it", "1");
+    EXPECT_EQ(NamesIn(), Names{"what*is?it"});
+    EXPECT_EQ(Content("what*is?it"), "1");
+}
+
+} // namespace
+} // namespace kiv

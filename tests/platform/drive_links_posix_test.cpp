@@ -1,0 +1,95 @@
+// Links and pipes: Windows makes links for administrators alone, and has no pipes in folders.
+#include "drive_test.h"
+
+#include <gmock/gmock.h>
+
+namespace kiv {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+using DriveLinks = DriveTest;
+
+TEST_F(DriveLinks, TwoWaysToOneFolderShareWhatWasWritten)
+{
+    PutFolder("real");
+    std::filesystem::create_directory_symlink("real", root + "/alias");
+    EXPECT_FALSE(files->FileExists("alias\\A.htm"));
+    EXPECT_FALSE(files->FileExists("real\\A.htm"));
+    files->WriteFile("real\\a.htm", "1");
+    EXPECT_TRUE(files->FileExists("alias\\A.htm"));
+}
+
+TEST_F(DriveLinks, DeletingALinkLeavesItsFile)
+{
+    Put("a.txt");
+    std::filesystem::create_symlink("a.txt", root + "/link.txt");
+    files->DeleteFile("LINK.txt");
+    EXPECT_EQ(NamesIn(), (Names{"a.txt"}));
+}
+
+TEST_F(DriveLinks, ALinkStaysAndItsFileIsReplaced)
+{
+    PutFolder("real");
+    Put("real/a.htm", "old");
+    std::filesystem::create_symlink("real/a.htm", root + "/relative");
+    std::filesystem::create_symlink(root + "/relative", root + "/Chain");
+    files->WriteFile("chain", "new");
+    EXPECT_TRUE(S_ISLNK(State("Chain").st_mode));
+    EXPECT_TRUE(S_ISLNK(State("relative").st_mode));
+    EXPECT_EQ(Content("real/a.htm"), "new");
+    EXPECT_EQ(NamesIn("real"), (Names{"a.htm"}));
+    files->AppendToFile("relative", " and more");
+    EXPECT_EQ(Content("real/a.htm"), "new and more");
+}
+
+TEST_F(DriveLinks, ALinkToNothingBringsItsFile)
+{
+    PutFolder("real");
+    std::filesystem::create_symlink("real/new.htm", root + "/link");
+    files->WriteFile("link", "1");
+    EXPECT_TRUE(S_ISLNK(State("link").st_mode));
+    EXPECT_EQ(Content("real/new.htm"), "1");
+}
+
+TEST_F(DriveLinks, OnlyALinkToAPlainFileIsAFile)
+{
+    Put("a.txt");
+    std::filesystem::create_symlink("a.txt", root + "/link");
+    std::filesystem::create_symlink("gone", root + "/dangling");
+    mkfifo((root + "/pipe").c_str(), 0600);
+    EXPECT_TRUE(files->FileExists("link"));
+    for (const char* name : {"dangling", "pipe"}) {
+        EXPECT_FALSE(files->FileExists(name)) << name;
+        EXPECT_FALSE(files->Stamp(name).exists) << name;
+        EXPECT_THAT(ErrorOf([&] { files->ReadFile(name); }), StartsWith("file: ")) << name;
+    }
+    EXPECT_THAT(ErrorOf([&] { files->Open("pipe"); }), StartsWith("file: "));
+}
+
+TEST_F(DriveLinks, ListingsHaveLinksAsWhatTheyLeadTo)
+{
+    Put("readme");
+    PutFolder("Sub");
+    std::filesystem::create_symlink("readme", root + "/link.txt");
+    std::filesystem::create_directory_symlink("Sub", root + "/sublink");
+    std::filesystem::create_symlink("gone", root + "/dangling");
+    mkfifo((root + "/pipe").c_str(), 0600);
+    EXPECT_THAT(files->ListFiles("C:\\", "*.*"), ElementsAre("link.txt", "readme"));
+    EXPECT_THAT(files->ListFolders("."), ElementsAre("Sub", "sublink"));
+}
+
+TEST_F(DriveLinks, ALinkTakesItsName)
+{
+    Put("a.txt", "1");
+    std::filesystem::create_symlink("gone", root + "/Dangling");
+    for (const char* taken : {"Dangling", "dangling"})
+        EXPECT_THAT(ErrorOf([&] { files->RenameFile("a.txt", taken); }), HasSubstr("target exists"))
+            << taken;
+    EXPECT_EQ(NamesIn(), (Names{"a.txt", "Dangling"}));
+}
+
+} // namespace
+} // namespace kiv

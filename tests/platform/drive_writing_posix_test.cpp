@@ -1,0 +1,173 @@
+// Writing where it depends on rights, limits and signals, which Windows has not or has otherwise.
+#include "drive_test.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace kiv {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+using DriveRights = DriveTest;
+
+/// While it lives, no file of this process grows beyond `bytes`: a write stops short there, as on a
+/// full disk.
+class FullDisk {
+  public:
+    explicit FullDisk(rlim_t bytes) : old_handler_(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &old_limit_);
+        const rlimit limit{bytes, old_limit_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &old_limit_);
+        std::signal(SIGXFSZ, old_handler_);
+    }
+
+  private:
+    rlimit old_limit_{};
+    void (*old_handler_)(int);
+};
+
+/// While it lives, root, who may write everything, is somebody else.
+class NotRoot {
+  public:
+    NotRoot()
+    {
+        if (was_root_) {
+            EXPECT_EQ(seteuid(65534), 0);
+        }
+    }
+    NotRoot(const NotRoot&) = delete;
+    NotRoot& operator=(const NotRoot&) = delete;
+    ~NotRoot()
+    {
+        if (was_root_) {
+            EXPECT_EQ(seteuid(0), 0);
+        }
+    }
+
+  private:
+    bool was_root_ = geteuid() == 0;
+};
+
+TEST_F(DriveRights, ANewFileObeysTheMask)
+{
+    const mode_t old = umask(027);
+    files->WriteFile("a.htm", "1");
+    umask(old);
+    EXPECT_EQ(State("a.htm").st_mode & 07777, 0640U);
+}
+
+TEST_F(DriveRights, AReplacedFileKeepsItsMode)
+{
+    Put("a.htm", "old");
+    for (const mode_t mode : {0600U, 0644U, 0755U, 0666U}) {
+        chmod((root + "/a.htm").c_str(), mode);
+        files->WriteFile("a.htm", "mode " + std::to_string(mode));
+        EXPECT_EQ(State("a.htm").st_mode & 07777, mode);
+    }
+}
+
+TEST_F(DriveRights, AReplacedFileKeepsItsOwner)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root gives files away";
+    Put("a.htm", "old");
+    ASSERT_EQ(chown((root + "/a.htm").c_str(), 1234, 5678), 0);
+    files->WriteFile("a.htm", "new");
+    EXPECT_EQ(State("a.htm").st_uid, 1234U);
+    EXPECT_EQ(State("a.htm").st_gid, 5678U);
+}
+
+TEST_F(DriveRights, AFullDiskLeavesTheOldContent)
+{
+    Put("old.htm", "old");
+    const std::string large(100'000, 'x');
+    {
+        const FullDisk full(50'000);
+        EXPECT_THAT(ErrorOf([&] { files->WriteFile("old.htm", large); }),
+                    testing::AllOf(StartsWith("file: "), HasSubstr("C:\\old.htm")));
+        EXPECT_THAT(ErrorOf([&] { files->WriteFile("new.htm", large); }), StartsWith("file: "));
+        EXPECT_THAT(ErrorOf([&] { files->AppendToFile("old.htm", large); }), StartsWith("file: "));
+        EXPECT_THAT(ErrorOf([&] { files->AppendToFile("new.htm", large); }), StartsWith("file: "));
+    }
+    EXPECT_EQ(Content("old.htm"), "old");
+    EXPECT_EQ(NamesIn(), (Names{"old.htm"}));
+    EXPECT_FALSE(files->FileExists("NEW.htm"));
+    EXPECT_TRUE(files->Written().empty());
+}
+
+TEST_F(DriveRights, AKilledRunLeavesTheOldContentAndNothingElse)
+{
+    const int draft = open(root.c_str(), O_TMPFILE | O_WRONLY, 0600);
+    if (draft < 0)
+        GTEST_SKIP() << "this file system wants a name for every file";
+    close(draft);
+    Put("old.htm", "old");
+    for (const char* name : {"old.htm", "new.htm"}) {
+        const pid_t child = fork();
+        if (child == 0) {
+            // The system kills the process in the middle of its write.
+            const rlimit limit{50'000, 50'000};
+            const rlimit no_core{0, 0};
+            setrlimit(RLIMIT_FSIZE, &limit);
+            setrlimit(RLIMIT_CORE, &no_core);
+            std::signal(SIGXFSZ, SIG_DFL);
+            files->WriteFile(name, std::string(100'000, 'x'));
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        EXPECT_TRUE(WIFSIGNALED(status)) << name;
+    }
+    EXPECT_EQ(Content("old.htm"), "old");
+    EXPECT_EQ(NamesIn(), (Names{"old.htm"}));
+}
+
+TEST_F(DriveRights, AFileThatMayNotBeWrittenIsKept)
+{
+    Put("a.htm", "old");
+    chmod((root + "/a.htm").c_str(), 0444);
+    chmod(root.c_str(), 0777);
+    chmod(top.c_str(), 0755);
+    {
+        const NotRoot somebody;
+        EXPECT_THAT(ErrorOf([&] { files->WriteFile("a.htm", "new"); }), StartsWith("file: "));
+        EXPECT_THAT(ErrorOf([&] { files->AppendToFile("a.htm", "new"); }), StartsWith("file: "));
+        EXPECT_EQ(ErrorOf([&] { files->WriteFile("a.htm", "old"); }), ""); // nothing to write
+    }
+    EXPECT_EQ(Content("a.htm"), "old");
+    EXPECT_EQ(NamesIn(), (Names{"a.htm"}));
+}
+
+TEST_F(DriveRights, AFolderThatMayNotBeWrittenIsKept)
+{
+    Put("a.htm", "old");
+    chmod((root + "/a.htm").c_str(), 0666);
+    chmod(root.c_str(), 0555);
+    chmod(top.c_str(), 0755);
+    {
+        const NotRoot somebody;
+        EXPECT_THAT(ErrorOf([&] { files->WriteFile("a.htm", "new"); }), StartsWith("file: "));
+        EXPECT_THAT(ErrorOf([&] { files->WriteFile("b.htm", "new"); }), StartsWith("file: "));
+        EXPECT_FALSE(files->MakeFolder("sub"));
+    }
+    chmod(root.c_str(), 0755);
+    EXPECT_EQ(Content("a.htm"), "old");
+    EXPECT_EQ(NamesIn(), (Names{"a.htm"}));
+}
+
+} // namespace
+} // namespace kiv
