@@ -71,10 +71,15 @@ class SiteTest : public testing::Test {
     {
         const std::string arguments = LinesOf(site_ / "cmd").at(0);
         std::ostringstream command;
-        command << "\"" << KIV_CLI << "\" --drive-c \"" << drive.string()
-                << "\" --now 2004-03-05T14:07:09 --json " << arguments << " > \"" << output.string()
-                << "\"";
+        command << "\"" << fs::absolute(KIV_CLI).make_preferred().string() << "\" --drive-c \""
+                << drive.string() << "\" --now 2004-03-05T14:07:09 --json " << arguments << " > \""
+                << output.string() << "\"";
+#ifdef _WIN32
+        // The shell takes the outermost quotes away.
+        return std::system(("\"" + command.str() + "\"").c_str());
+#else
         return std::system(command.str().c_str());
+#endif
     }
 
     FileTree ExpectedTree() const
