@@ -22,11 +22,12 @@ std::int64_t Ticks(const FILETIME& time)
     return (std::int64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
 }
 
+constexpr std::size_t kLongestName = 255;
+
 /// Whether Windows allows the names in a path. A ":" would open a second content of the file before
 /// it.
 bool HasGoodNames(std::string_view absolute)
 {
-    constexpr std::size_t kLongest = 255;
     const auto is_bad = [](char c) {
         return static_cast<unsigned char>(c) < 0x20 || std::string_view("<>:\"|?*").find(c) != npos;
     };
@@ -36,7 +37,7 @@ bool HasGoodNames(std::string_view absolute)
     // References are longer than what they stand for.
     const std::vector<std::string_view> names = Split(below, '\\');
     return std::none_of(names.begin(), names.end(), [](std::string_view name) {
-        return name.size() > kLongest && !Contains(name, "&#");
+        return name.size() > kLongestName && !Contains(name, "&#");
     });
 }
 
@@ -149,6 +150,8 @@ OutputFile WindowsDriveFiles::Open(std::string_view path)
     OutputFile file;
     file.path = PossibleFile(path, "write");
     const std::wstring native = FollowLink(names_.Native(file.path));
+    if (native.size() - native.rfind(L'\\') > kLongestName + 1)
+        Refuse("write", file.path, "the name is too long");
     WindowsState state;
     file.exists = StateOf(native, state);
     if (!file.exists && !IsFolder(names_.Native(FolderOf(file.path))))
@@ -231,6 +234,10 @@ void WindowsDriveFiles::RenameFile(std::string_view from, std::string_view to)
     new_name += WideFromUtf8(ToUtf8Keeping(NameOf(target), old_utf8));
     if (old_name == new_name)
         return;
+    // The name itself may be free when its text is not.
+    const std::wstring alike = names_.Native(target);
+    if (alike != new_name && alike != old_name && IsThere(alike))
+        Refuse("rename " + source + " to", target, "target exists");
     const DWORD error = Rename(old_name, new_name);
     if (error == 0)
         return;

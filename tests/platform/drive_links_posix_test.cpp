@@ -91,5 +91,13 @@ TEST_F(DriveLinks, ALinkTakesItsName)
     EXPECT_EQ(NamesIn(), (Names{"a.txt", "Dangling"}));
 }
 
+TEST_F(DriveLinks, ALinkToNothingBearsItsName)
+{
+    std::filesystem::create_symlink("nowhere", root + "/Link");
+    for (const char* name : {"Link", "C:\\LINK"})
+        EXPECT_TRUE(files->NameIsTaken(name)) << name;
+    EXPECT_FALSE(files->NameIsTaken("nowhere"));
+}
+
 } // namespace
 } // namespace kiv
