@@ -120,6 +120,7 @@ const std::map<std::string, Take>& Directives()
         {"renamed", [](Case& c, const Section& s) { c.renamed = s.DecodedLines(); }},
         {"result", [](Case& c, const Section& s) { c.result = s.Text("\r\n"); }},
         {"error", [](Case& c, const Section& s) { c.error = s.rest; }},
+        {"not-on-windows", [](Case& c, const Section& s) { c.not_on_windows = s.rest; }},
     };
     return directives;
 }

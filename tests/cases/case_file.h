@@ -27,6 +27,7 @@ struct Case {
     std::optional<std::vector<std::string>> renamed;
     std::optional<std::string> result;
     std::string error; // kind; empty: none
+    std::string not_on_windows; // the reason; empty: the case holds there too
 };
 
 /// The cases of a file. Throws std::runtime_error with the place of what it cannot read.

@@ -19,6 +19,10 @@ class CaseTest : public testing::Test {
 
     void TestBody() override
     {
+#ifdef _WIN32
+        if (!case_.not_on_windows.empty())
+            GTEST_SKIP() << case_.not_on_windows;
+#endif
         const std::string differences = kiv::test::RunCase(case_);
         EXPECT_TRUE(differences.empty()) << case_.place << ": " << case_.title << "\n"
                                          << differences;

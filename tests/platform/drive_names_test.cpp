@@ -123,6 +123,8 @@ TEST_F(DriveNames, ARememberedNameThatIsGoneIsLookedUpAnew)
 {
     Put("A.txt", "1");
     EXPECT_EQ(files->ReadFile("a.TXT"), "1");
+    std::filesystem::rename(Native("A.txt"), Native("b.txt"));
+    std::filesystem::rename(Native("b.txt"), Native("a.txt"));
     EXPECT_EQ(files->ReadFile("a.TXT"), "1");
     std::filesystem::remove(Native("a.txt"));
     EXPECT_FALSE(files->FileExists("a.TXT"));

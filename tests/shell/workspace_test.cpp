@@ -1,7 +1,9 @@
 // The working directory and what hangs on it.
 #include "shell_desk.h"
 
+#ifndef _WIN32
 #include <unistd.h>
+#endif
 
 namespace kiv {
 namespace {
@@ -86,6 +88,7 @@ TEST_F(WorkspaceState, AnEmptyUploadCommandGivesAnEmptyLine)
     EXPECT_EQ(Content("guestout2.bat"), "\r\n");
 }
 
+#ifndef _WIN32 // where a folder's rights do not keep its files from being deleted
 TEST_F(WorkspaceState, ABatchThatCannotBeDeletedIsFatal)
 {
     if (geteuid() == 0)
@@ -98,6 +101,7 @@ TEST_F(WorkspaceState, ABatchThatCannotBeDeletedIsFatal)
                                  std::filesystem::perm_options::add);
     EXPECT_EQ(Content("guestout2.bat"), "old");
 }
+#endif
 
 TEST_F(WorkspaceState, StoringTheDirectory)
 {
