@@ -32,9 +32,12 @@ TEST_F(Drives, TheOptionBeatsTheEnvironment)
     variables["KIV_DRIVE_C"] = root + "/site";
     EXPECT_EQ(Built({}, "C:\\sub"), "C:\\sub\\index.htm");
     EXPECT_EQ(Built({"--drive-c", root}, "C:\\site"), "C:\\site\\index.htm");
+#ifndef _WIN32 // where Z: need not be there
     EXPECT_EQ(Built({"--drive-c", "Z:" + root}, "C:\\site"), "C:\\site\\index.htm");
+#endif
 }
 
+#ifndef _WIN32 // where C: is the machine's own
 TEST_F(Drives, TheUsersDataFolderStandsForDriveC)
 {
     const std::string root = folder.Path().string();
@@ -45,6 +48,7 @@ TEST_F(Drives, TheUsersDataFolderStandsForDriveC)
     EXPECT_EQ(Built({}, "C:\\"), "");
     EXPECT_TRUE(Exists("data/kiv/drive_c/utils"));
 }
+#endif
 
 TEST_F(Drives, OtherLetters)
 {
@@ -56,8 +60,10 @@ TEST_F(Drives, OtherLetters)
     EXPECT_EQ(Built(c, "D:\\"), "D:\\index.htm");
     EXPECT_EQ(Built(c, "d:/"), "D:\\index.htm");
     EXPECT_EQ(Built(c, "E:\\"), "file");
+#ifndef _WIN32 // where Z: need not be there
     EXPECT_EQ(Built(c, "Z:" + root + "/other"), Built(c, "Z:" + root + "\\other"));
     EXPECT_THAT(Built(c, "Z:" + root + "/other"), testing::StartsWith("Z:\\"));
+#endif
 }
 
 TEST_F(Drives, TheLongestDriveThatHoldsANativePathWins)

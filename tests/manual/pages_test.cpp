@@ -43,23 +43,25 @@ class ManualPages : public testing::Test {
         folder_ = new TemporaryFolder;
         const fs::path manual = fs::path(KIV_ROOT) / "docs/manual";
         for (const char* const name : {"_html.txt", "_template.txt", "nav.txt", "manual.css"})
-            WriteBytes(folder_->Path() / name, ReadBytes(manual / name));
+            WriteBytes(Folder() / name, ReadBytes(manual / name));
         for (const fs::path& chapter : Chapters())
-            WriteBytes(folder_->Path() / "body" / chapter.stem().concat(".htm"),
+            WriteBytes(Folder() / "body" / chapter.stem().concat(".htm"),
                        kiv::manual::ChapterHtml(ReadBytes(chapter)));
         std::istringstream in;
         std::ostringstream out;
         std::ostringstream err;
-        const TemporaryFolder drive_c;
         code_ = kiv::RunCli(
-            {"--verbose", "--drive-c", drive_c.Path().string(), "build", folder_->Path().string()},
+            {"--verbose", "--drive-c", folder_->Path().string(), "build", "C:\\manual"},
             {in, out, err, false, [](const char*) { return std::optional<std::string>(); }});
         said_ = err.str();
     }
 
     static void TearDownTestSuite() { delete folder_; }
 
-    static std::string Page(const std::string& name) { return ReadBytes(folder_->Path() / name); }
+    /// "C:\manual", for the drive whose folder is the test's.
+    static fs::path Folder() { return folder_->Path() / "manual"; }
+
+    static std::string Page(const std::string& name) { return ReadBytes(Folder() / name); }
 
     static std::vector<std::string> PageNames()
     {

@@ -18,7 +18,7 @@ TEST_F(FolderViews, FolderWithAllAboveAndInside)
     Put("site/Zebra.htm");
     const FolderView view = ViewFolder(*files, "C:\\site\\");
     EXPECT_EQ(view.folder, "C:\\site");
-    EXPECT_EQ(view.drives, "CZ"); // Z: is the whole machine
+    EXPECT_EQ(view.drives, "CZ");                                    // Z: is the whole machine
     EXPECT_THAT(view.above, ElementsAre(FolderEntry{"C:\\", "C:\\"}, // the root's name is its path
                                         FolderEntry{"site", "C:\\site"}));
     EXPECT_THAT(view.inside, ElementsAre(FolderEntry{"images", "C:\\site\\images"},
