@@ -26,7 +26,7 @@ struct Case {
     std::vector<std::string> launched;
     std::optional<std::vector<std::string>> renamed;
     std::optional<std::string> result;
-    std::string error; // kind; empty: none
+    std::string error;          // kind; empty: none
     std::string not_on_windows; // the reason; empty: the case holds there too
 };
 
