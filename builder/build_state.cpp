@@ -12,10 +12,10 @@ Build::Build(Machine& machine_used, const BuildOptions& build_options, BlockMemo
     : machine(machine_used), options(build_options), blocks(block_memory),
       messages(machine_used.reporter), uploads(machine_used.files, build_options.UploadCommand)
 {
-    const DateTime now = machine.clock.Now();
-    pass.YearText = Decimal(now.year);
+    const DateTime& start = options.program_start;
+    pass.YearText = Decimal(start.year);
     pass.TodayText =
-        std::string(MonthName(now.month)) + " " + Decimal(now.day) + ", " + pass.YearText;
+        std::string(MonthName(start.month)) + " " + Decimal(start.day) + ", " + pass.YearText;
 }
 
 std::string_view Build::Keep(std::string text)

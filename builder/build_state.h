@@ -8,6 +8,7 @@
 #include "builder/page_record.h"
 #include "builder/upload_list.h"
 #include "platform/addresses.h"
+#include "platform/clock.h"
 #include "platform/fixed_table.h"
 #include "platform/machine.h"
 
@@ -32,6 +33,7 @@ struct BuildOptions {
     bool UploadListWanted = false;
     std::string UploadCommand;
     Addresses addresses;
+    DateTime program_start; // whose day and year the pages tell, however long the window is open
 };
 
 /// One line of a source: its text, which points into BuildState::texts, and where it comes from.
@@ -67,8 +69,6 @@ struct PageState {
     std::string CurrentStem;     // the path up to its first "."
     std::string CurrentBaseStem; // the same without folders
     std::string CurrentTitle;
-    std::string StripTitle; // the title without tags, for attributes
-    std::string Keywords;   // the keywords made from the title
     PageBangs bangs;
 };
 

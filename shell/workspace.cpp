@@ -22,11 +22,10 @@ std::string ShortenedDirectory(std::string_view path)
 
 Workspace::Workspace(Machine& machine)
     : EditorCommand(std::string(kDefaultEditor) + ' '), SettingsPath(kSettingsFile),
-      folder_buttons_(machine.progress, OutputRootsShown), machine_{
-                                                               machine.files,     machine.clock,
-                                                               machine.clipboard, machine.programs,
-                                                               machine.reporter,  machine.pictures,
-                                                               folder_buttons_}
+      folder_buttons_(machine.progress, OutputRootsShown),
+      machine_{machine.files,    machine.clock,    machine.clipboard, machine.programs,
+               machine.reporter, machine.pictures, folder_buttons_},
+      program_start_(machine.clock.Now())
 {
 }
 
@@ -136,7 +135,8 @@ void Workspace::BuildWorkDir()
 void Workspace::BuildCurrent()
 {
     built_directory_ = machine_.files.CurrentDirectory();
-    const BuildOptions options{EoyEnabled, UploadListWanted, UploadCommand, addresses_};
+    const BuildOptions options{EoyEnabled, UploadListWanted, UploadCommand, addresses_,
+                               program_start_};
     BuildSite(machine_, options, block_memory_);
 }
 

@@ -167,6 +167,7 @@ class Workspace {
 
     FolderButtons folder_buttons_;
     Machine machine_;
+    const DateTime program_start_;
     UploadEntries upload_entries_{"upload entry"};
     int upload_count_ = 0;
     Addresses addresses_;

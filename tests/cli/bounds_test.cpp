@@ -86,5 +86,24 @@ TEST_F(LargestSites, TheBlockOfALineTooManyIsExpandedBeforeTheLineIsStored)
     EXPECT_EQ(KindOf(Report({"build", "C:\\site"})), "end-of-file");
 }
 
+TEST_F(LargestSites, AThousandPagesAndOneMore)
+{
+    const auto list = [](int pages) {
+        std::string text;
+        for (int page = 1; page <= pages; ++page)
+            text += "@FILE = p" + std::to_string(page) + "\n@TITLE = t\n";
+        return text;
+    };
+    // Page 1001 has no record of its own; with 1000 pages the closing record has none.
+    for (const auto& [pages, place] :
+         {std::pair(1000, "line 2000"), std::pair(1001, "line 2001")}) {
+        Put("site/_html.txt", list(pages));
+        const Json report = Report({"build", "C:\\site"});
+        EXPECT_EQ(KindOf(report), "subscript") << pages;
+        EXPECT_THAT(report["error"]["where"].get<std::string>(), testing::HasSubstr(place));
+        EXPECT_FALSE(Exists("site/p1.htm"));
+    }
+}
+
 } // namespace
 } // namespace kiv

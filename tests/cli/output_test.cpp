@@ -1,5 +1,9 @@
 // What is printed, and the exit codes.
+#include "cli/face.h"
 #include "cli_desk.h"
+
+#include <chrono>
+#include <thread>
 
 #include <ios>
 #include <istream>
@@ -190,6 +194,36 @@ TEST_F(Output, AWarningOfABlockStandsAtTheLineLastRead)
         EXPECT_EQ(warnings[pass + 2], Json::parse(R"({"text": "Oops! Missing close '>' in: <zu",
             "file": "C:\\site\\_html.txt", "line": 8, "page": null})"));
     }
+}
+
+TEST_F(Output, AWarningNamesTheFileThatItsLineComesFrom)
+{
+    Put("site/_template.txt", "+inc.txt\n<!--BODY HERE-->\n");
+    Put("site/inc.txt", "p\n!!mailto[t\n");
+    Put("site/body.txt", "x\n;c\n!!mailto[q\n");
+    Put("site/_html.txt", "@FILE = a\n@TITLE = T\n\n++body.txt\n!!mailto[z\n");
+    const Json warnings = Report({"build", "C:\\site"})["warnings"];
+    EXPECT_EQ(warnings, Json::parse(R"([
+        {"text": "Missing closed bracket: t", "file": "C:\\site\\inc.txt", "line": 2, "page": "a.htm"},
+        {"text": "Missing closed bracket: q", "file": "C:\\site\\body.txt", "line": 3, "page": "a.htm"},
+        {"text": "Missing closed bracket: z", "file": "C:\\site\\_html.txt", "line": 5, "page": "a.htm"}])"));
+}
+
+TEST(TerminalLine, TellsALongCommandAndClearsItself)
+{
+    std::ostringstream terminal;
+    TerminalLine line(&terminal);
+    line.Show(1, 10);
+    line.Clear();
+    EXPECT_EQ(terminal.str(), ""); // a short command shows nothing
+    std::this_thread::sleep_for(std::chrono::milliseconds(350));
+    line.Show(3, 10);
+    line.Clear();
+    line.Clear();
+    EXPECT_EQ(terminal.str(), "\r3 of 10\x1b[K\r\x1b[K");
+    TerminalLine none(nullptr);
+    none.Show(1, 2);
+    none.Clear();
 }
 
 } // namespace

@@ -69,7 +69,7 @@ class CommandsTest : public QObject {
     void NoSecondCommandStartsInABuild()
     {
         MainWindowDesk desk;
-        PutSite(desk, "@FILE = a\r\n@TITLE = A\r\n@TODAY\r\n");
+        PutSite(desk, "@FILE = a\r\n@TITLE = A\r\n@DATETIME\r\n");
         MainWindow& window = desk.Start();
         int looks = 0;
         desk.clock.on_look = [&] {
@@ -179,10 +179,10 @@ class CommandsTest : public QObject {
     void GroupBuildHasTheNewYearSwitchOn()
     {
         MainWindowDesk desk;
-        PutSite(desk, "@FILE = a\r\n@TITLE = A\r\n@@EOY\r\nnew @YEAR\r\n@@EOY\r\n");
+        PutSite(desk, "@FILE = a\r\n@TITLE = A\r\n@@EOY\r\nnew @DATETIME\r\n@@EOY\r\n");
         desk.Put("site/_group.txt", "lab\r\n");
         desk.Put("site/lab/_template.txt", "<!--BODY HERE-->\r\n");
-        desk.Put("site/lab/_html.txt", "@FILE = l\r\n@TITLE = L\r\n@YEAR\r\n");
+        desk.Put("site/lab/_html.txt", "@FILE = l\r\n@TITLE = L\r\n@DATETIME\r\n");
         const MainWindow& window = desk.Start();
         QStringList indicator;
         desk.clock.on_look = [&] { indicator << Find<QLabel>(window, u"Label4"_s).text(); };

@@ -167,5 +167,28 @@ TEST_F(WorkspaceState, ABuildWithoutSourcesSaysSo)
     EXPECT_EQ(reporter.shown, (Texts{"OOPS! Missing _html.txt, _template.txt"}));
 }
 
+TEST_F(WorkspaceState, TheDayOfThePagesIsThatOfTheProgramsStart)
+{
+    /// A clock that is past midnight once it has been looked at.
+    class LateClock : public Clock {
+      public:
+        DateTime Now() override
+        {
+            return looks_++ == 0 ? DateTime{2004, 3, 5, 23, 59, 0} : DateTime{2004, 3, 6, 0, 1, 0};
+        }
+
+      private:
+        int looks_ = 0;
+    };
+    LateClock late;
+    Machine evening{*files, late, clipboard, programs, reporter, pictures, progress};
+    Workspace kept_open{evening};
+    Put("site/_template.txt", ";");
+    Put("site/_html.txt", "@FILE = a\n@TITLE = T\n[@TODAY][@DATETIME][@YEAR]\n");
+    kept_open.switchto("C:\\site");
+    kept_open.BuildWorkDir();
+    EXPECT_EQ(Content("site/a.htm"), "[March 5, 2004][3/6/2004 12:01:00 AM][2004]\r\n");
+}
+
 } // namespace
 } // namespace kiv
