@@ -122,6 +122,21 @@ TEST_F(ManualPages, LinksLeadSomewhere)
     }
 }
 
+TEST_F(ManualPages, PicturesAreThere)
+{
+    const std::regex picture("<img src=\"images/([^\"]*)\" alt=\"[^\"]+\">");
+    int count = 0;
+    for (const std::string& name : PageNames()) {
+        const std::string page = Page(name);
+        for (std::sregex_iterator at(page.begin(), page.end(), picture), end; at != end; ++at) {
+            const fs::path file = fs::path(KIV_ROOT) / "docs" / "images" / (*at)[1].str();
+            EXPECT_TRUE(fs::exists(file)) << name << " shows " << file;
+            ++count;
+        }
+    }
+    EXPECT_GT(count, 0);
+}
+
 /// What a page shows of an example's file, without CR and with a line end at its end.
 std::string ShownFile(const std::string& page, int line, const std::string& kind,
                       const std::string& name)

@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view kIndent = "    ";
 
 /// What a line is by its head.
-enum class Kind { empty, heading, subheading, item, step, row, code, text };
+enum class Kind { empty, heading, subheading, picture, item, step, row, code, text };
 
 /// The length of "1. " and its kin at the head of a line; 0 when there is none.
 std::size_t StepMark(std::string_view line)
@@ -27,6 +27,8 @@ Kind KindOf(std::string_view line)
         return Kind::heading;
     if (line.starts_with("## "))
         return Kind::subheading;
+    if (line.starts_with("!["))
+        return Kind::picture;
     if (line.starts_with("- "))
         return Kind::item;
     if (StepMark(line) > 0)
@@ -40,6 +42,17 @@ std::string Heading(std::string_view tag, std::string_view text)
 {
     const std::string name(tag);
     return "<" + name + " id=\"" + HeadingId(text) + "\">" + InlineHtml(text) + "</" + name + ">\n";
+}
+
+/// "![words](file)": the words are for those who do not see the picture.
+std::string Picture(std::string_view line)
+{
+    const std::size_t words_end = line.find("](");
+    if (words_end == npos)
+        return {};
+    const std::string_view file = line.substr(words_end + 2, line.rfind(')') - words_end - 2);
+    return "<p><img src=\"" + Escaped(file) + "\" alt=\"" + Escaped(line.substr(2, words_end - 2)) +
+           "\"></p>\n";
 }
 
 /// The cells of a row: parted by " | ", but not inside code.
@@ -86,6 +99,10 @@ class ProseWriter {
             break;
         case Kind::subheading:
             html_ += Heading("h3", line.substr(3));
+            ++at_;
+            break;
+        case Kind::picture:
+            html_ += Picture(line);
             ++at_;
             break;
         case Kind::item:

@@ -14,9 +14,9 @@ std::string Escaped(std::string_view text);
 /// Marks inside a line: `code`, **strong**, [words](link).
 std::string InlineHtml(std::string_view text);
 
-/// Whole lines: "# heading", "## heading below it", "- item", "1. step", "| cell | cell" (the first
-/// row is the head), lines with four blanks in front as they stand, and paragraphs between empty
-/// lines.
+/// Whole lines: "# heading", "## heading below it", "![words](picture)", "- item", "1. step", "|
+/// cell | cell" (the first row is the head), lines with four blanks in front as they stand, and
+/// paragraphs between empty lines.
 std::string ProseHtml(const std::vector<std::string>& lines);
 
 /// The id of a heading: small letters and digits, "-" for anything between.
