@@ -134,6 +134,49 @@ std::string ModeWords()
     return words;
 }
 
+/// The words of each command for the completion's last "case".
+std::string CompletionRows(const std::vector<const CLI::App*>& commands)
+{
+    std::string rows;
+    for (const CLI::App* command : commands) {
+        rows.append("        ").append(command->get_name()).append(") options=\"");
+        rows.append(OptionWords(*command)).append("\"");
+        if (command->get_option_no_throw("DIR") != nullptr)
+            rows.append(" folders=yes");
+        if (command->get_option_no_throw("SECTION") != nullptr)
+            rows.append(" values=\"1 2 3 4\"");
+        rows.append(" ;;\n");
+    }
+    return rows;
+}
+
+/// The completion up to the options that take a value. "--mode=r" comes as three words.
+constexpr std::string_view kCompletionHead = R"(# bash completion for kiv-cli
+_kiv_cli_paths()
+{
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen "$1" -- "$2")
+}
+_kiv_cli_words()
+{
+    mapfile -t COMPREPLY < <(compgen -W "$1" -- "$2")
+}
+_kiv_cli()
+{
+    local current=${COMP_WORDS[COMP_CWORD]} last=$((COMP_CWORD - 1))
+    local before= command= options= folders= values= word at
+    COMPREPLY=()
+    if [ "$current" = = ]; then
+        current=
+    elif [ "${COMP_WORDS[last]}" = = ]; then
+        last=$((last - 1))
+    fi
+    before=${COMP_WORDS[last]}
+    for ((at = 1; at < COMP_CWORD; at++)); do
+        word=${COMP_WORDS[at]}
+        case $word in
+            )";
+
 } // namespace
 
 std::string ManualPage()
@@ -164,46 +207,13 @@ std::string BashCompletion()
 {
     const Definitions definitions;
     std::vector<const CLI::App*> apps = definitions.Commands();
+    const std::string rows = CompletionRows(apps);
     std::string names;
-    std::string rows;
-    for (const CLI::App* command : apps) {
+    for (const CLI::App* command : apps)
         names.append(names.empty() ? "" : " ").append(command->get_name());
-        rows.append("        ").append(command->get_name()).append(") options=\"");
-        rows.append(OptionWords(*command)).append("\"");
-        if (command->get_option_no_throw("DIR") != nullptr)
-            rows.append(" folders=yes");
-        if (command->get_option_no_throw("SECTION") != nullptr)
-            rows.append(" values=\"1 2 3 4\"");
-        rows.append(" ;;\n");
-    }
     apps.push_back(&definitions.app);
     const std::string value_options = ValueOptions(apps, "");
-    // "--mode=r" comes as three words.
-    std::string script = R"(# bash completion for kiv-cli
-_kiv_cli_paths()
-{
-    compopt -o filenames 2>/dev/null
-    mapfile -t COMPREPLY < <(compgen "$1" -- "$2")
-}
-_kiv_cli_words()
-{
-    mapfile -t COMPREPLY < <(compgen -W "$1" -- "$2")
-}
-_kiv_cli()
-{
-    local current=${COMP_WORDS[COMP_CWORD]} last=$((COMP_CWORD - 1))
-    local before= command= options= folders= values= word at
-    COMPREPLY=()
-    if [ "$current" = = ]; then
-        current=
-    elif [ "${COMP_WORDS[last]}" = = ]; then
-        last=$((last - 1))
-    fi
-    before=${COMP_WORDS[last]}
-    for ((at = 1; at < COMP_CWORD; at++)); do
-        word=${COMP_WORDS[at]}
-        case $word in
-            )";
+    std::string script(kCompletionHead);
     script.append(ValueOptions({&definitions.app}, "")).append(R"()
                 [ "${COMP_WORDS[at+1]}" = = ] && at=$((at + 1))
                 at=$((at + 1)) ;;

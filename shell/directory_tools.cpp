@@ -5,9 +5,9 @@
 #include "text/text.h"
 #include "text/windows1252.h"
 
+#include <algorithm>
 #include <array>
 #include <map>
-#include <ranges>
 #include <set>
 #include <utility>
 
@@ -221,13 +221,13 @@ void UndoRenames(Files& files, const Renames& renames, Renames& done)
                                "cannot rename " + name + ": a name has no folders");
     RealFolder folder(files);
     const std::string path = WithSeparator(files.CurrentDirectory());
-    for (const Rename& rename : std::views::reverse(renames)) {
+    std::for_each(renames.rbegin(), renames.rend(), [&](const Rename& rename) {
         // Put back already, by a run that was stopped: that one can be started again.
         const bool is_back =
             !files.FileExists(path + rename.to) && files.FileExists(path + rename.from);
         if (!is_back)
             folder.Apply({rename.to, rename.from}, done);
-    }
+    });
 }
 
 } // namespace kiv
