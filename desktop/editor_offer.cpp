@@ -47,7 +47,7 @@ std::optional<std::string> AskForEditor(QWidget* parent, Files& files)
     QDialog dialog(parent);
     dialog.setObjectName(QStringLiteral("EditorOffer"));
     dialog.setWindowTitle(QStringLiteral("kiv"));
-    auto* const column = new QVBoxLayout(&dialog);
+    dialog.setLayout(new QVBoxLayout);
     auto* const label =
         new QLabel(QStringLiteral("&Editor for templates, page lists and other text files:"));
     auto* const editors = new QComboBox;
@@ -62,7 +62,7 @@ std::optional<std::string> AskForEditor(QWidget* parent, Files& files)
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     for (QWidget* const widget : {static_cast<QWidget*>(label), static_cast<QWidget*>(editors),
                                   static_cast<QWidget*>(note), static_cast<QWidget*>(buttons)})
-        column->addWidget(widget);
+        dialog.layout()->addWidget(widget);
     QPushButton* const ok = buttons->button(QDialogButtonBox::Ok);
     const auto allow = [&] { ok->setEnabled(!editors->currentText().trimmed().isEmpty()); };
     QObject::connect(editors, &QComboBox::currentTextChanged, &dialog, allow);
