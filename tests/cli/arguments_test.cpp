@@ -173,8 +173,8 @@ TEST_F(Arguments, TheLastOfAnOptionCounts)
     EXPECT_EQ(Call({"convert", "--mode", "js", "--mode", "rs"}).out,
               "a=rs(\"a\")\r\n\tb=rs(\"b\")\r\n");
     EXPECT_EQ(Call({"--json", "--json", "reference", "1"}).code, 0);
-    const Printed printed = CallBare(
-        {"--drive-c", "/nowhere", "--drive-c", folder.Path().string(), "build", "C:\\site"});
+    const Printed printed =
+        CallBare({"--drive-c", "/nowhere", "--drive-c", Root().string(), "build", "C:\\site"});
     EXPECT_EQ(printed.err, "kiv: OOPS! Missing _html.txt, _template.txt\n");
 }
 

@@ -8,8 +8,6 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
-#include <filesystem>
 #include <map>
 #include <optional>
 #include <sstream>
@@ -18,7 +16,7 @@
 
 namespace kiv {
 
-class CliTest : public testing::Test {
+class CliTest : public testing::Test, public test::DriveFolder {
   protected:
     using Json = nlohmann::ordered_json;
     using Texts = std::vector<std::string>;
@@ -28,31 +26,6 @@ class CliTest : public testing::Test {
         std::string out;
         std::string err;
     };
-
-    CliTest()
-    {
-        std::filesystem::create_directories(Native("site"));
-        std::filesystem::create_directories(Native("utils"));
-    }
-
-    std::filesystem::path Native(const std::string& below) const
-    {
-        return folder.Path() / test::PathOf(below);
-    }
-    void Put(const std::string& below, const std::string& bytes = "")
-    {
-        test::WriteBytes(Native(below), bytes);
-    }
-    std::string Content(const std::string& below) const { return test::ReadBytes(Native(below)); }
-    bool Exists(const std::string& below) const { return std::filesystem::exists(Native(below)); }
-    Texts NamesIn(const std::string& below) const
-    {
-        Texts names;
-        for (const auto& entry : std::filesystem::directory_iterator(Native(below)))
-            names.push_back(test::TextOf(entry.path().filename()));
-        std::sort(names.begin(), names.end());
-        return names;
-    }
 
     /// A call as it is, with no drive set.
     Printed CallBare(const Texts& arguments)
@@ -72,7 +45,7 @@ class CliTest : public testing::Test {
     /// A call with drive C:.
     Printed Call(const Texts& arguments)
     {
-        Texts all = {"--drive-c", folder.Path().string()};
+        Texts all = {"--drive-c", Root().string()};
         all.insert(all.end(), arguments.begin(), arguments.end());
         return CallBare(all);
     }
@@ -84,7 +57,7 @@ class CliTest : public testing::Test {
         all.insert(all.end(), arguments.begin(), arguments.end());
         const Printed printed = Call(all);
         EXPECT_EQ(printed.err, "");
-        const Json report = Json::parse(printed.out);
+        Json report = Json::parse(printed.out);
         EXPECT_EQ(printed.code, report["error"].is_null() ? 0 : 1);
         return report;
     }
@@ -95,7 +68,6 @@ class CliTest : public testing::Test {
         return error.is_null() ? "" : error["kind"].get<std::string>();
     }
 
-    test::TemporaryFolder folder;
     std::string input;
     std::map<std::string, std::string> variables;
 };

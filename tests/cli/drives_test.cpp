@@ -28,7 +28,7 @@ class Drives : public CliTest {
 
 TEST_F(Drives, TheOptionBeatsTheEnvironment)
 {
-    const std::string root = folder.Path().string();
+    const std::string root = Root().string();
     variables["KIV_DRIVE_C"] = root + "/site";
     EXPECT_EQ(Built({}, "C:\\sub"), "C:\\sub\\index.htm");
     EXPECT_EQ(Built({"--drive-c", root}, "C:\\site"), "C:\\site\\index.htm");
@@ -40,7 +40,7 @@ TEST_F(Drives, TheOptionBeatsTheEnvironment)
 #ifndef _WIN32 // where C: is the machine's own
 TEST_F(Drives, TheUsersDataFolderStandsForDriveC)
 {
-    const std::string root = folder.Path().string();
+    const std::string root = Root().string();
     variables["HOME"] = root + "/home";
     EXPECT_EQ(Built({}, "C:\\"), ""); // nothing to build there
     EXPECT_TRUE(Exists("home/.local/share/kiv/drive_c/utils"));
@@ -52,7 +52,7 @@ TEST_F(Drives, TheUsersDataFolderStandsForDriveC)
 
 TEST_F(Drives, OtherLetters)
 {
-    const std::string root = folder.Path().string();
+    const std::string root = Root().string();
     variables["KIV_DRIVE_D"] = root + "/other";
     variables["KIV_DRIVE_Z"] = root + "/other"; // Z: is fixed
     variables["KIV_DRIVE_E"] = "";
@@ -68,7 +68,7 @@ TEST_F(Drives, OtherLetters)
 
 TEST_F(Drives, TheLongestDriveThatHoldsANativePathWins)
 {
-    const std::string root = folder.Path().string();
+    const std::string root = Root().string();
     variables["KIV_DRIVE_D"] = root + "/site/sub";
     const Texts c = {"--drive-c", root};
     EXPECT_EQ(Built(c, root + "/site"), "C:\\site\\index.htm");
@@ -81,7 +81,7 @@ TEST_F(Drives, TheLongestDriveThatHoldsANativePathWins)
 
 TEST_F(Drives, FormsOfDrivePaths)
 {
-    const Texts c = {"--drive-c", folder.Path().string()};
+    const Texts c = {"--drive-c", Root().string()};
     for (const char* directory :
          {"C:\\site", "c:\\site\\", "C:/site", "C:site", "C:\\other\\..\\site", "C:\\.\\site\\"})
         EXPECT_EQ(Built(c, directory), "C:\\site\\index.htm") << directory;

@@ -50,7 +50,7 @@ class KilledBuild : public CliTest {
     /// Starts a build and sends it a signal when `part` of the time of a whole build has passed.
     void BuildAndSend(int signal, double part)
     {
-        const std::string drive = folder.Path().string();
+        const std::string drive = Root().string();
         const pid_t child = ::fork();
         if (child == 0) {
             ::close(STDOUT_FILENO);

@@ -173,8 +173,7 @@ TEST_F(Output, AnInputThatFailsIsNoText)
     std::ostringstream err;
     const CliSurroundings around{in, out, err, false,
                                  [](const char*) { return std::optional<std::string>(); }};
-    EXPECT_EQ(RunCli({"--drive-c", folder.Path().string(), "convert", "--mode", "ptop"}, around),
-              1);
+    EXPECT_EQ(RunCli({"--drive-c", Root().string(), "convert", "--mode", "ptop"}, around), 1);
     EXPECT_EQ(out.str(), "");
     EXPECT_EQ(err.str(), "kiv: error: cannot read standard input\n");
 }

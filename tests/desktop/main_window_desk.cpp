@@ -28,7 +28,6 @@ void BoxReader::Look()
 
 MainWindowDesk::MainWindowDesk()
 {
-    std::filesystem::create_directories(Native("site"));
     Put("utils/kiv_editpad.txt", "pad\r\n");
     files->ChangeDirectory("C:\\");
 }

@@ -11,7 +11,6 @@
 #include <QObject>
 #include <QTimer>
 
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -47,9 +46,9 @@ class BoxReader : public QObject {
     QTimer timer_;
 };
 
-class MainWindowDesk {
+class MainWindowDesk : public test::DriveFolder {
   public:
-    /// The folders "site" and "utils", in which an editor "pad" is set.
+    /// Sets an editor "pad" in "utils".
     MainWindowDesk();
 
     /// Makes the window and starts it in "C:\site".
@@ -57,14 +56,6 @@ class MainWindowDesk {
     MainWindow& Window() { return *window_; }
     /// Ends the window, as the end of the program does.
     void EndWindow() { window_.reset(); }
-
-    std::filesystem::path Native(const std::string& below) const { return folder_.Path() / below; }
-    void Put(const std::string& below, const std::string& bytes = "") const
-    {
-        test::WriteBytes(Native(below), bytes);
-    }
-    std::string Content(const std::string& below) const { return test::ReadBytes(Native(below)); }
-    bool Exists(const std::string& below) const { return std::filesystem::exists(Native(below)); }
 
     /// The text of the status line, and of the second one.
     QString Status() const;
@@ -75,11 +66,7 @@ class MainWindowDesk {
     BoxReader boxes;
     WatchedClock clock;
 
-  private:
-    test::TemporaryFolder folder_;
-
-  public:
-    std::unique_ptr<Files> files = MakeDriveFiles({{'C', folder_.Path().string()}});
+    std::unique_ptr<Files> files = MakeDriveFiles({{'C', Root().string()}});
     ProgramList programs;
     /// What the window starts programs with; for tests of real starts.
     Programs* starter = &programs;

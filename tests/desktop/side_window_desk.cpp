@@ -61,8 +61,6 @@ QString FaultsOf(QWidget& control)
 
 SideWindowDesk::SideWindowDesk()
 {
-    PutFolder("site");
-    PutFolder("utils");
     workspace_.LookAt("C:\\site");
 }
 

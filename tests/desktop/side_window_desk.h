@@ -12,7 +12,6 @@
 #include <QStringList>
 #include <QWidget>
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,7 +40,7 @@ class NoProgress : public Progress {
 };
 
 /// The working directory is "C:\site"; the day is 5 March 2004.
-class SideWindowDesk : public CommandDesk {
+class SideWindowDesk : public CommandDesk, public test::DriveFolder {
   public:
     SideWindowDesk();
 
@@ -49,17 +48,6 @@ class SideWindowDesk : public CommandDesk {
     bool Run(const std::function<void()>& operation) override;
     void ShowMessage(std::string_view text) override { words.shown.emplace_back(text); }
 
-    std::filesystem::path Native(const std::string& below) const { return folder_.Path() / below; }
-    /// A file below drive C: by its native path, "site/a.txt".
-    void Put(const std::string& below, const std::string& bytes = "") const
-    {
-        test::WriteBytes(Native(below), bytes);
-    }
-    void PutFolder(const std::string& below) const
-    {
-        std::filesystem::create_directories(Native(below));
-    }
-    std::string Content(const std::string& below) const { return test::ReadBytes(Native(below)); }
     /// Every file below a folder of drive C:, with its bytes.
     test::FileTree Tree(const std::string& below) const { return test::ReadTree(Native(below)); }
 
@@ -69,8 +57,7 @@ class SideWindowDesk : public CommandDesk {
     WindowClipboard clipboard;
 
   private:
-    test::TemporaryFolder folder_;
-    std::unique_ptr<Files> files_ = MakeDriveFiles({{'C', folder_.Path().string()}});
+    std::unique_ptr<Files> files_ = MakeDriveFiles({{'C', Root().string()}});
     FrozenClock clock_{{2004, 3, 5, 14, 7, 9}};
     HeaderPictureLoader pictures_{*files_};
     NoProgress progress_;

@@ -70,6 +70,25 @@ TEST_F(Groups, AMemberWithoutSourcesGetsTheMessageAndTheBuildGoesOn)
     EXPECT_EQ(progress.status, "1 files written");
 }
 
+TEST_F(Groups, ATagThatIsUnknownIsNamedOnceForTheWholeProgram)
+{
+    PutSite("site", "<zufoo>");
+    PutSite("site/a", "<zufoo>");
+    PutSite("other", "<zufoo>");
+    Put("site/_group.txt", "a\r\n");
+    workspace.switchto("C:\\site");
+    EXPECT_EQ(KindOf([&] { workspace.BuildGroup(); }), "");
+    EXPECT_EQ(KindOf([&] { workspace.BuildWorkDir(); }), "");
+    workspace.switchto("C:\\other");
+    EXPECT_EQ(KindOf([&] { workspace.BuildWorkDir(); }), "");
+    EXPECT_EQ(reporter.shown, (Texts{"<zufoo> is unknown!"}));
+
+    PutSite("other", "<ZUFOO>\n<zubar>\n<zufoo>"); // a tag begins with a small "zu"
+    EXPECT_EQ(KindOf([&] { workspace.BuildWorkDir(); }), "");
+    EXPECT_EQ(reporter.shown,
+              (Texts{"<zufoo> is unknown!", "<zubar> is unknown!", "<zufoo> is unknown!"}));
+}
+
 TEST_F(Groups, AMissingMemberIsFatalWhenItsTurnComes)
 {
     PutSite("site/a", "ay");

@@ -8,9 +8,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,38 +46,11 @@ class ProgressRecorder : public Progress {
     void dirreset() override { calls.emplace_back("dirreset"); }
 };
 
-class ShellTest : public testing::Test {
+class ShellTest : public testing::Test, public test::DriveFolder {
   protected:
     using Texts = std::vector<std::string>;
 
-    ShellTest()
-    {
-        std::filesystem::create_directories(Native("site"));
-        std::filesystem::create_directories(Native("utils"));
-        files->ChangeDirectory("C:\\site");
-    }
-
-    std::filesystem::path Native(const std::string& below) const
-    {
-        return folder.Path() / test::PathOf(below);
-    }
-
-    /// A file below drive C: by its native path, "site/a.txt".
-    void Put(const std::string& below, const std::string& bytes = "")
-    {
-        test::WriteBytes(Native(below), bytes);
-    }
-    std::string Content(const std::string& below) const { return test::ReadBytes(Native(below)); }
-    bool Exists(const std::string& below) const { return std::filesystem::exists(Native(below)); }
-    /// The names in a folder below drive C:, in byte order.
-    Texts NamesIn(const std::string& below) const
-    {
-        Texts names;
-        for (const auto& entry : std::filesystem::directory_iterator(Native(below)))
-            names.push_back(test::TextOf(entry.path().filename()));
-        std::sort(names.begin(), names.end());
-        return names;
-    }
+    ShellTest() { files->ChangeDirectory("C:\\site"); }
 
     template <typename Work>
     std::string KindOf(Work work)
@@ -87,8 +59,7 @@ class ShellTest : public testing::Test {
         return error ? std::string(KindName(error->kind)) : "";
     }
 
-    test::TemporaryFolder folder;
-    std::unique_ptr<Files> files = MakeDriveFiles({{'C', folder.Path().string()}});
+    std::unique_ptr<Files> files = MakeDriveFiles({{'C', Root().string()}});
     FrozenClock clock{{2004, 3, 5, 14, 7, 9}};
     HeldClipboard clipboard;
     StartRecorder programs;

@@ -1,9 +1,6 @@
 // The working directory and what hangs on it.
 #include "shell_desk.h"
-
-#ifndef _WIN32
-#include <unistd.h>
-#endif
+#include "tests/support/failing_files.h"
 
 namespace kiv {
 namespace {
@@ -88,20 +85,18 @@ TEST_F(WorkspaceState, AnEmptyUploadCommandGivesAnEmptyLine)
     EXPECT_EQ(Content("guestout2.bat"), "\r\n");
 }
 
-#ifndef _WIN32 // where a folder's rights do not keep its files from being deleted
 TEST_F(WorkspaceState, ABatchThatCannotBeDeletedIsFatal)
 {
-    if (geteuid() == 0)
-        GTEST_SKIP() << "nothing is forbidden to this user";
     Put("guestout2.bat", "old");
-    std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_write,
-                                 std::filesystem::perm_options::remove);
-    EXPECT_EQ(KindOf([&] { workspace.checkftpgroup(); }), "file");
-    std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_write,
-                                 std::filesystem::perm_options::add);
+    test::FailingFiles failing(*files, 0);
+    Machine broken{failing, clock, clipboard, programs, reporter, pictures, progress};
+    Workspace unlucky(broken);
+    const std::optional<RunError> error = unlucky.Run([&] { unlucky.checkftpgroup(); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->kind, ErrorKind::file);
+    EXPECT_TRUE(failing.Failed());
     EXPECT_EQ(Content("guestout2.bat"), "old");
 }
-#endif
 
 TEST_F(WorkspaceState, StoringTheDirectory)
 {

@@ -1,6 +1,6 @@
 #include "tests/support/folders.h"
 
-#include <chrono>
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -23,6 +23,46 @@ TemporaryFolder::~TemporaryFolder()
 {
     std::error_code ignored;
     fs::remove_all(path_, ignored);
+}
+
+DriveFolder::DriveFolder()
+{
+    PutFolder("site");
+    PutFolder("utils");
+}
+
+fs::path DriveFolder::Native(const std::string& below) const
+{
+    return Root() / PathOf(below);
+}
+
+void DriveFolder::Put(const std::string& below, const std::string& bytes) const
+{
+    WriteBytes(Native(below), bytes);
+}
+
+void DriveFolder::PutFolder(const std::string& below) const
+{
+    fs::create_directories(Native(below));
+}
+
+std::string DriveFolder::Content(const std::string& below) const
+{
+    return ReadBytes(Native(below));
+}
+
+bool DriveFolder::Exists(const std::string& below) const
+{
+    return fs::exists(Native(below));
+}
+
+std::vector<std::string> DriveFolder::NamesIn(const std::string& below) const
+{
+    std::vector<std::string> names;
+    for (const fs::directory_entry& entry : fs::directory_iterator(Native(below)))
+        names.push_back(TextOf(entry.path().filename()));
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 fs::path PathOf(std::string_view utf8)

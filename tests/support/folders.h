@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kiv::test {
 
@@ -20,6 +21,26 @@ class TemporaryFolder {
 
   private:
     std::filesystem::path path_;
+};
+
+/// A folder of a test's own that stands for drive C:, with the folders "site" and "utils" in it.
+/// Names are native ones below it, "site/a.txt"; what is laid down is laid down behind the
+/// program's back.
+class DriveFolder {
+  public:
+    DriveFolder();
+
+    const std::filesystem::path& Root() const { return folder_.Path(); }
+    std::filesystem::path Native(const std::string& below) const;
+    void Put(const std::string& below, const std::string& bytes = "") const;
+    void PutFolder(const std::string& below) const;
+    std::string Content(const std::string& below) const;
+    bool Exists(const std::string& below) const;
+    /// The names in a folder, in byte order.
+    std::vector<std::string> NamesIn(const std::string& below) const;
+
+  private:
+    TemporaryFolder folder_;
 };
 
 /// A path from its UTF-8 form and back, whatever the system takes narrow text for.

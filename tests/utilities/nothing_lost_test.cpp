@@ -1,5 +1,6 @@
 // Each tool with every one of its steps on files failing in turn: what the user had is whole,
 // old or new.
+#include "tests/support/failing_files.h"
 #include "tests/utilities/utility_desk.h"
 #include "utilities/news_composer.h"
 #include "utilities/picture_lists.h"
@@ -9,65 +10,6 @@
 
 namespace kiv {
 namespace {
-
-/// Passes everything on until the given step, which fails like a disk that is full or taken away.
-/// Questions that never throw are no steps.
-class FailingFiles : public Files {
-  public:
-    FailingFiles(Files& files, int failing_step) : files_(files), left_(failing_step) {}
-
-    bool Failed() const { return left_ < 0; }
-
-    const std::string& CurrentDirectory() const override { return files_.CurrentDirectory(); }
-    void ChangeDirectory(std::string_view path) override { Step().ChangeDirectory(path); }
-    bool FileExists(std::string_view path) override { return files_.FileExists(path); }
-    bool FolderExists(std::string_view path) override { return files_.FolderExists(path); }
-    FileStamp Stamp(std::string_view path) override { return files_.Stamp(path); }
-    std::string ReadFile(std::string_view path) override { return Step().ReadFile(path); }
-    std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override
-    {
-        return Step().ReadPart(path, offset, count);
-    }
-    OutputFile Open(std::string_view path) override { return Step().Open(path); }
-    void Commit(const OutputFile& file, std::string_view bytes) override
-    {
-        Step().Commit(file, bytes);
-    }
-    void AppendToFile(std::string_view path, std::string_view bytes) override
-    {
-        Step().AppendToFile(path, bytes);
-    }
-    bool MakeFolder(std::string_view path) override { return files_.MakeFolder(path); }
-    void DeleteFile(std::string_view path) override { Step().DeleteFile(path); }
-    void RenameFile(std::string_view from, std::string_view to) override
-    {
-        Step().RenameFile(from, to);
-    }
-    std::vector<std::string> ListFiles(std::string_view folder, std::string_view pattern) override
-    {
-        return Step().ListFiles(folder, pattern);
-    }
-    std::vector<std::string> ListFolders(std::string_view folder) override
-    {
-        return Step().ListFolders(folder);
-    }
-    std::string DriveLetters() override { return files_.DriveLetters(); }
-    std::string FromNative(std::string_view utf8) override { return files_.FromNative(utf8); }
-    std::string ToNative(std::string_view path) override { return files_.ToNative(path); }
-    const std::vector<std::string>& Written() const override { return files_.Written(); }
-    void Refresh() override { files_.Refresh(); }
-
-  private:
-    Files& Step()
-    {
-        if (left_ >= 0 && left_-- == 0)
-            throw RunError(ErrorKind::file, "no space left on the device");
-        return files_;
-    }
-
-    Files& files_;
-    int left_;
-};
 
 using LayOut = std::function<void(UtilityDesk&)>;
 using Tool = std::function<void(Machine&)>;
@@ -89,7 +31,7 @@ int RunsThatFail(const LayOut& lay_out, const Tool& tool)
         UtilityDesk desk;
         lay_out(desk);
         const test::FileTree old_files = desk.Tree();
-        FailingFiles files(desk.machine.files, step);
+        test::FailingFiles files(desk.machine.files, step);
         Machine machine{files,         desk.machine.clock, desk.clipboard, desk.programs,
                         desk.reporter, desk.pictures,      desk.progress};
         try {

@@ -3,8 +3,6 @@
 #include "tests/utilities/utility_desk.h"
 #include "text/text.h"
 
-#include <chrono>
-
 namespace kiv {
 namespace {
 
@@ -378,9 +376,7 @@ TEST(PictureLists, ThreeThousandPicturesAndNoMore)
         alts += base + ".jpg|Picture " + std::to_string(n) + "|c|d\r\n";
     }
     desk.Put("site/_alt.txt", alts);
-    const auto start = std::chrono::steady_clock::now();
     Size(desk);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
     EXPECT_EQ(desk.pictures.measured.size(), 3000U);
 
     const std::string list = desk.Content("site/_piclist.txt");

@@ -9,7 +9,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <string>
@@ -57,40 +56,15 @@ class HeldPictures : public PictureLoader {
 };
 
 /// The folder "C:\site" is the current directory, and there is "C:\utils".
-class UtilityDesk {
+class UtilityDesk : public test::DriveFolder {
   public:
-    UtilityDesk()
-    {
-        std::filesystem::create_directories(Root() / "site");
-        std::filesystem::create_directories(Root() / "utils");
-        files_->ChangeDirectory("C:\\site");
-    }
+    UtilityDesk() { files_->ChangeDirectory("C:\\site"); }
 
-    /// Lays a file down below drive C behind the program's back: Put("site/a.htm", …).
-    void Put(const std::string& path, const std::string& bytes) const
-    {
-        test::WriteBytes(Root() / test::PathOf(path), bytes);
-    }
-    void PutFolder(const std::string& path) const
-    {
-        std::filesystem::create_directories(Root() / test::PathOf(path));
-    }
-    std::string Content(const std::string& path) const
-    {
-        return test::ReadBytes(Root() / test::PathOf(path));
-    }
-    bool Exists(const std::string& path) const
-    {
-        return std::filesystem::exists(Root() / test::PathOf(path));
-    }
     /// Every file of drive C.
     test::FileTree Tree() const { return test::ReadTree(Root()); }
 
-    std::filesystem::path Root() const { return folder_.Path(); }
-
   private:
-    test::TemporaryFolder folder_;
-    std::unique_ptr<Files> files_ = MakeDriveFiles({{'C', folder_.Path().string()}});
+    std::unique_ptr<Files> files_ = MakeDriveFiles({{'C', Root().string()}});
     FrozenClock clock_{DateTime{}};
 
   public:
