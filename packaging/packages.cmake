@@ -1,21 +1,21 @@
 # What goes into the packages, and how they are made: cpack in a build folder. A .deb on Debian; for Windows a .zip and an
 # installer, both also when built on Debian.
 if(WIN32)
-    set(kiv_documents .)
+    install(FILES LICENSE DESTINATION ${KIV_DOCUMENTS})
 else()
-    include(GNUInstallDirs)
-    set(kiv_documents ${CMAKE_INSTALL_DOCDIR})
+    # Debian's name for it.
+    install(FILES LICENSE DESTINATION ${KIV_DOCUMENTS} RENAME copyright)
 endif()
-install(FILES LICENSE README.md DESTINATION ${kiv_documents})
-install(DIRECTORY examples DESTINATION ${kiv_documents})
+install(DIRECTORY examples DESTINATION ${KIV_DOCUMENTS} PATTERN .gitignore EXCLUDE)
 
 set(CPACK_PACKAGE_NAME kiv)
 set(CPACK_PACKAGE_VENDOR kiv)
-set(CPACK_PACKAGE_CONTACT "kiv <kiv@localhost>")
+set(CPACK_PACKAGE_CONTACT "the kiv authors <kiv@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Builds and maintains static websites from folders of plain text")
 set(CPACK_PACKAGE_DESCRIPTION
-    "A page list and a page template become a section of pages, with navigation, cross-references, tables and quizzes. \
-kiv has a window; kiv-cli runs the same commands in scripts.")
+    "A page list and a page template become a section of pages, with navigation,
+cross-references, tables and quizzes. kiv has a window; kiv-cli runs the same
+commands in scripts.")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_INSTALL_DIRECTORY kiv)
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
@@ -34,7 +34,7 @@ if(WIN32)
     set(CPACK_NSIS_DISPLAY_NAME kiv)
     # A 64-bit installer: 32-bit ones do not run everywhere, Debian's wine64 among them.
     set(CPACK_NSIS_DEFINES "Target amd64-unicode")
-    set(CPACK_NSIS_MENU_LINKS README.md "About kiv" examples/museum/README.txt "The example site")
+    set(CPACK_NSIS_MENU_LINKS manual/index.htm "The manual" examples/museum/README.txt "The example site")
 else()
     set(CPACK_GENERATOR DEB)
     set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
