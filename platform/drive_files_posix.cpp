@@ -95,6 +95,8 @@ class PosixDriveFiles : public DriveFiles {
     std::string DrivePathOf(std::string_view native) const;
     /// Opens a plain file for reading.
     Descriptor OpenToRead(std::string_view path, State& state);
+    /// Open by the present state of the disk.
+    OutputFile LookedUp(std::string_view path);
     /// Writes what Open has found a place for: 0 or an error number.
     int Place(const OutputFile& file, std::string_view bytes);
 
@@ -184,6 +186,19 @@ OutputFile PosixDriveFiles::Open(std::string_view path)
 {
     OutputFile file;
     file.path = FileToUse(path, "write");
+    // What a listing says spares a look at the disk for every page; where the disk has changed
+    // since, Commit finds that out.
+    const PosixNames::Memory memory = names_.Remembered(file.path, file.native);
+    if (memory == PosixNames::Memory::kUnknown)
+        return LookedUp(path);
+    file.exists = memory == PosixNames::Memory::kFile;
+    return file;
+}
+
+OutputFile PosixDriveFiles::LookedUp(std::string_view path)
+{
+    OutputFile file;
+    file.path = FileToUse(path, "write");
     State state{};
     const auto look = [&](const std::string& place) { return StateOfName(place, state); };
     // A remembered folder is not looked at again for each new file; a write into one that has gone
@@ -218,7 +233,10 @@ int PosixDriveFiles::Place(const OutputFile& file, std::string_view bytes)
     }
     State old{};
     {
-        const Descriptor held(::open(file.native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+        const Descriptor held(
+            ::open(file.native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
+        if (!held.IsOpen() && errno == ELOOP)
+            return EEXIST; // has become a link
         // A file that may not be read may still be replaced.
         const int error = held.IsOpen() ? StateOfOpen(held.Get(), old) : StateOf(file.native, old);
         if (error != 0)
@@ -240,7 +258,7 @@ void PosixDriveFiles::Commit(const OutputFile& file, std::string_view bytes)
     // Another program has made or taken away the file, or moved its folder, since it was opened.
     if (error == EEXIST || IsMissing(error)) {
         names_.Forget();
-        error = Place(Open(file.path), bytes);
+        error = Place(LookedUp(file.path), bytes);
     }
     if (error != 0)
         RefuseWith("write", file.path, error);
@@ -249,7 +267,7 @@ void PosixDriveFiles::Commit(const OutputFile& file, std::string_view bytes)
 
 void PosixDriveFiles::AppendToFile(std::string_view path, std::string_view bytes)
 {
-    const OutputFile file = Open(path);
+    const OutputFile file = LookedUp(path);
     const Descriptor target(
         ::open(file.native.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
     State old{};

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <dirent.h>
 #include <memory>
 #include <sys/stat.h>
@@ -154,6 +155,26 @@ int PosixNames::ReachOnce(std::string_view absolute, std::string& native, const 
     if (IsMissing(error))
         native = as_written;
     return error;
+}
+
+PosixNames::Memory PosixNames::Remembered(std::string_view absolute, std::string& native) const
+{
+    const std::string_view name = NameOf(absolute);
+    const auto folder = folders_.find(std::string(FolderOf(absolute)));
+    if (folder == folders_.end())
+        return Memory::kUnknown;
+    const auto listed = identities_.find(folder->second);
+    if (listed == identities_.end())
+        return Memory::kUnknown;
+    const Listing& listing = listings_.at(listed->second);
+    const auto alike = listing.find(UpperCase(name));
+    native = JoinNative(folder->second, ToUtf8(name));
+    if (alike == listing.end() || alike->second.empty()) // a name may be too long for the disk
+        return NativeNameOf(native).size() <= NAME_MAX ? Memory::kFree : Memory::kUnknown;
+    const PosixName& only = alike->second.front();
+    const bool as_written =
+        alike->second.size() == 1 && only.native == NativeNameOf(native) && only.type == DT_REG;
+    return as_written ? Memory::kFile : Memory::kUnknown;
 }
 
 std::optional<std::string> PosixNames::Folder(std::string_view absolute)

@@ -54,6 +54,12 @@ class PosixNames {
     int Reach(std::string_view absolute, std::string& native, const Attempt& attempt,
               Trust trust = kLookAtFolder);
 
+    /// What is remembered of a name in a folder that was listed, without a look at the disk: the
+    /// place of a plain file or a place that is free. kUnknown where only a look can tell. The disk
+    /// may have changed since.
+    enum class Memory { kUnknown, kFree, kFile };
+    Memory Remembered(std::string_view absolute, std::string& native) const;
+
     /// The native folder of a drive path; none when it is not there.
     std::optional<std::string> Folder(std::string_view absolute);
 

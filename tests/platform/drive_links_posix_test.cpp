@@ -54,6 +54,22 @@ TEST_F(DriveLinks, ALinkToNothingBringsItsFile)
     EXPECT_EQ(Content("real/new.htm"), "1");
 }
 
+TEST_F(DriveLinks, AFileThatHasBecomeALinkSinceItsFolderWasListed)
+{
+    Put("page.htm", "1");
+    Put("new.htm", "1");
+    EXPECT_FALSE(files->FileExists("no.htm")); // looks through the folder
+    PutFolder("real");
+    Put("real/page.htm", "1");
+    for (const char* name : {"page.htm", "new.htm"}) {
+        std::filesystem::remove(Native(name));
+        std::filesystem::create_symlink("real/page.htm", Native(name));
+        files->WriteFile(name, std::string("2, ") + name);
+        EXPECT_TRUE(S_ISLNK(State(name).st_mode));
+        EXPECT_EQ(Content("real/page.htm"), std::string("2, ") + name);
+    }
+}
+
 TEST_F(DriveLinks, OnlyALinkToAPlainFileIsAFile)
 {
     Put("a.txt");

@@ -98,6 +98,31 @@ TEST_F(DriveWriting, AFileThatComesOrGoesBetweenOpenAndCommit)
     EXPECT_EQ(NamesIn(), (Names{"a.htm", "b.htm"}));
 }
 
+TEST_F(DriveWriting, AFolderThatHasChangedSinceItWasListed)
+{
+    Put("gone.htm", "1");
+    Put("folder.htm", "1");
+    Put("other.htm", "1");
+    EXPECT_FALSE(files->FileExists("no.htm")); // looks through the folder
+    Put("come.htm", "by another program");
+    PutFolder("new.htm");
+    std::filesystem::remove(Native("gone.htm"));
+    std::filesystem::remove(Native("folder.htm"));
+    PutFolder("folder.htm");
+    Put("other.htm", "longer, by another program");
+    for (const char* name : {"come.htm", "gone.htm", "other.htm", "free.htm"}) {
+        files->WriteFile(name, "2");
+        EXPECT_EQ(Content(name), "2") << name;
+    }
+    for (const char* name : {"new.htm", "folder.htm"})
+        EXPECT_THAT(ErrorOf([&] { files->WriteFile(name, "2"); }),
+                    HasSubstr("a folder has this name"))
+            << name;
+    EXPECT_THAT(ErrorOf([&] { files->Open(std::string(256, 'n')); }), StartsWith("file: "));
+    EXPECT_EQ(NamesIn(),
+              (Names{"come.htm", "folder.htm", "free.htm", "gone.htm", "new.htm", "other.htm"}));
+}
+
 TEST_F(DriveWriting, WrittenHasEveryClosingInOrder)
 {
     PutFolder("Sub");
