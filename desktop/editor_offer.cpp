@@ -17,6 +17,12 @@ namespace kiv {
 
 namespace {
 
+#ifdef Q_OS_WIN
+constexpr bool kUsualEditorRuns = true; // once it is installed, as the message says
+#else
+constexpr bool kUsualEditorRuns = false;
+#endif
+
 // Editors with a window, the plain ones first; the last opens a file with what the desktop prefers.
 constexpr std::array<const char*, 13> kEditors = {
     "gnome-text-editor", "gedit",   "kate",    "kwrite", "mousepad", "pluma",   "xed",
@@ -37,12 +43,7 @@ QStringList InstalledEditors()
 
 std::optional<std::string> AskForEditor(QWidget* parent, Files& files)
 {
-#ifdef Q_OS_WIN
-    Q_UNUSED(parent)
-    Q_UNUSED(files)
-    return std::nullopt;
-#else
-    if (!loadeditor(files).editor_is_missing)
+    if (kUsualEditorRuns || !loadeditor(files).editor_is_missing)
         return std::nullopt;
     QDialog dialog(parent);
     dialog.setObjectName(QStringLiteral("EditorOffer"));
@@ -72,7 +73,6 @@ std::optional<std::string> AskForEditor(QWidget* parent, Files& files)
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return FromQt(editors->currentText().trimmed());
-#endif
 }
 
 } // namespace kiv

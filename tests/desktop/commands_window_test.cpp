@@ -1,6 +1,6 @@
 // The commands of the main window: from the button to the files, and what is seen meanwhile.
 #include "tests/desktop/main_window_desk.h"
-#include "tests/desktop/offscreen_main.h"
+#include "tests/desktop/window_test_main.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -372,7 +372,7 @@ class CommandsTest : public QObject {
 
 int main(int count, char** arguments)
 {
-    return kiv::RunOffscreen<kiv::CommandsTest>(count, arguments);
+    return kiv::RunWindowTest<kiv::CommandsTest>(count, arguments);
 }
 
 #include "commands_window_test.moc"

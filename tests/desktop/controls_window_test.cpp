@@ -1,6 +1,6 @@
 // The controls of the main window: names, captions, order, what is shown and what is greyed.
 #include "tests/desktop/main_window_desk.h"
-#include "tests/desktop/offscreen_main.h"
+#include "tests/desktop/window_test_main.h"
 
 #include <QAction>
 #include <QKeySequence>
@@ -234,7 +234,7 @@ class ControlsTest : public QObject {
 
 int main(int count, char** arguments)
 {
-    return kiv::RunOffscreen<kiv::ControlsTest>(count, arguments);
+    return kiv::RunWindowTest<kiv::ControlsTest>(count, arguments);
 }
 
 #include "controls_window_test.moc"

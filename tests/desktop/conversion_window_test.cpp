@@ -1,7 +1,7 @@
 // The window "Convert to html", from the real clipboard to the real clipboard.
 #include "desktop/conversion_window.h"
-#include "tests/desktop/offscreen_main.h"
 #include "tests/desktop/side_window_desk.h"
+#include "tests/desktop/window_test_main.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -233,7 +233,7 @@ class ConversionWindowTest : public QObject {
 
 int main(int count, char** arguments)
 {
-    return kiv::RunOffscreen<kiv::ConversionWindowTest>(count, arguments);
+    return kiv::RunWindowTest<kiv::ConversionWindowTest>(count, arguments);
 }
 
 #include "conversion_window_test.moc"

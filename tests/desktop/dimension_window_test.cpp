@@ -1,7 +1,7 @@
 // The window "Convert dimensions".
 #include "desktop/dimension_window.h"
-#include "tests/desktop/offscreen_main.h"
 #include "tests/desktop/side_window_desk.h"
+#include "tests/desktop/window_test_main.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -138,7 +138,7 @@ class DimensionWindowTest : public QObject {
 
 int main(int count, char** arguments)
 {
-    return kiv::RunOffscreen<kiv::DimensionWindowTest>(count, arguments);
+    return kiv::RunWindowTest<kiv::DimensionWindowTest>(count, arguments);
 }
 
 #include "dimension_window_test.moc"

@@ -1,7 +1,7 @@
 // The window of "Choose directory".
 #include "desktop/directory_window.h"
-#include "tests/desktop/offscreen_main.h"
 #include "tests/desktop/side_window_desk.h"
+#include "tests/desktop/window_test_main.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -223,11 +223,16 @@ class DirectoryWindowTest : public QObject {
     {
         SideWindowDesk desk;
         desk.PutFolder("site/R&D caf\xc3\xa9");
-        desk.Put("site/<b>&amp;.txt");
+#ifdef Q_OS_WIN
+        const QString file = u"&amp;.txt"_s; // "<" is forbidden there
+#else
+        const QString file = u"<b>&amp;.txt"_s;
+#endif
+        desk.Put("site/" + file.toStdString());
         DirectoryWindow window(desk, nullptr);
         window.BringUp();
         QCOMPARE(FolderNames(window).last(), u"  R&D caf\u00e9"_s);
-        QCOMPARE(FileNames(window), QStringList{u"<b>&amp;.txt"_s});
+        QCOMPARE(FileNames(window), QStringList{file});
         DoubleClick(window, u"R&D caf\u00e9"_s);
         QCOMPARE(Shown(window), u"C:\\site\\R&D caf\u00e9"_s);
         Press(window, u"choose"_s);
@@ -239,7 +244,7 @@ class DirectoryWindowTest : public QObject {
 
 int main(int count, char** arguments)
 {
-    return kiv::RunOffscreen<kiv::DirectoryWindowTest>(count, arguments);
+    return kiv::RunWindowTest<kiv::DirectoryWindowTest>(count, arguments);
 }
 
 #include "directory_window_test.moc"

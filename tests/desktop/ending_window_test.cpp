@@ -1,6 +1,6 @@
 // Start and end of the main window: settings, messages, what is kept for the next run.
 #include "tests/desktop/main_window_desk.h"
-#include "tests/desktop/offscreen_main.h"
+#include "tests/desktop/window_test_main.h"
 
 #include <QComboBox>
 #include <QDialog>
@@ -164,7 +164,7 @@ class EndingTest : public QObject {
 
 int main(int count, char** arguments)
 {
-    return kiv::RunOffscreen<kiv::EndingTest>(count, arguments);
+    return kiv::RunWindowTest<kiv::EndingTest>(count, arguments);
 }
 
 #include "ending_window_test.moc"

@@ -2,8 +2,8 @@
 #include "desktop/help_window.h"
 #include "desktop/qt_text.h"
 #include "shell/help_text.h"
-#include "tests/desktop/offscreen_main.h"
 #include "tests/desktop/side_window_desk.h"
+#include "tests/desktop/window_test_main.h"
 
 #include <QFontInfo>
 #include <QPlainTextEdit>
@@ -103,7 +103,7 @@ class HelpWindowTest : public QObject {
 
 int main(int count, char** arguments)
 {
-    return kiv::RunOffscreen<kiv::HelpWindowTest>(count, arguments);
+    return kiv::RunWindowTest<kiv::HelpWindowTest>(count, arguments);
 }
 
 #include "help_window_test.moc"

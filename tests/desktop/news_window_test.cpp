@@ -1,8 +1,8 @@
 // The window "News Item", up to the files of a site.
 #include "desktop/news_window.h"
 #include "desktop/qt_text.h"
-#include "tests/desktop/offscreen_main.h"
 #include "tests/desktop/side_window_desk.h"
+#include "tests/desktop/window_test_main.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -452,7 +452,7 @@ class NewsWindowTest : public QObject {
 
 int main(int count, char** arguments)
 {
-    return kiv::RunOffscreen<kiv::NewsWindowTest>(count, arguments);
+    return kiv::RunWindowTest<kiv::NewsWindowTest>(count, arguments);
 }
 
 #include "news_window_test.moc"

@@ -1,7 +1,7 @@
 // The window "Rename files".
 #include "desktop/rename_window.h"
-#include "tests/desktop/offscreen_main.h"
 #include "tests/desktop/side_window_desk.h"
+#include "tests/desktop/window_test_main.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -140,7 +140,7 @@ class RenameWindowTest : public QObject {
 
 int main(int count, char** arguments)
 {
-    return kiv::RunOffscreen<kiv::RenameWindowTest>(count, arguments);
+    return kiv::RunWindowTest<kiv::RenameWindowTest>(count, arguments);
 }
 
 #include "rename_window_test.moc"

@@ -1,7 +1,7 @@
 // Text on its way between the system and Qt.
 #include "desktop/mnemonics.h"
 #include "desktop/qt_text.h"
-#include "tests/desktop/offscreen_main.h"
+#include "tests/desktop/window_test_main.h"
 
 #include <QPlainTextEdit>
 
@@ -64,7 +64,7 @@ class TextTest : public QObject {
 
 int main(int count, char** arguments)
 {
-    return kiv::RunOffscreen<kiv::TextTest>(count, arguments);
+    return kiv::RunWindowTest<kiv::TextTest>(count, arguments);
 }
 
 #include "text_window_test.moc"

@@ -1,4 +1,4 @@
-// The main program of a window test: no display is needed, and nothing of the user's is touched.
+// The main program of a window test: nothing of the user's is touched.
 #pragma once
 
 #include <QApplication>
@@ -9,12 +9,14 @@
 
 namespace kiv {
 
-/// Runs the test object of type `Test`.
+/// Runs the test object of type `Test`. No display is needed.
 template <typename Test>
-int RunOffscreen(int count, char** arguments)
+int RunWindowTest(int count, char** arguments)
 {
-    // Before the application is there, which would look for a display.
+#ifndef Q_OS_WIN // which always has a display
+    // Before the application is there, which would look for one.
     qputenv("QT_QPA_PLATFORM", "offscreen");
+#endif
     const QTemporaryDir settings;
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
