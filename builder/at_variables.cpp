@@ -4,6 +4,7 @@
 #include "text/text.h"
 #include "text/windows1252.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -120,6 +121,13 @@ constexpr RowSet Row(std::size_t row)
     return RowSet{1} << row;
 }
 
+constexpr std::size_t kLongestName = [] {
+    std::size_t longest = 0;
+    for (const AtVariable& variable : kAtVariables)
+        longest = std::max(longest, variable.name.size());
+    return longest;
+}();
+
 constexpr std::size_t kStyleRow = 30;
 static_assert(kAtVariables[kStyleRow].name == "<style>");
 
@@ -154,6 +162,18 @@ RowSet RowsIn(std::string_view line, std::size_t first, bool may_hold_style)
     return found & ~(Row(first) - 1);
 }
 
+/// Whether `value`, put right behind `before`, may bring a name into the line: one that it holds,
+/// or one that it completes.
+bool MayBringNames(std::string_view before, std::string_view value)
+{
+    if (Contains(value, "@") || Contains(value, "<"))
+        return true;
+    before.remove_prefix(before.size() - std::min(before.size(), kLongestName - 1));
+    const std::size_t tag = before.rfind('<');
+    return Contains(before, "@") ||
+           (tag != npos && StartsWithNoCase(kAtVariables[kStyleRow].name, before.substr(tag)));
+}
+
 } // namespace
 
 bool ReplaceAtVariables(std::string& line, Triggers triggers, Build& build)
@@ -162,9 +182,21 @@ bool ReplaceAtVariables(std::string& line, Triggers triggers, Build& build)
     const bool found = present != 0;
     while (present != 0) {
         const auto row = static_cast<std::size_t>(std::countr_zero(present));
-        ReplaceAtVariable(line, kAtVariables[row].name, kAtVariables[row].value(build));
-        // Values may hold names of later rows, or complete one with what stands beside them.
-        present = RowsIn(line, row + 1, true);
+        present &= present - 1;
+        const std::string_view name = kAtVariables[row].name;
+        const std::size_t at = FindNoCase(line, name);
+        if (at == npos) // it was the head of a longer name
+            continue;
+        const std::string value = kAtVariables[row].value(build);
+        if (FindNoCase(line, name, at + name.size()) != npos) {
+            ReplaceAtVariable(line, name, value);
+            present = RowsIn(line, row + 1, true);
+        } else {
+            const bool brings_names = MayBringNames(std::string_view(line).substr(0, at), value);
+            line.replace(at, name.size(), value);
+            if (brings_names)
+                present = RowsIn(line, row + 1, true);
+        }
     }
     return found;
 }

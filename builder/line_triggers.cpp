@@ -143,10 +143,15 @@ Triggers ScanLine(std::string_view line)
     std::size_t from = 0;
     for (; from + kBlock <= line.size(); from += kBlock)
         add_block(from, FirstsIn(line.data() + from));
-    if (from < line.size()) {
+    if (from == line.size())
+        return triggers;
+    if (from != 0) { // the last block once more, up to the line's end
+        from = line.size() - kBlock;
+        add_block(from, FirstsIn(line.data() + from));
+    } else {
         std::array<char, kBlock> rest{};
-        line.copy(rest.data(), kBlock, from);
-        add_block(from, FirstsIn(rest.data()));
+        line.copy(rest.data(), kBlock);
+        add_block(0, FirstsIn(rest.data()));
     }
     return triggers;
 }

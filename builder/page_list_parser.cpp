@@ -16,7 +16,7 @@ namespace {
 constexpr std::array<std::string_view, 7> kRecordExtensions = {".asp", ".html", ".htm", ".ram",
                                                                ".asf", ".xml",  ".txt"};
 
-constexpr std::size_t kUsualPageLines = 64;
+constexpr std::string_view kPageStart = "@FILE =";
 
 class PageListParser {
   public:
@@ -29,18 +29,20 @@ class PageListParser {
     bool TakeRootOrPage(const SourceLine& line);
     bool TakeOutputRoot(std::string_view value, bool may_create, std::string& root);
     void StartPage(std::string_view value);
+    std::size_t LinesOfPage() const;
     void CloseList();
 
     Build& build_;
     BuildState& state_;
+    int source_line_ = 1;
     int page_ = 0;        // the output page, 0 before the first "@FILE ="
     int line_number_ = 0; // in that page
 };
 
 void PageListParser::Parse()
 {
-    for (int i = 1; i <= state_.SourceLineCount; ++i) {
-        SourceLine line = state_.SourceLines[i];
+    for (; source_line_ <= state_.SourceLineCount; ++source_line_) {
+        SourceLine line = state_.SourceLines[source_line_];
         build_.machine.reporter.place = Place{line.file, line.line, nullptr};
         ++line_number_;
         if (!TakeDefinition(line.text) && !TakeRootOrPage(line))
@@ -86,7 +88,7 @@ bool PageListParser::TakeRootOrPage(const SourceLine& line)
             return false;
         state_.HtmOutputWanted = true;
         build_.machine.progress.dirbuttons();
-    } else if (StartsWithNoCase(text, "@FILE =")) {
+    } else if (StartsWithNoCase(text, kPageStart)) {
         StartPage(FromChar(text, 9));
     }
     return true;
@@ -120,7 +122,17 @@ void PageListParser::StartPage(std::string_view value)
     state_.PageLines[page_][line_number_] = {kEndMarker};
     line_number_ = 1;
     ++page_;
-    state_.PageLines[page_].Reserve(kUsualPageLines);
+    state_.PageLines[page_].Reserve(LinesOfPage() + 2); // entry 0 and the marker
+}
+
+/// How many source lines there are from the present one up to the next page's first.
+std::size_t PageListParser::LinesOfPage() const
+{
+    int end = source_line_ + 1;
+    while (end <= state_.SourceLineCount &&
+           !StartsWithNoCase(state_.SourceLines[end].text, kPageStart))
+        ++end;
+    return static_cast<std::size_t>(end - source_line_);
 }
 
 /// Closes the last page and sets the two entries that stand before the first page and after the

@@ -23,7 +23,7 @@ void WriteTemplateLine(std::string& line, Triggers triggers, Build& build);
 /// Appends one record and its line end to the page's output.
 inline void WriteLine(std::string& output, std::string_view record)
 {
-    output.append(record).append("\r\n");
+    output.append(record).append("\r\n", 2);
 }
 
 } // namespace kiv

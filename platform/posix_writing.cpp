@@ -7,9 +7,11 @@
 #include <atomic>
 #include <cerrno>
 #include <climits>
+#include <cstdint>
 #include <cstdio>
 #include <fcntl.h>
 #include <memory>
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace kiv {
@@ -131,6 +133,20 @@ int Place(const std::string& native, std::string_view bytes, const struct stat* 
 
 #endif
 
+/// Has the system give a large buffer its memory at once and not page by page, at the first touch
+/// of each. A system that cannot do so refuses.
+void Populate([[maybe_unused]] char* buffer, [[maybe_unused]] std::size_t size)
+{
+#ifdef MADV_POPULATE_WRITE
+    constexpr std::size_t kLarge = std::size_t{256} * 1024;
+    if (size < kLarge)
+        return;
+    static const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    const std::size_t skipped = page - reinterpret_cast<std::uintptr_t>(buffer) % page;
+    ::madvise(buffer + skipped, (size - skipped) / page * page, MADV_POPULATE_WRITE);
+#endif
+}
+
 } // namespace
 
 Descriptor::~Descriptor()
@@ -148,6 +164,8 @@ int Descriptor::Close()
 
 int ReadBytes(int fd, off_t offset, std::size_t count, std::string& bytes)
 {
+    bytes.reserve(count);
+    Populate(bytes.data(), count);
     bytes.resize(count);
     std::size_t done = 0;
     while (done < count) {

@@ -30,6 +30,10 @@ bool ReplaceFound(std::string& text, std::size_t word_size, std::string_view val
     std::size_t at = find(0);
     if (at == npos)
         return false;
+    if (find(at + word_size) == npos) {
+        text.replace(at, word_size, value);
+        return true;
+    }
     std::string merged;
     merged.reserve(text.size() + value.size());
     std::size_t done = 0;
