@@ -23,6 +23,15 @@ bool IsEoy(std::string_view line)
     return StartsWithNoCase(line, "@@EOY");
 }
 
+/// Whether a "<zu" stands in the line. Many lines hold a "<", few a "z".
+bool HoldsBlockTag(std::string_view line)
+{
+    for (std::size_t z = line.find('z'); z != npos; z = line.find('z', z + 1))
+        if (z > 0 && line[z - 1] == '<' && line.substr(z + 1).starts_with('u'))
+            return true;
+    return false;
+}
+
 /// Skips from a "@@stop" line on to what follows "@@start", which becomes `line`. A "@@start" that
 /// ends the file goes on as the line itself. Returns false when the file ends first.
 bool SkipStopped(SourceFile& source, std::string_view& line)
@@ -90,7 +99,7 @@ bool PageListReader::TakeLineOf(SourceFile& list, std::string_view line)
     if (line.starts_with("++"))
         return Include(FromChar(line, 3));
     ++state_.SourceLineCount;
-    if (Contains(line, "<zu"))
+    if (HoldsBlockTag(line))
         line = ExpandBlock(list, line);
     Store(line, list.line());
     return true;
@@ -141,7 +150,7 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, std::string_view line)
     if (line.starts_with(';'))
         return true;
     ++state_.SourceLineCount;
-    if (Contains(line, "<zu"))
+    if (HoldsBlockTag(line))
         line = ExpandIncludedBlock(source, line);
     if (!prefix_.empty())
         line = build_.Keep(std::string(prefix_) + std::string(line));
