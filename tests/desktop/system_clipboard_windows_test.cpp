@@ -48,10 +48,10 @@ void OthersCopy(const std::wstring& text)
 {
     const OpenedClipboard opened;
     ::EmptyClipboard();
-    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
+    const HGLOBAL memory = ::GlobalAlloc(GHND, (text.size() + 1) * sizeof(wchar_t));
     text.copy(static_cast<wchar_t*>(::GlobalLock(memory)), text.size());
     ::GlobalUnlock(memory);
-    ::SetClipboardData(CF_UNICODETEXT, memory); // which owns the memory now
+    ::SetClipboardData(CF_UNICODETEXT, memory); // which owns the zeroed memory now
 }
 
 } // namespace
