@@ -1,15 +1,6 @@
 #include "blocks/fragments.h"
 
-#include "text/text.h"
-
 namespace kiv {
-
-std::string quotefix(std::string_view text)
-{
-    std::string fixed(text);
-    ReplaceEach(fixed, "\"", "&quot;");
-    return fixed;
-}
 
 std::string zbar(std::string_view width, std::string_view height)
 {

@@ -3,6 +3,7 @@
 #include "blocks/reports.h"
 #include "blocks/table_cells.h"
 #include "blocks/tables.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 #include <algorithm>

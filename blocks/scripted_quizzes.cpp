@@ -1,6 +1,7 @@
 // "<zuquiz1>": answer lists for a quiz script.
 #include "blocks/fragments.h"
 #include "blocks/quizzes.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 #include <span>
@@ -21,7 +22,7 @@ struct AnswerLists {
 /// A part of an entry, fit to stand in single quotes.
 std::string ScriptText(std::string_view part)
 {
-    std::string text = quotefix(part);
+    std::string text = QuoteEscape(part);
     ReplaceEach(text, "'", "\\'");
     return text;
 }

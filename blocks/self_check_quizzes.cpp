@@ -2,6 +2,7 @@
 #include "blocks/fragments.h"
 #include "blocks/quizzes.h"
 #include "blocks/reports.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -108,7 +109,7 @@ void zuquiz2(std::string& line, int kind, BlockContext& context)
             AppendQuestion(quiz, "<P><B>", FromChar(line, 3));
             continue;
         }
-        line = quotefix(line);
+        line = QuoteEscape(line);
         const std::size_t bar = line.find('|');
         if (bar == npos) {
             reportmsgf(context.reporter, kind == kBoxed ? "Oops! cyk" : "Oops! zuquiz2");

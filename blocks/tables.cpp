@@ -3,6 +3,7 @@
 #include "blocks/fragments.h"
 #include "blocks/reports.h"
 #include "blocks/table_cells.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 #include <algorithm>

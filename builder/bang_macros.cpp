@@ -1,8 +1,8 @@
 #include "builder/bang_macros.h"
 
 #include "builder/arguments.h"
-#include "builder/joined_text.h"
 #include "platform/run_error.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 #include <optional>

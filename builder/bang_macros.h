@@ -5,7 +5,7 @@
 #pragma once
 
 #include "builder/build_messages.h"
-#include "platform/addresses.h"
+#include "builder/addresses.h"
 
 #include <cstddef>
 #include <string>

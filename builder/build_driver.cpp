@@ -5,7 +5,7 @@
 #include "builder/page_list_reader.h"
 #include "builder/page_writer.h"
 #include "builder/template_reader.h"
-#include "builder/text_helpers.h"
+#include "platform/drive_path.h"
 #include "text/text.h"
 
 namespace kiv {

@@ -1,6 +1,5 @@
 #include "builder/build_state.h"
 
-#include "builder/text_helpers.h"
 #include "platform/drive_path.h"
 #include "text/text.h"
 

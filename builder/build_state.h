@@ -7,7 +7,7 @@
 #include "builder/line_triggers.h"
 #include "builder/page_record.h"
 #include "builder/upload_list.h"
-#include "platform/addresses.h"
+#include "builder/addresses.h"
 #include "platform/clock.h"
 #include "platform/fixed_table.h"
 #include "platform/machine.h"

@@ -1,7 +1,7 @@
 // The popup bang: "!!pop[page.htm]" or "!!pop[name|url|width|height|features]".
 #include "builder/arguments.h"
 #include "builder/bang_macros.h"
-#include "builder/joined_text.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 #include <string_view>

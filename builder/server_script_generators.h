@@ -2,7 +2,7 @@
 // returns the block with its lines joined by CR LF. A missing field throws RunError `subscript`.
 #pragma once
 
-#include "platform/addresses.h"
+#include "builder/addresses.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 // Server-script lines: "@SHOWDB:" and its kin stand for a block of server-side script.
 #pragma once
 
-#include "platform/addresses.h"
+#include "builder/addresses.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 // Server scripts that open, show and change a database.
 #include "builder/arguments.h"
-#include "builder/joined_text.h"
 #include "builder/server_script_generators.h"
 #include "platform/run_error.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 #include <cstddef>

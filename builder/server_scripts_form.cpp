@@ -1,6 +1,6 @@
 // Server scripts that read a form and make its texts safe.
-#include "builder/joined_text.h"
 #include "builder/server_script_generators.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 namespace kiv {

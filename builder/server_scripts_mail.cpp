@@ -1,7 +1,7 @@
 // Server scripts that send a mail.
 #include "builder/arguments.h"
-#include "builder/joined_text.h"
 #include "builder/server_script_generators.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 namespace kiv {

@@ -4,17 +4,12 @@
 #include "text/text.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <utility>
 
 namespace kiv {
 
 namespace {
-
-constexpr std::array<std::string_view, 12> kMonthNames = {
-    "January", "February", "March",     "April",   "May",      "June",
-    "July",    "August",   "September", "October", "November", "December"};
 
 /// Words that say nothing about a page. The order is the format's.
 constexpr std::string_view kStopWords[] = {" and ", " of ", " the ", " in ", " or ",
@@ -47,20 +42,10 @@ std::string WithoutTags(std::string_view text)
 
 } // namespace
 
-std::string_view MonthName(int month)
-{
-    return kMonthNames[static_cast<std::size_t>(month - 1)];
-}
-
 std::string FileStem(std::string& file)
 {
     file.erase(0, file.find_last_of("/\\") + 1); // none: npos + 1 is 0
     return std::string(Before(file, '.'));
-}
-
-std::string QuoteEscape(std::string_view text)
-{
-    return Replaced(text, "\"", "&quot;");
 }
 
 std::string StripTitle(std::string_view title)
@@ -97,12 +82,6 @@ std::string_view DropParentPrefix(std::string_view path)
     return path.starts_with("..") ? FromChar(path, 4) : path;
 }
 
-std::string_view DropParentPrefixInPlace(std::string& path)
-{
-    path.erase(0, path.size() - DropParentPrefix(path).size());
-    return path;
-}
-
 std::string DecodeLineBreaks(std::string_view text)
 {
     std::string result = Replaced(text, "<>", "\r\n");
@@ -124,13 +103,6 @@ void ExpandTitleVariables(std::string& text, const VariableSlots& at_slots)
 std::string SpaceToPct20(std::string_view text)
 {
     return Replaced(text, " ", "%20");
-}
-
-std::string ThisDirNameOf(std::string_view directory)
-{
-    // The working directory is held with a trailing "\"; the colon leaves nothing of a bare drive.
-    directory = directory.substr(0, directory.find_last_not_of("/\\") + 1);
-    return std::string(directory.substr(directory.find_last_of("/\\:") + 1));
 }
 
 } // namespace kiv

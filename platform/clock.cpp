@@ -1,8 +1,18 @@
 #include "platform/clock.h"
 
+#include <array>
+#include <cstddef>
 #include <ctime>
 
 namespace kiv {
+
+std::string_view MonthName(int month)
+{
+    static constexpr std::array<std::string_view, 12> kNames = {
+        "January", "February", "March",     "April",   "May",      "June",
+        "July",    "August",   "September", "October", "November", "December"};
+    return kNames[static_cast<std::size_t>(month - 1)];
+}
 
 DateTime SystemClock::Now()
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 namespace kiv {
 
 /// A local date and time.
@@ -12,6 +14,9 @@ struct DateTime {
     int second = 0;
     bool operator==(const DateTime&) const = default;
 };
+
+/// "January" to "December"; `month` is 1 to 12.
+std::string_view MonthName(int month);
 
 class Clock {
   public:

@@ -72,6 +72,14 @@ std::string_view NameOf(std::string_view absolute)
     return last == npos ? absolute : absolute.substr(last + 1);
 }
 
+std::string ThisDirNameOf(std::string_view directory)
+{
+    // The working directory is held with a "\" at its end; the colon leaves nothing of a bare
+    // drive.
+    directory = directory.substr(0, directory.find_last_not_of("/\\") + 1);
+    return std::string(directory.substr(directory.find_last_of("/\\:") + 1));
+}
+
 std::string WithSeparator(std::string_view path)
 {
     while (!path.empty() && IsSeparator(path.back()))

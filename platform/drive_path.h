@@ -32,6 +32,10 @@ std::string_view FolderOf(std::string_view absolute);
 /// The name in an absolute path ("a.htm" of "C:\site\a.htm"), empty for a root.
 std::string_view NameOf(std::string_view absolute);
 
+/// The name of a folder without the folders above it, whether or not its path ends in a separator;
+/// "" at a root.
+std::string ThisDirNameOf(std::string_view directory);
+
 /// The path with one "\" at its end.
 std::string WithSeparator(std::string_view path);
 

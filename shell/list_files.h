@@ -1,7 +1,7 @@
 // The list and settings files that a user keeps in the utilities folder.
 #pragma once
 
-#include "platform/addresses.h"
+#include "builder/addresses.h"
 #include "platform/files.h"
 #include "platform/fixed_table.h"
 

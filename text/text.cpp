@@ -1,7 +1,6 @@
 #include "text/text.h"
 
 #include "text/loop_bound.h"
-#include "text/windows1252.h"
 
 #include <algorithm>
 
@@ -107,6 +106,13 @@ bool ReplaceEachNoCase(std::string& text, std::string_view word, std::string_vie
 {
     return ReplaceFound(text, word.size(), value,
                         [&](std::size_t from) { return FindNoCase(text, word, from); });
+}
+
+std::string QuoteEscape(std::string_view text)
+{
+    std::string escaped(text);
+    ReplaceEach(escaped, "\"", "&quot;");
+    return escaped;
 }
 
 bool ReplaceWhileLeft(std::string& text, std::string_view word, std::string_view value)

@@ -72,6 +72,9 @@ std::size_t CountNoCase(std::string_view text, std::string_view word);
 bool ReplaceEach(std::string& text, std::string_view word, std::string_view value);
 bool ReplaceEachNoCase(std::string& text, std::string_view word, std::string_view value);
 
+/// Every double quote as "&quot;".
+std::string QuoteEscape(std::string_view text);
+
 /// Puts `value` for the first `word` again and again while one is left, ignoring case. Ends quietly
 /// when a pass changes nothing; returns false when it would not end (see LoopBound).
 bool ReplaceWhileLeft(std::string& text, std::string_view word, std::string_view value);

@@ -1,7 +1,8 @@
 #include "utilities/clean_text.h"
 
-#include "builder/text_helpers.h"
+#include "text/joined_text.h"
 #include "text/text.h"
+#include "utilities/char_entities.h"
 
 #include <array>
 
@@ -57,7 +58,7 @@ std::string_view TakeAnyLine(std::string_view& rest)
         rest = {};
         return line;
     }
-    rest.remove_prefix(end + (rest.substr(end, 2) == kLineEnd ? 2 : 1));
+    rest.remove_prefix(end + (rest.substr(end, 2) == kCrLf ? 2 : 1));
     return line;
 }
 

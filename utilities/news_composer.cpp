@@ -1,7 +1,7 @@
 #include "utilities/news_composer.h"
 
+#include "text/joined_text.h"
 #include "text/text.h"
-#include "utilities/clean_text.h"
 #include "utilities/news_names.h"
 #include "utilities/text_conversions.h"
 
@@ -43,7 +43,7 @@ NewsPaths PathsOf(const SitePreset& preset, const std::string& file_name)
 /// Puts `lines` behind every line end that follows `marker`.
 void InsertAfter(std::string& page_list, std::string_view marker, std::string_view lines)
 {
-    const std::string line = std::string(marker).append(kLineEnd);
+    const std::string line = std::string(marker).append(kCrLf);
     ReplaceEach(page_list, line, line + std::string(lines));
 }
 
@@ -64,7 +64,7 @@ std::string ArticleText(const NewsItem& item)
         Append(text, {"<b>", item.lead, "</b>\r\n\r\n"});
     text.append(item.text);
     if (item.single_spaced)
-        ReplaceEach(text, kLineEnd, "\r\n\r\n");
+        ReplaceEach(text, kCrLf, "\r\n\r\n");
     return text;
 }
 
@@ -79,7 +79,7 @@ void makehtml(Machine& machine, const NewsDesk& desk, const NewsItem& item,
 {
     Files& files = machine.files;
     const std::string bang = "!!1[" + SourceString(item) + "]";
-    const std::string bang_line = bang + std::string(kLineEnd);
+    const std::string bang_line = bang + std::string(kCrLf);
     if (!item.as_is)
         text = cleanme(text);
     if (preset.highlight)

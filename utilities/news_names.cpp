@@ -1,6 +1,5 @@
 #include "utilities/news_names.h"
 
-#include "builder/text_helpers.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 

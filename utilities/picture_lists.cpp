@@ -1,7 +1,7 @@
 #include "utilities/picture_lists.h"
 
-#include "builder/text_helpers.h"
-#include "utilities/clean_text.h"
+#include "platform/drive_path.h"
+#include "text/joined_text.h"
 #include "utilities/picture_records.h"
 #include "utilities/picture_sections.h"
 
@@ -34,7 +34,7 @@ int ReadPictures(Machine& machine, PictureTable& pictures)
 
 void WritePictureFiles(Files& files, const PictureSections& sections)
 {
-    files.WriteFile(kAltFile, sections.new_alt_file + std::string(kLineEnd));
+    files.WriteFile(kAltFile, sections.new_alt_file + std::string(kCrLf));
     files.WriteFile(kPictureListFile, PictureListText(sections));
     if (!sections.pair.empty()) {
         files.WriteFile("_banglist.txt", BangListText(sections));
@@ -43,7 +43,7 @@ void WritePictureFiles(Files& files, const PictureSections& sections)
         files.WriteFile("_banglist3.txt", BangTableText(sections, 3, false));
     }
     if (!sections.include.empty())
-        files.WriteFile("_pichtml.txt", sections.include + std::string(kLineEnd));
+        files.WriteFile("_pichtml.txt", sections.include + std::string(kCrLf));
 }
 
 void SizePicturesHere(Machine& machine, const std::string& editor_command)

@@ -1,6 +1,5 @@
 #include "utilities/picture_records.h"
 
-#include "builder/text_helpers.h"
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
 #include "text/text.h"

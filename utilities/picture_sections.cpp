@@ -1,7 +1,7 @@
 #include "utilities/picture_sections.h"
 
+#include "text/joined_text.h"
 #include "text/text.h"
-#include "utilities/clean_text.h"
 
 #include <unordered_map>
 
@@ -87,9 +87,9 @@ std::string Emitter::Box(const PictureRecord& picture, std::string_view content)
 void Emitter::EmitThumbnail(const PictureRecord& picture, const RowsByBase& rows)
 {
     const std::string img = Img(picture, kTagEnd);
-    Append(sections.thumbnail_tag, {kLineEnd, img});
-    Append(sections.thumbnail_box, {kLineEnd, Box(picture, img)});
-    Append(sections.thumbnail_bang, {kLineEnd, Bang(picture)});
+    Append(sections.thumbnail_tag, {kCrLf, img});
+    Append(sections.thumbnail_box, {kCrLf, Box(picture, img)});
+    Append(sections.thumbnail_bang, {kCrLf, Bang(picture)});
     if (!picture.base.ends_with("_t"))
         return;
     const auto partners = rows.find(picture.main_base);
@@ -121,7 +121,7 @@ void Emitter::EmitPair(const PictureRecord& thumbnail, const PictureRecord& full
                   "|",    popup_height,
                   "|",    page_height,
                   "]"});
-    Append(sections.pair, {pair, kLineEnd});
+    Append(sections.pair, {pair, kCrLf});
     sections.bang_list.push_back(std::move(pair));
 
     std::string picture_file;
@@ -131,24 +131,24 @@ void Emitter::EmitPair(const PictureRecord& thumbnail, const PictureRecord& full
     const std::string img = Img(thumbnail, kLinkEnd);
     const std::string popup = Popup(full.base, picture_file, popup_width, popup_height) + img;
     const std::string page_popup = Popup(full.base, picture_page, popup_width, page_height) + img;
-    Append(sections.popup_box, {kLineEnd, Box(thumbnail, popup)});
-    Append(sections.page_popup_box, {kLineEnd, Box(thumbnail, page_popup)});
-    Append(sections.popup, {kLineEnd, popup});
+    Append(sections.popup_box, {kCrLf, Box(thumbnail, popup)});
+    Append(sections.page_popup_box, {kCrLf, Box(thumbnail, page_popup)});
+    Append(sections.popup, {kCrLf, popup});
 }
 
 void Emitter::EmitFull(const PictureRecord& picture)
 {
     const std::string img = Img(picture, kTagEnd);
     std::string head;
-    Append(head, {"@file = ", picture.base, "\r\n@title = ", picture.alt, kLineEnd});
+    Append(head, {"@file = ", picture.base, "\r\n@title = ", picture.alt, kCrLf});
 
-    Append(sections.new_alt_file, {picture.file, "|", picture.own_alt, "|", picture.credit, "|",
-                                   picture.caption, kLineEnd});
-    Append(sections.full_tag, {kLineEnd, img});
-    Append(sections.full_box, {kLineEnd, Box(picture, img)});
-    Append(sections.full_bang, {kLineEnd, Bang(picture)});
+    Append(sections.new_alt_file,
+           {picture.file, "|", picture.own_alt, "|", picture.credit, "|", picture.caption, kCrLf});
+    Append(sections.full_tag, {kCrLf, img});
+    Append(sections.full_box, {kCrLf, Box(picture, img)});
+    Append(sections.full_bang, {kCrLf, Bang(picture)});
     Append(sections.page_entries, {head, "@TIGHTPRINT\r\n@@4\r\n", img, "\r\n@@5\r\n\r\n"});
-    Append(sections.include, {head, img, kLineEnd});
+    Append(sections.include, {head, img, kCrLf});
 }
 
 } // namespace
@@ -173,7 +173,7 @@ std::string PictureListText(const PictureSections& sections)
 {
     struct Listed {
         const std::string& section;
-        std::string_view end = kLineEnd;
+        std::string_view end = kCrLf;
     };
     const Listed kListed[] = {
         {sections.full_tag},       {sections.thumbnail_tag},
@@ -194,13 +194,13 @@ std::string BangListText(const PictureSections& sections)
 {
     std::string list = "\r\n;!!1 = <a href=\"!6.htm\"><img src=\"images/!1\" width=!2 height=!3 "
                        "alt=\"!4\"></a>\r\n";
-    return list.append(sections.pair).append(kLineEnd);
+    return list.append(sections.pair).append(kCrLf);
 }
 
 std::string BangTableText(const PictureSections& sections, std::size_t cells_per_row,
                           bool active_definition)
 {
-    std::string table(kLineEnd);
+    std::string table(kCrLf);
     // Commented out in all tables but one, for the user to copy.
     Append(table, {active_definition ? "" : ";",
                    "!!1 = <td>!!pop[p!6|images/!7|!10|!11]<img src=\"images/!1\" width=\"!2\" "
@@ -208,7 +208,7 @@ std::string BangTableText(const PictureSections& sections, std::size_t cells_per
     for (std::size_t k = 0; k < sections.bang_list.size(); ++k) {
         if (k > 0 && k % cells_per_row == 0)
             table.append("</tr><tr>\r\n");
-        Append(table, {sections.bang_list[k], kLineEnd});
+        Append(table, {sections.bang_list[k], kCrLf});
     }
     return table.append("</tr>\r\n");
 }

@@ -1,6 +1,7 @@
 #include "utilities/text_conversions.h"
 
 #include "platform/run_error.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 #include "utilities/clean_text.h"
 
@@ -84,8 +85,8 @@ void Clean(std::string& html)
     // No tab is left, so this finds nothing. It belongs to the format all the same.
     ReplaceEach(html, "\xB7\t", "<li>");
     CollapseBlanks(html);
-    ReplaceEach(html, " \r\n", kLineEnd);
-    ReplaceEach(html, "\r\n ", kLineEnd);
+    ReplaceEach(html, " \r\n", kCrLf);
+    ReplaceEach(html, "\r\n ", kCrLf);
 }
 
 /// A line of pasted text whose second character is a tab, whatever the first, is a list item. (A
@@ -107,7 +108,7 @@ std::string EmailToHtml(std::string_view text, const ConversionBoxes& boxes)
 {
     std::string html = InStyle(text, boxes);
     if (boxes.links_list)
-        html = std::string(Trim(html)).append(kLineEnd);
+        html = std::string(Trim(html)).append(kCrLf);
     else
         html.insert(0, "<p>").append("</p>\r\n");
     Clean(html);
@@ -131,7 +132,7 @@ std::string LinesToJs(std::string_view text)
     ReplaceEach(quoted, "'", "\\'");
     std::string script = "<script src=\"_player.js\"></script>\r\n\r\n"
                          "<!---- write the following to _player.js ----->\r\n";
-    for (const std::string_view line : Split(quoted, kLineEnd))
+    for (const std::string_view line : Split(quoted, kCrLf))
         if (!line.empty())
             Append(script, {"document.write('", line, "');\r\n"});
     return script;
@@ -166,7 +167,7 @@ std::string CleanQuotes(std::string_view text, bool keep_smart_quotes)
 {
     std::string joined;
     while (!text.empty())
-        joined.append(TakeAnyLine(text)).append(kLineEnd);
+        joined.append(TakeAnyLine(text)).append(kCrLf);
     ReplaceEntities(joined);
     if (!keep_smart_quotes) {
         ReplaceEach(joined, "&lsquo;", "'");
@@ -180,7 +181,7 @@ std::string CleanQuotes(std::string_view text, bool keep_smart_quotes)
     for (std::string_view rest = joined; !rest.empty();) {
         line = TakeAnyLine(rest);
         CleanListItem(line);
-        cleaned.append(line).append(kLineEnd);
+        cleaned.append(line).append(kCrLf);
     }
     CollapseBlanks(cleaned);
     return cleaned;
@@ -199,8 +200,8 @@ std::string NewsLineToEntry(std::string_view text)
         throw RunError(ErrorKind::subscript, "the news line has fewer than three fields");
     const std::string_view tag = line.starts_with("!!1") ? "!!2" : "!!1";
     std::string entry;
-    Append(entry, {"@file = ", fields[1], "\r\n@title = ", fields[2], kLineEnd, tag,
-                   FromChar(line, 4), "\r\n++txt\\", fields[1], ".txt\r\n\r\n@@EOY\r\n\r\n"});
+    Append(entry, {"@file = ", fields[1], "\r\n@title = ", fields[2], kCrLf, tag, FromChar(line, 4),
+                   "\r\n++txt\\", fields[1], ".txt\r\n\r\n@@EOY\r\n\r\n"});
     return entry;
 }
 
@@ -232,9 +233,9 @@ std::string ptop(std::string_view text)
     std::string joined;
     joined.reserve(text.size());
     std::string_view separator;
-    for (const std::string_view line : Split(text, kLineEnd)) {
+    for (const std::string_view line : Split(text, kCrLf)) {
         joined.append(separator);
-        separator = kLineEnd;
+        separator = kCrLf;
         if (EqualsNoCase(LastChars(line, 3), "<p>"))
             joined.append(line.substr(0, line.size() - 2)).append("/p>");
         else

@@ -3,6 +3,7 @@
 #include "platform/drive_path.h"
 #include "platform/fixed_table.h"
 #include "platform/run_error.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 #include "utilities/clean_text.h"
@@ -72,7 +73,7 @@ void CopyLines(std::string& list, std::string_view page, bool body_only)
         std::replace(line.begin(), line.end(), '\t', ' ');
         CollapseBlanks(line);
         if (inside || !body_only)
-            Append(list, {line, kLineEnd});
+            Append(list, {line, kCrLf});
         if (Contains(line, "<body"))
             inside = true;
         if (Contains(line, "</body"))
@@ -87,12 +88,12 @@ void WriteGrabbedTitles(Machine& machine, const GrabbedPages& pages, int count, 
     std::string list;
     for (int n = 1; n <= count; ++n) {
         const GrabbedPage& page = pages[n];
-        Append(list, {"@file = ", page.file, "\r\n@title = ", page.title, kLineEnd});
+        Append(list, {"@file = ", page.file, "\r\n@title = ", page.title, kCrLf});
         if (with_redirect)
-            Append(list, {"@redirect|..\\", page.file, kLineEnd});
+            Append(list, {"@redirect|..\\", page.file, kCrLf});
         if (grab.grab_all)
             CopyLines(list, machine.files.ReadFile(page.file), grab.grab_trimmed);
-        list.append(kLineEnd);
+        list.append(kCrLf);
     }
     machine.files.WriteFile("grabtitles.txt", list);
 }

@@ -9,21 +9,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(Fragments, QuotefixTurnsEveryDoubleQuote)
-{
-    const struct {
-        std::string text, fixed;
-    } rows[] = {
-        {"", ""},
-        {"plain 'text'", "plain 'text'"},
-        {"\"", "&quot;"},
-        {"say \"yes\"\"", "say &quot;yes&quot;&quot;"},
-        {"\x93yes\x94", "\x93yes\x94"}, // curly quotes stay
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(quotefix(row.text), row.fixed);
-}
-
 TEST(Fragments, ZbarPutsWidthAndHeightBetweenItsPieces)
 {
     EXPECT_EQ(zbar("40", "8"),

@@ -6,6 +6,15 @@
 namespace kiv {
 namespace {
 
+TEST(Clock, NamesTheMonths)
+{
+    const char* const kNames[] = {"January",   "February", "March",    "April",
+                                  "May",       "June",     "July",     "August",
+                                  "September", "October",  "November", "December"};
+    for (int month = 1; month <= 12; ++month)
+        EXPECT_EQ(MonthName(month), kNames[month - 1]);
+}
+
 TEST(SystemClock, TellsTheLocalTime)
 {
     SystemClock clock;

@@ -97,6 +97,19 @@ TEST(FitsPattern, KnowsStarAndQuestionMark)
         EXPECT_EQ(FitsPattern(row.name, row.pattern), row.fits) << row.name << " " << row.pattern;
 }
 
+TEST(ThisDirName, IsTheLastPartOfAPath)
+{
+    const char* const kRows[][2] = {{"C:\\temp\\frog", "frog"},
+                                    {"C:\\temp\\frog\\", "frog"},
+                                    {"C:\\temp/Frog Pond", "Frog Pond"},
+                                    {"C:\\", ""},
+                                    {"C:", ""},
+                                    {"\\", ""},
+                                    {"", ""}};
+    for (const auto& row : kRows)
+        EXPECT_EQ(ThisDirNameOf(row[0]), row[1]) << row[0];
+}
+
 TEST(FitsPattern, IsQuickWithManyStars)
 {
     const std::string name(5000, 'a');

@@ -104,6 +104,14 @@ TEST(Text, ReplacesEachWithoutCase)
     EXPECT_FALSE(ReplaceEachNoCase(text, "@FILE", "x"));
 }
 
+TEST(Text, EscapesQuotes)
+{
+    EXPECT_EQ(QuoteEscape(""), "");
+    EXPECT_EQ(QuoteEscape("a & 'b'"), "a & 'b'");
+    EXPECT_EQ(QuoteEscape("\"a\" \"\""), "&quot;a&quot; &quot;&quot;");
+    EXPECT_EQ(QuoteEscape("\x93yes\x94"), "\x93yes\x94"); // curly quotes stay
+}
+
 TEST(Text, ReplacesWhileOneIsLeft)
 {
     std::string text = "a@@1b@@1";

@@ -23,6 +23,13 @@ inline std::string Joined(std::initializer_list<std::string_view> pieces)
     return text;
 }
 
+/// The pieces at the end of `text`, one after the other.
+inline void Append(std::string& text, std::initializer_list<std::string_view> pieces)
+{
+    for (const std::string_view piece : pieces)
+        text.append(piece);
+}
+
 /// The lines with CR LF between them and none at the end.
 inline std::string JoinedLines(std::initializer_list<std::string_view> lines)
 {

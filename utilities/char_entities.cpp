@@ -1,6 +1,5 @@
-// The character-to-entity table. Its gaps belong to the format: the capital thorn has a row, the
-// small one has none.
-#include "builder/text_helpers.h"
+// The gaps of the table belong to the format: the capital thorn has a row, the small one has none.
+#include "utilities/char_entities.h"
 
 #include <array>
 
