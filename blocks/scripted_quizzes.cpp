@@ -1,6 +1,7 @@
 // "<zuquiz1>": answer lists for a quiz script.
 #include "blocks/fragments.h"
 #include "blocks/quizzes.h"
+#include "platform/site_files.h"
 #include "text/joined_text.h"
 #include "text/text.h"
 
@@ -61,7 +62,7 @@ void zuquiz1(std::string& line, BlockContext& context)
     }
     line = "<SCRIPT LANGUAGE=\"JavaScript\">\r\nvar killers = new Array(";
     line.append(lists.killers).append(");\r\nvar answers = new Array(").append(lists.answers);
-    line.append(");\r\n").append(context.files.ReadFile(R"(c:\utils\quiz.txt)")).append(kCrLf);
+    line.append(");\r\n").append(context.files.ReadFile(kQuizScriptFile)).append(kCrLf);
     line.append("<A HREF=\"javascript: itemReset(); startQuiz(true, 0);\">"
                 "<B>QUIZ TIME: @TITLE</B></A>");
 }

@@ -6,6 +6,7 @@
 #include "builder/page_writer.h"
 #include "builder/template_reader.h"
 #include "platform/drive_path.h"
+#include "platform/site_files.h"
 #include "text/text.h"
 
 namespace kiv {
@@ -45,7 +46,7 @@ void RunHtmPass(Build& build)
 void BuildPasses(Build& build)
 {
     Machine& machine = build.machine;
-    if (!machine.files.FileExists("_template.txt") || !machine.files.FileExists("_html.txt")) {
+    if (!machine.files.FileExists(kTemplateFile) || !machine.files.FileExists(kPageListFile)) {
         machine.reporter.reportmsg("OOPS! Missing _html.txt, _template.txt");
         return;
     }
@@ -83,7 +84,7 @@ void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& block
     Build build(machine, options, blocks);
     const BuildEnd end(machine);
     try {
-        if (machine.files.FileExists("_singlehtml.txt")) {
+        if (machine.files.FileExists(kSinglePageFile)) {
             build.pass.SinglePageMode = true;
             BuildPasses(build);
             build.pass.SinglePageMode = false;

@@ -1,6 +1,7 @@
 #include "builder/navigation_lists.h"
 
 #include "builder/template_merge.h"
+#include "platform/site_files.h"
 #include "text/text.h"
 
 #include <string>
@@ -13,7 +14,6 @@ namespace {
 constexpr std::string_view kSelect =
     R"+(<SELECT onChange="window.open(this.options[this.selectedIndex].value,'_top')">)+";
 constexpr std::string_view kSeparator = "====================";
-constexpr std::string_view kSiteMapFile = "_sitemap.txt";
 
 /// Calls `write(record)` for pages `first` to N.
 template <typename Write>
@@ -147,7 +147,7 @@ void WriteSiteMap(Build& build)
     Files& files = build.machine.files;
     std::string map;
     AppendSiteMap(map, files, std::string(kSiteMapFile), "");
-    const std::string groups = files.ReadFile("_group.txt");
+    const std::string groups = files.ReadFile(kGroupFile);
     for (std::string_view rest = groups; !rest.empty();) {
         const std::string_view group = TakeLine(rest);
         if (!group.empty())
@@ -162,7 +162,7 @@ void WriteSiteMap(Build& build)
 void WriteNavigationFiles(Build& build)
 {
     Files& files = build.machine.files;
-    files.WriteFile("_toc.txt", TocText(build.state));
+    files.WriteFile(kTocFile, TocText(build.state));
     files.WriteFile(kSiteMapFile, SiteMapText(build.state));
 }
 

@@ -2,6 +2,7 @@
 
 #include "blocks/tables.h"
 #include "builder/source_file.h"
+#include "platform/site_files.h"
 #include "text/text.h"
 
 #include <string>
@@ -9,8 +10,6 @@
 namespace kiv {
 
 namespace {
-
-constexpr std::string_view kPageListFile = "_html.txt";
 
 /// The switches begin with "@@", which few lines do.
 bool IsStop(std::string_view line)

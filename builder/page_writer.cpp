@@ -5,6 +5,7 @@
 #include "builder/page_shells.h"
 #include "builder/template_merge.h"
 #include "builder/text_helpers.h"
+#include "platform/site_files.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -16,7 +17,6 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kSinglePageFile = "_singlehtml.txt";
 constexpr std::string_view kSinglePageStyle =
     "<style>\r\n"
     ".sub99 {clear:both;margin:15px 0;padding:4px;color:white;background-color:black;width:100%;"

@@ -1,6 +1,7 @@
 #include "builder/template_reader.h"
 
 #include "builder/source_file.h"
+#include "platform/site_files.h"
 #include "text/text.h"
 
 #include <array>
@@ -9,8 +10,6 @@
 namespace kiv {
 
 namespace {
-
-constexpr std::string_view kTemplateFile = "_template.txt";
 
 class TemplateReader {
   public:

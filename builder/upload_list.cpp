@@ -1,14 +1,9 @@
 #include "builder/upload_list.h"
 
+#include "platform/site_files.h"
 #include "text/text.h"
 
 namespace kiv {
-
-namespace {
-
-constexpr std::string_view kBatchFile = "c:\\guestout2.bat";
-
-} // namespace
 
 void UploadList::RecordUpload(std::string_view file)
 {
@@ -18,22 +13,22 @@ void UploadList::RecordUpload(std::string_view file)
     ReplaceEach(line, "@@", file);
     // A page may be written to the batch file itself, so its state is asked for each time; it is
     // read when it changed.
-    if (files_.Stamp(kBatchFile) != seen_)
+    if (files_.Stamp(kUploadBatchFile) != seen_)
         ReadAnew();
     if (lines_.contains(line))
         return;
-    files_.AppendToFile(kBatchFile, line + "\r\n");
+    files_.AppendToFile(kUploadBatchFile, line + "\r\n");
     lines_.insert(std::move(line));
-    seen_ = files_.Stamp(kBatchFile);
+    seen_ = files_.Stamp(kUploadBatchFile);
 }
 
 void UploadList::ReadAnew()
 {
     lines_.clear();
-    seen_ = files_.Stamp(kBatchFile);
+    seen_ = files_.Stamp(kUploadBatchFile);
     if (!seen_.exists)
         return;
-    const std::string bytes = files_.ReadFile(kBatchFile);
+    const std::string bytes = files_.ReadFile(kUploadBatchFile);
     for (std::string_view rest = bytes; !rest.empty();)
         lines_.emplace(TakeLine(rest));
 }

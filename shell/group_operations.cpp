@@ -1,6 +1,7 @@
 // The operations on "_group.txt": building every sub-site, merging their site maps.
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
+#include "platform/site_files.h"
 #include "shell/workspace.h"
 #include "text/text.h"
 
@@ -10,8 +11,6 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kGroupFile = "_group.txt";
-constexpr std::string_view kSiteMapFile = "_sitemap.txt";
 constexpr std::size_t kMaxGroupEntries = 500;
 
 void AppendLines(std::string& text, Files& files, const std::string& path)
@@ -97,7 +96,7 @@ void Workspace::sitemapmaster()
     for (const std::string& entry : GroupEntries())
         AppendLines(map, files, AsFolder(entry) + std::string(kSiteMapFile));
     map += "</ul>\r\n";
-    const std::string master = WorkDir + "_sitemap-master.txt";
+    const std::string master = WorkDir + std::string(kMasterSiteMapFile);
     files.WriteFile(master, map);
     Edit(master);
 }

@@ -32,11 +32,6 @@ constexpr std::string_view kUploadSample = ";Label|ftp line\r\n"
                                            "zu_pa000.ini -p zu -s local:e:/test/test.htm"
                                            " -d Test:/public/test/test.htm\r\n";
 
-std::string LineOf(std::string_view file, int line)
-{
-    return std::string(file) + ", line " + Decimal(line);
-}
-
 } // namespace
 
 std::vector<std::string> ReadLines(Files& files, std::string_view path)

@@ -4,6 +4,7 @@
 #include "builder/addresses.h"
 #include "platform/files.h"
 #include "platform/fixed_table.h"
+#include "platform/site_files.h"
 
 #include <cstddef>
 #include <optional>
@@ -13,12 +14,7 @@
 
 namespace kiv {
 
-inline constexpr std::string_view kSettingsFile = "C:\\utils\\kiv.ini";
-inline constexpr std::string_view kEditorFile = "c:\\utils\\kiv_editpad.txt";
 inline constexpr std::string_view kDefaultEditor = "c:\\utils\\editpad.exe";
-inline constexpr std::string_view kJumpListFile = "c:\\utils\\kivjump.ini";
-inline constexpr std::string_view kUploadListFile = "c:\\utils\\ftplist.txt";
-inline constexpr std::string_view kAddressFile = "c:\\utils\\kivaddr.ini";
 
 /// The lines of a text file. Throws `file` when it cannot be read.
 std::vector<std::string> ReadLines(Files& files, std::string_view path);

@@ -1,5 +1,6 @@
 // The commands that start other programs: editor, explorer, upload, lower-casing.
 #include "platform/drive_path.h"
+#include "platform/site_files.h"
 #include "shell/output_roots.h"
 #include "shell/workspace.h"
 
@@ -7,7 +8,6 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kUploadBatch = "c:\\guestout2.bat";
 constexpr const char* kUploadProgram = "C:\\progs\\WS_FTP Pro\\ftp95pro.exe -m c:\\guestout2.bat";
 constexpr const char* kLanthorn = "c:\\utils\\lanthorn.exe";
 constexpr std::string_view kCaseProgram = "c:\\utils\\dosutils\\case ";
@@ -44,7 +44,7 @@ void Workspace::EditUploadList()
 
 void Workspace::EditUploadBatch()
 {
-    Edit(kUploadBatch);
+    Edit(kUploadBatchFile);
 }
 
 void Workspace::ReloadJumps()

@@ -1,14 +1,9 @@
 // The start of the program: settings, lists and the first working directory.
 #include "platform/drive_path.h"
+#include "platform/site_files.h"
 #include "shell/workspace.h"
 
 namespace kiv {
-
-namespace {
-
-constexpr std::string_view kLocalSettings = "kiv.ini";
-
-} // namespace
 
 std::vector<RunError> Workspace::StartWindow(const std::optional<std::string>& argument)
 {
@@ -43,7 +38,8 @@ std::vector<RunError> Workspace::StartWindow(const std::optional<std::string>& a
 void Workspace::loadworkdir(const std::optional<std::string>& argument)
 {
     Files& files = machine_.files;
-    const std::string local = WithSeparator(files.CurrentDirectory()) + std::string(kLocalSettings);
+    const std::string local =
+        WithSeparator(files.CurrentDirectory()) + std::string(kLocalSettingsFile);
     SettingsPath = kSettingsFile;
     std::optional<std::string> directory = argument;
     if (!directory) {

@@ -1,6 +1,7 @@
 #include "shell/workspace.h"
 
 #include "platform/drive_path.h"
+#include "platform/site_files.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -8,7 +9,6 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kUploadBatch = "c:\\guestout2.bat";
 constexpr std::size_t kShownWhole = 40;
 
 } // namespace
@@ -80,14 +80,14 @@ void Workspace::dirreset()
 
 void Workspace::checkgroup()
 {
-    IsGroup = machine_.files.FileExists("_group.txt");
+    IsGroup = machine_.files.FileExists(kGroupFile);
 }
 
 void Workspace::checkftpgroup()
 {
     Files& files = machine_.files;
-    if (files.FileExists(kUploadBatch))
-        files.DeleteFile(kUploadBatch);
+    if (files.FileExists(kUploadBatchFile))
+        files.DeleteFile(kUploadBatchFile);
     UploadListWanted = false;
     UploadCommand.clear();
     const std::string directory = LowerCase(WorkDir);
@@ -98,7 +98,7 @@ void Workspace::checkftpgroup()
         UploadCommand = upload_entries_[i].command;
         // A command with "@@" is a template: the build adds one line for each file it writes.
         if (!Contains(UploadCommand, "@@"))
-            files.WriteFile(kUploadBatch, UploadCommand + "\r\n");
+            files.WriteFile(kUploadBatchFile, UploadCommand + "\r\n");
         return;
     }
 }

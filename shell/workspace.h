@@ -22,10 +22,6 @@ namespace kiv {
 /// A path of more than 40 characters as its first 6, "..." and its last 30.
 std::string ShortenedDirectory(std::string_view path);
 
-/// The files of a group that "Open all …" opens.
-inline constexpr std::string_view kTemplateFile = "_template.txt";
-inline constexpr std::string_view kPageListFile = "_html.txt";
-
 /// Every operation throws RunError when it cannot go on; Run catches it.
 class Workspace {
   public:

@@ -1,12 +1,11 @@
 #include "utilities/conversions.h"
 
+#include "platform/site_files.h"
 #include "utilities/text_conversions.h"
 
 namespace kiv {
 
 namespace {
-
-constexpr std::string_view kScratchFile = "c:\\$$$x.txt";
 
 /// What a conversion works with besides its text.
 struct ConversionRun {

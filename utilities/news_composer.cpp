@@ -1,5 +1,6 @@
 #include "utilities/news_composer.h"
 
+#include "platform/site_files.h"
 #include "text/joined_text.h"
 #include "text/text.h"
 #include "utilities/news_names.h"
@@ -13,7 +14,6 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kPageListFile = "_html.txt";
 constexpr std::string_view kBangMarker = ";inserthere1";
 constexpr std::string_view kEntryMarker = ";inserthere2";
 

@@ -2,6 +2,7 @@
 
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
+#include "platform/site_files.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -92,7 +93,7 @@ NewsSettings ReadNewsSettings(Files& files)
         try {
             TakeSetting(settings, line);
         } catch (RunError& error) {
-            error.where = std::string(kNewsSettingsFile) + ", line " + Decimal(line_number);
+            error.where = LineOf(kNewsSettingsFile, line_number);
             throw;
         }
     }

@@ -13,8 +13,6 @@ namespace kiv {
 /// The frame "Website" has so many options.
 inline constexpr std::size_t kMaxPresets = 18;
 
-inline constexpr std::string_view kNewsSettingsFile = "c:\\utils\\kivnews.ini";
-
 /// One option of the frame "Website".
 struct SitePreset {
     std::string label;

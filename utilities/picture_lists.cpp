@@ -1,6 +1,7 @@
 #include "utilities/picture_lists.h"
 
 #include "platform/drive_path.h"
+#include "platform/site_files.h"
 #include "text/joined_text.h"
 #include "utilities/picture_records.h"
 #include "utilities/picture_sections.h"
@@ -10,8 +11,6 @@
 namespace kiv {
 
 namespace {
-
-constexpr std::string_view kPictureListFile = "_piclist.txt";
 
 /// Measures and describes every picture of the current directory. Returns how many there are.
 int ReadPictures(Machine& machine, PictureTable& pictures)
@@ -37,13 +36,13 @@ void WritePictureFiles(Files& files, const PictureSections& sections)
     files.WriteFile(kAltFile, sections.new_alt_file + std::string(kCrLf));
     files.WriteFile(kPictureListFile, PictureListText(sections));
     if (!sections.pair.empty()) {
-        files.WriteFile("_banglist.txt", BangListText(sections));
-        files.WriteFile("_banglist4.txt", BangTableText(sections, 4, true));
-        files.WriteFile("_banglist2.txt", BangTableText(sections, 2, false));
-        files.WriteFile("_banglist3.txt", BangTableText(sections, 3, false));
+        files.WriteFile(kBangListFile, BangListText(sections));
+        files.WriteFile(kBangTableFile4, BangTableText(sections, 4, true));
+        files.WriteFile(kBangTableFile2, BangTableText(sections, 2, false));
+        files.WriteFile(kBangTableFile3, BangTableText(sections, 3, false));
     }
     if (!sections.include.empty())
-        files.WriteFile("_pichtml.txt", sections.include + std::string(kCrLf));
+        files.WriteFile(kPicturePagesFile, sections.include + std::string(kCrLf));
 }
 
 void SizePicturesHere(Machine& machine, const std::string& editor_command)

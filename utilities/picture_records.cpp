@@ -2,6 +2,7 @@
 
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
+#include "platform/site_files.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -22,8 +23,7 @@ void AltTable::Read(Files& files)
         try {
             Add(line);
         } catch (RunError& error) {
-            error.where =
-                AbsolutePath(kAltFile, files.CurrentDirectory()) + ", line " + Decimal(line_number);
+            error.where = LineOf(AbsolutePath(kAltFile, files.CurrentDirectory()), line_number);
             throw;
         }
     }

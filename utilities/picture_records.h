@@ -12,8 +12,6 @@
 
 namespace kiv {
 
-inline constexpr std::string_view kAltFile = "_alt.txt";
-
 /// One line of "_alt.txt".
 struct AltEntry {
     std::string file;

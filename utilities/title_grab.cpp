@@ -3,6 +3,7 @@
 #include "platform/drive_path.h"
 #include "platform/fixed_table.h"
 #include "platform/run_error.h"
+#include "platform/site_files.h"
 #include "text/joined_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -95,7 +96,7 @@ void WriteGrabbedTitles(Machine& machine, const GrabbedPages& pages, int count, 
             CopyLines(list, machine.files.ReadFile(page.file), grab.grab_trimmed);
         list.append(kCrLf);
     }
-    machine.files.WriteFile("grabtitles.txt", list);
+    machine.files.WriteFile(kGrabbedTitlesFile, list);
 }
 
 } // namespace
