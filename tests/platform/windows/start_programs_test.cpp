@@ -1,8 +1,8 @@
 // Programs that really start: a small one that tells of its call.
-#include "drive_test.h"
 #include "platform/programs.h"
-#include "platform/windows_system.h"
-#include "platform/windows_text.h"
+#include "platform/windows/api.h"
+#include "platform/windows/wide_text.h"
+#include "tests/platform/drive_test.h"
 
 #include <chrono>
 #include <gmock/gmock.h>

@@ -2,9 +2,9 @@
 #include "platform/drive_path.h"
 #include "platform/programs.h"
 #include "platform/run_error.h"
-#include "platform/windows_names.h"
-#include "platform/windows_system.h"
-#include "platform/windows_text.h"
+#include "platform/windows/api.h"
+#include "platform/windows/names.h"
+#include "platform/windows/wide_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 

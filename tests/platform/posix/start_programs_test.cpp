@@ -1,6 +1,6 @@
 // Programs that really start: small shell scripts that tell of themselves.
-#include "drive_test.h"
 #include "platform/programs.h"
+#include "tests/platform/drive_test.h"
 
 #include <chrono>
 #include <gmock/gmock.h>

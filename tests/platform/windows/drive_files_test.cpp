@@ -1,8 +1,8 @@
 // What the machine's own drives, names and locks of Windows ask for.
-#include "drive_test.h"
-#include "platform/windows_system.h"
-#include "platform/windows_text.h"
-#include "platform/windows_writing.h"
+#include "platform/windows/api.h"
+#include "platform/windows/wide_text.h"
+#include "platform/windows/writing.h"
+#include "tests/platform/drive_test.h"
 #include "text/windows1252.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "platform/posix_names.h"
+#include "platform/posix/names.h"
 
 #include "platform/drive_path.h"
 #include "text/text.h"
