@@ -1,9 +1,10 @@
 #include "platform/drive_files_common.h"
 #include "platform/drive_path.h"
 #include "platform/drives.h"
+#include "platform/file_errors.h"
 #include "platform/posix/names.h"
+#include "platform/posix/native_paths.h"
 #include "platform/posix/writing.h"
-#include "platform/run_error.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -16,7 +17,6 @@
 #include <memory>
 #include <optional>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
 
 namespace kiv {
@@ -421,11 +421,6 @@ void PosixDriveFiles::Refresh()
 }
 
 } // namespace
-
-std::string SystemWords(int error)
-{
-    return std::system_category().message(error);
-}
 
 std::unique_ptr<Files> MakeDriveFiles(const DriveMap& drives)
 {

@@ -1,7 +1,7 @@
-#include "platform/drive_files_common.h"
+#include "platform/command_lines.h"
 #include "platform/drive_path.h"
+#include "platform/file_errors.h"
 #include "platform/programs.h"
-#include "platform/run_error.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -21,13 +21,6 @@ namespace {
 
 /// A program with its arguments, all in native words.
 using NativeCommand = std::vector<std::string>;
-
-[[noreturn]] void RefuseStart(std::string_view program, std::string_view reason)
-{
-    std::string text("cannot start ");
-    text.append(program).append(": ").append(reason);
-    throw RunError(ErrorKind::file, std::move(text));
-}
 
 /// The native path of a program that is named without a folder; empty when no folder of PATH has
 /// it.
@@ -70,7 +63,7 @@ NativeCommand MakeNative(Files& files, const std::string& command_line)
     if (const std::optional<std::string_view> folder = ExplorerFolder(command_line)) {
         const std::string opener = FindInPath("xdg-open");
         if (opener.empty())
-            RefuseStart("explorer", "no such program: xdg-open");
+            Refuse("start", "explorer", "no such program: xdg-open");
         return {opener, files.ToNative(*folder)};
     }
     for (const ProgramReading& reading : ProgramReadings(command_line)) {
@@ -85,7 +78,7 @@ NativeCommand MakeNative(Files& files, const std::string& command_line)
             command.push_back(IsDrivePath(words[i]) ? files.ToNative(words[i]) : ToUtf8(words[i]));
         return command;
     }
-    RefuseStart(Trim(command_line), "no such program");
+    Refuse("start", Trim(command_line), "no such program");
 }
 
 /// What the started process tells of its failure.
@@ -163,8 +156,8 @@ void SystemPrograms::Start(const std::string& command_line, bool /*minimised*/)
     if (failure.error == 0)
         return;
     const std::string reason = SystemReason(failure.error);
-    RefuseStart(FromUtf8(command[0]),
-                failure.in_folder ? files_.CurrentDirectory() + ": " + reason : reason);
+    Refuse("start", FromUtf8(command[0]),
+           failure.in_folder ? files_.CurrentDirectory() + ": " + reason : reason);
 }
 
 } // namespace kiv

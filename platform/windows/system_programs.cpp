@@ -1,9 +1,9 @@
-#include "platform/drive_files_common.h"
+#include "platform/command_lines.h"
 #include "platform/drive_path.h"
+#include "platform/file_errors.h"
 #include "platform/programs.h"
-#include "platform/run_error.h"
 #include "platform/windows/api.h"
-#include "platform/windows/names.h"
+#include "platform/windows/native_paths.h"
 #include "platform/windows/wide_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -14,13 +14,6 @@
 namespace kiv {
 
 namespace {
-
-[[noreturn]] void RefuseStart(std::string_view command_line, std::string_view reason)
-{
-    std::string text("cannot start ");
-    text.append(Trim(command_line)).append(": ").append(reason);
-    throw RunError(ErrorKind::file, std::move(text));
-}
 
 /// What the system finds under a program's name in these folders; empty when there is none.
 std::wstring FindIn(const wchar_t* folders, const std::string& name)
@@ -120,7 +113,7 @@ NativeCommand MakeNative(Files& files, const std::string& command_line)
     if (const std::optional<std::string_view> folder = ExplorerFolder(command_line)) {
         const std::wstring explorer = FindInPath("explorer.exe");
         if (explorer.empty())
-            RefuseStart(command_line, "no such program");
+            Refuse("start", Trim(command_line), "no such program");
         return {explorer, ExplorerLine(files, *folder)};
     }
     for (const ProgramReading& reading : ProgramReadings(command_line)) {
@@ -129,7 +122,7 @@ NativeCommand MakeNative(Files& files, const std::string& command_line)
             return {std::move(program),
                     NativeArguments(files, FromChar(command_line, reading.arguments + 1))};
     }
-    RefuseStart(command_line, "no such program");
+    Refuse("start", Trim(command_line), "no such program");
 }
 
 } // namespace
@@ -152,9 +145,10 @@ void SystemPrograms::Start(const std::string& command_line, bool minimised)
                          CREATE_NEW_CONSOLE, nullptr, folder.c_str(), &start, &process) == 0) {
         const DWORD error = ::GetLastError();
         const std::string reason = SystemReason(static_cast<int>(error));
-        RefuseStart(command_line, error == ERROR_DIRECTORY || !IsFolder(folder)
-                                      ? files_.CurrentDirectory() + ": " + reason
-                                      : reason);
+        Refuse("start", Trim(command_line),
+               error == ERROR_DIRECTORY || !IsFolder(folder)
+                   ? files_.CurrentDirectory() + ": " + reason
+                   : reason);
     }
     ::CloseHandle(process.hThread);
     ::CloseHandle(process.hProcess);

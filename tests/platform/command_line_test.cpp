@@ -1,3 +1,4 @@
+#include "platform/command_lines.h"
 #include "platform/programs.h"
 #include "platform/run_error.h"
 
