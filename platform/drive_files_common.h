@@ -2,7 +2,7 @@
 // the order of listings.
 #pragma once
 
-#include "platform/files.h"
+#include "platform/drives.h"
 
 #include <cstdint>
 #include <string>
@@ -11,7 +11,7 @@
 
 namespace kiv {
 
-class DriveFiles : public Files {
+class DriveFiles : public Drives {
   public:
     const std::string& CurrentDirectory() const override { return current_; }
     void ChangeDirectory(std::string_view path) override;

@@ -2,7 +2,7 @@
 // directly.
 #pragma once
 
-#include "platform/files.h"
+#include "platform/drives.h"
 
 #include <string>
 #include <vector>
@@ -36,11 +36,11 @@ class ProgramList : public Programs {
 /// Starts programs for real.
 class SystemPrograms : public Programs {
   public:
-    explicit SystemPrograms(Files& files) : files_(files) {}
+    explicit SystemPrograms(Drives& drives) : drives_(drives) {}
     void Start(const std::string& command_line, bool minimised = false) override;
 
   private:
-    Files& files_;
+    Drives& drives_;
 };
 
 } // namespace kiv

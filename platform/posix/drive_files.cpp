@@ -3,7 +3,7 @@
 #include "platform/drives.h"
 #include "platform/file_errors.h"
 #include "platform/posix/names.h"
-#include "platform/posix/native_paths.h"
+#include "platform/posix/paths.h"
 #include "platform/posix/writing.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -422,7 +422,7 @@ void PosixDriveFiles::Refresh()
 
 } // namespace
 
-std::unique_ptr<Files> MakeDriveFiles(const DriveMap& drives)
+std::unique_ptr<Drives> MakeDriveFiles(const DriveMap& drives)
 {
     return std::make_unique<PosixDriveFiles>(drives);
 }

@@ -1,7 +1,7 @@
 #include "platform/posix/names.h"
 
 #include "platform/drive_path.h"
-#include "platform/posix/native_paths.h"
+#include "platform/posix/paths.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 

@@ -43,7 +43,7 @@ std::string FindInPath(std::string_view name)
 }
 
 /// The native path of a program as a command line names it; empty when there is none.
-std::string FindProgram(Files& files, const std::string& program)
+std::string FindProgram(Drives& drives, const std::string& program)
 {
     const bool has_folder = program.find_first_of("\\/") != npos || HasDrive(program);
     for (const std::string& name : {program, program + ".exe"}) {
@@ -51,23 +51,23 @@ std::string FindProgram(Files& files, const std::string& program)
             std::string place = FindInPath(name);
             if (!place.empty())
                 return place;
-        } else if (files.FileExists(name)) {
-            return files.ToNative(name);
+        } else if (drives.FileExists(name)) {
+            return drives.ToNative(name);
         }
     }
     return {};
 }
 
-NativeCommand MakeNative(Files& files, const std::string& command_line)
+NativeCommand MakeNative(Drives& drives, const std::string& command_line)
 {
     if (const std::optional<std::string_view> folder = ExplorerFolder(command_line)) {
         const std::string opener = FindInPath("xdg-open");
         if (opener.empty())
             Refuse("start", "explorer", "no such program: xdg-open");
-        return {opener, files.ToNative(*folder)};
+        return {opener, drives.ToNative(*folder)};
     }
     for (const ProgramReading& reading : ProgramReadings(command_line)) {
-        std::string program = FindProgram(files, reading.program);
+        std::string program = FindProgram(drives, reading.program);
         if (program.empty())
             continue;
         NativeCommand command{std::move(program)};
@@ -75,7 +75,7 @@ NativeCommand MakeNative(Files& files, const std::string& command_line)
         const std::vector<std::string> words =
             CutCommandLine("x " + command_line.substr(reading.arguments));
         for (std::size_t i = 1; i < words.size(); ++i)
-            command.push_back(IsDrivePath(words[i]) ? files.ToNative(words[i]) : ToUtf8(words[i]));
+            command.push_back(IsDrivePath(words[i]) ? drives.ToNative(words[i]) : ToUtf8(words[i]));
         return command;
     }
     Refuse("start", Trim(command_line), "no such program");
@@ -145,19 +145,19 @@ Failure Launch(const char* folder, char* const* arguments)
 
 void SystemPrograms::Start(const std::string& command_line, bool /*minimised*/)
 {
-    NativeCommand command = MakeNative(files_, command_line);
+    NativeCommand command = MakeNative(drives_, command_line);
     std::vector<char*> arguments;
     arguments.reserve(command.size() + 1);
     for (std::string& word : command)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    const std::string folder = files_.ToNative(files_.CurrentDirectory());
+    const std::string folder = drives_.ToNative(drives_.CurrentDirectory());
     const Failure failure = Launch(folder.c_str(), arguments.data());
     if (failure.error == 0)
         return;
     const std::string reason = SystemReason(failure.error);
     Refuse("start", FromUtf8(command[0]),
-           failure.in_folder ? files_.CurrentDirectory() + ": " + reason : reason);
+           failure.in_folder ? drives_.CurrentDirectory() + ": " + reason : reason);
 }
 
 } // namespace kiv

@@ -1,6 +1,6 @@
 #include "platform/posix/writing.h"
 
-#include "platform/posix/native_paths.h"
+#include "platform/posix/paths.h"
 
 #include <algorithm>
 #include <array>

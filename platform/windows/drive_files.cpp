@@ -4,7 +4,7 @@
 #include "platform/file_errors.h"
 #include "platform/windows/api.h"
 #include "platform/windows/names.h"
-#include "platform/windows/native_paths.h"
+#include "platform/windows/paths.h"
 #include "platform/windows/wide_text.h"
 #include "platform/windows/writing.h"
 #include "text/text.h"
@@ -281,7 +281,7 @@ std::string WindowsDriveFiles::ToNative(std::string_view path)
 
 } // namespace
 
-std::unique_ptr<Files> MakeDriveFiles(const DriveMap& drives)
+std::unique_ptr<Drives> MakeDriveFiles(const DriveMap& drives)
 {
     return std::make_unique<WindowsDriveFiles>(drives);
 }

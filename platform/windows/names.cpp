@@ -2,7 +2,7 @@
 
 #include "platform/drive_path.h"
 #include "platform/windows/api.h"
-#include "platform/windows/native_paths.h"
+#include "platform/windows/paths.h"
 #include "platform/windows/wide_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"

@@ -3,7 +3,7 @@
 #include "platform/file_errors.h"
 #include "platform/programs.h"
 #include "platform/windows/api.h"
-#include "platform/windows/native_paths.h"
+#include "platform/windows/paths.h"
 #include "platform/windows/wide_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -46,13 +46,13 @@ std::wstring FindInPath(const std::string& name)
 }
 
 /// The native path of a program as a command line names it; empty when there is none.
-std::wstring FindProgram(Files& files, const std::string& program)
+std::wstring FindProgram(Drives& drives, const std::string& program)
 {
     if (program.find_first_of("\\/") == npos && !HasDrive(program))
         return FindInPath(program);
     for (const std::string& name : {program, program + ".exe"})
-        if (files.FileExists(name))
-            return WideFromUtf8(files.ToNative(name));
+        if (drives.FileExists(name))
+            return WideFromUtf8(drives.ToNative(name));
     return {};
 }
 
@@ -74,7 +74,7 @@ std::wstring Quoted(const std::wstring& word)
 
 /// The arguments as the program is to see them: as written, unless one names a file by what only
 /// this program knows, a drive that stands for a folder or a reference.
-std::wstring NativeArguments(Files& files, std::string_view arguments)
+std::wstring NativeArguments(Drives& drives, std::string_view arguments)
 {
     std::wstring line;
     bool changed = false;
@@ -83,9 +83,9 @@ std::wstring NativeArguments(Files& files, std::string_view arguments)
     for (std::size_t i = 1; i < words.size(); ++i) {
         std::string native = ToUtf8(words[i]);
         if (IsDrivePath(words[i]) || Contains(words[i], "&#")) {
-            const std::string known = files.ToNative(words[i]);
-            const bool differs =
-                !known.empty() && known != ToUtf8(AbsolutePath(words[i], files.CurrentDirectory()));
+            const std::string known = drives.ToNative(words[i]);
+            const bool differs = !known.empty() &&
+                                 known != ToUtf8(AbsolutePath(words[i], drives.CurrentDirectory()));
             if (differs)
                 native = known;
             changed = changed || differs;
@@ -96,9 +96,9 @@ std::wstring NativeArguments(Files& files, std::string_view arguments)
 }
 
 /// What explorer takes as one folder, whatever is in its name. It knows no backslash rule.
-std::wstring ExplorerLine(Files& files, std::string_view folder)
+std::wstring ExplorerLine(Drives& drives, std::string_view folder)
 {
-    const std::wstring native = WideFromUtf8(files.ToNative(folder));
+    const std::wstring native = WideFromUtf8(drives.ToNative(folder));
     const bool plain = native.find_first_of(L" ,;=") == std::wstring::npos;
     return plain ? native : L"\"" + native + L"\"";
 }
@@ -108,19 +108,19 @@ struct NativeCommand {
     std::wstring arguments;
 };
 
-NativeCommand MakeNative(Files& files, const std::string& command_line)
+NativeCommand MakeNative(Drives& drives, const std::string& command_line)
 {
     if (const std::optional<std::string_view> folder = ExplorerFolder(command_line)) {
         const std::wstring explorer = FindInPath("explorer.exe");
         if (explorer.empty())
             Refuse("start", Trim(command_line), "no such program");
-        return {explorer, ExplorerLine(files, *folder)};
+        return {explorer, ExplorerLine(drives, *folder)};
     }
     for (const ProgramReading& reading : ProgramReadings(command_line)) {
-        std::wstring program = FindProgram(files, reading.program);
+        std::wstring program = FindProgram(drives, reading.program);
         if (!program.empty())
             return {std::move(program),
-                    NativeArguments(files, FromChar(command_line, reading.arguments + 1))};
+                    NativeArguments(drives, FromChar(command_line, reading.arguments + 1))};
     }
     Refuse("start", Trim(command_line), "no such program");
 }
@@ -129,9 +129,9 @@ NativeCommand MakeNative(Files& files, const std::string& command_line)
 
 void SystemPrograms::Start(const std::string& command_line, bool minimised)
 {
-    const NativeCommand command = MakeNative(files_, command_line);
+    const NativeCommand command = MakeNative(drives_, command_line);
     std::wstring line = L"\"" + command.program + L"\" " + command.arguments;
-    const std::wstring folder = WideFromUtf8(files_.ToNative(files_.CurrentDirectory()));
+    const std::wstring folder = WideFromUtf8(drives_.ToNative(drives_.CurrentDirectory()));
     STARTUPINFOW start{};
     start.cb = sizeof start;
     if (minimised) {
@@ -147,7 +147,7 @@ void SystemPrograms::Start(const std::string& command_line, bool minimised)
         const std::string reason = SystemReason(static_cast<int>(error));
         Refuse("start", Trim(command_line),
                error == ERROR_DIRECTORY || !IsFolder(folder)
-                   ? files_.CurrentDirectory() + ": " + reason
+                   ? drives_.CurrentDirectory() + ": " + reason
                    : reason);
     }
     ::CloseHandle(process.hThread);

@@ -59,14 +59,14 @@ class ShellTest : public testing::Test, public test::DriveFolder {
         return error ? std::string(KindName(error->kind)) : "";
     }
 
-    std::unique_ptr<Files> files = MakeDriveFiles({{'C', Root().string()}});
+    std::unique_ptr<Drives> files = MakeDriveFiles({{'C', Root().string()}});
     FrozenClock clock{{2004, 3, 5, 14, 7, 9}};
     HeldClipboard clipboard;
     StartRecorder programs;
     WordRecorder reporter;
     HeaderPictureLoader pictures{*files};
     ProgressRecorder progress;
-    Machine machine{*files, clock, clipboard, programs, reporter, pictures, progress};
+    Machine machine{*files, *files, clock, clipboard, programs, reporter, pictures, progress};
     Workspace workspace{machine};
 };
 

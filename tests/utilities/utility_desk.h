@@ -64,7 +64,7 @@ class UtilityDesk : public test::DriveFolder {
     test::FileTree Tree() const { return test::ReadTree(Root()); }
 
   private:
-    std::unique_ptr<Files> files_ = MakeDriveFiles({{'C', Root().string()}});
+    std::unique_ptr<Drives> files_ = MakeDriveFiles({{'C', Root().string()}});
     FrozenClock clock_{DateTime{}};
 
   public:
@@ -73,7 +73,7 @@ class UtilityDesk : public test::DriveFolder {
     RecordingReporter reporter;
     HeldPictures pictures;
     RecordingProgress progress;
-    Machine machine{*files_, clock_, clipboard, programs, reporter, pictures, progress};
+    Machine machine{*files_, *files_, clock_, clipboard, programs, reporter, pictures, progress};
 };
 
 /// The kind of the error that `action` throws; empty when there is none.

@@ -33,7 +33,7 @@ class DriveWindows : public DriveTest {
     /// The root as a drive path of the machine.
     std::string MachineRoot() const { return machine->FromNative(root); }
 
-    std::unique_ptr<Files> machine = MakeDriveFiles({});
+    std::unique_ptr<Drives> machine = MakeDriveFiles({});
 };
 
 TEST_F(DriveWindows, WithoutMappedDrivesTheMachinesOwnStand)

@@ -1,4 +1,4 @@
-#include "platform/posix/native_paths.h"
+#include "platform/posix/paths.h"
 
 #include "text/text.h"
 

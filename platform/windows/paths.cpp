@@ -1,4 +1,4 @@
-#include "platform/windows/native_paths.h"
+#include "platform/windows/paths.h"
 
 #include "platform/windows/api.h"
 
