@@ -71,9 +71,17 @@ std::vector<std::string> CutCommandLine(std::string_view command_line)
         words.emplace_back(command_line.substr(at, end - at));
         at = end;
     }
-    for (at = SkipBlanks(command_line, at); at < command_line.size();
-         at = SkipBlanks(command_line, at))
-        words.push_back(TakeWord(command_line, at));
+    for (std::string& word : CutArguments(command_line.substr(at)))
+        words.push_back(std::move(word));
+    return words;
+}
+
+std::vector<std::string> CutArguments(std::string_view arguments)
+{
+    std::vector<std::string> words;
+    for (std::size_t at = SkipBlanks(arguments, 0); at < arguments.size();
+         at = SkipBlanks(arguments, at))
+        words.push_back(TakeWord(arguments, at));
     return words;
 }
 
@@ -97,16 +105,18 @@ std::vector<ProgramReading> ProgramReadings(std::string_view command_line)
     return readings;
 }
 
-std::optional<std::string_view> ExplorerFolder(std::string_view command_line)
+std::optional<std::string> ExplorerFolder(const Launch& launch)
 {
-    command_line = Trim(command_line);
-    const std::string_view program = Before(command_line, ' ');
+    const std::string_view command = Trim(launch.command);
+    const std::string_view program = Before(command, ' ');
     if (!EqualsNoCase(program, "explorer") && !EqualsNoCase(program, "explorer.exe"))
         return std::nullopt;
-    std::string_view folder = Trim(command_line.substr(program.size()));
+    if (!launch.file.empty())
+        return launch.file;
+    std::string_view folder = Trim(command.substr(program.size()));
     if (folder.size() >= 2 && folder.front() == '"' && folder.back() == '"')
         folder = folder.substr(1, folder.size() - 2);
-    return folder;
+    return std::string(folder);
 }
 
 bool IsDrivePath(std::string_view word)

@@ -1,6 +1,8 @@
 // Command lines as text, by the rules of Windows.
 #pragma once
 
+#include "platform/programs.h"
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -23,8 +25,12 @@ struct ProgramReading {
 };
 std::vector<ProgramReading> ProgramReadings(std::string_view command_line);
 
-/// The folder X, blanks and all, of "explorer X"; none when the line starts another program.
-std::optional<std::string_view> ExplorerFolder(std::string_view command_line);
+/// The words of a command line behind its program: without the rules for the first word.
+std::vector<std::string> CutArguments(std::string_view arguments);
+
+/// The folder that the file manager is to show: X, blanks and all, of "explorer X", or the file of
+/// the launch. None when another program is started.
+std::optional<std::string> ExplorerFolder(const Launch& launch);
 
 /// Whether a word of a command line is an absolute drive path.
 bool IsDrivePath(std::string_view word);

@@ -2,11 +2,11 @@
 
 namespace kiv {
 
-void ProgramList::Start(const std::string& command_line, bool minimised)
+void ProgramList::Start(const Launch& launch)
 {
     if (next_ != nullptr)
-        next_->Start(command_line, minimised);
-    launched_.push_back(command_line);
+        next_->Start(launch);
+    launched_.push_back(launch.Text());
 }
 
 } // namespace kiv

@@ -32,7 +32,7 @@ std::string FindInPath(std::string_view name)
         return {};
     for (const std::string_view folder : Split(folders, ':')) {
         if (folder.empty() || folder[0] != '/')
-            continue; // relative to the process's directory, which is not the system's
+            continue; // relative to the process's directory, which is not the current one
         std::string place = std::string(folder).append("/").append(ToUtf8(name));
         struct stat state {};
         if (::stat(place.c_str(), &state) == 0 && S_ISREG(state.st_mode) &&
@@ -58,27 +58,39 @@ std::string FindProgram(Drives& drives, const std::string& program)
     return {};
 }
 
-NativeCommand MakeNative(Drives& drives, const std::string& command_line)
+/// A drive path as the started program knows it.
+std::string NativePath(Drives& drives, const std::string& path)
 {
-    if (const std::optional<std::string_view> folder = ExplorerFolder(command_line)) {
+    std::string native = drives.ToNative(path);
+    return native.empty() ? ToUtf8(path) : native; // on no drive of ours
+}
+
+void AddWords(NativeCommand& command, Drives& drives, std::string_view arguments)
+{
+    for (const std::string& word : CutArguments(arguments))
+        command.push_back(IsDrivePath(word) ? NativePath(drives, word) : ToUtf8(word));
+}
+
+NativeCommand MakeNative(Drives& drives, const Launch& launch)
+{
+    if (const std::optional<std::string> folder = ExplorerFolder(launch)) {
         const std::string opener = FindInPath("xdg-open");
         if (opener.empty())
             Refuse("start", "explorer", "no such program: xdg-open");
-        return {opener, drives.ToNative(*folder)};
+        return {opener, NativePath(drives, *folder)};
     }
-    for (const ProgramReading& reading : ProgramReadings(command_line)) {
+    for (const ProgramReading& reading : ProgramReadings(launch.command)) {
         std::string program = FindProgram(drives, reading.program);
         if (program.empty())
             continue;
         NativeCommand command{std::move(program)};
-        // A first word of its own keeps the rules of the first word from the arguments.
-        const std::vector<std::string> words =
-            CutCommandLine("x " + command_line.substr(reading.arguments));
-        for (std::size_t i = 1; i < words.size(); ++i)
-            command.push_back(IsDrivePath(words[i]) ? drives.ToNative(words[i]) : ToUtf8(words[i]));
+        AddWords(command, drives, FromChar(launch.command, reading.arguments + 1));
+        if (!launch.file.empty())
+            command.push_back(NativePath(drives, launch.file));
+        AddWords(command, drives, launch.options);
         return command;
     }
-    Refuse("start", Trim(command_line), "no such program");
+    Refuse("start", Trim(launch.Text()), "no such program");
 }
 
 /// What the started process tells of its failure.
@@ -108,7 +120,7 @@ Failure Become(const char* folder, char* const* arguments)
 
 /// Starts the command in a session of its own, as a child of nobody. The pipe is closed by the
 /// program's start.
-Failure Launch(const char* folder, char* const* arguments)
+Failure StartDetached(const char* folder, char* const* arguments)
 {
     std::array<int, 2> pipe{};
     if (::pipe2(pipe.data(), O_CLOEXEC) != 0)
@@ -143,16 +155,16 @@ Failure Launch(const char* folder, char* const* arguments)
 
 } // namespace
 
-void SystemPrograms::Start(const std::string& command_line, bool /*minimised*/)
+void SystemPrograms::Start(const Launch& launch)
 {
-    NativeCommand command = MakeNative(drives_, command_line);
+    NativeCommand command = MakeNative(drives_, launch);
     std::vector<char*> arguments;
     arguments.reserve(command.size() + 1);
     for (std::string& word : command)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
     const std::string folder = drives_.ToNative(drives_.CurrentDirectory());
-    const Failure failure = Launch(folder.c_str(), arguments.data());
+    const Failure failure = StartDetached(folder.c_str(), arguments.data());
     if (failure.error == 0)
         return;
     const std::string reason = SystemReason(failure.error);

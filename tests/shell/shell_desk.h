@@ -20,9 +20,12 @@ namespace kiv {
 class StartRecorder : public Programs {
   public:
     std::vector<std::string> started;
-    void Start(const std::string& command_line, bool minimised) override
+    std::vector<std::string> files; // that they were started for
+    void Start(const Launch& launch) override
     {
-        started.push_back(command_line + (minimised ? " (minimised)" : ""));
+        if (!launch.file.empty())
+            files.push_back(launch.file);
+        started.push_back(launch.Text() + (launch.minimised ? " (minimised)" : ""));
     }
 };
 

@@ -51,6 +51,7 @@ TEST(PictureLists, FullSizePictureAlone)
     EXPECT_THAT(desk.progress.statuses, ElementsAre("cat.jpg", "sizer done. piclist.txt created."));
     EXPECT_THAT(desk.programs.Launched(),
                 ElementsAre("edit.exe _alt.txt", "edit.exe _piclist.txt"));
+    EXPECT_THAT(desk.programs.files, ElementsAre("_alt.txt", "_piclist.txt"));
 }
 
 TEST(PictureLists, ThumbnailWithoutPartner)
@@ -279,9 +280,9 @@ TEST(PictureLists, ProgramsStartInThePicturesFolder)
     class DirectoryNote : public Programs {
       public:
         explicit DirectoryNote(Files& files) : files_(files) {}
-        void Start(const std::string&, bool minimised) override
+        void Start(const Launch& launch) override
         {
-            EXPECT_FALSE(minimised);
+            EXPECT_FALSE(launch.minimised);
             directories.push_back(files_.CurrentDirectory());
         }
         std::vector<std::string> directories;

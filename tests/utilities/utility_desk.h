@@ -39,6 +39,18 @@ class RecordingProgress : public Progress {
     std::vector<std::pair<int, int>> steps;
 };
 
+/// Keeps the files that programs were started for, besides the command lines.
+class StartedPrograms : public ProgramList {
+  public:
+    void Start(const Launch& launch) override
+    {
+        files.push_back(launch.file);
+        ProgramList::Start(launch);
+    }
+
+    std::vector<std::string> files;
+};
+
 /// Picture sizes by name; a picture without one cannot be read.
 class HeldPictures : public PictureLoader {
   public:
@@ -69,7 +81,7 @@ class UtilityDesk : public test::DriveFolder {
 
   public:
     HeldClipboard clipboard;
-    ProgramList programs;
+    StartedPrograms programs;
     RecordingReporter reporter;
     HeldPictures pictures;
     RecordingProgress progress;
