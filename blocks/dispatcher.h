@@ -2,7 +2,7 @@
 #pragma once
 
 #include "blocks/line_source.h"
-#include "platform/files.h"
+#include "platform/file_reader.h"
 #include "platform/reporter.h"
 
 #include <string>
@@ -18,7 +18,7 @@ struct BlockMemory {
 /// What an expander may use.
 struct BlockContext {
     LineSource& lines;
-    Files& files;
+    FileReader& files;
     Reporter& reporter;
     std::string& style_sheet; // the build's table style sheet
     BlockMemory& memory;

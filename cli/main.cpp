@@ -7,8 +7,8 @@
 #include <vector>
 
 #ifdef _WIN32
-#include "platform/windows_system.h"
-#include "platform/windows_text.h"
+#include "platform/windows/api.h"
+#include "platform/windows/wide_text.h"
 
 #include <fcntl.h>
 #include <io.h>

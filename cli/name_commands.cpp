@@ -72,9 +72,9 @@ void AddUndo(CLI::App& app, Call& call)
     CLI::App* const command = AddCommand(app, "undo-renames", [&call, report] {
         call.renames = true;
         call.run = [report](CallDesk& desk) {
-            Files& files = desk.workspace.machine().files;
-            const std::string path = files.FromNative(*report);
-            desk.workspace.UndoRenames(RenamesOfReport(files.ReadFile(path), path));
+            Machine& machine = desk.workspace.machine();
+            const std::string path = machine.native_paths.FromNative(*report);
+            desk.workspace.UndoRenames(RenamesOfReport(machine.files.ReadFile(path), path));
         };
     });
     AddDirectory(*command, call);

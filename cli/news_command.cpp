@@ -49,10 +49,11 @@ void RunNews(CallDesk& desk, const NewsOptions& options)
 {
     Workspace& workspace = desk.workspace;
     Files& files = workspace.machine().files;
+    NativePaths& native_paths = workspace.machine().native_paths;
     NewsItem item;
-    item.text = files.ReadFile(files.FromNative(options.text));
+    item.text = files.ReadFile(native_paths.FromNative(options.text));
     if (options.has_lead)
-        item.lead = files.ReadFile(files.FromNative(options.lead));
+        item.lead = files.ReadFile(native_paths.FromNative(options.lead));
     NewsSettings settings = workspace.LoadNewsSettings();
     item.site = SiteNumber(options.site).value_or(0);
     item.file_name = FromUtf8(options.name);

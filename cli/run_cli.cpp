@@ -30,7 +30,7 @@ void Prepare(Workspace& workspace, const Call& call)
     // No name, most likely from a script's empty variable, is not the current directory; and
     // "\\server\share" is no place.
     const std::string directory =
-        call.directory.empty() ? "" : workspace.machine().files.FromNative(call.directory);
+        call.directory.empty() ? "" : workspace.machine().native_paths.FromNative(call.directory);
     if (directory.empty())
         throw RunError(ErrorKind::file,
                        "cannot change to \"" + FromUtf8(call.directory) + "\": no such folder");
@@ -45,7 +45,7 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
     const DriveMap drives = DrivesFrom(around.variable, call.drive_c);
     if (call.makes_drive_c)
         MakeDriveC(drives);
-    const std::unique_ptr<Files> files = MakeDriveFiles(drives);
+    const std::unique_ptr<Drives> files = MakeDriveFiles(drives);
     const std::unique_ptr<Clock> clock = MakeClock(call.now);
     HeldClipboard clipboard;
     SystemPrograms system_programs(*files);
@@ -54,7 +54,7 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
     CliReporter reporter(call.json ? nullptr : &around.err, terminal_line);
     CliProgress progress(terminal_line);
     HeaderPictureLoader pictures(*files);
-    Machine machine{*files, *clock, clipboard, programs, reporter, pictures, progress};
+    Machine machine{*files, *files, *clock, clipboard, programs, reporter, pictures, progress};
     Workspace workspace(machine);
     RunReport report;
     CallDesk desk{workspace, around.in, report};

@@ -64,11 +64,11 @@ int RunDesktop(int count, char** arguments)
 
     const DriveMap drives = DrivesFrom(Variable);
     MakeDriveC(drives);
-    const std::unique_ptr<Files> files = MakeDriveFiles(drives);
+    const std::unique_ptr<Drives> files = MakeDriveFiles(drives);
     SystemClock clock;
     SystemPrograms programs(*files);
     HeaderPictureLoader pictures(*files);
-    MainWindow window({*files, clock, programs, pictures});
+    MainWindow window({*files, *files, clock, programs, pictures});
     if (directory)
         directory = files->FromNative(*directory);
     window.show();

@@ -154,7 +154,7 @@ void DirectoryWindow::ShowFolder(const std::string& folder)
 {
     FolderView view;
     const auto look = [&](const std::string& at) {
-        return workspace().Run([&] { view = ViewFolder(workspace().machine().files, at); });
+        return workspace().Run([&] { view = ViewFolder(workspace().machine(), at); });
     };
     if (const std::optional<RunError> error = look(folder)) {
         desk().ShowMessage(ErrorText(*error));

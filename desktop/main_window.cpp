@@ -46,8 +46,8 @@ Window& OneOf(MainWindow& main_window)
 MainWindow::MainWindow(const Surroundings& around)
     : status_(new StatusArea(this)),
       reporter_([this](std::string_view text) { ShowMessage(text); }),
-      machine_{around.files, around.clock,    clipboard_, around.programs,
-               reporter_,    around.pictures, *status_},
+      machine_{around.files,    around.native_paths, around.clock,    clipboard_,
+               around.programs, reporter_,           around.pictures, *status_},
       workspace_(machine_), controls_(new CommandControls(*menuBar(), this)),
       messages_(new MessagesPane(this))
 {

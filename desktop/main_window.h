@@ -24,6 +24,7 @@ class StatusArea;
 /// The parts of the machine that are no windows.
 struct Surroundings {
     Files& files;
+    NativePaths& native_paths;
     Clock& clock;
     Programs& programs;
     PictureLoader& pictures;

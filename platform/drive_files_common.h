@@ -1,8 +1,8 @@
 // What the drives have in common on every system: the current directory, the list of written files,
-// the order of listings, the words of errors.
+// the order of listings.
 #pragma once
 
-#include "platform/files.h"
+#include "platform/drives.h"
 
 #include <cstdint>
 #include <string>
@@ -11,7 +11,7 @@
 
 namespace kiv {
 
-class DriveFiles : public Files {
+class DriveFiles : public Drives {
   public:
     const std::string& CurrentDirectory() const override { return current_; }
     void ChangeDirectory(std::string_view path) override;
@@ -45,12 +45,6 @@ class DriveFiles : public Files {
         return now - changed < young ? changed + writes_ : changed;
     }
 
-    /// Throws RunError: "cannot `action` `path`: `reason`".
-    [[noreturn]] static void Refuse(std::string_view action, std::string_view path,
-                                    std::string_view reason);
-    /// The same with the reason that the system's error number stands for.
-    [[noreturn]] static void RefuseWith(std::string_view action, std::string_view path, int error);
-
   private:
     std::vector<std::string> Listing(std::string_view folder, std::string_view pattern,
                                      bool folders);
@@ -59,10 +53,5 @@ class DriveFiles : public Files {
     std::vector<std::string> written_;
     std::int64_t writes_ = 0; // never starts anew: stamps outlive a Refresh
 };
-
-/// The system's words for an error number, as it has them.
-std::string SystemWords(int error);
-/// The same beginning in lower case and without full stop.
-std::string SystemReason(int error);
 
 } // namespace kiv

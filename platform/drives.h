@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/files.h"
+#include "platform/native_paths.h"
 
 #include <map>
 #include <memory>
@@ -13,7 +14,9 @@ namespace kiv {
 /// all other letters.
 using DriveMap = std::map<char, std::string>;
 
-/// The machine's drives and files.
-std::unique_ptr<Files> MakeDriveFiles(const DriveMap& drives);
+/// The machine's drives: the files on them, and what they are called outside.
+class Drives : public Files, public NativePaths {};
+
+std::unique_ptr<Drives> MakeDriveFiles(const DriveMap& drives);
 
 } // namespace kiv

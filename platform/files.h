@@ -1,7 +1,9 @@
-// Drives and files as the system sees them: drive paths, "\" and "/", names that ignore case, a
-// current directory of its own. Every path and name is Windows-1252 text and may be relative to the
-// current directory.
+// Files as this program sees them: drive paths, "\" and "/", names that ignore case, a current
+// directory of its own. Every path and name is Windows-1252 text and may be relative to the current
+// directory.
 #pragma once
+
+#include "platform/file_reader.h"
 
 #include <cstdint>
 #include <string>
@@ -26,23 +28,15 @@ struct FileStamp {
     bool operator==(const FileStamp&) const = default;
 };
 
-/// All of these throw RunError of kind `file`, naming the path, when the system refuses, unless
-/// said otherwise.
-class Files {
+/// All of these throw RunError of kind `file`, naming the path, when the operating system refuses,
+/// unless said otherwise.
+class Files : public FileReader {
   public:
-    Files() = default;
-    Files(const Files&) = delete;
-    Files& operator=(const Files&) = delete;
-    virtual ~Files() = default;
-
     /// The current directory: an absolute drive path without final "\" but at a root.
     virtual const std::string& CurrentDirectory() const = 0;
     /// Makes an existing folder the current directory. Its spelling is kept as given.
     virtual void ChangeDirectory(std::string_view path) = 0;
 
-    /// A plain file is there. Never throws: a folder, the empty name and a name that ends in a
-    /// separator are none.
-    virtual bool FileExists(std::string_view path) = 0;
     /// A folder is there. Never throws.
     virtual bool FolderExists(std::string_view path) = 0;
     /// Something bears this name, if only a link to nothing. Never throws.
@@ -52,12 +46,6 @@ class Files {
     }
     /// The state of a file; `exists` is false where there is none. Never throws.
     virtual FileStamp Stamp(std::string_view path) = 0;
-
-    /// The whole content.
-    virtual std::string ReadFile(std::string_view path) = 0;
-    /// Up to `count` bytes from `offset` on (fewer at the end of the file).
-    virtual std::string ReadPart(std::string_view path, std::uint64_t offset,
-                                 std::size_t count) = 0;
 
     /// Finds the place of a file that is to be written: its folder must exist and the name must be
     /// no folder.
@@ -71,8 +59,8 @@ class Files {
     /// Adds `bytes` at the end of a file, which is made when missing. Counts as written.
     virtual void AppendToFile(std::string_view path, std::string_view bytes) = 0;
 
-    /// Makes one folder; false when the system refuses (its parent is missing, the name is taken).
-    /// Never throws.
+    /// Makes one folder; false when that is not possible (its parent is missing, the name is
+    /// taken). Never throws.
     virtual bool MakeFolder(std::string_view path) = 0;
     virtual void DeleteFile(std::string_view path) = 0;
     /// Renames a file. A name that is taken is never overwritten: "target exists". Only the case of
@@ -84,16 +72,6 @@ class Files {
     virtual std::vector<std::string> ListFiles(std::string_view folder,
                                                std::string_view pattern) = 0;
     virtual std::vector<std::string> ListFolders(std::string_view folder) = 0;
-    /// The drive letters there are, upper case, in order.
-    virtual std::string DriveLetters() = 0;
-
-    /// A native path, or a drive path, as an absolute drive path. A relative native path is taken
-    /// from the process's directory. Never throws.
-    virtual std::string FromNative(std::string_view utf8) = 0;
-    /// The native path of a drive path, in UTF-8, as a started program needs it. Empty when there
-    /// is no such drive.
-    virtual std::string ToNative(std::string_view path) = 0;
-
     /// Every file written since the last Refresh, as absolute drive paths, in the order of their
     /// closing.
     virtual const std::vector<std::string>& Written() const = 0;

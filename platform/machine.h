@@ -4,6 +4,7 @@
 #include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/native_paths.h"
 #include "platform/picture_loader.h"
 #include "platform/programs.h"
 #include "platform/progress.h"
@@ -13,6 +14,7 @@ namespace kiv {
 
 struct Machine {
     Files& files;
+    NativePaths& native_paths; // for the faces alone
     Clock& clock;
     Clipboard& clipboard;
     Programs& programs;

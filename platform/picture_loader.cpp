@@ -35,7 +35,7 @@ constexpr std::size_t kGifSize = 10; // where the size of a GIF ends
 /// The bytes of a file, read in steps where they are asked for.
 class FileBytes {
   public:
-    FileBytes(Files& files, std::string_view path) : files_(files), path_(path) {}
+    FileBytes(FileReader& files, std::string_view path) : files_(files), path_(path) {}
 
     /// Up to `count` bytes from `offset` on.
     std::string_view Part(std::uint64_t offset, std::size_t count)
@@ -57,7 +57,7 @@ class FileBytes {
   private:
     static constexpr std::size_t kStep = 512;
 
-    Files& files_;
+    FileReader& files_;
     std::string_view path_;
     std::string bytes_;
     std::uint64_t begin_ = 0;
@@ -123,7 +123,7 @@ std::string Header(FileBytes& file)
     return gif && head.size() >= kGifSize ? std::string(head) : std::string();
 }
 
-std::string ReadHeader(Files& files, std::string_view path)
+std::string ReadHeader(FileReader& files, std::string_view path)
 {
     try {
         FileBytes file(files, path);

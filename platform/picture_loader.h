@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/files.h"
+#include "platform/file_reader.h"
 
 #include <string_view>
 
@@ -28,11 +28,11 @@ class PictureLoader {
 /// Reads the header and no more.
 class HeaderPictureLoader : public PictureLoader {
   public:
-    explicit HeaderPictureLoader(Files& files) : files_(files) {}
+    explicit HeaderPictureLoader(FileReader& files) : files_(files) {}
     PictureSize Size(std::string_view path) override;
 
   private:
-    Files& files_;
+    FileReader& files_;
 };
 
 } // namespace kiv

@@ -1,123 +1,12 @@
 #include "platform/programs.h"
 
-#include "platform/drive_path.h"
-#include "text/text.h"
-
-#include <algorithm>
-
 namespace kiv {
 
-namespace {
-
-bool IsBlank(char c)
-{
-    return c == ' ' || c == '\t';
-}
-
-std::size_t SkipBlanks(std::string_view text, std::size_t at)
-{
-    while (at < text.size() && IsBlank(text[at]))
-        ++at;
-    return at;
-}
-
-/// The word that begins at `at`, which is moved behind it.
-std::string TakeWord(std::string_view line, std::size_t& at)
-{
-    std::string word;
-    bool quoted = false;
-    while (at < line.size() && (quoted || !IsBlank(line[at]))) {
-        const std::size_t end = std::min(line.find_first_not_of('\\', at), line.size());
-        const std::size_t backslashes = end - at;
-        at = end;
-        const bool before_quote = at < line.size() && line[at] == '"';
-        word.append(before_quote ? backslashes / 2 : backslashes, '\\');
-        if (before_quote) {
-            if (backslashes % 2 == 1)
-                word.push_back('"');
-            else
-                quoted = !quoted;
-            ++at;
-        } else if (backslashes == 0) {
-            word.push_back(line[at++]);
-        }
-    }
-    return word;
-}
-
-/// The program when the line begins with a quote at `at`; `at` is moved behind the closing quote.
-std::string TakeQuotedProgram(std::string_view line, std::size_t& at)
-{
-    const std::size_t begin = at + 1;
-    const std::size_t end = std::min(line.find('"', begin), line.size());
-    at = std::min(end + 1, line.size());
-    return std::string(line.substr(begin, end - begin));
-}
-
-} // namespace
-
-void ProgramList::Start(const std::string& command_line, bool minimised)
+void ProgramList::Start(const Launch& launch)
 {
     if (next_ != nullptr)
-        next_->Start(command_line, minimised);
-    launched_.push_back(command_line);
-}
-
-std::vector<std::string> CutCommandLine(std::string_view command_line)
-{
-    std::vector<std::string> words;
-    std::size_t at = SkipBlanks(command_line, 0);
-    if (at == command_line.size())
-        return words;
-    if (command_line[at] == '"') {
-        words.push_back(TakeQuotedProgram(command_line, at));
-    } else {
-        const std::size_t end =
-            std::min(command_line.find_first_of(" \t", at), command_line.size());
-        words.emplace_back(command_line.substr(at, end - at));
-        at = end;
-    }
-    for (at = SkipBlanks(command_line, at); at < command_line.size();
-         at = SkipBlanks(command_line, at))
-        words.push_back(TakeWord(command_line, at));
-    return words;
-}
-
-std::vector<ProgramReading> ProgramReadings(std::string_view command_line)
-{
-    std::vector<ProgramReading> readings;
-    std::size_t begin = SkipBlanks(command_line, 0);
-    if (begin == command_line.size())
-        return readings;
-    if (command_line[begin] == '"') {
-        std::string program = TakeQuotedProgram(command_line, begin);
-        readings.push_back({std::move(program), SkipBlanks(command_line, begin)});
-        return readings;
-    }
-    for (std::size_t at = begin; at < command_line.size();) {
-        const std::size_t end =
-            std::min(command_line.find_first_of(" \t", at), command_line.size());
-        at = SkipBlanks(command_line, end);
-        readings.push_back({std::string(command_line.substr(begin, end - begin)), at});
-    }
-    return readings;
-}
-
-std::optional<std::string_view> ExplorerFolder(std::string_view command_line)
-{
-    command_line = Trim(command_line);
-    const std::string_view program = Before(command_line, ' ');
-    if (!EqualsNoCase(program, "explorer") && !EqualsNoCase(program, "explorer.exe"))
-        return std::nullopt;
-    std::string_view folder = Trim(command_line.substr(program.size()));
-    if (folder.size() >= 2 && folder.front() == '"' && folder.back() == '"')
-        folder = folder.substr(1, folder.size() - 2);
-    return folder;
-}
-
-bool IsDrivePath(std::string_view word)
-{
-    return HasDrive(word) && word.size() > 2 && IsSeparator(word[2]);
+        next_->Start(launch);
+    launched_.push_back(launch.Text());
 }
 
 } // namespace kiv

@@ -2,14 +2,23 @@
 // directly.
 #pragma once
 
-#include "platform/files.h"
+#include "platform/drives.h"
 
-#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace kiv {
+
+/// What is started: a command line, in which the name of a file may stand.
+struct Launch {
+    std::string command;      // the program and what stands before the file's name, a blank at last
+    std::string file = {};    // drive path, blanks and all, without quotes; empty: none
+    std::string options = {}; // what stands behind the file's name, beginning with a blank
+    bool minimised = false;
+
+    /// The whole line, as reports show it.
+    std::string Text() const { return command + file + options; }
+};
 
 class Programs {
   public:
@@ -18,16 +27,17 @@ class Programs {
     Programs& operator=(const Programs&) = delete;
     virtual ~Programs() = default;
 
-    /// Starts a program from a command line in the system's current directory and does not wait for
-    /// it. Throws RunError of kind `file` when there is no such program.
-    virtual void Start(const std::string& command_line, bool minimised = false) = 0;
+    /// Starts a program in this program's current directory and does not wait for it. The program
+    /// gets the words of `command`, the native path of `file` as one argument, whatever is in it,
+    /// and the words of `options`. Throws RunError of kind `file` when there is no such program.
+    virtual void Start(const Launch& launch) = 0;
 };
 
 /// Keeps a list of the command lines and hands them on to `next`, when there is one.
 class ProgramList : public Programs {
   public:
     explicit ProgramList(Programs* next = nullptr) : next_(next) {}
-    void Start(const std::string& command_line, bool minimised = false) override;
+    void Start(const Launch& launch) override;
     const std::vector<std::string>& Launched() const { return launched_; }
 
   private:
@@ -38,31 +48,11 @@ class ProgramList : public Programs {
 /// Starts programs for real.
 class SystemPrograms : public Programs {
   public:
-    explicit SystemPrograms(Files& files) : files_(files) {}
-    void Start(const std::string& command_line, bool minimised = false) override;
+    explicit SystemPrograms(Drives& drives) : drives_(drives) {}
+    void Start(const Launch& launch) override;
 
   private:
-    Files& files_;
+    Drives& drives_;
 };
-
-/// A command line cut into words by the Windows rules: blanks and tabs part, double quotes hold
-/// together, 2n backslashes before a quote are n, 2n+1 are n and the quote itself. The first word
-/// ends at its closing quote or first blank and knows no backslash rule.
-std::vector<std::string> CutCommandLine(std::string_view command_line);
-
-/// The ways to read an unquoted program path with blanks, in the order tried: "C:\a b\c.exe -m" may
-/// be "C:\a", "C:\a b\c.exe" or the whole. Each with the position (0-based) where its arguments
-/// begin.
-struct ProgramReading {
-    std::string program;
-    std::size_t arguments = 0;
-};
-std::vector<ProgramReading> ProgramReadings(std::string_view command_line);
-
-/// The folder X, blanks and all, of "explorer X"; none when the line starts another program.
-std::optional<std::string_view> ExplorerFolder(std::string_view command_line);
-
-/// Whether a word of a command line is an absolute drive path.
-bool IsDrivePath(std::string_view word);
 
 } // namespace kiv

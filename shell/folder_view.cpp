@@ -27,13 +27,14 @@ std::vector<FolderEntry> WayTo(std::string_view folder)
 
 } // namespace
 
-FolderView ViewFolder(Files& files, std::string_view folder)
+FolderView ViewFolder(const Machine& machine, std::string_view folder)
 {
+    Files& files = machine.files;
     FolderView view;
     view.folder = AbsolutePath(folder, files.CurrentDirectory());
     if (view.folder.empty() || !files.FolderExists(view.folder))
         throw RunError(ErrorKind::file, "cannot open the folder " + std::string(folder));
-    view.drives = files.DriveLetters();
+    view.drives = machine.native_paths.DriveLetters();
     view.above = WayTo(view.folder);
     for (const std::string& name : files.ListFolders(view.folder))
         view.inside.push_back({name, WithSeparator(view.folder) + name});

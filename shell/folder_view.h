@@ -1,7 +1,7 @@
 // What the directory window shows of a folder.
 #pragma once
 
-#include "platform/files.h"
+#include "platform/machine.h"
 
 #include <string>
 #include <string_view>
@@ -24,6 +24,6 @@ struct FolderView {
 };
 
 /// Looks at a folder. Throws RunError of kind `file` when it is not there.
-FolderView ViewFolder(Files& files, std::string_view folder);
+FolderView ViewFolder(const Machine& machine, std::string_view folder);
 
 } // namespace kiv

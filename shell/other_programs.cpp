@@ -14,7 +14,7 @@ constexpr std::string_view kCaseProgram = "c:\\utils\\dosutils\\case ";
 
 void Explore(Machine& machine, const std::string& folder)
 {
-    machine.programs.Start("explorer " + folder);
+    machine.programs.Start({"explorer ", folder});
 }
 
 } // namespace
@@ -27,7 +27,7 @@ void Workspace::StoreEditor(std::string_view command)
 
 void Workspace::Edit(std::string_view file)
 {
-    machine_.programs.Start(EditorCommand + std::string(file));
+    machine_.programs.Start({EditorCommand, std::string(file)});
 }
 
 void Workspace::EditJumpList()
@@ -92,22 +92,23 @@ std::vector<std::string> Workspace::OutputRoots()
 
 void Workspace::RunUploadBatch()
 {
-    machine_.programs.Start(kUploadProgram, true);
+    machine_.programs.Start({.command = kUploadProgram, .minimised = true});
 }
 
 void Workspace::RunLanthorn()
 {
-    machine_.programs.Start(kLanthorn);
+    machine_.programs.Start({kLanthorn});
 }
 
 void Workspace::LowerCaseNames()
 {
-    machine_.programs.Start(std::string(kCaseProgram) + "*.* /l", true);
+    machine_.programs.Start({.command = std::string(kCaseProgram) + "*.* /l", .minimised = true});
 }
 
 void Workspace::LowerCaseNamesOf(std::string_view folder)
 {
-    machine_.programs.Start(std::string(kCaseProgram) + WithSeparator(folder) + "*.* /l", true);
+    machine_.programs.Start(
+        {std::string(kCaseProgram), WithSeparator(folder) + "*.*", " /l", true});
 }
 
 } // namespace kiv

@@ -29,8 +29,9 @@ std::vector<std::string> DeclaredOutputRoots(Machine& machine, const BlockMemory
 {
     SilentReporter reporter;
     SilentProgress progress;
-    Machine quiet{machine.files, machine.clock,    machine.clipboard, machine.programs,
-                  reporter,      machine.pictures, progress};
+    Machine quiet{
+        machine.files, machine.native_paths, machine.clock, machine.clipboard, machine.programs,
+        reporter,      machine.pictures,     progress};
     const BuildOptions options;
     BlockMemory block_memory = blocks;
     Build build(quiet, options, block_memory);

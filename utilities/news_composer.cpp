@@ -105,7 +105,7 @@ void makehtml(Machine& machine, const NewsDesk& desk, const NewsItem& item,
     files.Commit(site_list_file, site_list);
     if (!paths.home_list.empty())
         for (const std::string& path : {paths.body, paths.site_list, paths.home_list})
-            machine.programs.Start(desk.editor_command + path);
+            machine.programs.Start({desk.editor_command, path});
 }
 
 bool newsdoit(Machine& machine, const NewsDesk& desk, const NewsItem& item,

@@ -53,7 +53,7 @@ void SizePicturesHere(Machine& machine, const std::string& editor_command)
     WritePictureFiles(machine.files, EmitPictures(pictures, count, folder_name));
     machine.progress.Status("sizer done. piclist.txt created.");
     for (const std::string_view file : {kAltFile, kPictureListFile})
-        machine.programs.Start(editor_command + std::string(file));
+        machine.programs.Start({editor_command, std::string(file)});
 }
 
 } // namespace

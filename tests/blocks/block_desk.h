@@ -48,7 +48,7 @@ class RecordingReporter : public Reporter {
 };
 
 /// A machine whose only file is the quiz script. Anything but reading is a fault of the test.
-class QuizScriptOnly : public Files {
+class QuizScriptOnly : public FileReader {
   public:
     bool has_quiz_script = true;
     std::string quiz_script = "function startQuiz() {}\r\n";
@@ -60,28 +60,8 @@ class QuizScriptOnly : public Files {
         return quiz_script;
     }
 
-    const std::string& CurrentDirectory() const override { throw Unused(); }
-    void ChangeDirectory(std::string_view) override { throw Unused(); }
     bool FileExists(std::string_view) override { throw Unused(); }
-    bool FolderExists(std::string_view) override { throw Unused(); }
-    FileStamp Stamp(std::string_view) override { throw Unused(); }
     std::string ReadPart(std::string_view, std::uint64_t, std::size_t) override { throw Unused(); }
-    OutputFile Open(std::string_view) override { throw Unused(); }
-    void Commit(const OutputFile&, std::string_view) override { throw Unused(); }
-    void AppendToFile(std::string_view, std::string_view) override { throw Unused(); }
-    bool MakeFolder(std::string_view) override { throw Unused(); }
-    void DeleteFile(std::string_view) override { throw Unused(); }
-    void RenameFile(std::string_view, std::string_view) override { throw Unused(); }
-    std::vector<std::string> ListFiles(std::string_view, std::string_view) override
-    {
-        throw Unused();
-    }
-    std::vector<std::string> ListFolders(std::string_view) override { throw Unused(); }
-    std::string DriveLetters() override { throw Unused(); }
-    std::string FromNative(std::string_view) override { throw Unused(); }
-    std::string ToNative(std::string_view) override { throw Unused(); }
-    const std::vector<std::string>& Written() const override { throw Unused(); }
-    void Refresh() override { throw Unused(); }
 
   private:
     static std::logic_error Unused() { return std::logic_error("not for block expanders"); }

@@ -34,7 +34,8 @@ MainWindowDesk::MainWindowDesk()
 
 MainWindow& MainWindowDesk::Start(const std::optional<std::string>& argument)
 {
-    window_ = std::make_unique<MainWindow>(Surroundings{*files, clock, *starter, pictures_});
+    window_ =
+        std::make_unique<MainWindow>(Surroundings{*files, *files, clock, *starter, pictures_});
     window_->show();
     window_->Start(argument);
     return *window_;

@@ -66,7 +66,7 @@ class MainWindowDesk : public test::DriveFolder {
     BoxReader boxes;
     WatchedClock clock;
 
-    std::unique_ptr<Files> files = MakeDriveFiles({{'C', Root().string()}});
+    std::unique_ptr<Drives> files = MakeDriveFiles({{'C', Root().string()}});
     ProgramList programs;
     /// What the window starts programs with; for tests of real starts.
     Programs* starter = &programs;

@@ -57,11 +57,11 @@ class SideWindowDesk : public CommandDesk, public test::DriveFolder {
     WindowClipboard clipboard;
 
   private:
-    std::unique_ptr<Files> files_ = MakeDriveFiles({{'C', Root().string()}});
+    std::unique_ptr<Drives> files_ = MakeDriveFiles({{'C', Root().string()}});
     FrozenClock clock_{{2004, 3, 5, 14, 7, 9}};
     HeaderPictureLoader pictures_{*files_};
     NoProgress progress_;
-    Machine machine_{*files_, clock_, clipboard, programs, words, pictures_, progress_};
+    Machine machine_{*files_, *files_, clock_, clipboard, programs, words, pictures_, progress_};
     Workspace workspace_{machine_};
 };
 

@@ -1,3 +1,4 @@
+#include "platform/command_lines.h"
 #include "platform/programs.h"
 #include "platform/run_error.h"
 
@@ -73,8 +74,8 @@ TEST(ProgramList, KeepsAndHandsOn)
 {
     ProgramList inner;
     ProgramList outer(&inner);
-    outer.Start("edit a.txt");
-    outer.Start("edit b.txt", true);
+    outer.Start({"edit a.txt"});
+    outer.Start({.command = "edit b.txt", .minimised = true});
     EXPECT_THAT(outer.Launched(), ElementsAre("edit a.txt", "edit b.txt"));
     EXPECT_THAT(inner.Launched(), ElementsAre("edit a.txt", "edit b.txt"));
 }
@@ -83,13 +84,13 @@ TEST(ProgramList, WhatCouldNotBeStartedIsNotListed)
 {
     class NoPrograms : public Programs {
       public:
-        void Start(const std::string& command_line, bool /*minimised*/) override
+        void Start(const Launch& launch) override
         {
-            throw RunError(ErrorKind::file, "cannot start " + command_line);
+            throw RunError(ErrorKind::file, "cannot start " + launch.Text());
         }
     } none;
     ProgramList list(&none);
-    EXPECT_THROW(list.Start("edit a.txt"), RunError);
+    EXPECT_THROW(list.Start({"edit a.txt"}), RunError);
     EXPECT_THAT(list.Launched(), ElementsAre());
 }
 

@@ -1,5 +1,5 @@
 // Names on the drive: found as written, then ignoring case, in their present state; listings.
-#include "drive_test.h"
+#include "tests/platform/drive_test.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // Deleting and renaming: nothing ever lands on a name that is taken.
-#include "drive_test.h"
+#include "tests/platform/drive_test.h"
 
 #include <gmock/gmock.h>
 

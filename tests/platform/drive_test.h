@@ -77,7 +77,7 @@ class DriveTest : public testing::Test {
     test::TemporaryFolder own;
     std::string top = own.Path().string();          // the test's folder
     std::string root = (own.Path() / "c").string(); // drive C
-    std::unique_ptr<Files> files;
+    std::unique_ptr<Drives> files;
 };
 
 using Names = std::set<std::string>;

@@ -1,5 +1,5 @@
 // Files are written whole: they hold their old content or the new, and nothing is left beside them.
-#include "drive_test.h"
+#include "tests/platform/drive_test.h"
 
 #include <chrono>
 #include <gmock/gmock.h>

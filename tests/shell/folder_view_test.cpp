@@ -16,7 +16,7 @@ TEST_F(FolderViews, FolderWithAllAboveAndInside)
     Put("site/images/b.gif");
     Put("site/_html.txt");
     Put("site/Zebra.htm");
-    const FolderView view = ViewFolder(*files, "C:\\site\\");
+    const FolderView view = ViewFolder(machine, "C:\\site\\");
     EXPECT_EQ(view.folder, "C:\\site");
     EXPECT_EQ(view.drives, "CZ");                                    // Z: is the whole machine
     EXPECT_THAT(view.above, ElementsAre(FolderEntry{"C:\\", "C:\\"}, // the root's name is its path
@@ -28,7 +28,7 @@ TEST_F(FolderViews, FolderWithAllAboveAndInside)
 
 TEST_F(FolderViews, Root)
 {
-    const FolderView view = ViewFolder(*files, "C:\\");
+    const FolderView view = ViewFolder(machine, "C:\\");
     EXPECT_EQ(view.folder, "C:\\");
     EXPECT_THAT(view.above, ElementsAre(FolderEntry{"C:\\", "C:\\"}));
     EXPECT_THAT(view.inside, ElementsAre(FolderEntry{"site", "C:\\site"}, // one "\" alone
@@ -38,14 +38,14 @@ TEST_F(FolderViews, Root)
 
 TEST_F(FolderViews, RootOfTheCurrentDrive)
 {
-    EXPECT_EQ(ViewFolder(*files, "\\").folder, "C:\\");
+    EXPECT_EQ(ViewFolder(machine, "\\").folder, "C:\\");
 }
 
 TEST_F(FolderViews, NoSuchFolder)
 {
     Put("site/a.txt");
     for (const char* const path : {"C:\\gone", "D:\\", "\\\\server\\share", "C:\\site\\a.txt"})
-        EXPECT_EQ(KindOf([&] { ViewFolder(*files, path); }), "file") << path;
+        EXPECT_EQ(KindOf([&] { ViewFolder(machine, path); }), "file") << path;
 }
 
 } // namespace

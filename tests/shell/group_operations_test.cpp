@@ -138,6 +138,7 @@ TEST_F(Groups, TheSiteMapsAreMerged)
     EXPECT_EQ(Content("site/_sitemap-master.txt"),
               "<h3>Site Map</h3>\r\n<ul>\r\nown 1\r\nown 2\r\nay\r\n\r\n</ul>\r\n");
     EXPECT_EQ(programs.started, (Texts{"pad C:\\site\\_sitemap-master.txt"}));
+    EXPECT_EQ(programs.files, (Texts{"C:\\site\\_sitemap-master.txt"}));
     EXPECT_EQ(progress.status, "");
 }
 
@@ -180,6 +181,8 @@ TEST_F(Groups, TheFilesOfAllMembersAreOpened)
     EXPECT_EQ(programs.started,
               (Texts{"pad C:\\site\\a\\_html.txt", "pad C:\\site\\b\\_html.txt",
                      "pad C:\\site\\c/d/_html.txt", "pad C:\\site\\  e\\_html.txt"}));
+    EXPECT_EQ(programs.files, (Texts{"C:\\site\\a\\_html.txt", "C:\\site\\b\\_html.txt",
+                                     "C:\\site\\c/d/_html.txt", "C:\\site\\  e\\_html.txt"}));
     programs.started.clear();
     Put("site/_group.txt", "a\n");
     workspace.groupedit("_template.txt");

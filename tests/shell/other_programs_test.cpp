@@ -54,6 +54,20 @@ TEST_F(OtherPrograms, LowerCasingAFolder)
     EXPECT_EQ(Started(), "c:\\utils\\dosutils\\case C:\\*.* /l (minimised)");
 }
 
+TEST_F(OtherPrograms, APathWithBlanksIsHandedOnWhole)
+{
+    std::filesystem::create_directories(Native("site/My Pages"));
+    workspace.switchto("C:\\site\\My Pages");
+    workspace.Edit("C:\\site\\My Pages\\_template.txt");
+    workspace.ExploreWorkDir();
+    workspace.LowerCaseNamesOf("C:\\site\\My Pages");
+    EXPECT_EQ(Started(), "pad C:\\site\\My Pages\\_template.txt"
+                         "explorer C:\\site\\My Pages\\"
+                         "c:\\utils\\dosutils\\case C:\\site\\My Pages\\*.* /l (minimised)");
+    EXPECT_EQ(programs.files, (Texts{"C:\\site\\My Pages\\_template.txt", "C:\\site\\My Pages\\",
+                                     "C:\\site\\My Pages\\*.*"}));
+}
+
 TEST_F(OtherPrograms, ListsAreMadeBeforeTheyAreEdited)
 {
     workspace.EditJumpList();

@@ -20,9 +20,12 @@ namespace kiv {
 class StartRecorder : public Programs {
   public:
     std::vector<std::string> started;
-    void Start(const std::string& command_line, bool minimised) override
+    std::vector<std::string> files; // that they were started for
+    void Start(const Launch& launch) override
     {
-        started.push_back(command_line + (minimised ? " (minimised)" : ""));
+        if (!launch.file.empty())
+            files.push_back(launch.file);
+        started.push_back(launch.Text() + (launch.minimised ? " (minimised)" : ""));
     }
 };
 
@@ -59,14 +62,14 @@ class ShellTest : public testing::Test, public test::DriveFolder {
         return error ? std::string(KindName(error->kind)) : "";
     }
 
-    std::unique_ptr<Files> files = MakeDriveFiles({{'C', Root().string()}});
+    std::unique_ptr<Drives> files = MakeDriveFiles({{'C', Root().string()}});
     FrozenClock clock{{2004, 3, 5, 14, 7, 9}};
     HeldClipboard clipboard;
     StartRecorder programs;
     WordRecorder reporter;
     HeaderPictureLoader pictures{*files};
     ProgressRecorder progress;
-    Machine machine{*files, clock, clipboard, programs, reporter, pictures, progress};
+    Machine machine{*files, *files, clock, clipboard, programs, reporter, pictures, progress};
     Workspace workspace{machine};
 };
 

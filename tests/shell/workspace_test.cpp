@@ -89,7 +89,7 @@ TEST_F(WorkspaceState, ABatchThatCannotBeDeletedIsFatal)
 {
     Put("guestout2.bat", "old");
     test::FailingFiles failing(*files, 0);
-    Machine broken{failing, clock, clipboard, programs, reporter, pictures, progress};
+    Machine broken{failing, *files, clock, clipboard, programs, reporter, pictures, progress};
     Workspace unlucky(broken);
     const std::optional<RunError> error = unlucky.Run([&] { unlucky.checkftpgroup(); });
     ASSERT_TRUE(error);
@@ -176,7 +176,7 @@ TEST_F(WorkspaceState, TheDayOfThePagesIsThatOfTheProgramsStart)
         int looks_ = 0;
     };
     LateClock late;
-    Machine evening{*files, late, clipboard, programs, reporter, pictures, progress};
+    Machine evening{*files, *files, late, clipboard, programs, reporter, pictures, progress};
     Workspace kept_open{evening};
     Put("site/_template.txt", ";");
     Put("site/_html.txt", "@FILE = a\n@TITLE = T\n[@TODAY][@DATETIME][@YEAR]\n");

@@ -52,9 +52,6 @@ class FailingFiles : public Files {
     {
         return Step().ListFolders(folder);
     }
-    std::string DriveLetters() override { return files_.DriveLetters(); }
-    std::string FromNative(std::string_view utf8) override { return files_.FromNative(utf8); }
-    std::string ToNative(std::string_view path) override { return files_.ToNative(path); }
     const std::vector<std::string>& Written() const override { return files_.Written(); }
     void Refresh() override { files_.Refresh(); }
 

@@ -88,6 +88,9 @@ TEST_F(NewsComposer, HomePageListGetsTheBangLineToo)
                 ElementsAre("edit.exe C:\\internet\\m\\news\\txt\\pr040504.txt",
                             "edit.exe C:\\internet\\m\\news\\_html.txt",
                             "edit.exe C:\\internet\\m\\_html.txt"));
+    EXPECT_THAT(desk.programs.files,
+                ElementsAre("C:\\internet\\m\\news\\txt\\pr040504.txt",
+                            "C:\\internet\\m\\news\\_html.txt", "C:\\internet\\m\\_html.txt"));
 }
 
 TEST_F(NewsComposer, HighlightIsThePresets)

@@ -51,6 +51,7 @@ TEST(PictureLists, FullSizePictureAlone)
     EXPECT_THAT(desk.progress.statuses, ElementsAre("cat.jpg", "sizer done. piclist.txt created."));
     EXPECT_THAT(desk.programs.Launched(),
                 ElementsAre("edit.exe _alt.txt", "edit.exe _piclist.txt"));
+    EXPECT_THAT(desk.programs.files, ElementsAre("_alt.txt", "_piclist.txt"));
 }
 
 TEST(PictureLists, ThumbnailWithoutPartner)
@@ -279,9 +280,9 @@ TEST(PictureLists, ProgramsStartInThePicturesFolder)
     class DirectoryNote : public Programs {
       public:
         explicit DirectoryNote(Files& files) : files_(files) {}
-        void Start(const std::string&, bool minimised) override
+        void Start(const Launch& launch) override
         {
-            EXPECT_FALSE(minimised);
+            EXPECT_FALSE(launch.minimised);
             directories.push_back(files_.CurrentDirectory());
         }
         std::vector<std::string> directories;
@@ -292,8 +293,14 @@ TEST(PictureLists, ProgramsStartInThePicturesFolder)
     UtilityDesk desk;
     desk.PutFolder("site/images");
     DirectoryNote programs(desk.machine.files);
-    Machine machine{desk.machine.files,    desk.machine.clock,    desk.machine.clipboard, programs,
-                    desk.machine.reporter, desk.machine.pictures, desk.machine.progress};
+    Machine machine{desk.machine.files,
+                    desk.machine.native_paths,
+                    desk.machine.clock,
+                    desk.machine.clipboard,
+                    programs,
+                    desk.machine.reporter,
+                    desk.machine.pictures,
+                    desk.machine.progress};
     run_picture_sizer(machine, "images", kEditor);
     EXPECT_THAT(programs.directories, ElementsAre("C:\\site\\images", "C:\\site\\images"));
 }
@@ -355,8 +362,13 @@ TEST(PictureLists, MeasuresRealPictures)
     UtilityDesk desk;
     desk.Put("site/a.jpg", std::string("GIF89a\x2C\x01\x05\0\0\0\0", 13)); // content decides
     HeaderPictureLoader loader(desk.machine.files);
-    Machine machine{desk.machine.files,    desk.machine.clock,    desk.machine.clipboard,
-                    desk.machine.programs, desk.machine.reporter, loader,
+    Machine machine{desk.machine.files,
+                    desk.machine.native_paths,
+                    desk.machine.clock,
+                    desk.machine.clipboard,
+                    desk.machine.programs,
+                    desk.machine.reporter,
+                    loader,
                     desk.machine.progress};
     run_picture_sizer(machine, "", kEditor);
     EXPECT_EQ(desk.Content("site/_pichtml.txt"),

@@ -39,6 +39,18 @@ class RecordingProgress : public Progress {
     std::vector<std::pair<int, int>> steps;
 };
 
+/// Keeps the files that programs were started for, besides the command lines.
+class StartedPrograms : public ProgramList {
+  public:
+    void Start(const Launch& launch) override
+    {
+        files.push_back(launch.file);
+        ProgramList::Start(launch);
+    }
+
+    std::vector<std::string> files;
+};
+
 /// Picture sizes by name; a picture without one cannot be read.
 class HeldPictures : public PictureLoader {
   public:
@@ -64,16 +76,16 @@ class UtilityDesk : public test::DriveFolder {
     test::FileTree Tree() const { return test::ReadTree(Root()); }
 
   private:
-    std::unique_ptr<Files> files_ = MakeDriveFiles({{'C', Root().string()}});
+    std::unique_ptr<Drives> files_ = MakeDriveFiles({{'C', Root().string()}});
     FrozenClock clock_{DateTime{}};
 
   public:
     HeldClipboard clipboard;
-    ProgramList programs;
+    StartedPrograms programs;
     RecordingReporter reporter;
     HeldPictures pictures;
     RecordingProgress progress;
-    Machine machine{*files_, clock_, clipboard, programs, reporter, pictures, progress};
+    Machine machine{*files_, *files_, clock_, clipboard, programs, reporter, pictures, progress};
 };
 
 /// The kind of the error that `action` throws; empty when there is none.

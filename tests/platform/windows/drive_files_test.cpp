@@ -1,8 +1,8 @@
 // What the machine's own drives, names and locks of Windows ask for.
-#include "drive_test.h"
-#include "platform/windows_system.h"
-#include "platform/windows_text.h"
-#include "platform/windows_writing.h"
+#include "platform/windows/api.h"
+#include "platform/windows/wide_text.h"
+#include "platform/windows/writing.h"
+#include "tests/platform/drive_test.h"
 #include "text/windows1252.h"
 
 #include <gmock/gmock.h>
@@ -33,7 +33,7 @@ class DriveWindows : public DriveTest {
     /// The root as a drive path of the machine.
     std::string MachineRoot() const { return machine->FromNative(root); }
 
-    std::unique_ptr<Files> machine = MakeDriveFiles({});
+    std::unique_ptr<Drives> machine = MakeDriveFiles({});
 };
 
 TEST_F(DriveWindows, WithoutMappedDrivesTheMachinesOwnStand)

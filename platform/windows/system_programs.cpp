@@ -1,10 +1,10 @@
-#include "platform/drive_files_common.h"
+#include "platform/command_lines.h"
 #include "platform/drive_path.h"
+#include "platform/file_errors.h"
 #include "platform/programs.h"
-#include "platform/run_error.h"
-#include "platform/windows_names.h"
-#include "platform/windows_system.h"
-#include "platform/windows_text.h"
+#include "platform/windows/api.h"
+#include "platform/windows/paths.h"
+#include "platform/windows/wide_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -14,13 +14,6 @@
 namespace kiv {
 
 namespace {
-
-[[noreturn]] void RefuseStart(std::string_view command_line, std::string_view reason)
-{
-    std::string text("cannot start ");
-    text.append(Trim(command_line)).append(": ").append(reason);
-    throw RunError(ErrorKind::file, std::move(text));
-}
 
 /// What the system finds under a program's name in these folders; empty when there is none.
 std::wstring FindIn(const wchar_t* folders, const std::string& name)
@@ -53,13 +46,13 @@ std::wstring FindInPath(const std::string& name)
 }
 
 /// The native path of a program as a command line names it; empty when there is none.
-std::wstring FindProgram(Files& files, const std::string& program)
+std::wstring FindProgram(Drives& drives, const std::string& program)
 {
     if (program.find_first_of("\\/") == npos && !HasDrive(program))
         return FindInPath(program);
     for (const std::string& name : {program, program + ".exe"})
-        if (files.FileExists(name))
-            return WideFromUtf8(files.ToNative(name));
+        if (drives.FileExists(name))
+            return WideFromUtf8(drives.ToNative(name));
     return {};
 }
 
@@ -79,33 +72,38 @@ std::wstring Quoted(const std::wstring& word)
     return quoted.append(backslashes, L'\\').append(1, L'"');
 }
 
+/// A drive path as the started program knows it.
+std::wstring NativePath(Drives& drives, const std::string& path)
+{
+    const std::string native = drives.ToNative(path);
+    return native.empty() ? WideText(path) : WideFromUtf8(native); // on no drive of ours
+}
+
 /// The arguments as the program is to see them: as written, unless one names a file by what only
 /// this program knows, a drive that stands for a folder or a reference.
-std::wstring NativeArguments(Files& files, std::string_view arguments)
+std::wstring NativeArguments(Drives& drives, std::string_view arguments)
 {
     std::wstring line;
     bool changed = false;
-    // A first word of its own keeps the rules of the first word from the arguments.
-    const std::vector<std::string> words = CutCommandLine(std::string("x ").append(arguments));
-    for (std::size_t i = 1; i < words.size(); ++i) {
-        std::string native = ToUtf8(words[i]);
-        if (IsDrivePath(words[i]) || Contains(words[i], "&#")) {
-            const std::string known = files.ToNative(words[i]);
-            const bool differs =
-                !known.empty() && known != ToUtf8(AbsolutePath(words[i], files.CurrentDirectory()));
-            if (differs)
-                native = known;
-            changed = changed || differs;
+    for (const std::string& word : CutArguments(arguments)) {
+        std::wstring native = WideText(word);
+        if (IsDrivePath(word) || Contains(word, "&#")) {
+            std::wstring known = NativePath(drives, word);
+            if (known != WideText(AbsolutePath(word, drives.CurrentDirectory())) &&
+                known != native) {
+                native = std::move(known);
+                changed = true;
+            }
         }
-        line.append(i > 1 ? L" " : L"").append(Quoted(WideFromUtf8(native)));
+        line.append(line.empty() ? L"" : L" ").append(Quoted(native));
     }
-    return changed ? line : WideText(arguments);
+    return changed ? line : WideText(Trim(arguments));
 }
 
 /// What explorer takes as one folder, whatever is in its name. It knows no backslash rule.
-std::wstring ExplorerLine(Files& files, std::string_view folder)
+std::wstring ExplorerLine(Drives& drives, const std::string& folder)
 {
-    const std::wstring native = WideFromUtf8(files.ToNative(folder));
+    const std::wstring native = NativePath(drives, folder);
     const bool plain = native.find_first_of(L" ,;=") == std::wstring::npos;
     return plain ? native : L"\"" + native + L"\"";
 }
@@ -115,46 +113,60 @@ struct NativeCommand {
     std::wstring arguments;
 };
 
-NativeCommand MakeNative(Files& files, const std::string& command_line)
+/// The arguments of a launch in one line: those of the command, the file, the options.
+std::wstring ArgumentLine(Drives& drives, const Launch& launch, std::size_t begin)
 {
-    if (const std::optional<std::string_view> folder = ExplorerFolder(command_line)) {
+    std::wstring line;
+    const auto add = [&](const std::wstring& more) {
+        line.append(line.empty() || more.empty() ? L"" : L" ").append(more);
+    };
+    add(NativeArguments(drives, FromChar(launch.command, begin + 1)));
+    if (!launch.file.empty())
+        add(Quoted(NativePath(drives, launch.file)));
+    add(NativeArguments(drives, launch.options));
+    return line;
+}
+
+NativeCommand MakeNative(Drives& drives, const Launch& launch)
+{
+    if (const std::optional<std::string> folder = ExplorerFolder(launch)) {
         const std::wstring explorer = FindInPath("explorer.exe");
         if (explorer.empty())
-            RefuseStart(command_line, "no such program");
-        return {explorer, ExplorerLine(files, *folder)};
+            Refuse("start", Trim(launch.Text()), "no such program");
+        return {explorer, ExplorerLine(drives, *folder)};
     }
-    for (const ProgramReading& reading : ProgramReadings(command_line)) {
-        std::wstring program = FindProgram(files, reading.program);
+    for (const ProgramReading& reading : ProgramReadings(launch.command)) {
+        std::wstring program = FindProgram(drives, reading.program);
         if (!program.empty())
-            return {std::move(program),
-                    NativeArguments(files, FromChar(command_line, reading.arguments + 1))};
+            return {std::move(program), ArgumentLine(drives, launch, reading.arguments)};
     }
-    RefuseStart(command_line, "no such program");
+    Refuse("start", Trim(launch.Text()), "no such program");
 }
 
 } // namespace
 
-void SystemPrograms::Start(const std::string& command_line, bool minimised)
+void SystemPrograms::Start(const Launch& launch)
 {
-    const NativeCommand command = MakeNative(files_, command_line);
+    const NativeCommand command = MakeNative(drives_, launch);
     std::wstring line = L"\"" + command.program + L"\" " + command.arguments;
-    const std::wstring folder = WideFromUtf8(files_.ToNative(files_.CurrentDirectory()));
+    const std::wstring folder = WideFromUtf8(drives_.ToNative(drives_.CurrentDirectory()));
     STARTUPINFOW start{};
     start.cb = sizeof start;
-    if (minimised) {
+    if (launch.minimised) {
         start.dwFlags = STARTF_USESHOWWINDOW;
         start.wShowWindow = SW_SHOWMINNOACTIVE;
     }
     PROCESS_INFORMATION process{};
-    // A console program gets a window of its own, and keeps off this one's output. The system may
+    // A console program gets a window of its own, and keeps off this one's output. Windows may
     // write into the line.
     if (::CreateProcessW(command.program.c_str(), line.data(), nullptr, nullptr, FALSE,
                          CREATE_NEW_CONSOLE, nullptr, folder.c_str(), &start, &process) == 0) {
         const DWORD error = ::GetLastError();
         const std::string reason = SystemReason(static_cast<int>(error));
-        RefuseStart(command_line, error == ERROR_DIRECTORY || !IsFolder(folder)
-                                      ? files_.CurrentDirectory() + ": " + reason
-                                      : reason);
+        Refuse("start", Trim(launch.Text()),
+               error == ERROR_DIRECTORY || !IsFolder(folder)
+                   ? drives_.CurrentDirectory() + ": " + reason
+                   : reason);
     }
     ::CloseHandle(process.hThread);
     ::CloseHandle(process.hProcess);

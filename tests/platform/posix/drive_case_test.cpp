@@ -1,5 +1,5 @@
 // Names that differ in case alone: only where the native system tells them apart.
-#include "drive_test.h"
+#include "tests/platform/drive_test.h"
 
 #include <gmock/gmock.h>
 

@@ -1,9 +1,10 @@
 #include "platform/drive_files_common.h"
 #include "platform/drive_path.h"
 #include "platform/drives.h"
-#include "platform/posix_names.h"
-#include "platform/posix_writing.h"
-#include "platform/run_error.h"
+#include "platform/file_errors.h"
+#include "platform/posix/names.h"
+#include "platform/posix/paths.h"
+#include "platform/posix/writing.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -16,7 +17,6 @@
 #include <memory>
 #include <optional>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
 
 namespace kiv {
@@ -422,12 +422,7 @@ void PosixDriveFiles::Refresh()
 
 } // namespace
 
-std::string SystemWords(int error)
-{
-    return std::system_category().message(error);
-}
-
-std::unique_ptr<Files> MakeDriveFiles(const DriveMap& drives)
+std::unique_ptr<Drives> MakeDriveFiles(const DriveMap& drives)
 {
     return std::make_unique<PosixDriveFiles>(drives);
 }

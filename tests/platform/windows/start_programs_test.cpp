@@ -1,8 +1,8 @@
 // Programs that really start: a small one that tells of its call.
-#include "drive_test.h"
 #include "platform/programs.h"
-#include "platform/windows_system.h"
-#include "platform/windows_text.h"
+#include "platform/windows/api.h"
+#include "platform/windows/wide_text.h"
+#include "tests/platform/drive_test.h"
 
 #include <chrono>
 #include <gmock/gmock.h>
@@ -46,9 +46,10 @@ TEST_F(StartPrograms, RunsInTheCurrentDirectoryWithNativeArguments)
     PutFolder("site");
     Put("site/_html.txt");
     files->ChangeDirectory("site");
-    programs.Start("c:\\utils\\edit.exe _HTML.TXT C:\\SITE\\_HTML.TXT \"a b\" http://x/ C:x *.* /l "
-                   "caf\xE9 \"a\\\"b\\\\\"",
-                   true);
+    programs.Start({.command =
+                        "c:\\utils\\edit.exe _HTML.TXT C:\\SITE\\_HTML.TXT \"a b\" http://x/ C:x "
+                        "*.* /l caf\xE9 \"a\\\"b\\\\\"",
+                    .minimised = true});
     EXPECT_EQ(WaitForTold(), root + "\\site\n[_HTML.TXT]\n[" + root +
                                  "\\SITE\\_HTML.TXT]\n[a b]\n[http://x/]\n[C:x]\n[*.*]\n[/l]\n"
                                  "[caf\xC3\xA9]\n[a\"b\\]\n");
@@ -60,22 +61,36 @@ TEST_F(StartPrograms, OnTheMachinesOwnDrivesTheArgumentsStayAsWritten)
     const auto machine = MakeDriveFiles({});
     machine->ChangeDirectory(machine->FromNative(root));
     SystemPrograms machine_programs(*machine);
-    machine_programs.Start(machine->FromNative(root + "\\bin\\tell") +
-                           " c:/x  C:\\a.htm \"C:\\b c\\\"");
+    machine_programs.Start(
+        {machine->FromNative(root + "\\bin\\tell") + " c:/x  C:\\a.htm \"C:\\b c\\\""});
     EXPECT_EQ(WaitForTold(), root + "\n[c:/x]\n[C:\\a.htm]\n[C:\\b c\"]\n");
+}
+
+TEST_F(StartPrograms, AFileIsOneArgumentWhateverIsInItsName)
+{
+    PutTeller("tell.exe");
+    PutFolder("My Site");
+    files->ChangeDirectory("My Site");
+    const std::string site = root + "\\My Site";
+    programs.Start({"C:\\tell ", "C:\\My Site\\three blanks in it.txt"});
+    EXPECT_EQ(WaitForTold(), site + "\n[" + site + "\\three blanks in it.txt]\n");
+    programs.Start({"C:\\tell -n  1 ", "a b"});
+    EXPECT_EQ(WaitForTold(), site + "\n[-n]\n[1]\n[" + site + "\\a b]\n");
+    programs.Start({"C:\\tell ", "C:\\My Site\\*.*", " /l", true});
+    EXPECT_EQ(WaitForTold(), site + "\n[" + site + "\\*.*]\n[/l]\n");
 }
 
 TEST_F(StartPrograms, AnUnquotedPathWithBlanksIsTriedAtEachBlank)
 {
     PutTeller("progs/WS Pro/up pro.exe");
-    programs.Start("C:\\progs\\WS Pro\\up pro.exe -m c:\\x.bat");
+    programs.Start({"C:\\progs\\WS Pro\\up pro.exe -m c:\\x.bat"});
     EXPECT_EQ(WaitForTold(), root + "\n[-m]\n[" + root + "\\x.bat]\n");
-    programs.Start("C:\\progs\\WS Pro\\up pro -m"); // ".exe" is added
+    programs.Start({"C:\\progs\\WS Pro\\up pro -m"}); // ".exe" is added
     EXPECT_EQ(WaitForTold(), root + "\n[-m]\n");
-    programs.Start("\"C:\\progs\\WS Pro\\up pro.exe\" -m");
+    programs.Start({"\"C:\\progs\\WS Pro\\up pro.exe\" -m"});
     EXPECT_EQ(WaitForTold(), root + "\n[-m]\n");
     PutTeller("progs/WS.exe"); // the shorter reading comes first
-    programs.Start("C:\\progs\\WS Pro\\up pro.exe");
+    programs.Start({"C:\\progs\\WS Pro\\up pro.exe"});
     EXPECT_EQ(WaitForTold(), root + "\n[Pro\\up]\n[pro.exe]\n");
 }
 
@@ -83,7 +98,7 @@ TEST_F(StartPrograms, AFileOutsideTheCodePageIsHandedOnByItsName)
 {
     PutTeller("tell.exe");
     Put("\xE4\xB8\xAD.htm");
-    programs.Start("C:\\tell &#20013;.htm");
+    programs.Start({"C:\\tell &#20013;.htm"});
     EXPECT_EQ(WaitForTold(), root + "\n[" + root + "\\\xE4\xB8\xAD.htm]\n");
 }
 
@@ -95,24 +110,24 @@ TEST_F(StartPrograms, ANameWithoutFolderIsSearchedInThePath)
     const std::wstring path =
         Native("bin2").wstring() + L";" + Native("bin").wstring() + L";" + old;
     ::SetEnvironmentVariableW(L"PATH", path.c_str());
-    programs.Start("kiv-tool x");
+    programs.Start({"kiv-tool x"});
     ::SetEnvironmentVariableW(L"PATH", old.c_str());
     EXPECT_EQ(WaitForTold(), root + "\n[x]\n");
 }
 
 TEST_F(StartPrograms, AMissingProgramIsNamed)
 {
-    EXPECT_THAT(ErrorOf([&] { programs.Start("c:\\utils\\lanthorn.exe"); }),
+    EXPECT_THAT(ErrorOf([&] { programs.Start({"c:\\utils\\lanthorn.exe"}); }),
                 AllOf(StartsWith("file: "), HasSubstr("c:\\utils\\lanthorn.exe")));
-    EXPECT_THAT(ErrorOf([&] { programs.Start("no-such-program-of-kiv x"); }),
+    EXPECT_THAT(ErrorOf([&] { programs.Start({"no-such-program-of-kiv x"}); }),
                 AllOf(StartsWith("file: "), HasSubstr("no-such-program-of-kiv")));
-    EXPECT_THAT(ErrorOf([&] { programs.Start(""); }), StartsWith("file: "));
+    EXPECT_THAT(ErrorOf([&] { programs.Start({""}); }), StartsWith("file: "));
 }
 
 TEST_F(StartPrograms, WhatIsNoProgramIsNamed)
 {
     Put("notes.txt", "not a program");
-    EXPECT_THAT(ErrorOf([&] { programs.Start("C:\\notes.txt"); }),
+    EXPECT_THAT(ErrorOf([&] { programs.Start({"C:\\notes.txt"}); }),
                 AllOf(StartsWith("file: "), HasSubstr("notes.txt")));
 }
 
@@ -122,7 +137,7 @@ TEST_F(StartPrograms, AFolderThatIsGoneIsNamed)
     PutFolder("site");
     files->ChangeDirectory("site");
     std::filesystem::remove(Native("site"));
-    EXPECT_THAT(ErrorOf([&] { programs.Start("C:\\tool"); }),
+    EXPECT_THAT(ErrorOf([&] { programs.Start({"C:\\tool"}); }),
                 AllOf(StartsWith("file: "), HasSubstr("C:\\site")));
 }
 

@@ -1,7 +1,7 @@
-#include "platform/drive_files_common.h"
+#include "platform/command_lines.h"
 #include "platform/drive_path.h"
+#include "platform/file_errors.h"
 #include "platform/programs.h"
-#include "platform/run_error.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -22,13 +22,6 @@ namespace {
 /// A program with its arguments, all in native words.
 using NativeCommand = std::vector<std::string>;
 
-[[noreturn]] void RefuseStart(std::string_view program, std::string_view reason)
-{
-    std::string text("cannot start ");
-    text.append(program).append(": ").append(reason);
-    throw RunError(ErrorKind::file, std::move(text));
-}
-
 /// The native path of a program that is named without a folder; empty when no folder of PATH has
 /// it.
 std::string FindInPath(std::string_view name)
@@ -39,7 +32,7 @@ std::string FindInPath(std::string_view name)
         return {};
     for (const std::string_view folder : Split(folders, ':')) {
         if (folder.empty() || folder[0] != '/')
-            continue; // relative to the process's directory, which is not the system's
+            continue; // relative to the process's directory, which is not the current one
         std::string place = std::string(folder).append("/").append(ToUtf8(name));
         struct stat state {};
         if (::stat(place.c_str(), &state) == 0 && S_ISREG(state.st_mode) &&
@@ -50,7 +43,7 @@ std::string FindInPath(std::string_view name)
 }
 
 /// The native path of a program as a command line names it; empty when there is none.
-std::string FindProgram(Files& files, const std::string& program)
+std::string FindProgram(Drives& drives, const std::string& program)
 {
     const bool has_folder = program.find_first_of("\\/") != npos || HasDrive(program);
     for (const std::string& name : {program, program + ".exe"}) {
@@ -58,34 +51,46 @@ std::string FindProgram(Files& files, const std::string& program)
             std::string place = FindInPath(name);
             if (!place.empty())
                 return place;
-        } else if (files.FileExists(name)) {
-            return files.ToNative(name);
+        } else if (drives.FileExists(name)) {
+            return drives.ToNative(name);
         }
     }
     return {};
 }
 
-NativeCommand MakeNative(Files& files, const std::string& command_line)
+/// A drive path as the started program knows it.
+std::string NativePath(Drives& drives, const std::string& path)
 {
-    if (const std::optional<std::string_view> folder = ExplorerFolder(command_line)) {
+    std::string native = drives.ToNative(path);
+    return native.empty() ? ToUtf8(path) : native; // on no drive of ours
+}
+
+void AddWords(NativeCommand& command, Drives& drives, std::string_view arguments)
+{
+    for (const std::string& word : CutArguments(arguments))
+        command.push_back(IsDrivePath(word) ? NativePath(drives, word) : ToUtf8(word));
+}
+
+NativeCommand MakeNative(Drives& drives, const Launch& launch)
+{
+    if (const std::optional<std::string> folder = ExplorerFolder(launch)) {
         const std::string opener = FindInPath("xdg-open");
         if (opener.empty())
-            RefuseStart("explorer", "no such program: xdg-open");
-        return {opener, files.ToNative(*folder)};
+            Refuse("start", "explorer", "no such program: xdg-open");
+        return {opener, NativePath(drives, *folder)};
     }
-    for (const ProgramReading& reading : ProgramReadings(command_line)) {
-        std::string program = FindProgram(files, reading.program);
+    for (const ProgramReading& reading : ProgramReadings(launch.command)) {
+        std::string program = FindProgram(drives, reading.program);
         if (program.empty())
             continue;
         NativeCommand command{std::move(program)};
-        // A first word of its own keeps the rules of the first word from the arguments.
-        const std::vector<std::string> words =
-            CutCommandLine("x " + command_line.substr(reading.arguments));
-        for (std::size_t i = 1; i < words.size(); ++i)
-            command.push_back(IsDrivePath(words[i]) ? files.ToNative(words[i]) : ToUtf8(words[i]));
+        AddWords(command, drives, FromChar(launch.command, reading.arguments + 1));
+        if (!launch.file.empty())
+            command.push_back(NativePath(drives, launch.file));
+        AddWords(command, drives, launch.options);
         return command;
     }
-    RefuseStart(Trim(command_line), "no such program");
+    Refuse("start", Trim(launch.Text()), "no such program");
 }
 
 /// What the started process tells of its failure.
@@ -115,7 +120,7 @@ Failure Become(const char* folder, char* const* arguments)
 
 /// Starts the command in a session of its own, as a child of nobody. The pipe is closed by the
 /// program's start.
-Failure Launch(const char* folder, char* const* arguments)
+Failure StartDetached(const char* folder, char* const* arguments)
 {
     std::array<int, 2> pipe{};
     if (::pipe2(pipe.data(), O_CLOEXEC) != 0)
@@ -150,21 +155,21 @@ Failure Launch(const char* folder, char* const* arguments)
 
 } // namespace
 
-void SystemPrograms::Start(const std::string& command_line, bool /*minimised*/)
+void SystemPrograms::Start(const Launch& launch)
 {
-    NativeCommand command = MakeNative(files_, command_line);
+    NativeCommand command = MakeNative(drives_, launch);
     std::vector<char*> arguments;
     arguments.reserve(command.size() + 1);
     for (std::string& word : command)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    const std::string folder = files_.ToNative(files_.CurrentDirectory());
-    const Failure failure = Launch(folder.c_str(), arguments.data());
+    const std::string folder = drives_.ToNative(drives_.CurrentDirectory());
+    const Failure failure = StartDetached(folder.c_str(), arguments.data());
     if (failure.error == 0)
         return;
     const std::string reason = SystemReason(failure.error);
-    RefuseStart(FromUtf8(command[0]),
-                failure.in_folder ? files_.CurrentDirectory() + ": " + reason : reason);
+    Refuse("start", FromUtf8(command[0]),
+           failure.in_folder ? drives_.CurrentDirectory() + ": " + reason : reason);
 }
 
 } // namespace kiv

@@ -1,5 +1,5 @@
 // Links and pipes: Windows makes links for administrators alone, and has no pipes in folders.
-#include "drive_test.h"
+#include "tests/platform/drive_test.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // Native paths and drive paths of each other.
-#include "drive_test.h"
+#include "tests/platform/drive_test.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>

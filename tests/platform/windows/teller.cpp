@@ -1,6 +1,6 @@
 // Writes its folder and its arguments, in UTF-8, to the file that KIV_TOLD names.
-#include "platform/windows_system.h"
-#include "platform/windows_text.h"
+#include "platform/windows/api.h"
+#include "platform/windows/wide_text.h"
 
 #include <filesystem>
 #include <fstream>

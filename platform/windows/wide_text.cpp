@@ -1,6 +1,6 @@
-#include "platform/windows_text.h"
+#include "platform/windows/wide_text.h"
 
-#include "platform/windows_system.h"
+#include "platform/windows/api.h"
 #include "text/windows1252.h"
 
 #include <algorithm>

@@ -21,10 +21,6 @@ struct WindowsName {
 unsigned long ForEachName(const std::wstring& folder,
                           const std::function<bool(const WindowsName&)>& take);
 
-/// Whether there is a file or a folder of this native path, and whether it is a folder.
-bool IsThere(const std::wstring& native);
-bool IsFolder(const std::wstring& native);
-
 class WindowsNames {
   public:
     /// A drive in `drives` stands for its folder; all others are the machine's own.
@@ -43,8 +39,6 @@ class WindowsNames {
     std::string FromNative(std::string_view utf8, std::string_view current) const;
 
     std::string Letters() const;
-    /// Whether any drive stands for a folder.
-    bool HasMappedDrives() const { return !mapped_.empty(); }
 
   private:
     struct Mapped {

@@ -23,16 +23,6 @@ struct PosixName {
     unsigned char type = 0; // DT_REG, DT_DIR, … or DT_UNKNOWN
 };
 
-/// "/a/b" and "c" joined.
-std::string JoinNative(std::string_view folder, std::string_view name);
-
-/// The folder and the name in an absolute native path.
-std::string_view NativeFolderOf(std::string_view native);
-std::string_view NativeNameOf(std::string_view native);
-
-/// An absolute native path without ".", ".." and empty parts; links are not looked at.
-std::string CleanNative(std::string_view native);
-
 /// An error that says that a name, or a folder on the way to it, is not there.
 bool IsMissing(int error);
 

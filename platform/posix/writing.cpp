@@ -1,6 +1,6 @@
-#include "platform/posix_writing.h"
+#include "platform/posix/writing.h"
 
-#include "platform/posix_names.h"
+#include "platform/posix/paths.h"
 
 #include <algorithm>
 #include <array>

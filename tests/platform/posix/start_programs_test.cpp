@@ -1,6 +1,6 @@
 // Programs that really start: small shell scripts that tell of themselves.
-#include "drive_test.h"
 #include "platform/programs.h"
+#include "tests/platform/drive_test.h"
 
 #include <chrono>
 #include <gmock/gmock.h>
@@ -66,27 +66,57 @@ TEST_F(StartPrograms, RunsInTheCurrentDirectoryWithNativeArguments)
     Put("site/_html.txt");
     PutScript("Utils/Edit.exe");
     files->ChangeDirectory("site");
-    programs.Start(
-        "c:\\utils\\edit.exe _HTML.txt C:\\SITE\\_HTML.TXT c:/new.txt \"a b\" http://x/ C:x *.* /l "
-        "caf\xE9",
-        true);
+    programs.Start({.command = "c:\\utils\\edit.exe _HTML.txt C:\\SITE\\_HTML.TXT c:/new.txt "
+                               "\"a b\" http://x/ C:x *.* /l caf\xE9",
+                    .minimised = true});
     EXPECT_EQ(Told(),
               root + "/site\n[_HTML.txt]\n[" + root + "/site/_html.txt]\n[" + root +
                   "/new.txt]\n[a b]\n[http://x/]\n[C:x]\n[*.*]\n[/l]\n[caf\xC3\xA9]\n/dev/null\n");
+}
+
+TEST_F(StartPrograms, AFileIsOneArgumentWhateverIsInItsName)
+{
+    PutScript("edit");
+    PutFolder("My Site");
+    files->ChangeDirectory("My Site");
+    const std::string site = root + "/My Site";
+    Put("My Site/Three Blanks In It.txt");
+    // Absolute or not, of a file or of many that are to be.
+    programs.Start({"C:\\edit ", "C:\\my site\\three blanks in it.txt"});
+    EXPECT_EQ(Told(), site + "\n[" + site + "/Three Blanks In It.txt]\n/dev/null\n");
+    programs.Start({"C:\\edit -n 1 ", "three blanks in it.txt"});
+    EXPECT_EQ(Told(), site + "\n[-n]\n[1]\n[" + site + "/Three Blanks In It.txt]\n/dev/null\n");
+    programs.Start({"C:\\edit ", "C:\\My Site\\*.*", " /l", true});
+    EXPECT_EQ(Told(), site + "\n[" + site + "/*.*]\n[/l]\n/dev/null\n");
+    // Neither quotes nor what looks like an option count in a name.
+    programs.Start({"C:\\edit ", "\"a\"  b"});
+    EXPECT_EQ(Told(), site + "\n[" + site + "/\"a\"  b]\n/dev/null\n");
+    programs.Start({"C:\\edit ", "-x"});
+    EXPECT_EQ(Told(), site + "\n[" + site + "/-x]\n/dev/null\n");
+    programs.Start({"C:\\edit ", "Q:\\gone drive"});
+    EXPECT_EQ(Told(), site + "\n[Q:\\gone drive]\n/dev/null\n");
+}
+
+TEST_F(StartPrograms, AFileIsNoPartOfTheProgramsPath)
+{
+    EXPECT_THAT(ErrorOf([&] {
+                    programs.Start({"C:\\gone ", "C:\\a b.txt"});
+                }),
+                testing::Eq("file: cannot start C:\\gone C:\\a b.txt: no such program"));
 }
 
 TEST_F(StartPrograms, AnUnquotedPathWithBlanksIsTriedAtEachBlank)
 {
     PutFolder("progs/WS Pro");
     PutScript("progs/WS Pro/up pro.exe");
-    programs.Start("C:\\progs\\WS Pro\\up pro.exe -m c:\\x.bat");
+    programs.Start({"C:\\progs\\WS Pro\\up pro.exe -m c:\\x.bat"});
     EXPECT_EQ(Told(), root + "\n[-m]\n[" + root + "/x.bat]\n/dev/null\n");
-    programs.Start("C:\\progs\\WS Pro\\up pro -m"); // ".exe" is added
+    programs.Start({"C:\\progs\\WS Pro\\up pro -m"}); // ".exe" is added
     EXPECT_EQ(Told(), root + "\n[-m]\n/dev/null\n");
-    programs.Start("\"C:\\progs\\WS Pro\\up pro.exe\" -m");
+    programs.Start({"\"C:\\progs\\WS Pro\\up pro.exe\" -m"});
     EXPECT_EQ(Told(), root + "\n[-m]\n/dev/null\n");
     PutScript("progs/WS"); // the shorter reading comes first
-    programs.Start("C:\\progs\\WS Pro\\up pro.exe");
+    programs.Start({"C:\\progs\\WS Pro\\up pro.exe"});
     EXPECT_EQ(Told(), root + "\n[Pro\\up]\n[pro.exe]\n/dev/null\n");
 }
 
@@ -96,7 +126,7 @@ TEST_F(StartPrograms, ANameWithoutFolderIsSearchedInThePath)
     PutFolder("bin2/tool");
     PutScript("bin/tool");
     const SearchPath path("relative::" + root + "/bin2:" + root + "/bin:/usr/bin:/bin");
-    programs.Start("tool x");
+    programs.Start({"tool x"});
     EXPECT_EQ(Told(), root + "\n[x]\n/dev/null\n");
 }
 
@@ -108,32 +138,35 @@ TEST_F(StartPrograms, ExplorerOpensTheFolderInTheFileManager)
     const SearchPath path(root + "/bin:/usr/bin:/bin");
     for (const char* line :
          {"explorer C:\\my site\\", "Explorer.exe  \"C:\\My Site\"", "explorer my site"}) {
-        programs.Start(line);
+        programs.Start({line});
         EXPECT_EQ(Told(), root + "\n[" + root + "/My Site]\n/dev/null\n") << line;
     }
+    PutFolder(" a \"b\" ");
+    programs.Start({"explorer ", "C:\\ a \"b\" "});
+    EXPECT_EQ(Told(), root + "\n[" + root + "/ a \"b\" ]\n/dev/null\n");
 }
 
 TEST_F(StartPrograms, AMissingProgramIsNamed)
 {
-    EXPECT_THAT(ErrorOf([&] { programs.Start("c:\\utils\\lanthorn.exe"); }),
+    EXPECT_THAT(ErrorOf([&] { programs.Start({"c:\\utils\\lanthorn.exe"}); }),
                 AllOf(StartsWith("file: "), HasSubstr("c:\\utils\\lanthorn.exe")));
-    EXPECT_THAT(ErrorOf([&] { programs.Start("no-such-program-of-kiv x"); }),
+    EXPECT_THAT(ErrorOf([&] { programs.Start({"no-such-program-of-kiv x"}); }),
                 AllOf(StartsWith("file: "), HasSubstr("no-such-program-of-kiv")));
-    EXPECT_THAT(ErrorOf([&] { programs.Start(""); }), StartsWith("file: "));
+    EXPECT_THAT(ErrorOf([&] { programs.Start({""}); }), StartsWith("file: "));
     const SearchPath path("/nowhere");
-    EXPECT_THAT(ErrorOf([&] { programs.Start("explorer C:\\"); }),
+    EXPECT_THAT(ErrorOf([&] { programs.Start({"explorer C:\\"}); }),
                 AllOf(StartsWith("file: "), HasSubstr("explorer")));
 }
 
 TEST_F(StartPrograms, WhatIsNoProgramIsNamed)
 {
     Put("notes.txt", "not a program"); // may not be run
-    EXPECT_THAT(ErrorOf([&] { programs.Start("C:\\notes.txt"); }),
+    EXPECT_THAT(ErrorOf([&] { programs.Start({"C:\\notes.txt"}); }),
                 AllOf(StartsWith("file: "), HasSubstr("notes.txt")));
     Put("broken.exe", "\x7F"
                       "ELF");
     chmod((root + "/broken.exe").c_str(), 0755);
-    EXPECT_THAT(ErrorOf([&] { programs.Start("C:\\broken.exe"); }),
+    EXPECT_THAT(ErrorOf([&] { programs.Start({"C:\\broken.exe"}); }),
                 AllOf(StartsWith("file: "), HasSubstr("broken.exe")));
 }
 
@@ -143,7 +176,7 @@ TEST_F(StartPrograms, AFolderThatIsGoneIsNamed)
     PutFolder("site");
     files->ChangeDirectory("site");
     std::filesystem::remove(root + "/site");
-    EXPECT_THAT(ErrorOf([&] { programs.Start("C:\\tool"); }),
+    EXPECT_THAT(ErrorOf([&] { programs.Start({"C:\\tool"}); }),
                 AllOf(StartsWith("file: "), HasSubstr("C:\\site")));
 }
 
@@ -161,7 +194,7 @@ TEST_F(StartPrograms, NobodyWaitsForTheProgram)
                     "echo never told >" +
                     top + "/told\n");
     chmod((root + "/slow").c_str(), 0755);
-    programs.Start("C:\\slow");
+    programs.Start({"C:\\slow"});
     EXPECT_FALSE(std::filesystem::exists(top + "/told"));
     test::WriteBytes(top + "/go", "");
     EXPECT_EQ(Told(), "went\n");

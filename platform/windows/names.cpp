@@ -1,45 +1,15 @@
-#include "platform/windows_names.h"
+#include "platform/windows/names.h"
 
 #include "platform/drive_path.h"
-#include "platform/windows_system.h"
-#include "platform/windows_text.h"
+#include "platform/windows/api.h"
+#include "platform/windows/paths.h"
+#include "platform/windows/wide_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
 namespace kiv {
 
 namespace {
-
-// Paths in these forms may be long, and names in them are taken as written.
-constexpr std::wstring_view kLongPath = LR"(\\?\)";
-constexpr std::wstring_view kLongShare = LR"(\\?\UNC)";
-
-DWORD AttributesOf(const std::wstring& native)
-{
-    return ::GetFileAttributesW(native.c_str());
-}
-
-/// The full form of a path by the process's own directories, one for each drive.
-std::wstring ProcessPath(const std::wstring& path)
-{
-    const DWORD size = ::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
-    std::wstring full(size, L'\0');
-    full.resize(::GetFullPathNameW(path.c_str(), size, full.data(), nullptr));
-    return full;
-}
-
-std::wstring WithoutSeparator(std::wstring path)
-{
-    while (!path.empty() && path.back() == L'\\')
-        path.pop_back();
-    return path;
-}
-
-std::wstring LongForm(const std::wstring& full)
-{
-    const bool share = full.substr(0, 2) == LR"(\\)";
-    return share ? std::wstring(kLongShare) + full.substr(1) : std::wstring(kLongPath) + full;
-}
 
 /// The name of a folder that a text with references stands for; the text itself when there is none.
 std::wstring FindByReference(const std::wstring& folder, std::string_view text)
@@ -58,17 +28,6 @@ std::wstring FindByReference(const std::wstring& folder, std::string_view text)
 }
 
 } // namespace
-
-bool IsThere(const std::wstring& native)
-{
-    return AttributesOf(native) != INVALID_FILE_ATTRIBUTES;
-}
-
-bool IsFolder(const std::wstring& native)
-{
-    const DWORD attributes = AttributesOf(native);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
 
 unsigned long ForEachName(const std::wstring& folder,
                           const std::function<bool(const WindowsName&)>& take)
@@ -108,7 +67,7 @@ std::wstring WindowsNames::Root(char letter) const
     const auto mapped = mapped_.find(letter);
     if (mapped != mapped_.end())
         return mapped->second.native;
-    return std::wstring(kLongPath) + WideText(std::string_view(&letter, 1)) + L":";
+    return LongForm(WideText(std::string_view(&letter, 1)) + L":");
 }
 
 std::wstring WindowsNames::Native(std::string_view absolute) const
@@ -135,10 +94,7 @@ std::wstring WindowsNames::NativeOfNew(std::string_view absolute) const
 
 std::wstring WindowsNames::Plain(std::string_view absolute) const
 {
-    const std::wstring native = Native(absolute);
-    if (native.substr(0, kLongShare.size()) == kLongShare)
-        return L"\\" + native.substr(kLongShare.size());
-    return native.substr(kLongPath.size());
+    return PlainForm(Native(absolute));
 }
 
 std::string WindowsNames::ThroughMapped(const std::string& absolute) const

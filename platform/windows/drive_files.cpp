@@ -1,16 +1,16 @@
 #include "platform/drive_files_common.h"
 #include "platform/drive_path.h"
 #include "platform/drives.h"
-#include "platform/run_error.h"
-#include "platform/windows_names.h"
-#include "platform/windows_system.h"
-#include "platform/windows_text.h"
-#include "platform/windows_writing.h"
+#include "platform/file_errors.h"
+#include "platform/windows/api.h"
+#include "platform/windows/names.h"
+#include "platform/windows/paths.h"
+#include "platform/windows/wide_text.h"
+#include "platform/windows/writing.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
 #include <algorithm>
-#include <array>
 #include <memory>
 
 namespace kiv {
@@ -281,20 +281,7 @@ std::string WindowsDriveFiles::ToNative(std::string_view path)
 
 } // namespace
 
-std::string SystemWords(int error)
-{
-    if (error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION)
-        return "another program has the file open";
-    if (error == ERROR_FILE_READ_ONLY)
-        return "the file is read-only";
-    std::array<wchar_t, 512> words{};
-    const DWORD size = ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                                        nullptr, static_cast<DWORD>(error), 0, words.data(),
-                                        static_cast<DWORD>(words.size()), nullptr);
-    return size > 0 ? FromWide({words.data(), size}) : "error " + std::to_string(error);
-}
-
-std::unique_ptr<Files> MakeDriveFiles(const DriveMap& drives)
+std::unique_ptr<Drives> MakeDriveFiles(const DriveMap& drives)
 {
     return std::make_unique<WindowsDriveFiles>(drives);
 }

@@ -1,6 +1,6 @@
-#include "platform/windows_writing.h"
+#include "platform/windows/writing.h"
 
-#include "platform/windows_system.h"
+#include "platform/windows/api.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
 // Writing where it depends on rights, limits and signals, which Windows has not or has otherwise.
-#include "drive_test.h"
+#include "tests/platform/drive_test.h"
 
 #include <csignal>
 #include <fcntl.h>

@@ -1,0 +1,61 @@
+#include "platform/windows/paths.h"
+
+#include "platform/windows/api.h"
+
+#include <string_view>
+
+namespace kiv {
+
+namespace {
+
+// Paths in these forms may be long, and names in them are taken as written.
+constexpr std::wstring_view kLongPath = LR"(\\?\)";
+constexpr std::wstring_view kLongShare = LR"(\\?\UNC)";
+
+DWORD AttributesOf(const std::wstring& native)
+{
+    return ::GetFileAttributesW(native.c_str());
+}
+
+} // namespace
+
+bool IsThere(const std::wstring& native)
+{
+    return AttributesOf(native) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool IsFolder(const std::wstring& native)
+{
+    const DWORD attributes = AttributesOf(native);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+std::wstring ProcessPath(const std::wstring& path)
+{
+    const DWORD size = ::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
+    std::wstring full(size, L'\0');
+    full.resize(::GetFullPathNameW(path.c_str(), size, full.data(), nullptr));
+    return full;
+}
+
+std::wstring WithoutSeparator(std::wstring path)
+{
+    while (!path.empty() && path.back() == L'\\')
+        path.pop_back();
+    return path;
+}
+
+std::wstring LongForm(const std::wstring& full)
+{
+    const bool share = full.substr(0, 2) == LR"(\\)";
+    return share ? std::wstring(kLongShare) + full.substr(1) : std::wstring(kLongPath) + full;
+}
+
+std::wstring PlainForm(const std::wstring& native)
+{
+    if (native.substr(0, kLongShare.size()) == kLongShare)
+        return L"\\" + native.substr(kLongShare.size());
+    return native.substr(kLongPath.size());
+}
+
+} // namespace kiv
