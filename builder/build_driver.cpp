@@ -1,5 +1,6 @@
 #include "builder/build_driver.h"
 
+#include "builder/build_state.h"
 #include "builder/navigation_lists.h"
 #include "builder/page_list_parser.h"
 #include "builder/page_list_reader.h"

@@ -1,7 +1,9 @@
 // The "Do it!" build.
 #pragma once
 
-#include "builder/build_state.h"
+#include "blocks/dispatcher.h"
+#include "builder/build_options.h"
+#include "platform/machine.h"
 
 namespace kiv {
 

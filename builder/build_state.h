@@ -4,11 +4,10 @@
 #include "blocks/dispatcher.h"
 #include "builder/bang_macros.h"
 #include "builder/build_messages.h"
+#include "builder/build_options.h"
 #include "builder/line_triggers.h"
 #include "builder/page_record.h"
 #include "builder/upload_list.h"
-#include "platform/addresses.h"
-#include "platform/clock.h"
 #include "platform/fixed_table.h"
 #include "platform/machine.h"
 
@@ -26,15 +25,6 @@ inline constexpr int kMaxTemplateLines = 1000;
 
 /// The line that closes every page's text.
 inline constexpr std::string_view kEndMarker = "@@ENDOFFILE@@";
-
-/// What the workspace asks of a build.
-struct BuildOptions {
-    bool EoyEnabled = false;
-    bool UploadListWanted = false;
-    std::string UploadCommand;
-    Addresses addresses;
-    DateTime program_start; // whose day and year the pages tell, however long the window is open
-};
 
 /// One line of a source: its text, which points into BuildState::texts, and where it comes from.
 struct SourceLine {
