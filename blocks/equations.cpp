@@ -1,7 +1,6 @@
 #include "blocks/equations.h"
 
 #include "blocks/fragments.h"
-#include "blocks/reports.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -133,7 +132,7 @@ void zuequation(std::string& line, BlockContext& context)
     const std::size_t end = line.find("</zuequation>");
     if (end == npos) {
         // The text before the start tag is lost. The format wants it so.
-        reportmsgf(context.reporter, "Oops! Missing zuequation close!");
+        context.reportmsg("Oops! Missing zuequation close!");
         return;
     }
     const std::string_view text = line;

@@ -6,12 +6,13 @@
 #include "builder/build_messages.h"
 #include "builder/build_options.h"
 #include "builder/line_triggers.h"
+#include "builder/output_roots.h"
 #include "builder/page_record.h"
+#include "builder/sources.h"
 #include "builder/upload_list.h"
 #include "platform/fixed_table.h"
 #include "platform/machine.h"
 
-#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,13 +26,6 @@ inline constexpr int kMaxTemplateLines = 1000;
 
 /// The line that closes every page's text.
 inline constexpr std::string_view kEndMarker = "@@ENDOFFILE@@";
-
-/// One line of a source: its text, which points into BuildState::texts, and where it comes from.
-struct SourceLine {
-    std::string_view text;
-    const std::string* file = nullptr; // name, see BuildState::source_names
-    int line = 0;                      // 1-based
-};
 
 struct PageLineTable : FixedTable<SourceLine, 0, kMaxPageLines> {
     PageLineTable() : FixedTable("page line") {}
@@ -64,8 +58,8 @@ struct PageState {
 
 /// What lives for one build and is made new by ResetBuildState.
 struct BuildState {
-    std::deque<std::string> texts;        // file contents and expanded lines
-    std::deque<std::string> source_names; // absolute drive paths of the files read
+    Sources sources;
+    Place place; // of the line in work
 
     FixedTable<SourceLine, 0, kMaxSourceLines> SourceLines{"source line"};
     int SourceLineCount = 0;
@@ -106,22 +100,19 @@ struct PassState {
 
 /// A build in work: what it may use, and its state.
 struct Build {
-    Build(Machine& machine_used, const BuildOptions& build_options, BlockMemory& block_memory);
+    Build(Machine& machine_used, const BuildOptions& build_options, BlockMemory& block_memory,
+          OutputRoots& declared_roots);
 
     Machine& machine;
     const BuildOptions& options;
     BlockMemory& blocks;
-    BuildMessages messages;
+    OutputRoots& roots; // for the caller, over all passes
     UploadList uploads;
     PassState pass;
     BuildState state;
+    BuildMessages messages;
 
     PageRecord& CurrentRecord() { return state.PageTable[state.page.number]; }
-
-    /// Keeps a text for as long as the build state lives.
-    std::string_view Keep(std::string text);
-    /// Reads a source file and keeps its bytes and its name.
-    std::string_view ReadSource(std::string_view path, const std::string*& name);
 };
 
 /// Makes the build state new and clears the message latch. What the pass keeps stays.

@@ -94,12 +94,12 @@ void PageWriter::Write()
         } else {
             if (page == 1) {
                 single_page = build_.machine.files.Open(kSinglePageFile);
-                build_.machine.progress.Status("creating singlehtml...");
+                build_.machine.reporter.Status("creating singlehtml...");
                 state_.output = kSinglePageStyle;
             }
             WriteSinglePage();
         }
-        build_.machine.progress.Step(page, state_.PageCount);
+        build_.machine.reporter.Step(page, state_.PageCount);
     }
     if (build_.pass.SinglePageMode && state_.PageCount > 0)
         build_.machine.files.Commit(single_page, state_.output);
@@ -149,7 +149,7 @@ void PageWriter::OpenPage()
 {
     PageState& page = state_.page;
     SetNames(OutputPath(FromChar(LineOf(page.number, 1), 9), state_, build_.pass));
-    build_.machine.progress.Status(ShortenedPath(page.CurrentOutputPath));
+    build_.machine.reporter.Status(ShortenedPath(page.CurrentOutputPath));
     page.file = build_.machine.files.Open(page.CurrentOutputPath);
     if (build_.options.UploadListWanted)
         build_.uploads.RecordUpload(page.CurrentOutputPath);
@@ -253,7 +253,7 @@ void PageWriter::WriteTemplate(const TemplatePieces& pieces)
 
 void PageWriter::SetPlace(const SourceLine& line)
 {
-    build_.machine.reporter.place = Place{line.file, line.line, &state_.page.name};
+    state_.place = {line.file, line.line, state_.page.name};
 }
 
 } // namespace

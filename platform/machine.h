@@ -6,7 +6,6 @@
 #include "platform/files.h"
 #include "platform/picture_loader.h"
 #include "platform/programs.h"
-#include "platform/progress.h"
 #include "platform/reporter.h"
 
 namespace kiv {
@@ -18,7 +17,6 @@ struct Machine {
     Programs& programs;
     Reporter& reporter;
     PictureLoader& pictures;
-    Progress& progress;
 };
 
 } // namespace kiv

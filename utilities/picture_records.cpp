@@ -2,6 +2,7 @@
 
 #include "builder/text_helpers.h"
 #include "platform/drive_path.h"
+#include "platform/reporter.h"
 #include "platform/run_error.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -23,8 +24,8 @@ void AltTable::Read(Files& files)
         try {
             Add(line);
         } catch (RunError& error) {
-            error.where =
-                AbsolutePath(kAltFile, files.CurrentDirectory()) + ", line " + Decimal(line_number);
+            const std::string file = AbsolutePath(kAltFile, files.CurrentDirectory());
+            error.where = Place{file, line_number, {}}.Text();
             throw;
         }
     }
