@@ -17,6 +17,15 @@ Build::Build(Machine& machine_used, const BuildOptions& build_options, BlockMemo
         std::string(MonthName(start.month)) + " " + Decimal(start.day) + ", " + pass.YearText;
 }
 
+std::string Build::CutToStem(PageRecord& page)
+{
+    const std::size_t size = page.file.size();
+    std::string stem = FileStem(page.file);
+    if (page.file.size() != size)
+        state.page_list_is_valid = false;
+    return stem;
+}
+
 void ResetBuildState(Build& build)
 {
     build.messages.MessageLatch = false;

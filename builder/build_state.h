@@ -2,11 +2,11 @@
 #pragma once
 
 #include "blocks/dispatcher.h"
-#include "builder/bang_macros.h"
 #include "builder/build_messages.h"
 #include "builder/build_options.h"
 #include "builder/line_triggers.h"
 #include "builder/output_roots.h"
+#include "builder/page_bangs.h"
 #include "builder/page_record.h"
 #include "builder/sources.h"
 #include "builder/upload_list.h"
@@ -113,6 +113,9 @@ struct Build {
     BuildMessages messages;
 
     PageRecord& CurrentRecord() { return state.PageTable[state.page.number]; }
+    /// The file of a record without folders, which the record loses for good, and without the part
+    /// from its first ".".
+    std::string CutToStem(PageRecord& page);
 };
 
 /// Makes the build state new and clears the message latch. What the pass keeps stays.

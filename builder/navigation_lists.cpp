@@ -1,6 +1,7 @@
 #include "builder/navigation_lists.h"
 
-#include "builder/template_merge.h"
+#include "builder/build_state.h"
+#include "builder/write_line.h"
 #include "text/text.h"
 
 #include <string>

@@ -1,5 +1,6 @@
 #include "builder/page_list_parser.h"
 
+#include "builder/build_state.h"
 #include "builder/page_directives.h"
 #include "builder/text_helpers.h"
 #include "platform/drive_path.h"

@@ -1,6 +1,7 @@
 #include "builder/page_list_reader.h"
 
 #include "blocks/tables.h"
+#include "builder/build_state.h"
 #include "builder/source_file.h"
 #include "text/text.h"
 

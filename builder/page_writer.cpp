@@ -1,10 +1,14 @@
 #include "builder/page_writer.h"
 
+#include "builder/bang_macros.h"
+#include "builder/build_state.h"
 #include "builder/line_triggers.h"
 #include "builder/output_path.h"
 #include "builder/page_shells.h"
+#include "builder/template_lines.h"
 #include "builder/template_merge.h"
 #include "builder/text_helpers.h"
+#include "builder/write_line.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -48,7 +52,7 @@ TemplatePieces Prepare(const TemplateSection& section, int count)
 class PageWriter {
   public:
     explicit PageWriter(Build& build)
-        : build_(build), state_(build.state),
+        : build_(build), state_(build.state), line_(build),
           head_(Prepare(build.state.TemplateHead, build.state.TemplateHeadCount)),
           tail_(Prepare(build.state.TemplateTail, build.state.TemplateTailCount))
     {
@@ -78,9 +82,9 @@ class PageWriter {
 
     Build& build_;
     BuildState& state_;
+    MergedLine line_;
     const TemplatePieces head_;
     const TemplatePieces tail_;
-    std::string line_; // the line being merged
 };
 
 void PageWriter::Write()
@@ -200,11 +204,11 @@ void PageWriter::WriteBody()
             continue;
         }
         SetPlace(line);
-        line_ = line.text;
-        MergeLine(line_, triggers, build_);
-        if (line_.starts_with("!++"))
-            line_ = build_.machine.files.ReadFile(Trim(FromChar(line_, 4)));
-        WriteBodyLine(number, line_);
+        line_.Begin(line.text, triggers);
+        MergeLine(line_);
+        if (line_.text.starts_with("!++"))
+            line_.text = build_.machine.files.ReadFile(Trim(FromChar(line_.text, 4)));
+        WriteBodyLine(number, line_.text);
     }
     if (state_.page.redirects)
         state_.output.resize(start);
@@ -246,8 +250,8 @@ void PageWriter::WriteTemplate(const TemplatePieces& pieces)
             continue;
         }
         SetPlace(piece.line);
-        line_ = piece.line.text;
-        WriteTemplateLine(line_, piece.triggers, build_);
+        line_.Begin(piece.line.text, piece.triggers);
+        WriteTemplateLine(line_);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "builder/template_reader.h"
 
+#include "builder/build_state.h"
 #include "builder/source_file.h"
 #include "text/text.h"
 

@@ -97,12 +97,6 @@ std::string_view DropParentPrefix(std::string_view path)
     return path.starts_with("..") ? FromChar(path, 4) : path;
 }
 
-std::string_view DropParentPrefixInPlace(std::string& path)
-{
-    path.erase(0, path.size() - DropParentPrefix(path).size());
-    return path;
-}
-
 std::string DecodeLineBreaks(std::string_view text)
 {
     std::string result = Replaced(text, "<>", "\r\n");

@@ -38,8 +38,6 @@ std::string IndexRelativeLink(std::string_view page);
 
 /// The path without its first three characters when it begins with "..".
 std::string_view DropParentPrefix(std::string_view path);
-/// The same, stored back into the argument as well.
-std::string_view DropParentPrefixInPlace(std::string& path);
 
 /// "<>" as CR LF, then "~~" as "<>".
 std::string DecodeLineBreaks(std::string_view text);
