@@ -125,8 +125,6 @@ void zuequation(std::string& line, BlockContext& context)
 
     // The tag that was dispatched, however its other letters are written.
     const std::size_t start = line.find("<zu");
-    if (start == npos)
-        return;
     const std::string head = line.substr(0, start);
     line.erase(0, start + kStartTagSize);
     const std::size_t end = line.find("</zuequation>");

@@ -28,10 +28,9 @@ struct Expansion {
     bool replaces_line = false; // the whole line, not the use alone
 };
 
-/// Cuts the use of `name` that begins at `at` (0-based); the character behind the name counts as
-/// its
-/// "[". A missing "]" is reported and taken to stand at the line's end; `is_closed` is false then.
-/// The views are those of `line` and `name`.
+/// Cuts the use of `name` that begins at `at` (0-based). Whatever character stands behind the name
+/// counts as the bracket. A missing "]" is reported and taken to stand at the line's end, and
+/// `is_closed` is false then. The views are those of `line` and `name`.
 BracketUse CutBracketUse(std::string_view line, std::size_t at, std::string_view name,
                          BuildMessages& messages);
 

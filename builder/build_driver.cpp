@@ -59,7 +59,8 @@ void RunHtmPass(Build& build)
     RunPass(build);
 }
 
-void BuildPasses(Build& build)
+/// All passes of one build; `as_single_page` writes every page into `_singlehtml.txt`.
+void BuildPasses(Build& build, bool as_single_page)
 {
     Machine& machine = build.machine;
     if (!machine.files.FileExists("_template.txt") || !machine.files.FileExists("_html.txt")) {
@@ -68,6 +69,7 @@ void BuildPasses(Build& build)
     }
     ResetBuildState(build);
     build.roots = {};
+    build.pass.SinglePageMode = as_single_page;
     build.pass.ThisDirName = ThisDirNameOf(machine.files.CurrentDirectory());
     build.pass.OutputExtensionWord = "htm";
     RunPass(build);
@@ -80,16 +82,6 @@ void BuildPasses(Build& build)
     machine.reporter.Status(Decimal(build.state.PageCount) + " files written");
 }
 
-void BuildAll(Build& build)
-{
-    if (build.machine.files.FileExists("_singlehtml.txt")) {
-        build.pass.SinglePageMode = true;
-        BuildPasses(build);
-        build.pass.SinglePageMode = false;
-    }
-    BuildPasses(build);
-}
-
 } // namespace
 
 void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& blocks,
@@ -97,7 +89,9 @@ void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& block
 {
     Build build(machine, options, blocks, roots);
     try {
-        BuildAll(build);
+        if (machine.files.FileExists("_singlehtml.txt"))
+            BuildPasses(build, true);
+        BuildPasses(build, false);
     } catch (RunError& error) {
         if (error.where.empty())
             error.where = build.state.place.Text();

@@ -1,6 +1,5 @@
-// Page navigation: the drop-down, the bulleted page list and the site map inside pages, and the
-// files
-// `_toc.txt` and `_sitemap.txt` after a build.
+// Page navigation: the drop-down, the bulleted page list and the site map inside pages, and the two
+// files that every build writes after them, `_toc.txt` and `_sitemap.txt`.
 #pragma once
 
 namespace kiv {

@@ -67,6 +67,7 @@ class PageWriter {
     void OpenPage();
     void SetNames(std::string path);
     void WriteStart();
+    void WriteShell(std::string_view text);
     void WriteBody();
     void WriteBodyLine(int number, std::string_view line);
     void WriteSeparator();
@@ -177,17 +178,20 @@ void PageWriter::WriteStart()
 {
     const PageRecord& record = build_.CurrentRecord();
     const std::string_view mode = record.mode;
-    if (mode == "naked")
-        return;
-    if (mode.starts_with(">>")) {
-        WriteLine(state_.output, MakeRedirectPage(2, mode.substr(2), record.title));
-    } else if (mode.starts_with('>')) {
-        WriteLine(state_.output, MakeRedirectPage(1, mode.substr(1), record.title));
-    } else if (const std::string shell = MakePageShell(mode, record.title); !shell.empty()) {
-        WriteLine(state_.output, shell);
-    } else {
+    if (const PageShell* const shell = FindPageShell(mode))
+        WriteShell(ShellOpening(*shell, record.title));
+    else if (mode.starts_with(">>"))
+        WriteShell(MakeRedirectPage(2, mode.substr(2), record.title));
+    else if (mode.starts_with('>'))
+        WriteShell(MakeRedirectPage(1, mode.substr(1), record.title));
+    else
         WriteTemplate(head_);
-    }
+}
+
+void PageWriter::WriteShell(std::string_view text)
+{
+    if (!text.empty())
+        WriteLine(state_.output, text);
 }
 
 /// Lines 1 and 2 are the page's name and title and are never written. The lines of a redirect page
@@ -229,16 +233,12 @@ void PageWriter::ClosePage()
 
 void PageWriter::WriteEnd()
 {
-    const std::string_view mode = build_.CurrentRecord().mode;
-    std::string& output = state_.output;
     if (state_.page.redirects)
         return;
-    WriteShowHideScript(output, state_.page.bangs);
-    if (mode == "notemplate" || mode == "nobodytemplate")
-        WriteLine(output, "</body>\r\n</html>");
-    else if (mode == "tightprint")
-        WriteLine(output, "</div></body></html>");
-    else if (mode != "naked" && mode != "tightnotemplate")
+    WriteShowHideScript(state_.output, state_.page.bangs);
+    if (const PageShell* const shell = FindPageShell(build_.CurrentRecord().mode))
+        WriteShell(shell->closing);
+    else
         WriteTemplate(tail_);
 }
 
