@@ -20,12 +20,17 @@ struct BlockContext {
     LineSource& lines;
     FileReader& files;
     Reporter& reporter;
+    const Place& place;       // of the line last read
     std::string& style_sheet; // the build's table style sheet
     BlockMemory& memory;
+
+    /// Shows a message, with the line last read as its place.
+    void reportmsg(std::string_view text) { reporter.reportmsg(text, place); }
+    /// Reports a fault in a block's structure: "BIG OOPS! " and the message.
+    void bigoops(std::string_view text) { reportmsg(std::string("BIG OOPS! ").append(text)); }
 };
 
-/// Expands the first block tag of `line` in place. `block_mode` is kept for the format's sake:
-/// callers pass 1.
-void zuloop(std::string& line, int block_mode, BlockContext& context);
+/// Expands the first block tag of `line` in place; a second one stays as written.
+void zuloop(std::string& line, BlockContext& context);
 
 } // namespace kiv

@@ -1,7 +1,6 @@
 #include "blocks/equations.h"
 
 #include "blocks/fragments.h"
-#include "blocks/reports.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -126,14 +125,12 @@ void zuequation(std::string& line, BlockContext& context)
 
     // The tag that was dispatched, however its other letters are written.
     const std::size_t start = line.find("<zu");
-    if (start == npos)
-        return;
     const std::string head = line.substr(0, start);
     line.erase(0, start + kStartTagSize);
     const std::size_t end = line.find("</zuequation>");
     if (end == npos) {
         // The text before the start tag is lost. The format wants it so.
-        reportmsgf(context.reporter, "Oops! Missing zuequation close!");
+        context.reportmsg("Oops! Missing zuequation close!");
         return;
     }
     const std::string_view text = line;

@@ -1,6 +1,5 @@
 // The table form of included files.
 #include "blocks/fragments.h"
-#include "blocks/reports.h"
 #include "blocks/table_cells.h"
 #include "blocks/tables.h"
 #include "text/joined_text.h"
@@ -92,7 +91,7 @@ void zutabtable2(std::string& line, BlockContext& context)
         const std::string_view text = context.lines.Next();
         if (text.starts_with('@')) { // "@@" too, other than in the page list's own tables
             line = text;
-            bigoops(context.reporter, "zutable!!");
+            context.bigoops("zutable!!");
             return;
         }
         if (text.starts_with("</zutable")) {

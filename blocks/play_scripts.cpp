@@ -1,6 +1,5 @@
 #include "blocks/play_scripts.h"
 
-#include "blocks/reports.h"
 #include "text/text.h"
 
 namespace kiv {
@@ -31,7 +30,7 @@ void zuplaywright(std::string& line, BlockContext& context)
     for (;;) {
         line = context.lines.Next();
         if (line.starts_with('@')) {
-            bigoops(context.reporter, "Missing close zuplaywright: " + output);
+            context.bigoops("Missing close zuplaywright: " + output);
             return;
         }
         if (line.starts_with("</zuplaywright>")) {
@@ -41,7 +40,7 @@ void zuplaywright(std::string& line, BlockContext& context)
         if (line.starts_with("<zu")) {
             // The start tag of the other block is lost; the line after it is named and stays.
             line = context.lines.Next();
-            reportmsgf(context.reporter, "Oops! zuplaywright error before: " + line);
+            context.reportmsg("Oops! zuplaywright error before: " + line);
             return;
         }
         AppendRow(output, line);

@@ -11,9 +11,8 @@ namespace kiv {
 /// "c:\utils\quiz.txt" and a link that starts it into `line`.
 void zuquiz1(std::string& line, BlockContext& context);
 
-/// Reads a quiz up to "</zuquiz2>" and puts the form into `line`. `kind` 2 is the boxed style, any
-/// other the plain one. A line that is neither question nor answer is reported, and `line` holds
-/// it with its quotes escaped.
-void zuquiz2(std::string& line, int kind, BlockContext& context);
+/// Reads a quiz up to "</zuquiz2>" and puts the form into `line`. A line that is neither question
+/// nor answer is reported, and `line` holds it with its quotes escaped.
+void zuquiz2(std::string& line, BlockContext& context);
 
 } // namespace kiv

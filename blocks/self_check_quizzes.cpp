@@ -1,7 +1,6 @@
 // "<zuquiz2>": a form whose radio buttons write feedback into a text box.
 #include "blocks/fragments.h"
 #include "blocks/quizzes.h"
-#include "blocks/reports.h"
 #include "text/joined_text.h"
 #include "text/text.h"
 
@@ -14,25 +13,9 @@ namespace {
 
 constexpr std::string_view kQuizFont = R"(<font face="geneva,arial,helvetica,helv" size=2>)";
 
-/// What stands around the form.
-struct QuizFrame {
-    std::string_view head;
-    std::string_view tail;
-};
-
-constexpr QuizFrame kPlainFrame = {
-    R"(<table width="100%" border=0 cellspacing=0 cellpadding=0 border=0><tr><td>)",
-    "</td></tr></table><p>",
-};
-
-constexpr QuizFrame kBoxedFrame = {
-    R"(<p><table width="100%" border=0 cellspacing=0 cellpadding=1>)"
-    R"(<tr><td bgcolor="#6E9F0E" background="../images/wings/quiz3/greenpattern.gif">)"
-    R"(<img src="../images/wings/quiz3/checkyourknowledge.gif" width=229 height=16></td></tr>)"
-    R"(<tr><td bgcolor="#669900"><table width="100%" border=0 cellspacing=0 cellpadding=8>)"
-    R"(<tr><td bgcolor="#E8F4D0">)",
-    "</td></tr></table></td></tr></table><p>",
-};
+constexpr std::string_view kFormHead =
+    R"(<table width="100%" border=0 cellspacing=0 cellpadding=0 border=0><tr><td>)";
+constexpr std::string_view kFormTail = "</td></tr></table><p>";
 
 /// A self-check quiz while its block is read.
 struct SelfCheck {
@@ -72,14 +55,14 @@ void AppendAnswer(SelfCheck& quiz, std::string_view line, std::size_t bar)
     quiz.output.append(feedback).append("'\">").append(line.substr(0, bar)).append("<BR>");
 }
 
-std::string Close(const SelfCheck& quiz, const QuizFrame& frame)
+std::string Close(const SelfCheck& quiz)
 {
-    std::string form(frame.head);
+    std::string form(kFormHead);
     form.append(kCrLf).append("<FORM>").append(kQuizFont);
     form.append(kCrLf).append(quiz.output);
     form.append(kCrLf).append(TextBox(quiz));
     form.append(kCrLf).append("</UL></FORM>");
-    return form.append(kCrLf).append(frame.tail);
+    return form.append(kCrLf).append(kFormTail);
 }
 
 bool EndsSelfCheck(std::string_view line)
@@ -90,15 +73,13 @@ bool EndsSelfCheck(std::string_view line)
 
 } // namespace
 
-void zuquiz2(std::string& line, int kind, BlockContext& context)
+void zuquiz2(std::string& line, BlockContext& context)
 {
-    constexpr int kBoxed = 2;
-
     SelfCheck quiz;
     for (;;) {
         line = context.lines.Next();
         if (EndsSelfCheck(line)) {
-            line = Close(quiz, kind == kBoxed ? kBoxedFrame : kPlainFrame);
+            line = Close(quiz);
             return;
         }
         if (StartsWithNoCase(line, "Q:")) {
@@ -112,7 +93,7 @@ void zuquiz2(std::string& line, int kind, BlockContext& context)
         line = QuoteEscape(line);
         const std::size_t bar = line.find('|');
         if (bar == npos) {
-            reportmsgf(context.reporter, kind == kBoxed ? "Oops! cyk" : "Oops! zuquiz2");
+            context.reportmsg("Oops! zuquiz2");
             return;
         }
         AppendAnswer(quiz, line, bar);

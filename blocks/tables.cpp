@@ -1,7 +1,6 @@
 #include "blocks/tables.h"
 
 #include "blocks/fragments.h"
-#include "blocks/reports.h"
 #include "blocks/table_cells.h"
 #include "text/joined_text.h"
 #include "text/text.h"
@@ -102,7 +101,7 @@ void zutable(std::string& line, int kind, BlockContext& context)
         std::string_view text = context.lines.Next();
         if (text.starts_with('@') && !text.starts_with("@@")) {
             line = text;
-            reportmsgf(context.reporter, line + "\r\nForgot to close your zutable!");
+            context.reportmsg(line + "\r\nForgot to close your zutable!");
             return;
         }
         // "h:" goes before anything else is tested, so "h:</zutable>" ends the block as well.

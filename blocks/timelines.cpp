@@ -1,18 +1,17 @@
 #include "blocks/timelines.h"
 
-#include "blocks/reports.h"
 #include "text/text.h"
 
 namespace kiv {
 
-void zutimeline(std::string& line, std::string_view /*style*/, BlockContext& context)
+void zutimeline(std::string& line, BlockContext& context)
 {
     std::string output = "<table border=0 cellspacing=0 cellpadding=2 bgcolor=293163><tr><td>"
                          "<table border=0 cellspacing=2 cellpadding=6 bgcolor=white>";
     for (;;) {
         line = context.lines.Next();
         if (line.starts_with('@')) {
-            bigoops(context.reporter, "zutimeline");
+            context.bigoops("zutimeline");
             return;
         }
         if (line.starts_with("</zutimeline")) {
@@ -21,7 +20,7 @@ void zutimeline(std::string& line, std::string_view /*style*/, BlockContext& con
         }
         const std::size_t bar = line.find('|');
         if (bar == npos) {
-            reportmsgf(context.reporter, "Oops! zutimeline");
+            context.reportmsg("Oops! zutimeline");
             return;
         }
         // The label's bold font is never closed. The format wants it so.

@@ -4,13 +4,11 @@
 #include "blocks/dispatcher.h"
 
 #include <string>
-#include <string_view>
 
 namespace kiv {
 
 /// Reads a timeline up to "</zutimeline" and puts the finished table into `line`. When the block
 /// runs into an "@" line or a line without "|", that is reported and `line` holds that line.
-/// `style` is always "1" and changes nothing.
-void zutimeline(std::string& line, std::string_view style, BlockContext& context);
+void zutimeline(std::string& line, BlockContext& context);
 
 } // namespace kiv

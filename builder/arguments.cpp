@@ -5,27 +5,17 @@
 
 namespace kiv {
 
-BracketUse CutBracketUse(std::string_view line, std::size_t position, std::size_t size,
+BracketUse CutBracketUse(std::string_view line, std::size_t at, std::string_view name,
                          BuildMessages& messages)
 {
-    const std::string_view prefix = line.substr(0, position);
-    const std::string_view rest = FromChar(line, position + size + 1);
+    const std::size_t head = name.size() + 1; // with the "["
+    const std::string_view rest = FromChar(line, at + head + 1);
     const std::size_t close = rest.find(']');
     if (close == npos) {
         messages.ShowBuildMessage("Missing closed bracket: " + std::string(rest));
-        return {prefix, rest, {}, false};
+        return {line, at, line.size() - at, name, rest, false};
     }
-    return {prefix, rest.substr(0, close), rest.substr(close + 1), true};
-}
-
-std::size_t ReplaceUse(std::string& line, const BracketUse& use, std::string_view text)
-{
-    const std::size_t at = use.prefix.size();
-    const std::size_t size = line.size() - at - use.after.size();
-    if (line.compare(at, size, text) == 0)
-        return npos;
-    line.replace(at, size, text);
-    return at;
+    return {line, at, head + close + 1, name, rest.substr(0, close), true};
 }
 
 Fields::Fields(std::string_view arguments, std::string_view owner)
@@ -37,7 +27,7 @@ std::string_view Fields::operator[](std::size_t n) const
 {
     if (n < 1 || n > fields_.size())
         throw RunError(ErrorKind::subscript,
-                       "field " + std::to_string(n) + " of " + owner_ + " is missing");
+                       "field " + std::to_string(n) + " of " + std::string(owner_) + " is missing");
     return fields_[n - 1];
 }
 

@@ -10,32 +10,40 @@
 
 namespace kiv {
 
-/// A construct in a line: what stands before it, its arguments, and what follows its "]".
+/// One use of a construct in a line, from its mark up to its "]".
 struct BracketUse {
-    std::string_view prefix;
-    std::string_view arguments;
-    std::string_view after;
-    bool closed = true;
+    std::string_view line;      // the whole
+    std::size_t at = 0;         // where the mark begins, 0-based
+    std::size_t size = 0;       // in characters, with mark and "]"
+    std::string_view name;      // of the construct, for errors: "!!pop", "??1"
+    std::string_view arguments; // between "[" and "]"
+    bool is_closed = true;
+
+    std::string_view Text() const { return line.substr(at, size); }
 };
 
-/// Cuts `line` at the construct that begins at `position` (0-based) and takes `size` characters
-/// before its arguments. A missing "]" is reported and taken to stand at the line's end; `closed`
-/// is false then.
-BracketUse CutBracketUse(std::string_view line, std::size_t position, std::size_t size,
-                         BuildMessages& messages);
+/// What an expander makes of one use.
+struct Expansion {
+    std::string text;
+    bool replaces_line = false; // the whole line, not the use alone
+};
 
-/// Puts `text` in the place of a construct that was cut from this line. Returns the first character
-/// (0-based) that may be another one now; npos when the line is as it was.
-std::size_t ReplaceUse(std::string& line, const BracketUse& use, std::string_view text);
+/// Cuts the use of `name` that begins at `at` (0-based). Whatever character stands behind the name
+/// counts as the bracket. A missing "]" is reported and taken to stand at the line's end, and
+/// `is_closed` is false then. The views are those of `line` and `name`.
+BracketUse CutBracketUse(std::string_view line, std::size_t at, std::string_view name,
+                         BuildMessages& messages);
 
 /// Arguments cut at each "|", numbered from 1. An empty text has no field at all.
 class Fields {
   public:
-    /// `owner` says in an error whose arguments these are, such as "!!pop".
+    /// `owner` says in an error whose arguments these are, such as "!!pop"; it must outlive the
+    /// fields.
     Fields(std::string_view arguments, std::string_view owner);
+    explicit Fields(const BracketUse& use) : Fields(use.arguments, use.name) {}
 
     std::size_t Count() const { return fields_.size(); }
-    const std::string& Owner() const { return owner_; }
+    std::string_view Owner() const { return owner_; }
 
     /// Field `n`; throws `subscript` when it is missing.
     std::string_view operator[](std::size_t n) const;
@@ -45,7 +53,7 @@ class Fields {
 
   private:
     std::vector<std::string_view> fields_;
-    std::string owner_;
+    std::string_view owner_;
 };
 
 } // namespace kiv

@@ -1,5 +1,6 @@
 #include "builder/at_variables.h"
 
+#include "builder/build_state.h"
 #include "builder/text_helpers.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -14,16 +15,10 @@ namespace kiv {
 
 namespace {
 
-/// The neighbour's file without folders, which the record loses for good, and without the part from
-/// its first ".".
-std::string NeighbourStem(Build& build, int page)
+/// The stem of a page's file, which loses its folders by that.
+std::string StemOf(Build& build, int page)
 {
-    std::string& file = build.state.PageTable[page].file;
-    const std::size_t size = file.size();
-    std::string stem = FileStem(file);
-    if (file.size() != size)
-        build.state.page_list_is_valid = false;
-    return stem;
+    return build.CutToStem(build.state.PageTable[page]);
 }
 
 std::string PageLink(const Build& build)
@@ -84,8 +79,8 @@ constexpr AtVariable kAtVariables[] = {
     {"@FILE", [](Build& b) { return b.state.page.CurrentStem; }},
     {"@PREVTITLE", [](Build& b) { return Previous(b).title; }},
     {"@NEXTTITLE", [](Build& b) { return Following(b).title; }},
-    {"@PREVNO", [](Build& b) { return NeighbourStem(b, b.state.page.number - 1); }},
-    {"@NEXTNO", [](Build& b) { return NeighbourStem(b, b.state.page.number + 1); }},
+    {"@PREVNO", [](Build& b) { return StemOf(b, b.state.page.number - 1); }},
+    {"@NEXTNO", [](Build& b) { return StemOf(b, b.state.page.number + 1); }},
     {"@THISTITLE", [](Build& b) { return b.CurrentRecord().title; }},
     {"@THISSTRIP", [](Build& b) { return b.state.page.CurrentBaseStem; }},
     {"@THISDIR", [](Build& b) { return b.pass.ThisDirName; }},
@@ -176,34 +171,30 @@ bool MayBringNames(std::string_view before, std::string_view value)
 
 } // namespace
 
-bool ReplaceAtVariables(std::string& line, Triggers triggers, Build& build)
+bool ReplaceAtVariables(MergedLine& line)
 {
-    RowSet present = RowsIn(line, 0, (triggers & kStyle) != 0);
+    std::string& text = line.text;
+    RowSet present = RowsIn(text, 0, (line.triggers & kStyle) != 0);
     const bool found = present != 0;
     while (present != 0) {
         const auto row = static_cast<std::size_t>(std::countr_zero(present));
         present &= present - 1;
         const std::string_view name = kAtVariables[row].name;
-        const std::size_t at = FindNoCase(line, name);
+        const std::size_t at = FindNoCase(text, name);
         if (at == npos) // it was the head of a longer name
             continue;
-        const std::string value = kAtVariables[row].value(build);
-        if (FindNoCase(line, name, at + name.size()) != npos) {
-            ReplaceAtVariable(line, name, value);
-            present = RowsIn(line, row + 1, true);
+        const std::string value = kAtVariables[row].value(line.build);
+        bool brings_names = true;
+        if (FindNoCase(text, name, at + name.size()) != npos) {
+            ReplaceEachNoCase(text, name, value);
         } else {
-            const bool brings_names = MayBringNames(std::string_view(line).substr(0, at), value);
-            line.replace(at, name.size(), value);
-            if (brings_names)
-                present = RowsIn(line, row + 1, true);
+            brings_names = MayBringNames(std::string_view(text).substr(0, at), value);
+            text.replace(at, name.size(), value);
         }
+        if (brings_names)
+            present = RowsIn(text, row + 1, true);
     }
     return found;
-}
-
-void ReplaceAtVariable(std::string& line, std::string_view name, std::string_view value)
-{
-    ReplaceEachNoCase(line, name, value);
 }
 
 } // namespace kiv

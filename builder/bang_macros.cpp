@@ -1,91 +1,67 @@
 #include "builder/bang_macros.h"
 
-#include "builder/arguments.h"
+#include "builder/build_state.h"
+#include "text/joined_text.h"
 #include "platform/run_error.h"
 #include "text/joined_text.h"
 #include "text/text.h"
 
-#include <optional>
 #include <string_view>
 
 namespace kiv {
 
-namespace {
-
-/// The first use of `macro` in the line from `from` (0-based) on, if there is one.
-std::optional<BracketUse> FirstUse(std::string_view line, std::size_t from, std::string_view macro,
-                                   BuildMessages& messages)
+Expansion ExpandShowHide(const BracketUse& use, Build& build)
 {
-    const std::size_t at = FindNoCase(line, macro, from);
-    if (at == npos)
-        return std::nullopt;
-    return CutBracketUse(line, at, macro.size(), messages);
-}
-
-} // namespace
-
-std::size_t ExpandShowHide(std::string& line, std::size_t from, PageBangs& page,
-                           BuildMessages& messages)
-{
-    const std::optional<BracketUse> use = FirstUse(line, from, "!!showhide[", messages);
-    if (!use)
-        return npos;
-    const Fields fields(use->arguments, "!!showhide");
+    const Fields fields(use);
     const std::string_view id = fields[1];
     const std::string_view text = fields[2];
-    if (!page.ShowHideIds.empty())
-        page.ShowHideIds += ',';
-    page.ShowHideIds.append("\"").append(id).append("\"");
+    std::string& ids = build.state.page.bangs.ShowHideIds;
+    if (!ids.empty())
+        ids += ',';
+    ids.append("\"").append(id).append("\"");
     // The ";" after onFocus is a slip that pages have always had. The div stays open for the
     // author's "</div>".
-    return ReplaceUse(
-        line, *use,
-        Joined({"<a href=\"javascript:void(0)\" class=\"showhide\" onClick=\"displaySubs('", id,
-                "')\" onFocus=\"if(this.blur)this.blur()\";>", text, "</a>\r\n<div id=\"", id,
-                "\" style=\"display:none\">"}));
+    return {Joined({"<a href=\"javascript:void(0)\" class=\"showhide\" onClick=\"displaySubs('", id,
+                    "')\" onFocus=\"if(this.blur)this.blur()\";>", text, "</a>\r\n<div id=\"", id,
+                    "\" style=\"display:none\">"})};
 }
 
-std::size_t ExpandFlv(std::string& line, std::size_t from, const Addresses& addresses,
-                      BuildMessages& messages)
+Expansion ExpandFlv(const BracketUse& use, Build& build)
 {
-    const std::optional<BracketUse> use = FirstUse(line, from, "!!flv[", messages);
-    if (!use || !use->closed)
-        return npos;
-    const Fields fields(use->arguments, "!!flv");
+    const Expansion as_it_stands = {std::string(use.Text())};
+    if (!use.is_closed)
+        return as_it_stands;
+    const Fields fields(use);
     if (fields.Count() < 4) {
-        messages.ShowBuildMessage("FLV!! is flawed");
-        return npos;
+        build.messages.ShowBuildMessage("FLV!! is flawed");
+        return as_it_stands;
     }
+    const Addresses& addresses = build.options.addresses;
     const std::string_view server = fields[1];
     const std::string_view file = fields[2];
     // A server that is neither takes its media from the one and the player from the other. The
     // format wants it so.
     const std::string_view media = EqualsNoCase(server, "mor") ? addresses.mor : addresses.kel;
     const std::string_view player = EqualsNoCase(server, "kel") ? addresses.kel : addresses.mor;
-    return ReplaceUse(
-        line, *use,
-        Joined({"<embed flashvars=\"file=", media, file, ".flv&autostart=false&image=", media, file,
-                ".jpg\" src=\"", player, "flvplayer.swf\" width=\"", fields[3], "\" height=\"",
-                fields[4],
-                "\" bgcolor=\"#FFFFFF\" type=\"application/x-shockwave-flash\" pluginspage=\"",
-                addresses.plugin_page, "\">"}));
+    return {Joined({"<embed flashvars=\"file=", media, file, ".flv&autostart=false&image=", media,
+                    file, ".jpg\" src=\"", player, "flvplayer.swf\" width=\"", fields[3],
+                    "\" height=\"", fields[4],
+                    "\" bgcolor=\"#FFFFFF\" type=\"application/x-shockwave-flash\" pluginspage=\"",
+                    addresses.plugin_page, "\">"})};
 }
 
-std::size_t ExpandMailto(std::string& line, std::size_t from, BuildMessages& messages)
+Expansion ExpandMailto(const BracketUse& use, Build&)
 {
-    const std::optional<BracketUse> use = FirstUse(line, from, "!!mailto[", messages);
-    if (!use)
-        return npos;
-    const std::string_view address = use->arguments; // "|" means nothing here
+    const std::string_view address = use.arguments; // "|" means nothing here
     const std::size_t at = address.find('@');
     if (at == npos)
-        return ReplaceUse(line, *use, "");
+        return {};
     const std::string_view user = address.substr(0, at);
     const std::string_view host = Before(address.substr(at + 1), '@');
     const std::size_t dot = host.find('.');
     if (dot == npos)
-        throw RunError(ErrorKind::subscript,
-                       "the address of !!mailto has no \".\" behind its \"@\"");
+        throw RunError(ErrorKind::subscript, "the address of " + std::string(use.name) +
+                                                 " has no \".\" behind its \"@\"");
     const std::string_view domain = host.substr(0, dot);
     std::string_view tld = host.substr(dot + 1);
     std::string visible; // none in the open form: the author writes the words and the "</a>"
@@ -94,52 +70,44 @@ std::size_t ExpandMailto(std::string& line, std::size_t from, BuildMessages& mes
         visible =
             Joined({user, "<!--z-->", "@", "<!--z-->", domain, "<!--z-->.<!--z-->", tld, "</a>"});
     }
-    return ReplaceUse(line, *use,
-                      Joined({"<a href=\"*\" onmouseover=\"this.href='mailto:", user, "'+'@'+'",
-                              domain, "'+'.'+'", tld, "'\">", visible}));
+    return {Joined({"<a href=\"*\" onmouseover=\"this.href='mailto:", user, "'+'@'+'", domain,
+                    "'+'.'+'", tld, "'\">", visible})};
 }
 
-std::size_t ExpandSwap(std::string& line, std::size_t from, BuildMessages& messages)
+Expansion ExpandSwap(const BracketUse& use, Build&)
 {
-    const std::optional<BracketUse> use = FirstUse(line, from, "!!SWAP[", messages);
-    if (!use)
-        return npos;
-    const Fields fields(use->arguments, "!!SWAP");
+    const Fields fields(use);
     const std::string_view alias = fields[1];
     const std::string_view page = fields[2];
     const std::string_view first_image = fields[3];
     const std::string_view second_image = fields[4];
-    return ReplaceUse(line, *use,
-                      Joined({"<a href=\"",
-                              page,
-                              "\" onMouseOver=\"document.image",
-                              alias,
-                              ".src='",
-                              second_image,
-                              "'\" onMouseOut=\"document.image",
-                              alias,
-                              ".src='",
-                              first_image,
-                              "'\"><img name=\"image",
-                              alias,
-                              "\" src=\"",
-                              first_image,
-                              "\" width=\"",
-                              fields[5],
-                              "\" height=\"",
-                              fields[6],
-                              "\" border=\"0\" alt=\"",
-                              fields[7],
-                              "\"></a>"}));
+    return {Joined({"<a href=\"",
+                    page,
+                    "\" onMouseOver=\"document.image",
+                    alias,
+                    ".src='",
+                    second_image,
+                    "'\" onMouseOut=\"document.image",
+                    alias,
+                    ".src='",
+                    first_image,
+                    "'\"><img name=\"image",
+                    alias,
+                    "\" src=\"",
+                    first_image,
+                    "\" width=\"",
+                    fields[5],
+                    "\" height=\"",
+                    fields[6],
+                    "\" border=\"0\" alt=\"",
+                    fields[7],
+                    "\"></a>"})};
 }
 
-std::size_t ExpandFlash(std::string& line, std::size_t from, const Addresses& addresses,
-                        BuildMessages& messages)
+Expansion ExpandFlash(const BracketUse& use, Build& build)
 {
-    const std::optional<BracketUse> use = FirstUse(line, from, "!!flash[", messages);
-    if (!use)
-        return npos;
-    const Fields fields(use->arguments, "!!flash");
+    const Addresses& addresses = build.options.addresses;
+    const Fields fields(use);
     const std::string_view movie = fields[1];
     const std::string_view width = fields[2];
     const std::string_view height = fields[3];
@@ -156,7 +124,7 @@ std::size_t ExpandFlash(std::string& line, std::size_t from, const Addresses& ad
                      "  <param name=\"quality\" value=\"high\">",
                      "  <param name=\"allowScriptAccess\" value=\"sameDomain\">",
                      "  <param name=\"bgcolor\" value=\"#ffffff\">", embed, "</object>"});
-    return ReplaceUse(line, *use, block);
+    return {block};
 }
 
 void WriteShowHideScript(std::string& output, PageBangs& page)

@@ -1,33 +1,37 @@
 // Bang macros: "!!pop[", "!!showhide[", "!!flv[", "!!mailto[", "!!SWAP[", "!!flash[". Each expander
-// rewrites the first occurrence of its macro at or behind `from` (0-based), whatever its case, and
-// leaves a line without one as it is. It returns the first character that it has changed, or npos
-// when the line is as it was. A missing field throws RunError `subscript`.
+// gives what stands in the place of one use. A missing field throws RunError `subscript`.
 #pragma once
 
-#include "builder/build_messages.h"
-#include "builder/addresses.h"
+#include "builder/arguments.h"
+#include "builder/page_bangs.h"
 
-#include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace kiv {
 
-/// What the bangs of one page leave behind; new with each page.
-struct PageBangs {
-    int PopupCounter = 0;    // simple popups so far
-    std::string ShowHideIds; // "id","id" of the show/hide sections so far
+struct Build;
+
+Expansion ExpandPopup(const BracketUse& use, Build& build);
+Expansion ExpandShowHide(const BracketUse& use, Build& build);
+Expansion ExpandFlv(const BracketUse& use, Build& build);
+Expansion ExpandMailto(const BracketUse& use, Build& build);
+Expansion ExpandSwap(const BracketUse& use, Build& build);
+Expansion ExpandFlash(const BracketUse& use, Build& build);
+
+struct Bang {
+    std::string_view mark; // with its "["; a line may have it in any case
+    Expansion (*expand)(const BracketUse& use, Build& build);
+
+    constexpr std::string_view Name() const { return mark.substr(0, mark.size() - 1); }
 };
 
-std::size_t ExpandPopup(std::string& line, std::size_t from, PageBangs& page,
-                        BuildMessages& messages);
-std::size_t ExpandShowHide(std::string& line, std::size_t from, PageBangs& page,
-                           BuildMessages& messages);
-std::size_t ExpandFlv(std::string& line, std::size_t from, const Addresses& addresses,
-                      BuildMessages& messages);
-std::size_t ExpandMailto(std::string& line, std::size_t from, BuildMessages& messages);
-std::size_t ExpandSwap(std::string& line, std::size_t from, BuildMessages& messages);
-std::size_t ExpandFlash(std::string& line, std::size_t from, const Addresses& addresses,
-                        BuildMessages& messages);
+inline constexpr Bang kPopup = {"!!pop[", ExpandPopup};
+inline constexpr Bang kShowHide = {"!!showhide[", ExpandShowHide};
+inline constexpr Bang kFlv = {"!!flv[", ExpandFlv};
+inline constexpr Bang kMailto = {"!!mailto[", ExpandMailto};
+inline constexpr Bang kSwap = {"!!SWAP[", ExpandSwap};
+inline constexpr Bang kFlash = {"!!flash[", ExpandFlash};
 
 /// Appends the script that the page's show/hide toggles call, when there are any, and empties their
 /// list.

@@ -1,5 +1,6 @@
 #include "builder/build_driver.h"
 
+#include "builder/build_state.h"
 #include "builder/navigation_lists.h"
 #include "builder/page_list_parser.h"
 #include "builder/page_list_reader.h"
@@ -21,37 +22,55 @@ void RunPass(Build& build)
     WritePages(build);
 }
 
+/// One of the extra passes: what it sets holds until it ends, however it ends.
+class ExtraPass {
+  public:
+    /// `flag` is the pass's own in the pass state; `name` goes to the pass status.
+    ExtraPass(Build& build, bool& flag, std::string_view name)
+        : reporter_(build.machine.reporter), flag_(flag)
+    {
+        flag_ = true;
+        build.pass.OutputExtensionWord = "asp"; // in the pass for HTM, too
+        reporter_.PassStatus(name);
+    }
+    ExtraPass(const ExtraPass&) = delete;
+    ExtraPass& operator=(const ExtraPass&) = delete;
+    ~ExtraPass()
+    {
+        flag_ = false;
+        reporter_.PassStatus("");
+    }
+
+  private:
+    Reporter& reporter_;
+    bool& flag_;
+};
+
 void RunAspPass(Build& build)
 {
     ResetBuildState(build);
-    build.pass.AspPass = true;
-    build.pass.OutputExtensionWord = "asp";
-    build.machine.progress.PassStatus("ASP");
+    const ExtraPass pass(build, build.pass.AspPass, "ASP");
     RunPass(build);
-    build.pass.AspPass = false;
-    build.machine.progress.PassStatus("");
 }
 
 /// Without a reset: what the pass before left stays where it is not written again.
 void RunHtmPass(Build& build)
 {
-    build.pass.HtmPass = true;
-    build.pass.OutputExtensionWord = "asp"; // here too
-    build.machine.progress.PassStatus("HTM");
+    const ExtraPass pass(build, build.pass.HtmPass, "HTM");
     RunPass(build);
-    build.pass.HtmPass = false;
-    build.machine.progress.PassStatus("");
 }
 
-void BuildPasses(Build& build)
+/// All passes of one build; `as_single_page` writes every page into `_singlehtml.txt`.
+void BuildPasses(Build& build, bool as_single_page)
 {
     Machine& machine = build.machine;
     if (!machine.files.FileExists(kTemplateFile) || !machine.files.FileExists(kPageListFile)) {
-        machine.reporter.reportmsg("OOPS! Missing _html.txt, _template.txt");
+        build.messages.reportmsg("OOPS! Missing _html.txt, _template.txt");
         return;
     }
     ResetBuildState(build);
-    machine.progress.dirreset();
+    build.roots = {};
+    build.pass.SinglePageMode = as_single_page;
     build.pass.ThisDirName = ThisDirNameOf(machine.files.CurrentDirectory());
     build.pass.OutputExtensionWord = "htm";
     RunPass(build);
@@ -59,41 +78,24 @@ void BuildPasses(Build& build)
         RunAspPass(build);
     if (build.state.HtmOutputWanted)
         RunHtmPass(build);
-    machine.reporter.place = {};
+    build.state.place = {};
     WriteNavigationFiles(build);
-    machine.progress.Status(Decimal(build.state.PageCount) + " files written");
+    machine.reporter.Status(Decimal(build.state.PageCount) + " files written");
 }
-
-/// The reporter's place points into the build, so it ends with it; so do the pass texts of a build
-/// that fails.
-class BuildEnd {
-  public:
-    explicit BuildEnd(Machine& machine) : machine_(machine) {}
-    BuildEnd(const BuildEnd&) = delete;
-    BuildEnd& operator=(const BuildEnd&) = delete;
-    ~BuildEnd() { machine_.reporter.place = {}; }
-
-  private:
-    Machine& machine_;
-};
 
 } // namespace
 
-void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& blocks)
+void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& blocks,
+               OutputRoots& roots)
 {
-    Build build(machine, options, blocks);
-    const BuildEnd end(machine);
+    Build build(machine, options, blocks, roots);
     try {
-        if (machine.files.FileExists(kSinglePageFile)) {
-            build.pass.SinglePageMode = true;
-            BuildPasses(build);
-            build.pass.SinglePageMode = false;
-        }
-        BuildPasses(build);
+        if (machine.files.FileExists(kSinglePageFile))
+            BuildPasses(build, true);
+        BuildPasses(build, false);
     } catch (RunError& error) {
         if (error.where.empty())
-            error.where = machine.reporter.place.Text();
-        machine.progress.PassStatus("");
+            error.where = build.state.place.Text();
         throw;
     }
 }

@@ -8,19 +8,25 @@
 
 namespace kiv {
 
-/// The builder's warnings: only the first of a build is shown, the others are noted and kept back.
-/// A warning can hold a whole line, and a line thousands of them: past `kMostKept` characters each
-/// is cut to its beginning, so that a slip in a long line cannot eat the memory.
+/// The words of a build, each with the place of the line in work. Of its warnings only the first is
+/// shown, the others are kept back. A warning can hold a whole line, and a line thousands of them:
+/// past `kMostKept` characters each is cut to its beginning, so that a slip in a long line cannot
+/// eat the memory.
 class BuildMessages {
   public:
-    explicit BuildMessages(Reporter& reporter) : reporter_(reporter) {}
+    /// `place` is the place in work whenever a message comes.
+    BuildMessages(Reporter& reporter, const Place& place) : reporter_(reporter), place_(place) {}
 
+    /// Shows a message, whether or not there was one before.
+    void reportmsg(std::string_view text) { reporter_.reportmsg(text, place_); }
+
+    /// Shows the first warning of a build and keeps the others back.
     void ShowBuildMessage(std::string_view text)
     {
         if (MessageLatch)
-            Withhold(text);
+            KeepBack(text);
         else
-            reporter_.reportmsg(text);
+            reportmsg(text);
         MessageLatch = true;
     }
 
@@ -30,15 +36,16 @@ class BuildMessages {
     static constexpr std::size_t kBeginning = 200;
 
   private:
-    void Withhold(std::string_view text)
+    void KeepBack(std::string_view text)
     {
         if (kept_ > kMostKept && text.size() > kBeginning)
-            return reporter_.Withhold(std::string(text.substr(0, kBeginning)) + "...");
+            return reporter_.Withhold(std::string(text.substr(0, kBeginning)) + "...", place_);
         kept_ += text.size();
-        reporter_.Withhold(text);
+        reporter_.Withhold(text, place_);
     }
 
     Reporter& reporter_;
+    const Place& place_;
     std::size_t kept_ = 0; // characters
 };
 

@@ -1,15 +1,14 @@
 #include "builder/build_state.h"
 
-#include "platform/drive_path.h"
 #include "text/text.h"
-
-#include <utility>
 
 namespace kiv {
 
-Build::Build(Machine& machine_used, const BuildOptions& build_options, BlockMemory& block_memory)
-    : machine(machine_used), options(build_options), blocks(block_memory),
-      messages(machine_used.reporter), uploads(machine_used.files, build_options.UploadCommand)
+Build::Build(Machine& machine_used, const BuildOptions& build_options, BlockMemory& block_memory,
+             OutputRoots& declared_roots)
+    : machine(machine_used), options(build_options), blocks(block_memory), roots(declared_roots),
+      uploads(machine_used.files, build_options.UploadCommand),
+      messages(machine_used.reporter, state.place)
 {
     const DateTime& start = options.program_start;
     pass.YearText = Decimal(start.year);
@@ -17,21 +16,17 @@ Build::Build(Machine& machine_used, const BuildOptions& build_options, BlockMemo
         std::string(MonthName(start.month)) + " " + Decimal(start.day) + ", " + pass.YearText;
 }
 
-std::string_view Build::Keep(std::string text)
+std::string Build::CutToStem(PageRecord& page)
 {
-    return state.texts.emplace_back(std::move(text));
-}
-
-std::string_view Build::ReadSource(std::string_view path, const std::string*& name)
-{
-    const Files& files = machine.files;
-    name = &state.source_names.emplace_back(AbsolutePath(path, files.CurrentDirectory()));
-    return Keep(machine.files.ReadFile(path));
+    const std::size_t size = page.file.size();
+    std::string stem = FileStem(page.file);
+    if (page.file.size() != size)
+        state.page_list_is_valid = false;
+    return stem;
 }
 
 void ResetBuildState(Build& build)
 {
-    build.machine.reporter.place = {};
     build.messages.MessageLatch = false;
     build.state = BuildState();
 }

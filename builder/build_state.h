@@ -2,17 +2,17 @@
 #pragma once
 
 #include "blocks/dispatcher.h"
-#include "builder/bang_macros.h"
 #include "builder/build_messages.h"
+#include "builder/build_options.h"
 #include "builder/line_triggers.h"
+#include "builder/output_roots.h"
+#include "builder/page_bangs.h"
 #include "builder/page_record.h"
+#include "builder/sources.h"
 #include "builder/upload_list.h"
-#include "builder/addresses.h"
-#include "platform/clock.h"
 #include "platform/fixed_table.h"
 #include "platform/machine.h"
 
-#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,22 +26,6 @@ inline constexpr int kMaxTemplateLines = 1000;
 
 /// The line that closes every page's text.
 inline constexpr std::string_view kEndMarker = "@@ENDOFFILE@@";
-
-/// What the workspace asks of a build.
-struct BuildOptions {
-    bool EoyEnabled = false;
-    bool UploadListWanted = false;
-    std::string UploadCommand;
-    Addresses addresses;
-    DateTime program_start; // whose day and year the pages tell, however long the window is open
-};
-
-/// One line of a source: its text, which points into BuildState::texts, and where it comes from.
-struct SourceLine {
-    std::string_view text;
-    const std::string* file = nullptr; // name, see BuildState::source_names
-    int line = 0;                      // 1-based
-};
 
 struct PageLineTable : FixedTable<SourceLine, 0, kMaxPageLines> {
     PageLineTable() : FixedTable("page line") {}
@@ -74,8 +58,8 @@ struct PageState {
 
 /// What lives for one build and is made new by ResetBuildState.
 struct BuildState {
-    std::deque<std::string> texts;        // file contents and expanded lines
-    std::deque<std::string> source_names; // absolute drive paths of the files read
+    Sources sources;
+    Place place; // of the line in work
 
     FixedTable<SourceLine, 0, kMaxSourceLines> SourceLines{"source line"};
     int SourceLineCount = 0;
@@ -116,22 +100,22 @@ struct PassState {
 
 /// A build in work: what it may use, and its state.
 struct Build {
-    Build(Machine& machine_used, const BuildOptions& build_options, BlockMemory& block_memory);
+    Build(Machine& machine_used, const BuildOptions& build_options, BlockMemory& block_memory,
+          OutputRoots& declared_roots);
 
     Machine& machine;
     const BuildOptions& options;
     BlockMemory& blocks;
-    BuildMessages messages;
+    OutputRoots& roots; // for the caller, over all passes
     UploadList uploads;
     PassState pass;
     BuildState state;
+    BuildMessages messages;
 
     PageRecord& CurrentRecord() { return state.PageTable[state.page.number]; }
-
-    /// Keeps a text for as long as the build state lives.
-    std::string_view Keep(std::string text);
-    /// Reads a source file and keeps its bytes and its name.
-    std::string_view ReadSource(std::string_view path, const std::string*& name);
+    /// The file of a record without folders, which the record loses for good, and without the part
+    /// from its first ".".
+    std::string CutToStem(PageRecord& page);
 };
 
 /// Makes the build state new and clears the message latch. What the pass keeps stays.

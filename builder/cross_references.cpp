@@ -1,7 +1,6 @@
 #include "builder/cross_references.h"
 
-#include "builder/arguments.h"
-#include "builder/text_helpers.h"
+#include "builder/build_state.h"
 #include "platform/run_error.h"
 #include "text/text.h"
 
@@ -13,24 +12,11 @@ namespace kiv {
 
 namespace {
 
-constexpr std::size_t kUseSize = 4; // two marker characters, the digit and "["
-
-/// One use, cut; its fields are ready to be filled in.
-struct Reference {
-    Reference(const std::string& line, std::size_t position, const std::string& mark,
-              BuildMessages& messages)
-        : use(CutBracketUse(line, position, kUseSize, messages)), fields(use.arguments, mark)
-    {
-        fields.FillEmpty("&nbsp;");
-    }
-
-    BracketUse use;
-    Fields fields;
-};
-
-std::string Mark(Family family, int digit)
+Fields FilledFields(const BracketUse& use)
 {
-    return std::string(NumberedMark(family, digit).View());
+    Fields fields(use);
+    fields.FillEmpty("&nbsp;");
+    return fields;
 }
 
 /// The greatest number up to `limit` that stands behind a "!" in `text`, 0 when there is none.
@@ -65,15 +51,11 @@ std::string Filled(std::string_view pattern, const Fields& fields, std::size_t l
         const std::string placeholder = "!" + std::to_string(k);
         if (text.size() + CountNoCase(text, placeholder) * fields[k].size() > longest)
             throw RunError(ErrorKind::overflow, "field " + std::to_string(k) + " of " +
-                                                    fields.Owner() + " grows the line without end");
+                                                    std::string(fields.Owner()) +
+                                                    " grows the line without end");
         ReplaceEach(text, placeholder, fields[k]);
     }
     return text;
-}
-
-std::size_t PutTemplate(std::string& line, const Reference& reference, std::string_view pattern)
-{
-    return ReplaceUse(line, reference.use, Filled(pattern, reference.fields, line.size()));
 }
 
 /// Whether a field is "ID:" and the page's id; without "ID:" the answer is left to `is_name`.
@@ -107,60 +89,51 @@ std::size_t GroupCase(const Fields& fields, const PageRecord& page, const std::s
 
 } // namespace
 
-std::size_t ExpandNumbered(std::string& line, std::size_t position, int digit, Family kind,
-                           const NumberedVariables& variables, BuildMessages& messages)
+Expansion ExpandNumbered(const BracketUse& use, std::string_view definition, Build&)
 {
-    const Reference reference(line, position, Mark(kind, digit), messages);
-    std::string filled = Filled(variables[kind][digit], reference.fields, line.size());
+    std::string filled = Filled(definition, FilledFields(use), use.line.size());
     // Placeholders without a field go, but a "!1" stays. The format wants it so.
     for (int k = 2; k <= 10; ++k)
         ReplaceEach(filled, "!" + Decimal(k), "");
-    return ReplaceUse(line, reference.use, filled);
+    return {filled};
 }
 
-std::size_t ExpandPageRef(std::string& line, std::size_t position, int digit,
-                          const NumberedVariables& variables, PageRecord& page,
-                          BuildMessages& messages)
+Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, Build& build)
 {
-    const std::string mark = Mark(Family::page_ref, digit);
-    const Reference reference(line, position, mark, messages);
-    const std::string_view definition = variables[Family::page_ref][digit];
+    const Fields fields = FilledFields(use);
     if (definition.empty()) {
-        messages.ShowBuildMessage("You're missing ?? = in the _html.txt file: \r\n" + line);
-        line.clear();
-        return 0;
+        build.messages.ShowBuildMessage("You're missing ?? = in the _html.txt file: \r\n" +
+                                        std::string(use.line));
+        return {"", true};
     }
     const std::size_t bar = definition.find('|');
     if (bar == npos)
-        throw RunError(ErrorKind::invalid_argument,
-                       "the definition of " + mark + " has no \"|\" between its halves");
+        throw RunError(ErrorKind::invalid_argument, "the definition of " + std::string(use.name) +
+                                                        " has no \"|\" between its halves");
     // The folder goes first, so a field with a folder never names the page. The format wants it so.
-    const std::string stem = FileStem(page.file);
-    const bool named = NamesPage(reference.fields[1], page, [&](std::string_view field) {
+    PageRecord& page = build.CurrentRecord();
+    const std::string stem = build.CutToStem(page);
+    const bool named = NamesPage(fields[1], page, [&](std::string_view field) {
         return field == stem || field == page.file;
     });
-    return PutTemplate(line, reference,
-                       named ? definition.substr(0, bar) : definition.substr(bar + 1));
+    const std::string_view half = named ? definition.substr(0, bar) : definition.substr(bar + 1);
+    return {Filled(half, fields, use.line.size())};
 }
 
-std::size_t ExpandGroupRef(std::string& line, std::size_t position, int digit,
-                           const NumberedVariables& variables, PageRecord& page,
-                           BuildMessages& messages)
+Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Build& build)
 {
-    const std::string mark = Mark(Family::group_ref, digit);
-    const Reference reference(line, position, mark, messages);
-    const std::string& definition = variables[Family::group_ref][digit];
+    const Fields fields = FilledFields(use);
     if (definition.empty()) {
-        messages.ShowBuildMessage("You're missing a ?! = in the _html.txt file");
-        line.clear();
-        return 0;
+        build.messages.ShowBuildMessage("You're missing a ?! = in the _html.txt file");
+        return {"", true};
     }
     const std::vector<std::string_view> halves = Split(definition, '|');
     if (halves.size() < 3)
-        throw RunError(ErrorKind::subscript,
-                       "the definition of " + mark + " has fewer than three halves");
-    const std::string stem = FileStem(page.file);
-    return PutTemplate(line, reference, halves[GroupCase(reference.fields, page, stem)]);
+        throw RunError(ErrorKind::subscript, "the definition of " + std::string(use.name) +
+                                                 " has fewer than three halves");
+    PageRecord& page = build.CurrentRecord();
+    const std::string stem = build.CutToStem(page);
+    return {Filled(halves[GroupCase(fields, page, stem)], fields, use.line.size())};
 }
 
 } // namespace kiv

@@ -1,6 +1,7 @@
 #include "builder/navigation_lists.h"
 
-#include "builder/template_merge.h"
+#include "builder/build_state.h"
+#include "builder/write_line.h"
 #include "platform/site_files.h"
 #include "text/text.h"
 
@@ -76,7 +77,7 @@ std::string TocText(const BuildState& state)
 {
     std::string toc;
     if (!state.style_sheet.empty()) {
-        toc.append(state.style_sheet);
+        WriteLine(toc, state.style_sheet); // it ends its last line itself, so an empty line follows
         WriteLine(toc, kSeparator);
     }
     AppendReferences(toc, state, "??1[");

@@ -1,11 +1,10 @@
-// Page navigation: the drop-down, the bulleted page list and the site map inside pages, and the
-// files `_toc.txt` and
-// `_sitemap.txt` after a build.
+// Page navigation: the drop-down, the bulleted page list and the site map inside pages, and the two
+// files that every build writes after them, `_toc.txt` and `_sitemap.txt`.
 #pragma once
 
-#include "builder/build_state.h"
-
 namespace kiv {
+
+struct Build;
 
 /// Writes the form with a drop-down of all pages, the current one selected, to the page's output.
 void WritePageDropDown(Build& build);

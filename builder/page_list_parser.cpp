@@ -1,7 +1,9 @@
 #include "builder/page_list_parser.h"
 
+#include "builder/build_state.h"
 #include "builder/page_directives.h"
 #include "builder/text_helpers.h"
+#include "platform/drive_path.h"
 #include "text/text.h"
 
 #include <array>
@@ -27,7 +29,8 @@ class PageListParser {
   private:
     bool TakeDefinition(std::string_view line);
     bool TakeRootOrPage(const SourceLine& line);
-    bool TakeOutputRoot(std::string_view value, bool may_create, std::string& root);
+    bool TakeOutputRoot(std::string_view value, bool may_create, std::string& root,
+                        std::string& declared);
     void StartPage(std::string_view value);
     std::size_t LinesOfPage() const;
     void CloseList();
@@ -43,7 +46,7 @@ void PageListParser::Parse()
 {
     for (; source_line_ <= state_.SourceLineCount; ++source_line_) {
         SourceLine line = state_.SourceLines[source_line_];
-        build_.machine.reporter.place = Place{line.file, line.line, nullptr};
+        state_.place = {line.file, line.line, {}};
         ++line_number_;
         if (!TakeDefinition(line.text) && !TakeRootOrPage(line))
             return;
@@ -77,24 +80,25 @@ bool PageListParser::TakeRootOrPage(const SourceLine& line)
     if (!text.starts_with('@'))
         return true;
     if (StartsWithNoCase(text, "@DIR1 ="))
-        return TakeOutputRoot(FromChar(text, 9), false, state_.OutputDir1);
+        return TakeOutputRoot(FromChar(text, 9), false, state_.OutputDir1, build_.roots.dir1);
     if (StartsWithNoCase(text, "@ASP =")) {
-        if (!TakeOutputRoot(FromChar(text, 8), true, state_.AspOutputDir))
+        if (!TakeOutputRoot(FromChar(text, 8), true, state_.AspOutputDir, build_.roots.asp))
             return false;
         state_.AspOutputWanted = true;
-        build_.machine.progress.dirbuttons();
     } else if (StartsWithNoCase(text, "@HTM =")) {
-        if (!TakeOutputRoot(FromChar(text, 8), true, state_.HtmOutputDir))
+        if (!TakeOutputRoot(FromChar(text, 8), true, state_.HtmOutputDir, build_.roots.htm))
             return false;
         state_.HtmOutputWanted = true;
-        build_.machine.progress.dirbuttons();
     } else if (StartsWithNoCase(text, kPageStart)) {
         StartPage(FromChar(text, 9));
     }
     return true;
 }
 
-bool PageListParser::TakeOutputRoot(std::string_view value, bool may_create, std::string& root)
+/// Puts the folder into `root` and its whole path into `declared`. A folder that is not there is
+/// reported, and the result is false.
+bool PageListParser::TakeOutputRoot(std::string_view value, bool may_create, std::string& root,
+                                    std::string& declared)
 {
     Files& files = build_.machine.files;
     std::string folder(Trim(value));
@@ -103,9 +107,10 @@ bool PageListParser::TakeOutputRoot(std::string_view value, bool may_create, std
     if (may_create && !files.FolderExists(folder))
         files.MakeFolder(folder);
     if (!files.FolderExists(folder)) {
-        build_.machine.reporter.reportmsg("Illegal path: " + folder);
+        build_.messages.reportmsg("Illegal path: " + folder);
         return false;
     }
+    declared = WithSeparator(AbsolutePath(folder, files.CurrentDirectory()));
     root = std::move(folder);
     return true;
 }
@@ -119,7 +124,7 @@ void PageListParser::StartPage(std::string_view value)
     if (!has_extension)
         name += build_.pass.AspPass ? ".asp" : ".htm";
     state_.PageTable[page_ + 1].file = std::move(name);
-    state_.PageLines[page_][line_number_] = {kEndMarker};
+    state_.PageLines[page_][line_number_] = {kEndMarker, {}, 0};
     line_number_ = 1;
     ++page_;
     state_.PageLines[page_].Reserve(LinesOfPage() + 2); // entry 0 and the marker
@@ -140,7 +145,7 @@ std::size_t PageListParser::LinesOfPage() const
 void PageListParser::CloseList()
 {
     ++line_number_;
-    state_.PageLines[page_][line_number_] = {kEndMarker};
+    state_.PageLines[page_][line_number_] = {kEndMarker, {}, 0};
     state_.PageCount = page_;
     Files& files = build_.machine.files;
     const std::string start_file = files.FileExists("index.html")  ? "index.html"

@@ -2,9 +2,9 @@
 // for the merge.
 #pragma once
 
-#include "builder/build_state.h"
-
 namespace kiv {
+
+struct Build;
 
 /// Fills PageTable, PageCount, PageLines, NumberedVariables, SiteRoot and the output roots. A
 /// folder that is not there is reported and ends the parse, which leaves PageCount as it was.

@@ -2,9 +2,9 @@
 // "@@EOY" stretches are gone, block tags expanded.
 #pragma once
 
-#include "builder/build_state.h"
-
 namespace kiv {
+
+struct Build;
 
 /// Fills SourceLines and SourceLineCount. A missing include or "@@start" is reported and ends the
 /// read there. Throws `subscript` past 40000 lines and `file` for an unclosed "@@EOY" in a "++"

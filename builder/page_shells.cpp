@@ -1,5 +1,8 @@
 #include "builder/page_shells.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace kiv {
 
 namespace {
@@ -30,25 +33,30 @@ constexpr std::string_view kPrintRest =
     "<div class=\"uber\"><div class=\"printclose\"><a href=\"javascript:this.print()\">PRINT</a> | "
     "<a href=\"javascript:this.close()\">CLOSE</a></div>";
 
-std::string CommonHead(std::string_view title)
-{
-    return "<html>\r\n<head>\r\n<title>" + std::string(title) + "</title>\r\n";
-}
+constexpr std::string_view kHtmlEnd = "</body>\r\n</html>";
+
+constexpr PageShell kPageShells[] = {
+    {"notemplate", kHeadEnd, kBody, kHtmlEnd},
+    {"nobodytemplate", kHeadEnd, "", kHtmlEnd}, // no body tag, although its end is written
+    {"tightnotemplate", kHeadEnd, kTightBody, ""},
+    {"tightprint", kPrintRest, "", "</div></body></html>"},
+    {"naked", "", "", ""},
+};
 
 } // namespace
 
-std::string MakePageShell(std::string_view mode, std::string_view title)
+const PageShell* FindPageShell(std::string_view mode)
 {
-    std::string shell = CommonHead(title);
-    if (mode == "nobodytemplate") // no body tag, although the closing writes its end
-        return shell.append(kHeadEnd);
-    if (mode == "notemplate")
-        return shell.append(kHeadEnd).append(kBody);
-    if (mode == "tightnotemplate")
-        return shell.append(kHeadEnd).append(kTightBody);
-    if (mode == "tightprint" || mode == "printtight")
-        return shell.append(kPrintRest);
-    return {};
+    const auto* const row = std::ranges::find(kPageShells, mode, &PageShell::mode);
+    return row == std::end(kPageShells) ? nullptr : row;
+}
+
+std::string ShellOpening(const PageShell& shell, std::string_view title)
+{
+    if (shell.head.empty())
+        return {};
+    std::string opening = "<html>\r\n<head>\r\n<title>";
+    return opening.append(title).append("</title>\r\n").append(shell.head).append(shell.body);
 }
 
 std::string MakeRedirectPage(int kind, std::string_view target, std::string_view title)

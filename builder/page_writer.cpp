@@ -1,10 +1,14 @@
 #include "builder/page_writer.h"
 
+#include "builder/bang_macros.h"
+#include "builder/build_state.h"
 #include "builder/line_triggers.h"
 #include "builder/output_path.h"
 #include "builder/page_shells.h"
+#include "builder/template_lines.h"
 #include "builder/template_merge.h"
 #include "builder/text_helpers.h"
+#include "builder/write_line.h"
 #include "platform/site_files.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -48,7 +52,7 @@ TemplatePieces Prepare(const TemplateSection& section, int count)
 class PageWriter {
   public:
     explicit PageWriter(Build& build)
-        : build_(build), state_(build.state),
+        : build_(build), state_(build.state), line_(build),
           head_(Prepare(build.state.TemplateHead, build.state.TemplateHeadCount)),
           tail_(Prepare(build.state.TemplateTail, build.state.TemplateTailCount))
     {
@@ -63,6 +67,7 @@ class PageWriter {
     void OpenPage();
     void SetNames(std::string path);
     void WriteStart();
+    void WriteShell(std::string_view text);
     void WriteBody();
     void WriteBodyLine(int number, std::string_view line);
     void WriteSeparator();
@@ -78,9 +83,9 @@ class PageWriter {
 
     Build& build_;
     BuildState& state_;
+    MergedLine line_;
     const TemplatePieces head_;
     const TemplatePieces tail_;
-    std::string line_; // the line being merged
 };
 
 void PageWriter::Write()
@@ -94,12 +99,12 @@ void PageWriter::Write()
         } else {
             if (page == 1) {
                 single_page = build_.machine.files.Open(kSinglePageFile);
-                build_.machine.progress.Status("creating singlehtml...");
+                build_.machine.reporter.Status("creating singlehtml...");
                 state_.output = kSinglePageStyle;
             }
             WriteSinglePage();
         }
-        build_.machine.progress.Step(page, state_.PageCount);
+        build_.machine.reporter.Step(page, state_.PageCount);
     }
     if (build_.pass.SinglePageMode && state_.PageCount > 0)
         build_.machine.files.Commit(single_page, state_.output);
@@ -149,7 +154,7 @@ void PageWriter::OpenPage()
 {
     PageState& page = state_.page;
     SetNames(OutputPath(FromChar(LineOf(page.number, 1), 9), state_, build_.pass));
-    build_.machine.progress.Status(ShortenedPath(page.CurrentOutputPath));
+    build_.machine.reporter.Status(ShortenedPath(page.CurrentOutputPath));
     page.file = build_.machine.files.Open(page.CurrentOutputPath);
     if (build_.options.UploadListWanted)
         build_.uploads.RecordUpload(page.CurrentOutputPath);
@@ -173,17 +178,20 @@ void PageWriter::WriteStart()
 {
     const PageRecord& record = build_.CurrentRecord();
     const std::string_view mode = record.mode;
-    if (mode == "naked")
-        return;
-    if (mode.starts_with(">>")) {
-        WriteLine(state_.output, MakeRedirectPage(2, mode.substr(2), record.title));
-    } else if (mode.starts_with('>')) {
-        WriteLine(state_.output, MakeRedirectPage(1, mode.substr(1), record.title));
-    } else if (const std::string shell = MakePageShell(mode, record.title); !shell.empty()) {
-        WriteLine(state_.output, shell);
-    } else {
+    if (const PageShell* const shell = FindPageShell(mode))
+        WriteShell(ShellOpening(*shell, record.title));
+    else if (mode.starts_with(">>"))
+        WriteShell(MakeRedirectPage(2, mode.substr(2), record.title));
+    else if (mode.starts_with('>'))
+        WriteShell(MakeRedirectPage(1, mode.substr(1), record.title));
+    else
         WriteTemplate(head_);
-    }
+}
+
+void PageWriter::WriteShell(std::string_view text)
+{
+    if (!text.empty())
+        WriteLine(state_.output, text);
 }
 
 /// Lines 1 and 2 are the page's name and title and are never written. The lines of a redirect page
@@ -200,11 +208,11 @@ void PageWriter::WriteBody()
             continue;
         }
         SetPlace(line);
-        line_ = line.text;
-        MergeLine(line_, triggers, build_);
-        if (line_.starts_with("!++"))
-            line_ = build_.machine.files.ReadFile(Trim(FromChar(line_, 4)));
-        WriteBodyLine(number, line_);
+        line_.Begin(line.text, triggers);
+        MergeLine(line_);
+        if (line_.text.starts_with("!++"))
+            line_.text = build_.machine.files.ReadFile(Trim(FromChar(line_.text, 4)));
+        WriteBodyLine(number, line_.text);
     }
     if (state_.page.redirects)
         state_.output.resize(start);
@@ -225,16 +233,12 @@ void PageWriter::ClosePage()
 
 void PageWriter::WriteEnd()
 {
-    const std::string_view mode = build_.CurrentRecord().mode;
-    std::string& output = state_.output;
     if (state_.page.redirects)
         return;
-    WriteShowHideScript(output, state_.page.bangs);
-    if (mode == "notemplate" || mode == "nobodytemplate")
-        WriteLine(output, "</body>\r\n</html>");
-    else if (mode == "tightprint")
-        WriteLine(output, "</div></body></html>");
-    else if (mode != "naked" && mode != "tightnotemplate")
+    WriteShowHideScript(state_.output, state_.page.bangs);
+    if (const PageShell* const shell = FindPageShell(build_.CurrentRecord().mode))
+        WriteShell(shell->closing);
+    else
         WriteTemplate(tail_);
 }
 
@@ -246,14 +250,14 @@ void PageWriter::WriteTemplate(const TemplatePieces& pieces)
             continue;
         }
         SetPlace(piece.line);
-        line_ = piece.line.text;
-        WriteTemplateLine(line_, piece.triggers, build_);
+        line_.Begin(piece.line.text, piece.triggers);
+        WriteTemplateLine(line_);
     }
 }
 
 void PageWriter::SetPlace(const SourceLine& line)
 {
-    build_.machine.reporter.place = Place{line.file, line.line, &state_.page.name};
+    state_.place = {line.file, line.line, state_.page.name};
 }
 
 } // namespace

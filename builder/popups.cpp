@@ -1,6 +1,6 @@
 // The popup bang: "!!pop[page.htm]" or "!!pop[name|url|width|height|features]".
-#include "builder/arguments.h"
 #include "builder/bang_macros.h"
+#include "builder/build_state.h"
 #include "text/joined_text.h"
 #include "text/text.h"
 
@@ -10,7 +10,6 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kMacro = "!!pop[";
 constexpr std::string_view kFullFeatures = "resizable=yes,scrollbars=yes,status=yes,toolbar=yes,"
                                            "location=yes,directories=yes,menubar=yes,";
 constexpr std::string_view kFewFeatures = "resizable=yes,scrollbars=yes,status=yes,";
@@ -92,28 +91,21 @@ std::string Anchor(const Popup& popup)
 
 } // namespace
 
-std::size_t ExpandPopup(std::string& line, std::size_t from, PageBangs& page,
-                        BuildMessages& messages)
+Expansion ExpandPopup(const BracketUse& use, Build& build)
 {
-    const std::size_t at = FindNoCase(line, kMacro, from);
-    if (at == npos)
-        return npos;
-    const BracketUse use = CutBracketUse(line, at, kMacro.size(), messages);
-    const Fields fields(use.arguments, "!!pop");
-    Popup popup;
-    if (fields.Count() == 1 && IsSimple(fields[1])) {
-        popup = SimplePopup(fields[1], page);
-    } else if (fields.Count() == 1) {
+    const Fields fields(use);
+    if (fields.Count() == 1 && IsSimple(fields[1]))
+        return {Anchor(SimplePopup(fields[1], build.state.page.bangs))};
+    if (fields.Count() == 1) {
         // The anchor is written all the same, with every part empty.
-        messages.ShowBuildMessage("Something's wrong here: " + std::string(use.arguments));
-    } else if (fields.Count() == 3) {
-        messages.ShowBuildMessage("You messed up your !!pop");
-        line.clear(); // the whole line goes, not the macro alone
-        return 0;
-    } else {
-        popup = FullPopup(fields);
+        build.messages.ShowBuildMessage("Something's wrong here: " + std::string(use.arguments));
+        return {Anchor({})};
     }
-    return ReplaceUse(line, use, Anchor(popup));
+    if (fields.Count() == 3) {
+        build.messages.ShowBuildMessage("You messed up your !!pop");
+        return {"", true}; // the whole line goes, not the macro alone
+    }
+    return {Anchor(FullPopup(fields))};
 }
 
 } // namespace kiv

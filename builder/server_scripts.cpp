@@ -24,16 +24,15 @@ constexpr ServerScript kServerScripts[] = {
 
 } // namespace
 
-void ExpandServerScript(std::string& line, const Addresses& addresses)
+bool ExpandServerScript(std::string& line, const Addresses& addresses)
 {
-    if (!line.starts_with('@'))
-        return;
     for (const ServerScript& script : kServerScripts) {
         if (!StartsWithNoCase(line, script.directive))
             continue;
         line = script.generate(Trim(FromChar(line, script.directive.size() + 1)), addresses);
-        return; // every block begins with "<%", so no later directive fits it
+        return true; // every block begins with "<%", so no later directive fits it
     }
+    return false;
 }
 
 } // namespace kiv

@@ -1,30 +1,53 @@
 #include "builder/source_file.h"
 
+#include "builder/build_state.h"
+#include "platform/drive_path.h"
 #include "platform/run_error.h"
 #include "text/text.h"
 
 namespace kiv {
 
+bool SourceFile::Open(std::string_view path)
+{
+    Files& files = build_.machine.files;
+    if (!files.FileExists(path))
+        return false;
+    Sources& sources = build_.state.sources;
+    name_ = sources.Keep(AbsolutePath(path, files.CurrentDirectory()));
+    rest_ = sources.Keep(files.ReadFile(path));
+    line_ = 0;
+    is_open_ = true;
+    return true;
+}
+
 bool SourceFile::AtEnd() const
 {
-    RequireOpen();
+    if (!is_open_)
+        throw RunError(ErrorKind::file,
+                       std::string(name_) + " was closed before its end was found");
     return rest_.empty();
 }
 
-std::string_view SourceFile::Next()
+SourceLine SourceFile::NextLine()
 {
     if (AtEnd())
-        throw RunError(ErrorKind::end_of_file, "read past the end of " + name_);
+        throw RunError(ErrorKind::end_of_file, "read past the end of " + std::string(name_));
     const std::string_view line = TakeLine(rest_);
     ++line_;
-    reporter_.place = Place{&name_, line_, nullptr};
-    return line;
+    build_.state.place = {name_, line_, {}};
+    return Here(line);
 }
 
-void SourceFile::RequireOpen() const
+std::string_view TakeIncludePrefix(std::string_view& line,
+                                   std::initializer_list<std::string_view> prefixes,
+                                   std::string_view mark)
 {
-    if (!open_)
-        throw RunError(ErrorKind::file, name_ + " was closed before its end was found");
+    for (const std::string_view prefix : prefixes)
+        if (StartsWithNoCase(line, prefix) && line.substr(prefix.size()).starts_with(mark)) {
+            line.remove_prefix(prefix.size());
+            return prefix;
+        }
+    return {};
 }
 
 } // namespace kiv

@@ -3,39 +3,48 @@
 #pragma once
 
 #include "blocks/line_source.h"
-#include "platform/reporter.h"
+#include "builder/sources.h"
 
-#include <cstddef>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
 namespace kiv {
 
-/// A source file open for reading. Each line read becomes the place of the reporter's warnings.
+struct Build;
+
+/// A source file open for reading. Each line read becomes the build's place.
 class SourceFile : public LineSource {
   public:
-    /// `bytes` and `name` (absolute drive path) must outlive the file.
-    SourceFile(std::string_view bytes, const std::string& name, Reporter& reporter)
-        : rest_(bytes), name_(name), reporter_(reporter)
-    {
-    }
+    explicit SourceFile(Build& build) : build_(build) {}
 
-    /// Whether no byte is left. Throws `file` when the file is closed.
+    /// Begins with the first line of a file, whose bytes and name are kept by the build. Returns
+    /// false, and changes nothing, when there is no such file; throws `file` when it cannot be
+    /// read.
+    bool Open(std::string_view path);
+    void Close() { is_open_ = false; }
+
+    /// Whether no byte is left. Throws `file` when no file is open.
     bool AtEnd() const;
-    std::string_view Next() override;
-    void Close() { open_ = false; }
+    /// Throws `end-of-file` past the last line, `file` when no file is open.
+    SourceLine NextLine();
+    std::string_view Next() override { return NextLine().text; }
 
-    /// The number of the line last read, 1-based; 0 before the first.
-    int line() const { return line_; }
+    /// `text` in the place of the line last read.
+    SourceLine Here(std::string_view text) const { return {text, name_, line_}; }
 
   private:
-    void RequireOpen() const;
-
+    Build& build_;
     std::string_view rest_;
-    const std::string& name_;
-    Reporter& reporter_;
-    int line_ = 0;
-    bool open_ = true;
+    std::string_view name_; // absolute drive path
+    int line_ = 0;          // that was read last, 1-based
+    bool is_open_ = false;
 };
+
+/// Cuts the prefix of a pass off a line such as "ASP:++menu.txt", where `mark` stands behind it,
+/// and returns it; "" when the line has none of `prefixes`.
+std::string_view TakeIncludePrefix(std::string_view& line,
+                                   std::initializer_list<std::string_view> prefixes,
+                                   std::string_view mark);
 
 } // namespace kiv

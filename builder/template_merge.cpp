@@ -1,9 +1,10 @@
 #include "builder/template_merge.h"
 
 #include "builder/at_variables.h"
+#include "builder/bang_macros.h"
+#include "builder/build_state.h"
 #include "builder/cross_references.h"
 #include "builder/expansion_loop.h"
-#include "builder/line_triggers.h"
 #include "builder/navigation_lists.h"
 #include "builder/server_scripts.h"
 #include "builder/text_helpers.h"
@@ -14,7 +15,87 @@
 
 namespace kiv {
 
+bool FilterByPass(MergedLine& line)
+{
+    const PassState& pass = line.build.pass;
+    const bool extra_pass = pass.AspPass || pass.HtmPass;
+    std::string& text = line.text;
+    if (StartsWithNoCase(text, "DIR1:")) {
+        if (extra_pass)
+            text.clear();
+        else
+            text.erase(0, 5);
+    }
+    // "ASP:" and "HTM:" lines belong to both extra passes.
+    if (StartsWithNoCase(text, "ASP:") || StartsWithNoCase(text, "HTM:")) {
+        if (extra_pass)
+            text.erase(0, 4);
+        else
+            text.clear();
+    }
+    return true;
+}
+
 namespace {
+
+bool PlaceLists(MergedLine& line)
+{
+    if (EqualsNoCase(line.text, "<!--TOC HERE-->"))
+        WritePageList(line.build);
+    else if (EqualsNoCase(line.text, "<!--SITEMAPHERE-->"))
+        WriteSiteMap(line.build);
+    else
+        return false;
+    line.text.clear();
+    return true;
+}
+
+bool CloseWrapper(MergedLine& line)
+{
+    line.text = line.build.state.PendingWrapTail;
+    return true;
+}
+
+/// A line that begins "[[n" becomes the first half of the wrapper; the second half waits for "]]".
+bool OpenWrappers(MergedLine& line)
+{
+    BuildState& state = line.build.state;
+    for (int digit = 1; digit <= 9; ++digit) {
+        const NumberedMark mark(Family::wrapper, digit);
+        if (!line.text.starts_with(mark.View()))
+            continue;
+        const std::string& value = state.NumberedVariables[Family::wrapper][digit];
+        const std::size_t bar = value.find('|');
+        if (bar == npos) {
+            line.build.messages.ShowBuildMessage("blunder in: " + line.text);
+            throw RunError(ErrorKind::invalid_argument,
+                           "the wrapper " + std::string(mark.View()) + " has no \"|\"");
+        }
+        line.text = value.substr(0, bar);
+        state.PendingWrapTail = value.substr(bar + 1);
+    }
+    return true;
+}
+
+std::size_t ExpandBangAt(MergedLine& line, std::size_t at, const Bang& bang)
+{
+    return ExpandUse(line, at, bang.Name(),
+                     [&](const BracketUse& use) { return bang.expand(use, line.build); });
+}
+
+template <const Bang& Kind>
+bool ExpandFirst(MergedLine& line)
+{
+    const std::size_t at = FindNoCase(line.text, Kind.mark);
+    return at != npos && ExpandBangAt(line, at, Kind) != npos;
+}
+
+template <const Bang& Kind>
+bool ExpandAll(MergedLine& line)
+{
+    return ChangeWhileLeft(line, Kind.mark,
+                           [&](std::size_t at) { return ExpandBangAt(line, at, Kind); });
+}
 
 /// The smallest digit from `from` to 9 whose mark stands in the line; 10 when there is none.
 int NextDigit(std::string_view line, Family family, int from)
@@ -29,106 +110,40 @@ int NextDigit(std::string_view line, Family family, int from)
     return smallest;
 }
 
-/// Calls `expand(digit, position)`, an expander as ExpandWhileLeft wants it, for every numbered use
-/// of a family: for each digit from 1 to 9 in turn, while the line holds its mark.
-template <typename Expand>
-bool ExpandNumberedUses(std::string& line, Family family, Expand expand)
+/// Calls `change(mark, value, position)` for every numbered use of a family, for each digit from 1
+/// to 9 in turn, as ChangeWhileLeft does; `value` is what the page list defines for the digit.
+template <typename Change>
+bool ChangeNumbered(MergedLine& line, Family family, Change change)
 {
+    const VariableSlots& slots = std::as_const(line.build.state.NumberedVariables)[family];
     bool found = false;
-    for (int digit = NextDigit(line, family, 1); digit <= 9;
-         digit = NextDigit(line, family, digit + 1))
-        found |= ExpandWhileLeft(line, NumberedMark(family, digit).View(),
-                                 [&](std::size_t at) { return expand(digit, at); });
+    for (int digit = NextDigit(line.text, family, 1); digit <= 9;
+         digit = NextDigit(line.text, family, digit + 1)) {
+        const NumberedMark mark(family, digit);
+        found |= ChangeWhileLeft(line, mark.View(), [&](std::size_t at) {
+            return change(mark.View(), slots[digit], at);
+        });
+    }
     return found;
 }
 
-/// Takes the lines of other passes away and the prefix off those of this one. "ASP:" and "HTM:"
-/// lines belong to both extra passes.
-void FilterByPass(std::string& line, const PassState& pass)
+using ReferenceExpander = Expansion(const BracketUse& use, std::string_view definition,
+                                    Build& build);
+
+template <Family Kind, ReferenceExpander& Expand>
+bool ExpandNumberedUses(MergedLine& line)
 {
-    const bool extra_pass = pass.AspPass || pass.HtmPass;
-    if (StartsWithNoCase(line, "DIR1:")) {
-        if (extra_pass)
-            line.clear();
-        else
-            line.erase(0, 5);
-    }
-    if (StartsWithNoCase(line, "ASP:") || StartsWithNoCase(line, "HTM:")) {
-        if (extra_pass)
-            line.erase(0, 4);
-        else
-            line.clear();
-    }
+    return ChangeNumbered(line, Kind,
+                          [&](std::string_view mark, std::string_view definition, std::size_t at) {
+                              return ExpandUse(line, at, mark, [&](const BracketUse& use) {
+                                  return Expand(use, definition, line.build);
+                              });
+                          });
 }
 
-void PlaceLists(std::string& line, Build& build)
+bool PutServerScript(MergedLine& line)
 {
-    if (EqualsNoCase(line, "<!--TOC HERE-->")) {
-        WritePageList(build);
-        line.clear();
-    } else if (EqualsNoCase(line, "<!--SITEMAPHERE-->")) {
-        WriteSiteMap(build);
-        line.clear();
-    }
-}
-
-/// A line that begins "[[n" becomes the first half of the wrapper; the second half waits for "]]".
-void OpenWrappers(std::string& line, Build& build)
-{
-    for (int digit = 1; digit <= 9; ++digit) {
-        if (!line.starts_with(NumberedMark(Family::wrapper, digit).View()))
-            continue;
-        const std::string& value = build.state.NumberedVariables[Family::wrapper][digit];
-        const std::size_t bar = value.find('|');
-        if (bar == npos) {
-            build.messages.ShowBuildMessage("blunder in: " + line);
-            throw RunError(ErrorKind::invalid_argument,
-                           "the wrapper [[" + Decimal(digit) + " has no \"|\"");
-        }
-        line = value.substr(0, bar);
-        build.state.PendingWrapTail = value.substr(bar + 1);
-    }
-}
-
-bool ExpandNumberedMacros(std::string& line, Family family, Build& build)
-{
-    return ExpandNumberedUses(line, family, [&](int digit, std::size_t at) {
-        return ExpandNumbered(line, at, digit, family, build.state.NumberedVariables,
-                              build.messages);
-    });
-}
-
-void ExpandBangs(std::string& line, Build& build)
-{
-    const Addresses& addresses = build.options.addresses;
-    BuildMessages& messages = build.messages;
-    if (ContainsNoCase(line, "!!FLV["))
-        ExpandFlv(line, 0, addresses, messages);
-    ExpandWhileLeft(line, "!!MAILTO[",
-                    [&](std::size_t at) { return ExpandMailto(line, at, messages); });
-    ExpandWhileLeft(line, "!!SHOWHIDE[", [&](std::size_t at) {
-        return ExpandShowHide(line, at, build.state.page.bangs, messages);
-    });
-    ExpandWhileLeft(line, "!!FLASH[",
-                    [&](std::size_t at) { return ExpandFlash(line, at, addresses, messages); });
-    ExpandWhileLeft(line, "!!SWAP[",
-                    [&](std::size_t at) { return ExpandSwap(line, at, messages); });
-}
-
-bool ExpandReferences(std::string& line, Build& build)
-{
-    PageRecord& page = build.CurrentRecord();
-    const NumberedVariables& variables = build.state.NumberedVariables;
-    const std::size_t file_size = page.file.size();
-    bool found = ExpandNumberedUses(line, Family::group_ref, [&](int digit, std::size_t at) {
-        return ExpandGroupRef(line, at, digit, variables, page, build.messages);
-    });
-    found |= ExpandNumberedUses(line, Family::page_ref, [&](int digit, std::size_t at) {
-        return ExpandPageRef(line, at, digit, variables, page, build.messages);
-    });
-    if (page.file.size() != file_size) // a reference cuts the folders off the record
-        build.state.page_list_is_valid = false;
-    return found;
+    return ExpandServerScript(line.text, line.build.options.addresses);
 }
 
 /// Finds the first `mark` of a line that is changed step by step, without going over all of it each
@@ -165,25 +180,26 @@ class FirstMark {
 
 /// Puts the values of "@@1" or "%%1" and their kin. A value may bring one popup and one swap bang
 /// along.
-bool ReplaceNumberedVariables(std::string& line, Family family, Build& build)
+template <Family Kind>
+bool PutNumberedVariables(MergedLine& line)
 {
-    FirstMark popups("!!pop[");
-    FirstMark swaps("!!swap[");
-    return ExpandNumberedUses(line, family, [&](int digit, std::size_t at) {
-        const std::string& value = build.state.NumberedVariables[family][digit];
-        std::size_t changed = line.compare(at, 3, value) == 0 ? npos : at;
-        line.replace(at, 3, value);
-        if (const std::size_t popup = popups.Find(line, at, value.size()); popup != npos) {
-            changed =
-                std::min(changed, ExpandPopup(line, popup, build.state.page.bangs, build.messages));
-            swaps.Changed(popup);
-        }
-        if (const std::size_t swap = swaps.Find(line, at, value.size()); swap != npos) {
-            changed = std::min(changed, ExpandSwap(line, swap, build.messages));
-            popups.Changed(swap);
-        }
-        return changed;
-    });
+    FirstMark popups(kPopup.mark);
+    FirstMark swaps(kSwap.mark);
+    return ChangeNumbered(
+        line, Kind, [&](std::string_view mark, std::string_view value, std::size_t at) {
+            std::string& text = line.text;
+            std::size_t changed = text.compare(at, mark.size(), value) == 0 ? npos : at;
+            text.replace(at, mark.size(), value);
+            if (const std::size_t popup = popups.Find(text, at, value.size()); popup != npos) {
+                changed = std::min(changed, ExpandBangAt(line, popup, kPopup));
+                swaps.Changed(popup);
+            }
+            if (const std::size_t swap = swaps.Find(text, at, value.size()); swap != npos) {
+                changed = std::min(changed, ExpandBangAt(line, swap, kSwap));
+                popups.Changed(swap);
+            }
+            return changed;
+        });
 }
 
 void MarkSelected(std::string& line)
@@ -194,150 +210,60 @@ void MarkSelected(std::string& line)
 }
 
 /// Marks the option of the current page in a hand-written drop-down.
-void SelectOption(std::string& line, const PageRecord& page)
+bool SelectOption(MergedLine& line)
 {
-    constexpr std::string_view kOption = "<option value=";
-    const std::string_view normalized = DropParentPrefix(page.file);
-    if (line.starts_with(kOption)) {
-        if (FirstChars(FromChar(line, 16), normalized.size()) == normalized)
-            MarkSelected(line);
-    } else if (FromChar(line, 4).starts_with(kOption)) {
+    constexpr std::string_view kOptionTag = "<option value=";
+    const std::string_view file = line.build.CurrentRecord().file;
+    const std::string_view normalized = DropParentPrefix(file);
+    if (line.text.starts_with(kOptionTag)) {
+        if (FirstChars(FromChar(line.text, 16), normalized.size()) == normalized)
+            MarkSelected(line.text);
+    } else if (FromChar(line.text, 4).starts_with(kOptionTag)) {
         // The value stands from character 19 on; the format compares from 20.
-        if (FirstChars(FromChar(line, 20), page.file.size()) == page.file)
-            MarkSelected(line);
+        if (FirstChars(FromChar(line.text, 20), file.size()) == file)
+            MarkSelected(line.text);
     }
+    return true;
 }
 
-void ReplaceEscapes(std::string& line)
+bool ReplaceEscapes(MergedLine& line)
 {
-    ReplaceEach(line, "{}", "|");
-    ReplaceEach(line, "{{", "[");
-    ReplaceEach(line, "}}", "]");
+    ReplaceEach(line.text, "{}", "|");
+    ReplaceEach(line.text, "{{", "[");
+    ReplaceEach(line.text, "}}", "]");
+    return true;
 }
 
-/// Calls `step` when `line` holds one of the triggers that it acts on, and looks the line through
-/// again when it returns true, as a step does that has found something.
-class Steps {
-  public:
-    Steps(std::string& line, Triggers triggers) : line_(line), triggers_(triggers) {}
-
-    template <typename Step>
-    void On(Triggers wanted, Step step)
-    {
-        if ((triggers_ & wanted) != 0 && step())
-            triggers_ = ScanLine(line_);
-    }
-
-    Triggers triggers() const { return triggers_; }
-
-  private:
-    std::string& line_;
-    Triggers triggers_;
+/// In the format's order.
+constexpr Step kSteps[] = {
+    {kPrefix, FilterByPass},
+    {kMarker, PlaceLists},
+    {kWrapEnd, CloseWrapper},
+    {kBang, ExpandAll<kPopup>},
+    {kWrapper, OpenWrappers},
+    {kBang, ExpandNumberedUses<Family::bang, ExpandNumbered>},
+    {kDollar, ExpandNumberedUses<Family::dollar, ExpandNumbered>},
+    {kDirective, PutServerScript},
+    {kBang, ExpandFirst<kFlv>},
+    {kBang, ExpandAll<kMailto>},
+    {kBang, ExpandAll<kShowHide>},
+    {kBang, ExpandAll<kFlash>},
+    {kBang, ExpandAll<kSwap>},
+    {kReference, ExpandNumberedUses<Family::group_ref, ExpandGroupRef>},
+    {kReference, ExpandNumberedUses<Family::page_ref, ExpandPageRef>},
+    {kAtNumber, PutNumberedVariables<Family::at>},
+    {kPercent, PutNumberedVariables<Family::percent>},
+    {kAt | kStyle, ReplaceAtVariables},
+    {kOption, SelectOption},
+    {kBang, ExpandAll<kPopup>},
+    {kEscape, ReplaceEscapes},
 };
 
 } // namespace
 
-void MergeLine(std::string& line, Triggers triggers, Build& build)
+void MergeLine(MergedLine& line)
 {
-    BuildState& state = build.state;
-    Steps steps(line, triggers);
-    const auto expand_popups = [&](std::string_view mark) {
-        return ExpandWhileLeft(line, mark, [&](std::size_t at) {
-            return ExpandPopup(line, at, state.page.bangs, build.messages);
-        });
-    };
-    const auto always = [](auto step) {
-        return [step] {
-            step();
-            return true;
-        };
-    };
-    steps.On(kPrefix, always([&] { FilterByPass(line, build.pass); }));
-    steps.On(kMarker, always([&] { PlaceLists(line, build); }));
-    steps.On(kWrapEnd, always([&] { line = state.PendingWrapTail; }));
-    steps.On(kBang, [&] { return expand_popups("!!POP["); });
-    steps.On(kWrapper, always([&] { OpenWrappers(line, build); }));
-    steps.On(kBang, [&] { return ExpandNumberedMacros(line, Family::bang, build); });
-    steps.On(kDollar, [&] { return ExpandNumberedMacros(line, Family::dollar, build); });
-    steps.On(kDirective, always([&] { ExpandServerScript(line, build.options.addresses); }));
-    steps.On(kBang, always([&] { ExpandBangs(line, build); }));
-    steps.On(kReference, [&] { return ExpandReferences(line, build); });
-    steps.On(kAtNumber, [&] { return ReplaceNumberedVariables(line, Family::at, build); });
-    steps.On(kPercent, [&] { return ReplaceNumberedVariables(line, Family::percent, build); });
-    steps.On(kAt | kStyle, [&] { return ReplaceAtVariables(line, steps.triggers(), build); });
-    steps.On(kOption, always([&] { SelectOption(line, build.CurrentRecord()); }));
-    steps.On(kBang, [&] { return expand_popups("!!POP"); });
-    steps.On(kEscape, always([&] { ReplaceEscapes(line); }));
-}
-
-namespace {
-
-/// "=1=" and its kin keep a template line on some pages only. Any other code is text.
-void FilterByPosition(std::string& line, int page, int page_count)
-{
-    if (line.size() < 3 || line[0] != '=' || line[2] != '=')
-        return;
-    const bool first = page == 1;
-    const bool last = page == page_count;
-    bool keep = false;
-    switch (line[1]) {
-    case '1':
-        keep = first;
-        break;
-    case '2':
-        keep = !first;
-        break;
-    case '5':
-        keep = !first && !last;
-        break;
-    case '8':
-        keep = !last;
-        break;
-    case '9':
-        keep = last;
-        break;
-    default:
-        return;
-    }
-    line.erase(0, keep ? 3 : npos);
-}
-
-void FillMeta(std::string& line, std::string_view name, std::string_view content)
-{
-    if (content.empty() || !ContainsNoCase(line, "<META NAME=\"" + std::string(name) + "\""))
-        return;
-    line = "<meta NAME=\"" + std::string(name) + "\" CONTENT=\"" + std::string(content) + "\">";
-}
-
-} // namespace
-
-void WriteTemplateLine(std::string& line, Triggers triggers, Build& build)
-{
-    BuildState& state = build.state;
-    if ((triggers & kMeta) != 0) {
-        const PageRecord& page = build.CurrentRecord();
-        FillMeta(line, "keywords", page.keywords);
-        FillMeta(line, "description", page.description);
-        triggers = ScanLine(line);
-    }
-    if ((triggers & (kPrefix | kPosition)) != 0) {
-        FilterByPass(line, build.pass);
-        FilterByPosition(line, state.page.number, state.PageCount);
-        triggers = ScanLine(line);
-    }
-    if (EqualsNoCase(line, "<!--DROPDOWN HERE-->")) {
-        WritePageDropDown(build);
-        return;
-    }
-    if (EqualsNoCase(line, "<!--TOC HERE-->")) {
-        WritePageList(build);
-        return;
-    }
-    if (line.empty())
-        return;
-    MergeLine(line, triggers, build);
-    if (!line.empty())
-        WriteLine(state.output, line);
+    RunSteps(kSteps, line);
 }
 
 } // namespace kiv

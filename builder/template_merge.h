@@ -1,29 +1,16 @@
-// The merge: every line that reaches a page passes through MergeLine, a template line through
-// WriteTemplateLine as well.
+// The merge: every line that reaches a page passes through MergeLine.
 #pragma once
 
-#include "builder/build_state.h"
-#include "builder/line_triggers.h"
-
-#include <string>
-#include <string_view>
+#include "builder/merge_steps.h"
 
 namespace kiv {
 
-/// Transforms a line of the current page in place: filters it by pass, places the lists, expands
-/// macros, references, server scripts and variables, in the format's order. `triggers` are the
-/// line's (ScanLine). Lists are written to the page's output. Throws RunError for malformed
-/// constructs and expansions without end.
-void MergeLine(std::string& line, Triggers triggers, Build& build);
+/// Takes a line through the steps of the merge: filters it by pass, places the lists, expands
+/// macros, references, server scripts and variables. Lists are written to the page's output. Throws
+/// RunError for malformed constructs and expansions without end.
+void MergeLine(MergedLine& line);
 
-/// Transforms a template line, whose triggers are given, and writes it to the page's output, unless
-/// it ends up empty.
-void WriteTemplateLine(std::string& line, Triggers triggers, Build& build);
-
-/// Appends one record and its line end to the page's output.
-inline void WriteLine(std::string& output, std::string_view record)
-{
-    output.append(record).append("\r\n", 2);
-}
+/// The step that takes the lines of other passes away and the prefix off those of this one.
+bool FilterByPass(MergedLine& line);
 
 } // namespace kiv

@@ -1,10 +1,10 @@
 #include "builder/template_reader.h"
 
+#include "builder/build_state.h"
 #include "builder/source_file.h"
 #include "platform/site_files.h"
 #include "text/text.h"
 
-#include <array>
 #include <string>
 
 namespace kiv {
@@ -15,120 +15,89 @@ class TemplateReader {
   public:
     explicit TemplateReader(Build& build) : build_(build), state_(build.state) {}
 
-    void Read(std::string_view path);
+    void Read();
 
   private:
-    void TakeLineOf(const SourceFile& source, std::string_view line);
-    void TakeIncludePrefix(std::string_view& line);
+    void TakeLineOf(SourceLine line);
     void Include(std::string_view line);
-    void Store(std::string_view line, int line_number);
+    TemplateSection& Section() { return in_tail_ ? state_.TemplateTail : state_.TemplateHead; }
 
     Build& build_;
     BuildState& state_;
-    const std::string* file_ = nullptr;
     bool in_tail_ = false;
     int counter_ = 0;
     std::string_view prefix_; // of the next include
 };
 
-void TemplateReader::Read(std::string_view path)
+/// A first line that begins with "++" names the file that is the template in this one's place.
+void TemplateReader::Read()
 {
-    const std::string_view bytes = build_.ReadSource(path, file_);
-    SourceFile source(bytes, *file_, build_.machine.reporter);
+    SourceFile source(build_);
+    if (!source.Open(kTemplateFile)) {
+        build_.messages.reportmsg("Oops! _template.txt doesn't exist!");
+        return;
+    }
+    const SourceLine first = source.NextLine();
+    if (!first.text.starts_with("++")) {
+        TakeLineOf(first);
+    } else if (const std::string_view other = FromChar(first.text, 3); !source.Open(other)) {
+        build_.messages.reportmsg("File: " + std::string(other) + " not found... aborting");
+        return;
+    }
     while (!source.AtEnd())
-        TakeLineOf(source, source.Next());
+        TakeLineOf(source.NextLine());
     state_.TemplateTailCount = counter_;
 }
 
-void TemplateReader::TakeLineOf(const SourceFile& source, std::string_view line)
+void TemplateReader::TakeLineOf(SourceLine line)
 {
-    if (line.starts_with(';'))
+    if (line.text.starts_with(';'))
         return;
-    TakeIncludePrefix(line);
-    if (line.starts_with('+')) {
-        const std::string* const template_file = file_;
-        Include(line);
-        file_ = template_file;
+    if (const std::string_view prefix =
+            TakeIncludePrefix(line.text, {"ASP:", "HTM:", "DIR1:"}, "+");
+        !prefix.empty())
+        prefix_ = prefix;
+    if (line.text.starts_with('+')) {
+        Include(line.text);
         prefix_ = {};
         return;
     }
     ++counter_;
-    if (EqualsNoCase(line, "<!--BODY HERE-->")) {
+    if (EqualsNoCase(line.text, "<!--BODY HERE-->")) {
         // A second marker, in the tail, is stored in the head too: lines between the markers are
         // lost.
-        state_.TemplateHead[counter_] = {line, file_, source.line()};
+        state_.TemplateHead[counter_] = line;
         state_.TemplateHeadCount = counter_;
         counter_ = 0;
         in_tail_ = true;
         return;
     }
-    Store(line, source.line());
-}
-
-void TemplateReader::TakeIncludePrefix(std::string_view& line)
-{
-    constexpr std::array<std::string_view, 3> kPrefixes = {"ASP:", "HTM:", "DIR1:"};
-    for (const std::string_view prefix : kPrefixes)
-        if (StartsWithNoCase(line, prefix) && line.substr(prefix.size()).starts_with('+')) {
-            prefix_ = prefix;
-            line.remove_prefix(prefix.size());
-            return;
-        }
+    Section()[counter_] = line;
 }
 
 /// `line` begins with "+": the file's name stands from the second character on or, when there is no
 /// such file, from the third.
 void TemplateReader::Include(std::string_view line)
 {
-    Files& files = build_.machine.files;
-    std::string_view name = FromChar(line, 2);
-    if (!files.FileExists(name))
-        name = FromChar(line, 3);
-    if (!files.FileExists(name)) {
-        build_.machine.reporter.reportmsg("++ template" + std::string(line) + " Not found");
+    SourceFile source(build_);
+    if (!source.Open(FromChar(line, 2)) && !source.Open(FromChar(line, 3))) {
+        build_.messages.reportmsg("++ template" + std::string(line) + " Not found");
         return;
     }
-    const std::string_view bytes = build_.ReadSource(name, file_);
-    SourceFile source(bytes, *file_, build_.machine.reporter);
     while (!source.AtEnd()) {
-        const std::string_view included = source.Next();
-        if (StartsWithNoCase(included, "<TITLE>"))
+        SourceLine included = source.NextLine();
+        if (StartsWithNoCase(included.text, "<TITLE>"))
             continue;
-        ++counter_;
-        Store(prefix_.empty() ? included
-                              : build_.Keep(std::string(prefix_) + std::string(included)),
-              source.line());
+        included.text = state_.sources.Prefixed(prefix_, included.text);
+        Section()[++counter_] = included;
     }
-}
-
-void TemplateReader::Store(std::string_view line, int line_number)
-{
-    TemplateSection& section = in_tail_ ? state_.TemplateTail : state_.TemplateHead;
-    section[counter_] = {line, file_, line_number};
 }
 
 } // namespace
 
 void ReadTemplate(Build& build)
 {
-    Files& files = build.machine.files;
-    if (!files.FileExists(kTemplateFile)) {
-        build.machine.reporter.reportmsg("Oops! _template.txt doesn't exist!");
-        return;
-    }
-    const std::string* name = nullptr;
-    const std::string_view bytes = build.ReadSource(kTemplateFile, name);
-    const std::string_view first = SourceFile(bytes, *name, build.machine.reporter).Next();
-    if (!first.starts_with("++")) {
-        TemplateReader(build).Read(kTemplateFile);
-        return;
-    }
-    const std::string_view other = FromChar(first, 3);
-    if (!files.FileExists(other)) {
-        build.machine.reporter.reportmsg("File: " + std::string(other) + " not found... aborting");
-        return;
-    }
-    TemplateReader(build).Read(other);
+    TemplateReader(build).Read();
 }
 
 } // namespace kiv

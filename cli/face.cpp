@@ -44,16 +44,10 @@ void TerminalLine::Clear()
 void CliReporter::Show(std::string_view text)
 {
     messages_.emplace_back(text);
-    warnings_.back().was_shown = true; // a message is noted before it is shown
     if (err_ == nullptr)
         return;
     terminal_line_.Clear();
     *err_ << "kiv: " << ToUtf8(text) << '\n' << std::flush;
-}
-
-void CliReporter::Note(std::string_view text, const Place& where)
-{
-    warnings_.emplace_back(text, where);
 }
 
 } // namespace kiv

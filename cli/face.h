@@ -1,7 +1,6 @@
 // What `kiv-cli` shows while a command runs.
 #pragma once
 
-#include "platform/progress.h"
 #include "platform/reporter.h"
 
 #include <chrono>
@@ -26,7 +25,8 @@ class TerminalLine {
     bool is_shown_ = false;
 };
 
-/// Collects messages and warnings; in plain output each message goes to standard error at once.
+/// Collects messages and keeps the last status text; in plain output each message goes to standard
+/// error at once.
 class CliReporter : public Reporter {
   public:
     CliReporter(std::ostream* err, TerminalLine& terminal_line)
@@ -35,35 +35,18 @@ class CliReporter : public Reporter {
     }
 
     const std::vector<std::string>& Messages() const { return messages_; }
-    /// In the order noted; `was_shown` tells those that the latch kept back.
-    const std::vector<Warning>& Warnings() const { return warnings_; }
+    const std::string& FinalStatus() const { return status_; }
+
+    void Status(std::string_view text) override { status_ = text; }
+    void Step(int done, int all) override { terminal_line_.Show(done, all); }
 
   protected:
     void Show(std::string_view text) override;
-    void Note(std::string_view text, const Place& where) override;
 
   private:
     std::ostream* err_;
     TerminalLine& terminal_line_;
     std::vector<std::string> messages_;
-    std::vector<Warning> warnings_;
-};
-
-/// Keeps the last status text.
-class CliProgress : public Progress {
-  public:
-    explicit CliProgress(TerminalLine& terminal_line) : terminal_line_(terminal_line) {}
-
-    void Status(std::string_view text) override { status_ = text; }
-    void PassStatus(std::string_view) override {}
-    void Step(int done, int all) override { terminal_line_.Show(done, all); }
-    void dirbuttons() override {}
-    void dirreset() override {}
-
-    const std::string& FinalStatus() const { return status_; }
-
-  private:
-    TerminalLine& terminal_line_;
     std::string status_;
 };
 

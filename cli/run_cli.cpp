@@ -52,9 +52,8 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
     ProgramList programs(call.launch ? &system_programs : nullptr);
     TerminalLine terminal_line(around.err_is_terminal && !call.json ? &around.err : nullptr);
     CliReporter reporter(call.json ? nullptr : &around.err, terminal_line);
-    CliProgress progress(terminal_line);
     HeaderPictureLoader pictures(*files);
-    Machine machine{*files, *files, *clock, clipboard, programs, reporter, pictures, progress};
+    Machine machine{*files, *files, *clock, clipboard, programs, reporter, pictures};
     Workspace workspace(machine);
     RunReport report;
     CallDesk desk{workspace, around.in, report};
@@ -63,7 +62,7 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
         call.run(desk);
     });
     terminal_line.Clear();
-    report.status = progress.FinalStatus();
+    report.status = reporter.FinalStatus();
     report.messages = reporter.Messages();
     report.files = files->Written();
     report.launched = programs.Launched();

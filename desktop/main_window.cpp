@@ -45,9 +45,8 @@ Window& OneOf(MainWindow& main_window)
 
 MainWindow::MainWindow(const Surroundings& around)
     : status_(new StatusArea(this)),
-      reporter_([this](std::string_view text) { ShowMessage(text); }),
-      machine_{around.files,    around.native_paths, around.clock,    clipboard_,
-               around.programs, reporter_,           around.pictures, *status_},
+      reporter_([this](std::string_view text) { ShowMessage(text); }, *status_),
+      machine_{around.files, around.native_paths, around.clock, clipboard_, around.programs, reporter_, around.pictures},
       workspace_(machine_), controls_(new CommandControls(*menuBar(), this)),
       messages_(new MessagesPane(this))
 {
@@ -69,7 +68,6 @@ MainWindow::MainWindow(const Surroundings& around)
     messages_->on_open = [this](const std::string& file) { OpenInEditor(file); };
     messages_->on_shown = [this](bool is_open) { MakeRoomForMessages(is_open); };
     status_->on_work = [this] { toggler(false); };
-    status_->on_folder_buttons = [this] { controls_->Refresh(workspace_); };
     workspace_.on_change = [this] {
         Refresh();
         status_->Repaint();
@@ -143,7 +141,7 @@ bool MainWindow::Perform(const std::function<Outcome()>& run, Warnings warnings)
     if (is_running_)
         return false;
     is_running_ = true;
-    reporter_.Clear();
+    reporter_.ForgetWarnings();
     status_->Begin();
     const Outcome error = run();
     status_->End();

@@ -134,10 +134,4 @@ void StatusArea::ShowPending()
     }
 }
 
-void StatusArea::FolderButtonsChanged()
-{
-    if (on_folder_buttons)
-        on_folder_buttons();
-}
-
 } // namespace kiv

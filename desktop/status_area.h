@@ -2,8 +2,6 @@
 // is.
 #pragma once
 
-#include "platform/progress.h"
-
 #include <QElapsedTimer>
 #include <QWidget>
 
@@ -16,7 +14,7 @@ class QProgressBar;
 
 namespace kiv {
 
-class StatusArea : public QWidget, public Progress {
+class StatusArea : public QWidget {
     Q_OBJECT
 
   public:
@@ -30,21 +28,19 @@ class StatusArea : public QWidget, public Progress {
 
     void ShowNewYear(std::string_view text);
 
-    void Status(std::string_view text) override;
-    void PassStatus(std::string_view text) override;
-    void Step(int done, int all) override;
-    void dirbuttons() override { FolderButtonsChanged(); }
-    void dirreset() override { FolderButtonsChanged(); }
+    /// The status line.
+    void Status(std::string_view text);
+    /// The pass: "ASP", "HTM" or empty.
+    void PassStatus(std::string_view text);
+    /// Step `done` of `all` is behind us.
+    void Step(int done, int all);
 
-    /// Called when the folder buttons change.
-    std::function<void()> on_folder_buttons;
     /// Called before a command that takes its time is shown at work.
     std::function<void()> on_work;
 
   private:
     void Changed();
     void ShowPending();
-    void FolderButtonsChanged();
 
     QLabel* status_label_;
     QLabel* pass_label_;

@@ -1,38 +1,33 @@
-// The reporter of the windows: boxes for messages, and a list of the warnings.
+// The reporter of the windows: boxes for messages, the status area for how far a command is.
 #pragma once
 
+#include "desktop/status_area.h"
 #include "platform/reporter.h"
 
 #include <functional>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace kiv {
 
 class WindowReporter : public Reporter {
   public:
     /// `show` shows a message and waits for the user.
-    explicit WindowReporter(std::function<void(std::string_view)> show) : show_(std::move(show)) {}
+    WindowReporter(std::function<void(std::string_view)> show, StatusArea& status)
+        : show_(std::move(show)), status_(status)
+    {
+    }
 
-    /// Those of the last command, in the order noted.
-    const std::vector<Warning>& Warnings() const { return warnings_; }
-    void Clear() { warnings_.clear(); }
+    void Status(std::string_view text) override { status_.Status(text); }
+    void PassStatus(std::string_view text) override { status_.PassStatus(text); }
+    void Step(int done, int all) override { status_.Step(done, all); }
 
   protected:
-    void Show(std::string_view text) override
-    {
-        warnings_.back().was_shown = true; // a message is noted before it is shown
-        show_(text);
-    }
-    void Note(std::string_view text, const Place& where) override
-    {
-        warnings_.emplace_back(text, where);
-    }
+    void Show(std::string_view text) override { show_(text); }
 
   private:
     std::function<void(std::string_view)> show_;
-    std::vector<Warning> warnings_;
+    StatusArea& status_;
 };
 
 } // namespace kiv

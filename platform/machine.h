@@ -7,7 +7,6 @@
 #include "platform/native_paths.h"
 #include "platform/picture_loader.h"
 #include "platform/programs.h"
-#include "platform/progress.h"
 #include "platform/reporter.h"
 
 namespace kiv {
@@ -20,7 +19,6 @@ struct Machine {
     Programs& programs;
     Reporter& reporter;
     PictureLoader& pictures;
-    Progress& progress;
 };
 
 } // namespace kiv

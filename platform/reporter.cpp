@@ -4,45 +4,38 @@ namespace kiv {
 
 std::string Place::Text() const
 {
-    std::string text;
-    const auto add = [&](const std::string& piece) {
+    std::string text(file);
+    const auto add = [&](std::string_view word, std::string_view value) {
         if (!text.empty())
             text += ", ";
-        text += piece;
+        text.append(word).append(value);
     };
-    if (file != nullptr)
-        add(*file);
     if (line > 0)
-        add("line " + std::to_string(line));
-    if (page != nullptr)
-        add("page " + *page);
+        add("line ", std::to_string(line));
+    if (!page.empty())
+        add("page ", page);
     return text;
 }
 
-Warning::Warning(std::string_view warning_text, const Place& where)
-    : text(warning_text), file(where.file != nullptr ? *where.file : std::string()),
-      line(where.line), page(where.page != nullptr ? *where.page : std::string())
+Warning::Warning(std::string_view warning_text, const Place& where, bool shown)
+    : text(warning_text), file(where.file), line(where.line), page(where.page), was_shown(shown)
 {
 }
 
 std::string Warning::PlaceText() const
 {
-    Place place;
-    if (!file.empty())
-        place.file = &file;
-    place.line = line;
-    if (!page.empty())
-        place.page = &page;
-    return place.Text();
+    return Place{file, line, page}.Text();
 }
 
-void Reporter::reportmsg(std::string_view text)
+void Reporter::reportmsg(std::string_view text, const Place& where)
 {
-    Note(text, place);
-    if (collect_messages)
-        message_log.append(text).append("<P>");
-    else
-        Show(text);
+    warnings_.emplace_back(text, where, true);
+    Show(text);
+}
+
+void Reporter::Withhold(std::string_view text, const Place& where)
+{
+    warnings_.emplace_back(text, where, false);
 }
 
 } // namespace kiv

@@ -1,16 +1,18 @@
-// Words for the user. The window shows boxes, the command line prints, a test collects.
+// What a running command tells: messages, warnings, how far it is. The window shows boxes and a
+// status line, the command line prints, a test collects.
 #pragma once
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kiv {
 
-/// The source line in work, as a person would look for it.
+/// Where in the sources something was found, as a person would look for it.
 struct Place {
-    const std::string* file = nullptr; // absolute drive path; null: none
-    int line = 0;                      // 1-based; 0: none
-    const std::string* page = nullptr; // the page being written; null: none
+    std::string_view file; // absolute drive path; "": none
+    int line = 0;          // 1-based; 0: none
+    std::string_view page; // file name of the page being written; "": none
 
     /// "C:\site\_html.txt, line 12, page about.htm", or what of it there is.
     std::string Text() const;
@@ -18,7 +20,7 @@ struct Place {
 
 /// One warning of a run, with its place; "" and 0 where there is none.
 struct Warning {
-    Warning(std::string_view warning_text, const Place& where);
+    Warning(std::string_view warning_text, const Place& where, bool shown);
     /// "C:\site\_html.txt, line 12, page about.htm", or what of it there is.
     std::string PlaceText() const;
 
@@ -29,6 +31,7 @@ struct Warning {
     bool was_shown = false;
 };
 
+/// Keeps the warnings of a run; a face derives from it and shows them.
 class Reporter {
   public:
     Reporter() = default;
@@ -36,20 +39,28 @@ class Reporter {
     Reporter& operator=(const Reporter&) = delete;
     virtual ~Reporter() = default;
 
-    /// Shows one message to the user and notes it as a warning. While messages are collected, the
-    /// text and "<P>" are appended to the message log instead of being shown.
-    void reportmsg(std::string_view text);
+    /// Keeps one message as a warning and shows it to the user.
+    void reportmsg(std::string_view text, const Place& where = {});
+    /// Keeps a warning that is not shown.
+    void Withhold(std::string_view text, const Place& where = {});
 
-    /// Notes a warning that is not shown.
-    void Withhold(std::string_view text) { Note(text, place); }
+    /// In the order in which they came.
+    const std::vector<Warning>& Warnings() const { return warnings_; }
+    void ForgetWarnings() { warnings_.clear(); }
 
-    Place place;
-    bool collect_messages = false;
-    std::string message_log;
+    /// The status line.
+    virtual void Status(std::string_view /*text*/) {}
+    /// The second status text, which names the pass: "ASP", "HTM" or empty.
+    virtual void PassStatus(std::string_view /*text*/) {}
+    /// Step `done` of `all` is behind us.
+    virtual void Step(int /*done*/, int /*all*/) {}
 
   protected:
+    /// Shows a message, which is the last of the warnings by then.
     virtual void Show(std::string_view text) = 0;
-    virtual void Note(std::string_view text, const Place& where) = 0;
+
+  private:
+    std::vector<Warning> warnings_;
 };
 
 } // namespace kiv

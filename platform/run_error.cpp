@@ -23,9 +23,4 @@ std::string_view KindName(ErrorKind kind)
     return "";
 }
 
-std::string LineOf(std::string_view file, int line)
-{
-    return std::string(file).append(", line ").append(std::to_string(line));
-}
-
 } // namespace kiv

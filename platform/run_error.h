@@ -21,9 +21,6 @@ enum class ErrorKind {
 /// The kind's name in reports, such as "end-of-file".
 std::string_view KindName(ErrorKind kind);
 
-/// "FILE, line N", 1-based: the place of an error in a file.
-std::string LineOf(std::string_view file, int line);
-
 struct RunError : std::exception {
     ErrorKind kind;
     std::string text;  // what is wrong, begins in lower case

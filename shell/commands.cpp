@@ -27,11 +27,11 @@ bool OutsideGroup(const W& w, std::size_t)
 }
 bool HasOutputRoots(const W& w, std::size_t)
 {
-    return w.OutputRootsShown;
+    return w.OutputRootsShown();
 }
 bool HasNoOutputRoots(const W& w, std::size_t)
 {
-    return !w.OutputRootsShown;
+    return !w.OutputRootsShown();
 }
 bool HasUploadEntry(const W& w, std::size_t)
 {

@@ -1,5 +1,6 @@
 #include "shell/list_files.h"
 
+#include "platform/reporter.h"
 #include "platform/run_error.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -80,7 +81,7 @@ void loadjumps(Files& files, std::vector<JumpEntry>& entries)
             continue;
         if (entries.size() == kJumpEntries)
             throw RunError(ErrorKind::subscript, "more than 10 jump entries",
-                           LineOf(kJumpListFile, line_number));
+                           Place{kJumpListFile, line_number, {}}.Text());
         std::string path(Trim(fields[1]));
         if (!path.ends_with('\\'))
             path += '\\';
@@ -99,7 +100,7 @@ int loadftplist(Files& files, UploadEntries& entries)
         if (line.empty())
             continue;
         const std::vector<std::string_view> fields = Split(line, '|');
-        const std::string where = LineOf(kUploadListFile, line_number);
+        const std::string where = Place{kUploadListFile, line_number, {}}.Text();
         if (fields.size() < 2)
             throw RunError(ErrorKind::subscript, "upload entry without \"|\"", where);
         if (count == 50)

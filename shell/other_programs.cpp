@@ -1,7 +1,6 @@
 // The commands that start other programs: editor, explorer, upload, lower-casing.
 #include "platform/drive_path.h"
 #include "platform/site_files.h"
-#include "shell/output_roots.h"
 #include "shell/workspace.h"
 
 namespace kiv {
@@ -65,29 +64,14 @@ void Workspace::ExploreWorkDir()
 
 void Workspace::ExploreFirstRoot()
 {
-    Explore(machine_, OutputRoots().front());
+    const std::vector<std::string> roots = Roots.Declared();
+    Explore(machine_, roots.empty() ? WorkDir : roots.front());
 }
 
 void Workspace::ExploreLastRoot()
 {
-    Explore(machine_, OutputRoots().back());
-}
-
-std::vector<std::string> Workspace::OutputRoots()
-{
-    Files& files = machine_.files;
-    const std::string built =
-        built_directory_.empty() ? files.CurrentDirectory() : built_directory_;
-    const std::string current = files.CurrentDirectory();
-    files.ChangeDirectory(built); // where the roots' relative paths begin
-    std::vector<std::string> roots = DeclaredOutputRoots(machine_, block_memory_);
-    files.ChangeDirectory(current);
-    for (std::string& root : roots)
-        root = WithSeparator(AbsolutePath(root, built));
-    // The page list may have changed since: then the pages lie where it does.
-    if (roots.empty())
-        roots.push_back(WithSeparator(built));
-    return roots;
+    const std::vector<std::string> roots = Roots.Declared();
+    Explore(machine_, roots.empty() ? WorkDir : roots.back());
 }
 
 void Workspace::RunUploadBatch()

@@ -11,14 +11,14 @@ void Workspace::dodirfix(Renaming renaming)
 {
     RenameFiles(machine_.files, WebSafePasses(), renaming, Renamed);
     if (renaming == Renaming::real)
-        machine_.progress.Status("Names fixed");
+        machine_.reporter.Status("Names fixed");
 }
 
 void Workspace::dodirt(Renaming renaming)
 {
     RenameFiles(machine_.files, ThumbnailPasses(), renaming, Renamed);
     if (renaming == Renaming::real)
-        machine_.progress.Status("_t complete");
+        machine_.reporter.Status("_t complete");
 }
 
 void Workspace::dorenamefiles(const std::string& find, const std::string& replacement,

@@ -22,10 +22,7 @@ std::string ShortenedDirectory(std::string_view path)
 
 Workspace::Workspace(Machine& machine)
     : EditorCommand(std::string(kDefaultEditor) + ' '), SettingsPath(kSettingsFile),
-      folder_buttons_(machine.progress, OutputRootsShown),
-      machine_{machine.files,    machine.clock,    machine.clipboard, machine.programs,
-               machine.reporter, machine.pictures, folder_buttons_},
-      program_start_(machine.clock.Now())
+      machine_(machine), program_start_(machine.clock.Now())
 {
 }
 
@@ -75,7 +72,7 @@ void Workspace::showdir()
 
 void Workspace::dirreset()
 {
-    machine_.progress.dirreset();
+    Roots = {};
 }
 
 void Workspace::checkgroup()
@@ -111,7 +108,7 @@ void Workspace::SaveDirectory()
 void Workspace::StoreDirectory()
 {
     SaveDirectory();
-    machine_.progress.Status("Directory Saved as Default");
+    machine_.reporter.Status("Directory Saved as Default");
 }
 
 void Workspace::ToggleNewYear()
@@ -134,10 +131,9 @@ void Workspace::BuildWorkDir()
 
 void Workspace::BuildCurrent()
 {
-    built_directory_ = machine_.files.CurrentDirectory();
     const BuildOptions options{EoyEnabled, UploadListWanted, UploadCommand, addresses_,
                                program_start_};
-    BuildSite(machine_, options, block_memory_);
+    BuildSite(machine_, options, block_memory_, Roots);
 }
 
 } // namespace kiv

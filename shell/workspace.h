@@ -5,7 +5,6 @@
 #include "platform/machine.h"
 #include "platform/run_error.h"
 #include "shell/directory_tools.h"
-#include "shell/folder_buttons.h"
 #include "shell/list_files.h"
 #include "utilities/conversions.h"
 #include "utilities/news_composer.h"
@@ -53,7 +52,10 @@ class Workspace {
     void switchto(std::string_view path);
     void checkgroup();
     void checkftpgroup();
+    /// The folder buttons are as at the start.
     void dirreset();
+    /// Whether "Dir 1" and "Dir 2" stand for "Dir window".
+    bool OutputRootsShown() const { return !Roots.asp.empty() || !Roots.htm.empty(); }
     /// Makes the working directory the default; the second tells so in the status line.
     void SaveDirectory();
     void StoreDirectory();
@@ -91,7 +93,7 @@ class Workspace {
     /// Goes to jump entry `index`, from 0.
     void JumpTo(std::size_t index);
     void ExploreWorkDir();
-    /// Opens the first or the last output root that the page list of the last build declares.
+    /// Opens the first or the last of `Roots`.
     void ExploreFirstRoot();
     void ExploreLastRoot();
     void RunUploadBatch();
@@ -130,7 +132,6 @@ class Workspace {
     /// Writes a news item and makes its site the working directory. Returns whether it was written.
     bool WriteNews(const NewsItem& item, NewsSettings settings);
 
-    /// The machine with the folder buttons noted.
     Machine& machine() { return machine_; }
 
     std::string WorkDir; // ends in "\"
@@ -138,11 +139,11 @@ class Workspace {
     bool UploadListWanted = false;
     std::string UploadCommand;
     std::string EditorCommand;
-    std::string SettingsPath;      // the file that "Store dir" writes
-    std::vector<JumpEntry> Jumps;  // at most ten
-    bool IsGroup = false;          // the working directory has a group list
-    bool OutputRootsShown = false; // "Dir 1" and "Dir 2" stand for "Dir window"
-    Renames Renamed;               // by the command that ran last, in the order done
+    std::string SettingsPath;     // the file that "Store dir" writes
+    std::vector<JumpEntry> Jumps; // at most ten
+    bool IsGroup = false;         // the working directory has a group list
+    OutputRoots Roots;            // that the page list of the last build declares
+    Renames Renamed;              // by the command that ran last, in the order done
 
     /// Called when what the window shows has changed while a command runs: the working directory,
     /// the New Year switch.
@@ -158,10 +159,7 @@ class Workspace {
     void groupbuild();
     void sitemapmaster();
     std::vector<std::string> GroupEntries() const;
-    /// The output roots of the last build's page list, as full paths.
-    std::vector<std::string> OutputRoots();
 
-    FolderButtons folder_buttons_;
     Machine machine_;
     const DateTime program_start_;
     UploadEntries upload_entries_{"upload entry"};
@@ -169,7 +167,6 @@ class Workspace {
     Addresses addresses_;
     BlockMemory block_memory_;
     GrabFlags grab_flags_;
-    std::string built_directory_; // of the build that swapped the folder buttons
 };
 
 } // namespace kiv

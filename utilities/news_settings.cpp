@@ -1,6 +1,7 @@
 #include "utilities/news_settings.h"
 
 #include "platform/drive_path.h"
+#include "platform/reporter.h"
 #include "platform/run_error.h"
 #include "platform/site_files.h"
 #include "text/text.h"
@@ -93,7 +94,7 @@ NewsSettings ReadNewsSettings(Files& files)
         try {
             TakeSetting(settings, line);
         } catch (RunError& error) {
-            error.where = LineOf(kNewsSettingsFile, line_number);
+            error.where = Place{kNewsSettingsFile, line_number, {}}.Text();
             throw;
         }
     }

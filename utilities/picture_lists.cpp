@@ -22,11 +22,11 @@ int ReadPictures(Machine& machine, PictureTable& pictures)
     const int all = static_cast<int>(names.size());
     int count = 0;
     for (const std::string& name : names) {
-        machine.progress.Status(name);
+        machine.reporter.Status(name);
         PictureRecord& record = pictures[++count];
         record.size = machine.pictures.Size(name);
         DescribePicture(record, name, alts);
-        machine.progress.Step(count, all);
+        machine.reporter.Step(count, all);
     }
     return count;
 }
@@ -51,7 +51,7 @@ void SizePicturesHere(Machine& machine, const std::string& editor_command)
     const int count = ReadPictures(machine, pictures);
     const std::string folder_name = ThisDirNameOf(machine.files.CurrentDirectory());
     WritePictureFiles(machine.files, EmitPictures(pictures, count, folder_name));
-    machine.progress.Status("sizer done. piclist.txt created.");
+    machine.reporter.Status("sizer done. piclist.txt created.");
     for (const std::string_view file : {kAltFile, kPictureListFile})
         machine.programs.Start({editor_command, std::string(file)});
 }

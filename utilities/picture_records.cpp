@@ -1,6 +1,7 @@
 #include "utilities/picture_records.h"
 
 #include "platform/drive_path.h"
+#include "platform/reporter.h"
 #include "platform/run_error.h"
 #include "platform/site_files.h"
 #include "text/text.h"
@@ -23,7 +24,8 @@ void AltTable::Read(Files& files)
         try {
             Add(line);
         } catch (RunError& error) {
-            error.where = LineOf(AbsolutePath(kAltFile, files.CurrentDirectory()), line_number);
+            const std::string file = AbsolutePath(kAltFile, files.CurrentDirectory());
+            error.where = Place{file, line_number, {}}.Text();
             throw;
         }
     }

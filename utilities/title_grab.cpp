@@ -117,10 +117,10 @@ void grab_titles(Machine& machine, bool with_redirect, GrabFlags& flags)
     for (const std::string& name : names) {
         ++count;
         grab_title_of(files, name, pages[count]);
-        machine.progress.Step(count, all);
+        machine.reporter.Step(count, all);
     }
     WriteGrabbedTitles(machine, pages, count, with_redirect, flags);
-    machine.progress.Status(with_redirect ? "Grab titles && redirect done" : "Grab titles done");
+    machine.reporter.Status(with_redirect ? "Grab titles && redirect done" : "Grab titles done");
 }
 
 } // namespace kiv

@@ -1,9 +1,5 @@
 """Quizzes are played from the first question to the score."""
 
-import os
-import pathlib
-import subprocess
-import tempfile
 import unittest
 
 from browser import BrowserTest
@@ -141,46 +137,6 @@ class SelfCheck(BrowserTest):
             ["Question: You leave the harbour. On which side is the lighthouse?",
              "Question: The storm flag is up. What do you do?",
              "And a hard one. The glass is rising. What does that mean?"])
-
-
-class BothStyles(BrowserTest):
-    """The form in the plain style and in the boxed one, whose pictures belong to a site."""
-
-    LINES = ['Q: Which is "right"?', "The left|It isn't.", "The right|It is.", "</zuquiz2>"]
-
-    def form(self, kind):
-        html = subprocess.run([os.environ["KIV_QUIZ_FORM"], str(kind)], check=True,
-                              input="\n".join(self.LINES) + "\n", capture_output=True,
-                              encoding="cp1252").stdout
-        folder = tempfile.TemporaryDirectory(prefix="kiv-quiz-")
-        self.addCleanup(folder.cleanup)
-        page = pathlib.Path(folder.name) / "quiz.htm"
-        page.write_text('<meta charset="windows-1252"><body>' + html, encoding="cp1252")
-        self.driver.get(page.as_uri())
-
-    def answer(self):
-        said = []
-        for button in self.elements("input[type=radio]"):
-            button.click()
-            said.append(self.element("textarea").get_property("value"))
-        return said
-
-    def test_plain(self):
-        self.form(1)
-        self.assertEqual(self.answer(), ["It isn\u2019t.", "It is."])
-        self.assertEqual(self.elements("td[bgcolor]"), [])
-
-    def test_boxed(self):
-        self.form(2)
-        self.assertEqual(self.answer(), ["It isn\u2019t.", "It is."])
-        colours = [cell.value_of_css_property("background-color")
-                   for cell in self.elements("td[bgcolor]")]
-        self.assertEqual(colours, ["rgba(110, 159, 14, 1)", "rgba(102, 153, 0, 1)",
-                                   "rgba(232, 244, 208, 1)"])
-        self.assertEqual(len(self.elements("td[bgcolor='#E8F4D0'] form textarea")), 1)
-        image = self.element("td[bgcolor='#6E9F0E'] img")
-        self.assertTrue(image.get_property("src").endswith(
-            "/images/wings/quiz3/checkyourknowledge.gif"))
 
 
 if __name__ == "__main__":

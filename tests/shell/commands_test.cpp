@@ -163,7 +163,7 @@ TEST_F(CommandTable, WhatElseIsShown)
     workspace.UploadListWanted = true;
     EXPECT_TRUE(shown("Command12"));
     EXPECT_TRUE(shown("Command6") && !shown("Command8") && !shown("Command9"));
-    workspace.OutputRootsShown = true;
+    workspace.Roots.asp = "C:\\site\\asp\\";
     EXPECT_TRUE(!shown("Command6") && shown("Command8") && shown("Command9"));
     // "Choose directory" brings "Dir window" back.
     EXPECT_FALSE(RunCommand(workspace, *FindCommand("Command4")));
@@ -209,10 +209,10 @@ TEST_F(CommandTable, CommandsDoWhatTheySay)
     };
     for (const RunRow& row : rows) {
         programs.started.clear();
-        progress.status.clear();
+        reporter.status.clear();
         EXPECT_FALSE(RunCommand(workspace, *FindCommand(row.command))) << row.command;
         EXPECT_EQ(programs.started, row.started.empty() ? Texts() : Texts{row.started});
-        EXPECT_EQ(progress.status, row.status) << row.command;
+        EXPECT_EQ(reporter.status, row.status) << row.command;
     }
 }
 

@@ -74,7 +74,7 @@ TEST_F(RenamingFiles, FixingNames)
     EXPECT_EQ(NamesIn("site"), (Texts{"A Folder", "a-b.htm", "b-c.txt", "fine.htm"}));
     EXPECT_EQ(Content("site/b-c.txt"), "B c.TXT");
     EXPECT_EQ(workspace.Renamed, Pairs({{"a b.htm", "a-b.htm"}, {"B c.TXT", "b-c.txt"}}));
-    EXPECT_EQ(progress.status, "Names fixed");
+    EXPECT_EQ(reporter.status, "Names fixed");
     EXPECT_THAT(files->Written(), IsEmpty());
 }
 
@@ -93,7 +93,7 @@ TEST_F(RenamingFiles, ATakenNameEndsTheRun)
     EXPECT_EQ(NamesIn("site"), (Texts{"A B.txt", "A-B.TXT", "a-0.txt", "c d.txt"}));
     EXPECT_EQ(Content("site/A-B.TXT"), "A-B.TXT");
     EXPECT_EQ(workspace.Renamed, Pairs({{"a 0.txt", "a-0.txt"}}));
-    EXPECT_EQ(progress.status, "");
+    EXPECT_EQ(reporter.status, "");
 }
 
 TEST_F(RenamingFiles, AFolderTakesANameToo)
@@ -142,7 +142,7 @@ TEST_F(RenamingFiles, FindAndReplace)
     PutNames({"aXa.txt", "axa.txt2", "other"});
     EXPECT_EQ(KindOf([&] { workspace.dorenamefiles("a", "aa"); }), "");
     EXPECT_EQ(NamesIn("site"), (Texts{"aaXaa.txt", "aaxaa.txt2", "other"}));
-    EXPECT_EQ(progress.status, "");
+    EXPECT_EQ(reporter.status, "");
     EXPECT_EQ(KindOf([&] { workspace.dorenamefiles("X", ""); }), ""); // case matters
     EXPECT_EQ(NamesIn("site"), (Texts{"aaaa.txt", "aaxaa.txt2", "other"}));
     EXPECT_THAT(reporter.shown, IsEmpty());
@@ -166,7 +166,7 @@ TEST_F(RenamingFiles, Thumbnails)
               Pairs({{"a.gif", "a_t.gif"}, {"E.Gif", "E_t.Gif"}, {"b.JPG", "b_t.JPG"}}));
     EXPECT_EQ(NamesIn("site"),
               (Texts{"E_t.Gif", "a_t.gif", "b_t.JPG", "c_t.gif", "d.jpeg", "z.txt"}));
-    EXPECT_EQ(progress.status, "_t complete");
+    EXPECT_EQ(reporter.status, "_t complete");
 }
 
 TEST_F(RenamingFiles, ADryRunForetellsTheRun)
@@ -184,12 +184,12 @@ TEST_F(RenamingFiles, ADryRunForetellsTheRun)
             std::filesystem::remove(Native("site") / old);
         PutNames(names);
         const Texts before = NamesIn("site");
-        progress.status.clear();
+        reporter.status.clear();
         const std::optional<RunError> foretold =
             workspace.Run([&] { workspace.dodirfix(Renaming::dry_run); });
         const Renames plan = workspace.Renamed;
         EXPECT_EQ(NamesIn("site"), before);
-        EXPECT_EQ(progress.status, "");
+        EXPECT_EQ(reporter.status, "");
         const std::optional<RunError> error = workspace.Run([&] { workspace.dodirfix(); });
         EXPECT_EQ(workspace.Renamed, plan) << names[0];
         EXPECT_EQ(foretold ? foretold->text : "", error ? error->text : "") << names[0];

@@ -114,7 +114,7 @@ TEST_F(OtherPrograms, OutputRoots)
     for (const RootsRow& row : rows) {
         Put("site/_html.txt", row.list + "@FILE = a\n@TITLE = A\n");
         workspace.BuildWorkDir();
-        EXPECT_TRUE(workspace.OutputRootsShown) << row.list;
+        EXPECT_TRUE(workspace.OutputRootsShown()) << row.list;
         reporter.shown.clear();
         workspace.ExploreFirstRoot();
         EXPECT_EQ(Started(), "explorer " + row.first) << row.list;
@@ -123,6 +123,29 @@ TEST_F(OtherPrograms, OutputRoots)
         EXPECT_TRUE(reporter.shown.empty()) << row.list;
         EXPECT_EQ(files->CurrentDirectory(), "C:\\site");
     }
+}
+
+// "Dir 1" once read the page list again, and made the folder that it was to show.
+TEST_F(OtherPrograms, OutputRootsAreThoseThatTheBuildRead)
+{
+    Put("site/_template.txt", ";\n");
+    Put("site/_html.txt", "@ASP = asp\n@FILE = a\n@TITLE = A\n");
+    workspace.BuildWorkDir();
+    std::filesystem::remove_all(Native("site/asp"));
+    Put("site/_html.txt", "@ASP = other\n@FILE = a\n@TITLE = A\n");
+    workspace.ExploreFirstRoot();
+    EXPECT_EQ(Started(), "explorer C:\\site\\asp\\");
+    EXPECT_FALSE(Exists("site/asp"));
+    EXPECT_FALSE(Exists("site/other"));
+}
+
+TEST_F(OtherPrograms, WithoutRootsTheWorkingDirectoryIsShown)
+{
+    workspace.switchto("C:\\utils");
+    workspace.ExploreFirstRoot();
+    EXPECT_EQ(Started(), "explorer C:\\utils\\");
+    workspace.ExploreLastRoot();
+    EXPECT_EQ(Started(), "explorer C:\\utils\\");
 }
 
 TEST_F(OtherPrograms, OutputRootsOfAGroupMember)

@@ -4,6 +4,7 @@
 #include "platform/drives.h"
 #include "shell/workspace.h"
 #include "tests/support/folders.h"
+#include "tests/support/recording_reporter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -29,26 +30,6 @@ class StartRecorder : public Programs {
     }
 };
 
-class WordRecorder : public Reporter {
-  public:
-    std::vector<std::string> shown;
-
-  protected:
-    void Show(std::string_view text) override { shown.emplace_back(text); }
-    void Note(std::string_view, const Place&) override {}
-};
-
-class ProgressRecorder : public Progress {
-  public:
-    std::string status;
-    std::vector<std::string> calls; // of the folder buttons
-    void Status(std::string_view text) override { status = text; }
-    void PassStatus(std::string_view) override {}
-    void Step(int, int) override {}
-    void dirbuttons() override { calls.emplace_back("dirbuttons"); }
-    void dirreset() override { calls.emplace_back("dirreset"); }
-};
-
 class ShellTest : public testing::Test, public test::DriveFolder {
   protected:
     using Texts = std::vector<std::string>;
@@ -66,10 +47,9 @@ class ShellTest : public testing::Test, public test::DriveFolder {
     FrozenClock clock{{2004, 3, 5, 14, 7, 9}};
     HeldClipboard clipboard;
     StartRecorder programs;
-    WordRecorder reporter;
+    test::RecordingReporter reporter;
     HeaderPictureLoader pictures{*files};
-    ProgressRecorder progress;
-    Machine machine{*files, *files, clock, clipboard, programs, reporter, pictures, progress};
+    Machine machine{*files, *files, clock, clipboard, programs, reporter, pictures};
     Workspace workspace{machine};
 };
 

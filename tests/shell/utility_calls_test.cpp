@@ -20,11 +20,11 @@ TEST_F(UtilityCalls, GrabbingTitles)
     Put("site/A.htm", "<title>One</title>\r\n<body>\r\ntext\r\n</body>\r\n");
     workspace.GrabTitles({});
     EXPECT_EQ(Content("site/grabtitles.txt"), "@file = a.htm\r\n@title = One\r\n\r\n");
-    EXPECT_EQ(progress.status, "Grab titles done");
+    EXPECT_EQ(reporter.status, "Grab titles done");
     workspace.GrabTitles({.redirect = true});
     EXPECT_EQ(Content("site/grabtitles.txt"),
               "@file = a.htm\r\n@title = One\r\n@redirect|..\\a.htm\r\n\r\n");
-    EXPECT_EQ(progress.status, "Grab titles && redirect done");
+    EXPECT_EQ(reporter.status, "Grab titles && redirect done");
     workspace.GrabTitles({.trimmed = true});
     EXPECT_EQ(Content("site/grabtitles.txt"),
               "@file = a.htm\r\n@title = One\r\ntext\r\n</body>\r\n\r\n");
@@ -34,7 +34,7 @@ TEST_F(UtilityCalls, WhatWasChosenStaysUntilTheNextWrite)
 {
     workspace.GrabTitles({.all = true});
     EXPECT_EQ(reporter.shown, (Texts{"Empty directory!"}));
-    EXPECT_EQ(progress.status, "");
+    EXPECT_EQ(reporter.status, "");
     Put("site/a.htm", "x");
     workspace.GrabTitles({});
     EXPECT_EQ(Content("site/grabtitles.txt"), "@file = a.htm\r\n@title = Untitled\r\nx\r\n\r\n");
@@ -48,13 +48,13 @@ TEST_F(UtilityCalls, PicturesOfAFolder)
     EXPECT_EQ(reporter.shown, (Texts{"There is no Images subdirectory. Aborting"}));
     Put("site/images/a.gif", std::string("GIF89a\x08\0\x06\0", 10) + std::string(8, '\0'));
     EXPECT_EQ(KindOf([&] { workspace.SizePictures("images"); }), "");
-    EXPECT_EQ(progress.status, "sizer done. piclist.txt created.");
+    EXPECT_EQ(reporter.status, "sizer done. piclist.txt created.");
     EXPECT_EQ(programs.started, (Texts{"pad _alt.txt", "pad _piclist.txt"}));
     EXPECT_EQ(files->CurrentDirectory(), "C:\\site");
     EXPECT_TRUE(Exists("site/images/_pichtml.txt"));
     Put("site/images/b.jpg", "no picture");
     EXPECT_EQ(KindOf([&] { workspace.SizePictures("images"); }), "picture");
-    EXPECT_EQ(progress.status, "b.jpg");
+    EXPECT_EQ(reporter.status, "b.jpg");
     EXPECT_EQ(files->CurrentDirectory(), "C:\\site"); // back, though it failed
 }
 

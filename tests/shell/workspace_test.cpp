@@ -89,7 +89,7 @@ TEST_F(WorkspaceState, ABatchThatCannotBeDeletedIsFatal)
 {
     Put("guestout2.bat", "old");
     test::FailingFiles failing(*files, 0);
-    Machine broken{failing, *files, clock, clipboard, programs, reporter, pictures, progress};
+    Machine broken{failing, *files, clock, clipboard, programs, reporter, pictures};
     Workspace unlucky(broken);
     const std::optional<RunError> error = unlucky.Run([&] { unlucky.checkftpgroup(); });
     ASSERT_TRUE(error);
@@ -103,11 +103,11 @@ TEST_F(WorkspaceState, StoringTheDirectory)
     workspace.switchto("C:\\site");
     workspace.SaveDirectory(); // as "Exit" does: silently
     EXPECT_EQ(Content("utils/kiv.ini"), "C:\\site\\\r\n");
-    EXPECT_EQ(progress.status, "");
+    EXPECT_EQ(reporter.status, "");
     workspace.switchto("C:\\utils");
     workspace.StoreDirectory();
     EXPECT_EQ(Content("utils/kiv.ini"), "C:\\utils\\\r\n");
-    EXPECT_EQ(progress.status, "Directory Saved as Default");
+    EXPECT_EQ(reporter.status, "Directory Saved as Default");
 }
 
 TEST_F(WorkspaceState, NewYear)
@@ -127,16 +127,39 @@ TEST_F(WorkspaceState, TheFolderButtonsFollowThePageList)
     Put("site/_template.txt", ";\n");
     workspace.switchto("C:\\site");
     workspace.BuildWorkDir();
-    EXPECT_TRUE(workspace.OutputRootsShown);
+    EXPECT_TRUE(workspace.OutputRootsShown());
     Put("site/_html.txt", "@FILE = a\n@TITLE = A\n");
     workspace.BuildWorkDir();
-    EXPECT_FALSE(workspace.OutputRootsShown); // each build begins with "Dir window"
+    EXPECT_FALSE(workspace.OutputRootsShown()); // each build begins with "Dir window"
     Put("site/_html.txt", "@HTM = asp\n@FILE = a\n@TITLE = A\n");
     workspace.BuildWorkDir();
-    EXPECT_TRUE(workspace.OutputRootsShown);
+    EXPECT_TRUE(workspace.OutputRootsShown());
     workspace.switchto("C:\\utils");
-    EXPECT_FALSE(workspace.OutputRootsShown);
-    EXPECT_EQ(progress.calls.back(), "dirreset");
+    EXPECT_FALSE(workspace.OutputRootsShown());
+}
+
+TEST_F(WorkspaceState, ABuildThatFailsTellsTheRootsThatItRead)
+{
+    Put("site/_template.txt", ";\n");
+    Put("site/_html.txt", "@HTM = h\n@FILE = a\n@TITLE = A\n??01= wrong\n??1[a]\n");
+    workspace.switchto("C:\\site");
+    EXPECT_EQ(KindOf([&] { workspace.BuildWorkDir(); }), "invalid-argument");
+    EXPECT_TRUE(workspace.OutputRootsShown());
+    EXPECT_EQ(workspace.Roots.htm, "C:\\site\\h\\");
+    // Without its sources a folder is not built, and the buttons stay.
+    std::filesystem::remove(Native("site/_html.txt"));
+    workspace.BuildWorkDir();
+    EXPECT_TRUE(workspace.OutputRootsShown());
+}
+
+TEST_F(WorkspaceState, OneRootOfTheOrdinaryPassKeepsDirWindow)
+{
+    Put("site/_template.txt", ";\n");
+    Put("site/_html.txt", "@DIR1 = .\n@FILE = a\n@TITLE = A\n");
+    workspace.switchto("C:\\site");
+    workspace.BuildWorkDir();
+    EXPECT_EQ(workspace.Roots.dir1, "C:\\site\\");
+    EXPECT_FALSE(workspace.OutputRootsShown()); // "@DIR1 =" alone keeps "Dir window"
 }
 
 TEST_F(WorkspaceState, ARunForgetsTheRunBefore)
@@ -176,7 +199,7 @@ TEST_F(WorkspaceState, TheDayOfThePagesIsThatOfTheProgramsStart)
         int looks_ = 0;
     };
     LateClock late;
-    Machine evening{*files, *files, late, clipboard, programs, reporter, pictures, progress};
+    Machine evening{*files, *files, late, clipboard, programs, reporter, pictures};
     Workspace kept_open{evening};
     Put("site/_template.txt", ";");
     Put("site/_html.txt", "@FILE = a\n@TITLE = T\n[@TODAY][@DATETIME][@YEAR]\n");

@@ -111,7 +111,7 @@ TEST(Conversions, EachModeConvertsTheClipboard)
         EXPECT_EQ(Press(desk, window, row.text), row.result) << row.mode;
         EXPECT_EQ(window.caption, "Prepare for Web Use");
         EXPECT_THAT(desk.reporter.shown, IsEmpty());
-        EXPECT_THAT(desk.progress.statuses, IsEmpty());
+        EXPECT_THAT(desk.reporter.statuses, IsEmpty());
     }
 }
 

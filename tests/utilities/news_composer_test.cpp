@@ -67,7 +67,7 @@ TEST_F(NewsComposer, WritesBodyBangLineAndEntry)
     EXPECT_THAT(switched, ElementsAre("C:\\internet\\plain\\"));
     EXPECT_THAT(desk.programs.Launched(), IsEmpty()); // only with a home page list
     EXPECT_THAT(desk.reporter.shown, IsEmpty());
-    EXPECT_THAT(desk.progress.statuses, IsEmpty());
+    EXPECT_THAT(desk.reporter.statuses, IsEmpty());
 }
 
 TEST_F(NewsComposer, HomePageListGetsTheBangLineToo)

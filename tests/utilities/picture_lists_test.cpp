@@ -48,7 +48,7 @@ TEST(PictureLists, FullSizePictureAlone)
     EXPECT_THAT(
         desk.machine.files.Written(),
         ElementsAre("C:\\site\\_alt.txt", "C:\\site\\_piclist.txt", "C:\\site\\_pichtml.txt"));
-    EXPECT_THAT(desk.progress.statuses, ElementsAre("cat.jpg", "sizer done. piclist.txt created."));
+    EXPECT_THAT(desk.reporter.statuses, ElementsAre("cat.jpg", "sizer done. piclist.txt created."));
     EXPECT_THAT(desk.programs.Launched(),
                 ElementsAre("edit.exe _alt.txt", "edit.exe _piclist.txt"));
     EXPECT_THAT(desk.programs.files, ElementsAre("_alt.txt", "_piclist.txt"));
@@ -127,7 +127,7 @@ TEST(PictureLists, EverySectionOfAPair)
                             "C:\\site\\_banglist2.txt", "C:\\site\\_banglist3.txt",
                             "C:\\site\\_pichtml.txt"));
     EXPECT_THAT(desk.pictures.measured, ElementsAre("cat.jpg", "cat_t.jpg")); // once each
-    EXPECT_THAT(desk.progress.steps, ElementsAre(Pair(1, 2), Pair(2, 2)));
+    EXPECT_THAT(desk.reporter.steps, ElementsAre(Pair(1, 2), Pair(2, 2)));
 }
 
 /// The note that a picture with these fields gets in its box.
@@ -254,7 +254,7 @@ TEST(PictureLists, NoPicturesAtAll)
     EXPECT_EQ(desk.Content("site/_alt.txt"), "\r\n");
     EXPECT_EQ(desk.Content("site/_piclist.txt"), "");
     EXPECT_EQ(desk.Content("site/_pichtml.txt"), "old");
-    EXPECT_THAT(desk.progress.statuses, ElementsAre("sizer done. piclist.txt created."));
+    EXPECT_THAT(desk.reporter.statuses, ElementsAre("sizer done. piclist.txt created."));
     EXPECT_EQ(desk.programs.Launched().size(), 2U);
 }
 
@@ -293,14 +293,8 @@ TEST(PictureLists, ProgramsStartInThePicturesFolder)
     UtilityDesk desk;
     desk.PutFolder("site/images");
     DirectoryNote programs(desk.machine.files);
-    Machine machine{desk.machine.files,
-                    desk.machine.native_paths,
-                    desk.machine.clock,
-                    desk.machine.clipboard,
-                    programs,
-                    desk.machine.reporter,
-                    desk.machine.pictures,
-                    desk.machine.progress};
+    Machine machine{desk.machine.files, desk.machine.native_paths, desk.machine.clock,    desk.machine.clipboard,
+                    programs,           desk.machine.reporter, desk.machine.pictures};
     run_picture_sizer(machine, "images", kEditor);
     EXPECT_THAT(programs.directories, ElementsAre("C:\\site\\images", "C:\\site\\images"));
 }
@@ -327,7 +321,7 @@ TEST(PictureLists, MissingFolder)
         EXPECT_THAT(desk.reporter.shown, ElementsAre("There is no Images subdirectory. Aborting"));
     }
     EXPECT_THAT(desk.machine.files.Written(), IsEmpty());
-    EXPECT_THAT(desk.progress.statuses, IsEmpty());
+    EXPECT_THAT(desk.reporter.statuses, IsEmpty());
     EXPECT_THAT(desk.programs.Launched(), IsEmpty());
     EXPECT_THAT(desk.pictures.measured, IsEmpty());
 }
@@ -340,7 +334,7 @@ TEST(PictureLists, UnreadablePictureIsFatal)
     PutPicture(desk, "c.jpg", 1, 2, "site/images");
     desk.Put("site/images/_alt.txt", "a.jpg|mine");
     EXPECT_EQ(KindOf([&] { Size(desk, "images"); }), "picture");
-    EXPECT_THAT(desk.progress.statuses, ElementsAre("a.jpg", "b.jpg"));
+    EXPECT_THAT(desk.reporter.statuses, ElementsAre("a.jpg", "b.jpg"));
     EXPECT_EQ(desk.Content("site/images/_alt.txt"), "a.jpg|mine");
     EXPECT_THAT(desk.machine.files.Written(), IsEmpty());
     EXPECT_EQ(desk.machine.files.CurrentDirectory(), "C:\\site");
@@ -353,7 +347,7 @@ TEST(PictureLists, BadAltFileFailsBeforeAnyPictureIsMeasured)
     desk.Put("site/_alt.txt", "a.jpg");
     EXPECT_EQ(KindOf([&] { Size(desk); }), "subscript");
     EXPECT_THAT(desk.pictures.measured, IsEmpty());
-    EXPECT_THAT(desk.progress.statuses, IsEmpty());
+    EXPECT_THAT(desk.reporter.statuses, IsEmpty());
     EXPECT_EQ(desk.Content("site/_alt.txt"), "a.jpg");
 }
 
@@ -362,14 +356,8 @@ TEST(PictureLists, MeasuresRealPictures)
     UtilityDesk desk;
     desk.Put("site/a.jpg", std::string("GIF89a\x2C\x01\x05\0\0\0\0", 13)); // content decides
     HeaderPictureLoader loader(desk.machine.files);
-    Machine machine{desk.machine.files,
-                    desk.machine.native_paths,
-                    desk.machine.clock,
-                    desk.machine.clipboard,
-                    desk.machine.programs,
-                    desk.machine.reporter,
-                    loader,
-                    desk.machine.progress};
+    Machine machine{desk.machine.files, desk.machine.native_paths, desk.machine.clock,    desk.machine.clipboard,
+                    desk.machine.programs, desk.machine.reporter, loader};
     run_picture_sizer(machine, "", kEditor);
     EXPECT_EQ(desk.Content("site/_pichtml.txt"),
               "@file = a\r\n@title = a\r\n<img src=\"site/a.jpg\" "
@@ -394,7 +382,7 @@ TEST(PictureLists, ThreeThousandPicturesAndNoMore)
     const std::string list = desk.Content("site/_piclist.txt");
     PutPicture(desk, "zz.gif", 1, 1);
     EXPECT_EQ(KindOf([&] { Size(desk); }), "subscript");
-    EXPECT_EQ(desk.progress.statuses.back(), "zz.gif");
+    EXPECT_EQ(desk.reporter.statuses.back(), "zz.gif");
     EXPECT_EQ(desk.Content("site/_piclist.txt"), list);
 }
 

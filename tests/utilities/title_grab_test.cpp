@@ -42,8 +42,8 @@ TEST(TitleGrab, ListsNameAndTitleOfEachPage)
     desk.Put("site/notes.txt", "<title>No page</title>");
     EXPECT_EQ(Grab(desk), "@file = index.htm\r\n@title = Home\r\n\r\n"
                           "@file = two.html\r\n@title = Second\r\n\r\n");
-    EXPECT_THAT(desk.progress.statuses, ElementsAre("Grab titles done"));
-    EXPECT_THAT(desk.progress.steps, ElementsAre(Pair(1, 2), Pair(2, 2)));
+    EXPECT_THAT(desk.reporter.statuses, ElementsAre("Grab titles done"));
+    EXPECT_THAT(desk.reporter.steps, ElementsAre(Pair(1, 2), Pair(2, 2)));
     EXPECT_THAT(desk.machine.files.Written(), ElementsAre("C:\\site\\grabtitles.txt"));
 }
 
@@ -121,7 +121,7 @@ TEST(TitleGrab, TitleThatEndsBeforeItBeginsIsFatal)
     }
     EXPECT_EQ(desk.Content("site/grabtitles.txt"), "old");
     EXPECT_TRUE(flags.grab_all); // nothing was written yet
-    EXPECT_THAT(desk.progress.statuses, IsEmpty());
+    EXPECT_THAT(desk.reporter.statuses, IsEmpty());
 }
 
 TEST(TitleGrab, RedirectLine)
@@ -131,7 +131,7 @@ TEST(TitleGrab, RedirectLine)
     EXPECT_EQ(Grab(desk, {}, kRedirect),
               "@file = a.htm\r\n@title = T\r\n@redirect|..\\a.htm\r\n\r\n");
     // Two ampersands: this is no menu caption.
-    EXPECT_THAT(desk.progress.statuses, ElementsAre("Grab titles && redirect done"));
+    EXPECT_THAT(desk.reporter.statuses, ElementsAre("Grab titles && redirect done"));
 }
 
 TEST(TitleGrab, GrabAllCopiesEveryLine)
@@ -141,7 +141,7 @@ TEST(TitleGrab, GrabAllCopiesEveryLine)
     EXPECT_EQ(Grab(desk, {.grab_all = true}), "@file = a.htm\r\n@title = T\r\n"
                                               "<title>T</title>\r\n\r\n a b c \r\n<BODY>\r\n"
                                               "last\r\n\r\n");
-    EXPECT_THAT(desk.progress.statuses, ElementsAre("Grab titles done"));
+    EXPECT_THAT(desk.reporter.statuses, ElementsAre("Grab titles done"));
 }
 
 TEST(TitleGrab, RedirectLineStandsBeforeTheCopiedLines)
@@ -195,7 +195,7 @@ TEST(TitleGrab, EmptyDirectoryKeepsFlagsAndOldList)
     grab_titles(desk.machine, kRedirect, flags);
     EXPECT_THAT(desk.reporter.shown, ElementsAre("Empty directory!"));
     EXPECT_TRUE(flags.grab_all && flags.grab_trimmed);
-    EXPECT_THAT(desk.progress.statuses, IsEmpty());
+    EXPECT_THAT(desk.reporter.statuses, IsEmpty());
     EXPECT_THAT(desk.machine.files.Written(), IsEmpty());
     EXPECT_EQ(desk.Content("site/grabtitles.txt"), "old");
 }

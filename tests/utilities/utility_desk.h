@@ -5,6 +5,7 @@
 #include "platform/machine.h"
 #include "platform/run_error.h"
 #include "tests/support/folders.h"
+#include "tests/support/recording_reporter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,27 +18,6 @@
 #include <vector>
 
 namespace kiv {
-
-class RecordingReporter : public Reporter {
-  public:
-    std::vector<std::string> shown;
-
-  protected:
-    void Show(std::string_view text) override { shown.emplace_back(text); }
-    void Note(std::string_view, const Place&) override {}
-};
-
-class RecordingProgress : public Progress {
-  public:
-    void Status(std::string_view text) override { statuses.emplace_back(text); }
-    void PassStatus(std::string_view) override { ADD_FAILURE() << "no utility has passes"; }
-    void Step(int done, int all) override { steps.emplace_back(done, all); }
-    void dirbuttons() override { ADD_FAILURE(); }
-    void dirreset() override { ADD_FAILURE(); }
-
-    std::vector<std::string> statuses;
-    std::vector<std::pair<int, int>> steps;
-};
 
 /// Keeps the files that programs were started for, besides the command lines.
 class StartedPrograms : public ProgramList {
@@ -82,10 +62,9 @@ class UtilityDesk : public test::DriveFolder {
   public:
     HeldClipboard clipboard;
     StartedPrograms programs;
-    RecordingReporter reporter;
+    test::RecordingReporter reporter;
     HeldPictures pictures;
-    RecordingProgress progress;
-    Machine machine{*files_, *files_, clock_, clipboard, programs, reporter, pictures, progress};
+    Machine machine{*files_, *files_, clock_, clipboard, programs, reporter, pictures};
 };
 
 /// The kind of the error that `action` throws; empty when there is none.

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "builder/addresses.h"
+#include "platform/clock.h"
+
+#include <string>
+
+namespace kiv {
+
+/// What the workspace asks of a build.
+struct BuildOptions {
+    bool EoyEnabled = false;
+    bool UploadListWanted = false;
+    std::string UploadCommand;
+    Addresses addresses;
+    DateTime program_start; // whose day and year the pages tell, however long the window is open
+};
+
+} // namespace kiv

@@ -1,0 +1,45 @@
+// How a line goes through the merge: a table of steps, each run when the line holds something that
+// it acts on.
+#pragma once
+
+#include "builder/line_triggers.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace kiv {
+
+struct Build;
+
+/// A line of the current page on its way through the steps, which change its text in place.
+struct MergedLine {
+    explicit MergedLine(Build& build_in_work) : build(build_in_work) {}
+
+    /// Puts another line in. `line_triggers` are those of ScanLine, or those of them that count.
+    void Begin(std::string_view line, Triggers line_triggers)
+    {
+        text = line;
+        triggers = line_triggers;
+    }
+
+    Build& build;
+    std::string text;
+    Triggers triggers = 0; // of the text
+};
+
+struct Step {
+    Triggers triggers; // it acts on lines with any of them
+    /// Returns whether it found something to act on; the line is then looked through again.
+    bool (*run)(MergedLine& line);
+};
+
+/// Runs the steps in their order.
+inline void RunSteps(std::span<const Step> steps, MergedLine& line)
+{
+    for (const Step& step : steps)
+        if ((line.triggers & step.triggers) != 0 && step.run(line))
+            line.triggers = ScanLine(line.text);
+}
+
+} // namespace kiv

@@ -1,0 +1,87 @@
+#include "builder/template_lines.h"
+
+#include "builder/build_state.h"
+#include "builder/navigation_lists.h"
+#include "builder/template_merge.h"
+#include "builder/write_line.h"
+#include "text/text.h"
+
+#include <string>
+#include <string_view>
+
+namespace kiv {
+
+namespace {
+
+void FillMeta(std::string& line, std::string_view name, std::string_view content)
+{
+    if (content.empty() || !ContainsNoCase(line, "<META NAME=\"" + std::string(name) + "\""))
+        return;
+    line = "<meta NAME=\"" + std::string(name) + "\" CONTENT=\"" + std::string(content) + "\">";
+}
+
+bool FillMetas(MergedLine& line)
+{
+    const PageRecord& page = line.build.CurrentRecord();
+    FillMeta(line.text, "keywords", page.keywords);
+    FillMeta(line.text, "description", page.description);
+    return true;
+}
+
+/// "=1=" and its kin keep a line on some pages only. Any other code is text.
+bool FilterByPosition(MergedLine& line)
+{
+    const bool first = line.build.state.page.number == 1;
+    const bool last = line.build.state.page.number == line.build.state.PageCount;
+    bool keep = false;
+    switch (line.text[1]) {
+    case '1':
+        keep = first;
+        break;
+    case '2':
+        keep = !first;
+        break;
+    case '5':
+        keep = !first && !last;
+        break;
+    case '8':
+        keep = !last;
+        break;
+    case '9':
+        keep = last;
+        break;
+    default:
+        return false;
+    }
+    line.text.erase(0, keep ? 3 : npos);
+    return true;
+}
+
+bool PlaceDropDown(MergedLine& line)
+{
+    if (!EqualsNoCase(line.text, "<!--DROPDOWN HERE-->"))
+        return false;
+    WritePageDropDown(line.build);
+    line.text.clear();
+    return true;
+}
+
+/// In the format's order; the merge comes after them.
+constexpr Step kTemplateSteps[] = {
+    {kMeta, FillMetas},
+    {kPrefix, FilterByPass},
+    {kPosition, FilterByPosition},
+    {kMarker, PlaceDropDown},
+};
+
+} // namespace
+
+void WriteTemplateLine(MergedLine& line)
+{
+    RunSteps(kTemplateSteps, line);
+    MergeLine(line);
+    if (!line.text.empty())
+        WriteLine(line.build.state.output, line.text);
+}
+
+} // namespace kiv

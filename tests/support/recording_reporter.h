@@ -1,0 +1,33 @@
+// A face that shows nothing and keeps everything that a command tells.
+#pragma once
+
+#include "platform/reporter.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kiv::test {
+
+class RecordingReporter : public Reporter {
+  public:
+    std::vector<std::string> shown; // the messages
+    std::string status;             // the last text of the status line
+    std::vector<std::string> statuses;
+    std::vector<std::string> passes; // texts of the pass status
+    std::vector<std::pair<int, int>> steps;
+
+    void Status(std::string_view text) override
+    {
+        status = text;
+        statuses.push_back(status);
+    }
+    void PassStatus(std::string_view text) override { passes.emplace_back(text); }
+    void Step(int done, int all) override { steps.emplace_back(done, all); }
+
+  protected:
+    void Show(std::string_view text) override { shown.emplace_back(text); }
+};
+
+} // namespace kiv::test
