@@ -5,6 +5,7 @@
 #include "platform/machine.h"
 #include "platform/run_error.h"
 #include "tests/support/folders.h"
+#include "tests/support/recorders.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,31 +14,9 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace kiv {
-
-class RecordingReporter : public Reporter {
-  public:
-    std::vector<std::string> shown;
-
-  protected:
-    void Show(std::string_view text) override { shown.emplace_back(text); }
-    void Note(std::string_view, const Place&) override {}
-};
-
-class RecordingProgress : public Progress {
-  public:
-    void Status(std::string_view text) override { statuses.emplace_back(text); }
-    void PassStatus(std::string_view) override { ADD_FAILURE() << "no utility has passes"; }
-    void Step(int done, int all) override { steps.emplace_back(done, all); }
-    void dirbuttons() override { ADD_FAILURE(); }
-    void dirreset() override { ADD_FAILURE(); }
-
-    std::vector<std::string> statuses;
-    std::vector<std::pair<int, int>> steps;
-};
 
 /// Picture sizes by name; a picture without one cannot be read.
 class HeldPictures : public PictureLoader {
@@ -70,9 +49,9 @@ class UtilityDesk : public test::DriveFolder {
   public:
     HeldClipboard clipboard;
     ProgramList programs;
-    RecordingReporter reporter;
+    test::WordRecorder reporter;
     HeldPictures pictures;
-    RecordingProgress progress;
+    test::ProgressRecorder progress;
     Machine machine{*files_, clock_, clipboard, programs, reporter, pictures, progress};
 };
 
