@@ -1,5 +1,7 @@
 #include "platform/reporter.h"
 
+#include "platform/run_error.h"
+
 namespace kiv {
 
 std::string Place::Text() const
@@ -11,9 +13,7 @@ std::string Place::Text() const
         text += piece;
     };
     if (file != nullptr)
-        add(*file);
-    if (line > 0)
-        add("line " + std::to_string(line));
+        add(line > 0 ? LineInFile(*file, line) : *file);
     if (page != nullptr)
         add("page " + *page);
     return text;

@@ -32,11 +32,6 @@ constexpr std::string_view kUploadSample = ";Label|ftp line\r\n"
                                            "zu_pa000.ini -p zu -s local:e:/test/test.htm"
                                            " -d Test:/public/test/test.htm\r\n";
 
-std::string LineOf(std::string_view file, int line)
-{
-    return std::string(file) + ", line " + Decimal(line);
-}
-
 } // namespace
 
 std::vector<std::string> ReadLines(Files& files, std::string_view path)
@@ -85,7 +80,7 @@ void loadjumps(Files& files, std::vector<JumpEntry>& entries)
             continue;
         if (entries.size() == kJumpEntries)
             throw RunError(ErrorKind::subscript, "more than 10 jump entries",
-                           LineOf(kJumpListFile, line_number));
+                           LineInFile(kJumpListFile, line_number));
         std::string path(Trim(fields[1]));
         if (!path.ends_with('\\'))
             path += '\\';
@@ -104,7 +99,7 @@ int loadftplist(Files& files, UploadEntries& entries)
         if (line.empty())
             continue;
         const std::vector<std::string_view> fields = Split(line, '|');
-        const std::string where = LineOf(kUploadListFile, line_number);
+        const std::string where = LineInFile(kUploadListFile, line_number);
         if (fields.size() < 2)
             throw RunError(ErrorKind::subscript, "upload entry without \"|\"", where);
         if (count == 50)

@@ -92,7 +92,7 @@ NewsSettings ReadNewsSettings(Files& files)
         try {
             TakeSetting(settings, line);
         } catch (RunError& error) {
-            error.where = std::string(kNewsSettingsFile) + ", line " + Decimal(line_number);
+            error.where = LineInFile(kNewsSettingsFile, line_number);
             throw;
         }
     }

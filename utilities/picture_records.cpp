@@ -23,8 +23,7 @@ void AltTable::Read(Files& files)
         try {
             Add(line);
         } catch (RunError& error) {
-            error.where =
-                AbsolutePath(kAltFile, files.CurrentDirectory()) + ", line " + Decimal(line_number);
+            error.where = LineInFile(AbsolutePath(kAltFile, files.CurrentDirectory()), line_number);
             throw;
         }
     }
