@@ -1,15 +1,24 @@
 #include "shell/workspace.h"
 
 #include "platform/drive_path.h"
+#include "shell/site_files.h"
 #include "text/text.h"
 #include "text/windows1252.h"
+
+#include <utility>
 
 namespace kiv {
 
 namespace {
 
-constexpr std::string_view kUploadBatch = "c:\\guestout2.bat";
+constexpr std::string_view kLocalSettings = "kiv.ini";
 constexpr std::size_t kShownWhole = 40;
+
+/// Drive letter in upper case, no "." and no "..", "\" at the end.
+std::string AbsoluteWorkDir(std::string_view path, std::string_view current)
+{
+    return WithSeparator(AbsolutePath(path, current));
+}
 
 } // namespace
 
@@ -41,33 +50,106 @@ std::optional<RunError> Workspace::Run(const std::function<void()>& command)
     return std::nullopt;
 }
 
+std::vector<RunError> Workspace::StartWindow(const std::optional<std::string>& argument)
+{
+    Files& files = machine_.files;
+    files.Refresh();
+    std::vector<RunError> errors;
+    const auto step = [&](const std::function<void()>& run) {
+        try {
+            run();
+        } catch (const RunError& error) {
+            errors.push_back(error);
+        }
+    };
+    // Whatever fails below, there is a working directory.
+    WorkDir = WithSeparator(files.CurrentDirectory());
+    step([&] {
+        const EditorSetting editor = loadeditor(files);
+        EditorCommand = editor.command;
+        if (editor.editor_is_missing)
+            machine_.reporter.reportmsg("editpad.exe is missing from the c:\\utils directory.");
+    });
+    step([&] { loadworkdir(argument); });
+    step([&] { ReloadJumps(); });
+    step([&] { upload_count_ = loadftplist(files, upload_entries_); });
+    // After the lists: an upload entry may be for this very directory.
+    step([&] { checkgroup(); });
+    step([&] { checkftpgroup(); });
+    showdir();
+    return errors;
+}
+
+void Workspace::loadworkdir(const std::optional<std::string>& argument)
+{
+    Files& files = machine_.files;
+    const std::string local = WithSeparator(files.CurrentDirectory()) + std::string(kLocalSettings);
+    SettingsPath = kSettingsFile;
+    std::optional<std::string> directory = argument;
+    if (!directory) {
+        directory = FirstLine(files, local);
+        if (directory)
+            SettingsPath = local;
+        else
+            directory = FirstLine(files, kSettingsFile);
+    }
+    // An empty path is no directory.
+    if (!directory || directory->empty() || !files.FolderExists(*directory))
+        GoTo("\\");
+    else
+        GoTo(*directory, AbsoluteWorkDir(*directory, files.CurrentDirectory()));
+}
+
+void Workspace::StartUp(std::string_view directory)
+{
+    ReadLists();
+    changethedirectory(directory);
+}
+
+void Workspace::LookAt(std::string_view directory)
+{
+    ReadLists();
+    GoTo(directory, AbsoluteWorkDir(directory, machine_.files.CurrentDirectory()));
+    checkgroup();
+}
+
+void Workspace::ReadLists()
+{
+    EditorCommand = loadeditor(machine_.files).command;
+    upload_count_ = loadftplist(machine_.files, upload_entries_);
+}
+
 void Workspace::changethedirectory(std::string_view path)
 {
-    ChangeDirectory(path);
+    GoTo(path, AbsoluteWorkDir(path, machine_.files.CurrentDirectory()));
     checkgroup();
     checkftpgroup();
 }
 
 void Workspace::switchto(std::string_view path)
 {
-    ChangeDirectory(path);
+    GoTo(path, AbsoluteWorkDir(path, machine_.files.CurrentDirectory()));
     dirreset();
     checkgroup();
     checkftpgroup();
 }
 
-void Workspace::ChangeDirectory(std::string_view path)
+void Workspace::GoTo(std::string_view path)
+{
+    GoTo(path, std::string(path));
+}
+
+void Workspace::GoTo(std::string_view path, std::string work_dir)
 {
     // An empty path would be where we are, and a tool would be let loose on the wrong folder.
     if (path.empty())
         throw RunError(ErrorKind::file, "cannot change to a folder without a name");
     machine_.files.ChangeDirectory(path);
-    // The start folder that is gone is "\", the root of whatever drive is current.
-    WorkDir = path == "\\" ? std::string(path) : WithSeparator(machine_.files.CurrentDirectory());
+    WorkDir = std::move(work_dir);
     showdir();
 }
 
-void Workspace::showdir()
+void Workspace::showdir() const
 {
     if (on_change)
         on_change();
@@ -80,7 +162,7 @@ void Workspace::dirreset()
 
 void Workspace::checkgroup()
 {
-    IsGroup = machine_.files.FileExists("_group.txt");
+    IsGroup = machine_.files.FileExists(kGroupFile);
 }
 
 void Workspace::checkftpgroup()
@@ -114,30 +196,14 @@ void Workspace::StoreDirectory()
     machine_.progress.Status("Directory Saved as Default");
 }
 
-void Workspace::ToggleNewYear()
+void Workspace::ReloadJumps()
 {
-    SetNewYear(!EoyEnabled);
+    loadjumps(machine_.files, Jumps);
 }
 
-void Workspace::SetNewYear(bool on)
+void Workspace::JumpTo(std::size_t index)
 {
-    EoyEnabled = on;
-    if (on_change)
-        on_change();
-}
-
-void Workspace::BuildWorkDir()
-{
-    addresses_ = LoadAddresses(machine_.files);
-    BuildCurrent();
-}
-
-void Workspace::BuildCurrent()
-{
-    built_directory_ = machine_.files.CurrentDirectory();
-    const BuildOptions options{EoyEnabled, UploadListWanted, UploadCommand, addresses_,
-                               program_start_};
-    BuildSite(machine_, options, block_memory_);
+    switchto(Jumps.at(index).path);
 }
 
 } // namespace kiv

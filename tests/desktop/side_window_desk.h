@@ -6,7 +6,9 @@
 #include "desktop/window_clipboard.h"
 #include "platform/drives.h"
 #include "platform/programs.h"
+#include "shell/workspace.h"
 #include "tests/support/folders.h"
+#include "tests/support/recorders.h"
 
 #include <QString>
 #include <QStringList>
@@ -21,24 +23,6 @@ namespace kiv {
 
 using Texts = std::vector<std::string>;
 
-class RecordedWords : public Reporter {
-  public:
-    Texts shown;
-
-  protected:
-    void Show(std::string_view text) override { shown.emplace_back(text); }
-    void Note(std::string_view, const Place&) override {}
-};
-
-class NoProgress : public Progress {
-  public:
-    void Status(std::string_view) override {}
-    void PassStatus(std::string_view) override {}
-    void Step(int, int) override {}
-    void dirbuttons() override {}
-    void dirreset() override {}
-};
-
 /// The working directory is "C:\site"; the day is 5 March 2004.
 class SideWindowDesk : public CommandDesk, public test::DriveFolder {
   public:
@@ -51,8 +35,8 @@ class SideWindowDesk : public CommandDesk, public test::DriveFolder {
     /// Every file below a folder of drive C:, with its bytes.
     test::FileTree Tree(const std::string& below) const { return test::ReadTree(Native(below)); }
 
-    RecordedWords words; // the reporter's and the windows' own messages
-    std::string error;   // of the last command, "division"; "" when it went through
+    test::WordRecorder words; // the reporter's and the windows' own messages
+    std::string error;        // of the last command, "division"; "" when it went through
     ProgramList programs;
     WindowClipboard clipboard;
 
@@ -60,7 +44,7 @@ class SideWindowDesk : public CommandDesk, public test::DriveFolder {
     std::unique_ptr<Files> files_ = MakeDriveFiles({{'C', Root().string()}});
     FrozenClock clock_{{2004, 3, 5, 14, 7, 9}};
     HeaderPictureLoader pictures_{*files_};
-    NoProgress progress_;
+    test::ProgressRecorder progress_;
     Machine machine_{*files_, clock_, clipboard, programs, words, pictures_, progress_};
     Workspace workspace_{machine_};
 };

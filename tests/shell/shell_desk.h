@@ -4,6 +4,7 @@
 #include "platform/drives.h"
 #include "shell/workspace.h"
 #include "tests/support/folders.h"
+#include "tests/support/recorders.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,40 +12,9 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace kiv {
-
-/// Notes what it is asked to start; " (minimised)" stands behind what starts so.
-class StartRecorder : public Programs {
-  public:
-    std::vector<std::string> started;
-    void Start(const std::string& command_line, bool minimised) override
-    {
-        started.push_back(command_line + (minimised ? " (minimised)" : ""));
-    }
-};
-
-class WordRecorder : public Reporter {
-  public:
-    std::vector<std::string> shown;
-
-  protected:
-    void Show(std::string_view text) override { shown.emplace_back(text); }
-    void Note(std::string_view, const Place&) override {}
-};
-
-class ProgressRecorder : public Progress {
-  public:
-    std::string status;
-    std::vector<std::string> calls; // of the folder buttons
-    void Status(std::string_view text) override { status = text; }
-    void PassStatus(std::string_view) override {}
-    void Step(int, int) override {}
-    void dirbuttons() override { calls.emplace_back("dirbuttons"); }
-    void dirreset() override { calls.emplace_back("dirreset"); }
-};
 
 class ShellTest : public testing::Test, public test::DriveFolder {
   protected:
@@ -62,10 +32,10 @@ class ShellTest : public testing::Test, public test::DriveFolder {
     std::unique_ptr<Files> files = MakeDriveFiles({{'C', Root().string()}});
     FrozenClock clock{{2004, 3, 5, 14, 7, 9}};
     HeldClipboard clipboard;
-    StartRecorder programs;
-    WordRecorder reporter;
+    test::StartRecorder programs;
+    test::WordRecorder reporter;
     HeaderPictureLoader pictures{*files};
-    ProgressRecorder progress;
+    test::ProgressRecorder progress;
     Machine machine{*files, clock, clipboard, programs, reporter, pictures, progress};
     Workspace workspace{machine};
 };

@@ -1,4 +1,8 @@
 // The working directory and what hangs on it.
+#include "shell/builds.h"
+#include "shell/groups.h"
+#include "shell/outside_programs.h"
+#include "shell/renames.h"
 #include "shell_desk.h"
 #include "tests/support/failing_files.h"
 
@@ -26,6 +30,16 @@ TEST_F(WorkspaceState, AGroupComesAndGoesWithTheDirectory)
     EXPECT_EQ(workspace.WorkDir, "C:\\group\\");
     workspace.changethedirectory("C:\\site");
     EXPECT_FALSE(workspace.IsGroup);
+}
+
+TEST_F(WorkspaceState, JumpsGoWhereTheirEntrySays)
+{
+    Put("utils/kivjump.ini", "Utils|C:\\utils\nGone|C:\\gone\n");
+    workspace.ReloadJumps();
+    workspace.JumpTo(0);
+    EXPECT_EQ(workspace.WorkDir, "C:\\utils\\");
+    EXPECT_EQ(KindOf([&] { workspace.JumpTo(1); }), "file");
+    EXPECT_EQ(workspace.WorkDir, "C:\\utils\\");
 }
 
 TEST_F(WorkspaceState, TheFaceIsToldOfEveryDirectory)
@@ -73,7 +87,7 @@ TEST_F(WorkspaceState, AnUploadTemplateLeavesNoBatchUntilABuild)
     EXPECT_FALSE(Exists("guestout2.bat"));
     Put("site/_html.txt", "@FILE = a\n@TITLE = A\n\ntext\n");
     Put("site/_template.txt", ";\n");
-    workspace.BuildWorkDir();
+    BuildWorkDir(workspace);
     EXPECT_EQ(Content("guestout2.bat"), "put a.htm there\r\n");
 }
 
@@ -112,13 +126,13 @@ TEST_F(WorkspaceState, StoringTheDirectory)
 
 TEST_F(WorkspaceState, NewYear)
 {
-    EXPECT_EQ(workspace.NewYearText(), "");
-    workspace.ToggleNewYear();
+    EXPECT_EQ(NewYearText(workspace), "");
+    ToggleNewYear(workspace);
     EXPECT_TRUE(workspace.EoyEnabled);
-    EXPECT_EQ(workspace.NewYearText(), "EOY ON!");
-    workspace.ToggleNewYear();
+    EXPECT_EQ(NewYearText(workspace), "EOY ON!");
+    ToggleNewYear(workspace);
     EXPECT_FALSE(workspace.EoyEnabled);
-    EXPECT_EQ(workspace.NewYearText(), "");
+    EXPECT_EQ(NewYearText(workspace), "");
 }
 
 TEST_F(WorkspaceState, TheFolderButtonsFollowThePageList)
@@ -126,17 +140,17 @@ TEST_F(WorkspaceState, TheFolderButtonsFollowThePageList)
     Put("site/_html.txt", "@ASP = asp\n@FILE = a\n@TITLE = A\n");
     Put("site/_template.txt", ";\n");
     workspace.switchto("C:\\site");
-    workspace.BuildWorkDir();
+    BuildWorkDir(workspace);
     EXPECT_TRUE(workspace.OutputRootsShown);
     Put("site/_html.txt", "@FILE = a\n@TITLE = A\n");
-    workspace.BuildWorkDir();
+    BuildWorkDir(workspace);
     EXPECT_FALSE(workspace.OutputRootsShown); // each build begins with "Dir window"
     Put("site/_html.txt", "@HTM = asp\n@FILE = a\n@TITLE = A\n");
-    workspace.BuildWorkDir();
+    BuildWorkDir(workspace);
     EXPECT_TRUE(workspace.OutputRootsShown);
     workspace.switchto("C:\\utils");
     EXPECT_FALSE(workspace.OutputRootsShown);
-    EXPECT_EQ(progress.calls.back(), "dirreset");
+    EXPECT_EQ(progress.folder_buttons.back(), "dirreset");
 }
 
 TEST_F(WorkspaceState, ARunForgetsTheRunBefore)
@@ -145,7 +159,7 @@ TEST_F(WorkspaceState, ARunForgetsTheRunBefore)
     Put("site/a b", "");
     EXPECT_EQ(KindOf([&] {
                   workspace.StoreDirectory();
-                  workspace.dodirfix();
+                  dodirfix(workspace);
               }),
               "");
     EXPECT_EQ(files->Written().size(), 1U);
@@ -158,7 +172,7 @@ TEST_F(WorkspaceState, ARunForgetsTheRunBefore)
 TEST_F(WorkspaceState, ABuildWithoutSourcesSaysSo)
 {
     workspace.switchto("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.BuildWorkDir(); }), "");
+    EXPECT_EQ(KindOf([&] { BuildWorkDir(workspace); }), "");
     EXPECT_EQ(reporter.shown, (Texts{"OOPS! Missing _html.txt, _template.txt"}));
 }
 
@@ -181,7 +195,7 @@ TEST_F(WorkspaceState, TheDayOfThePagesIsThatOfTheProgramsStart)
     Put("site/_template.txt", ";");
     Put("site/_html.txt", "@FILE = a\n@TITLE = T\n[@TODAY][@DATETIME][@YEAR]\n");
     kept_open.switchto("C:\\site");
-    kept_open.BuildWorkDir();
+    BuildWorkDir(kept_open);
     EXPECT_EQ(Content("site/a.htm"), "[March 5, 2004][3/6/2004 12:01:00 AM][2004]\r\n");
 }
 
