@@ -20,6 +20,19 @@ std::string AbsoluteWorkDir(std::string_view path, std::string_view current)
     return WithSeparator(AbsolutePath(path, current));
 }
 
+/// The path as it is spelled, with "\" at its end. One that is relative to a folder or a drive
+/// would name another folder once we are there: it becomes absolute.
+std::string SpelledWorkDir(std::string_view path, std::string_view current)
+{
+    const std::string_view rest = HasDrive(path) ? path.substr(2) : path;
+    if (rest.empty() || !IsSeparator(rest.front()))
+        return AbsoluteWorkDir(path, current);
+    std::string work_dir(path);
+    if (!work_dir.ends_with('\\'))
+        work_dir += '\\';
+    return work_dir;
+}
+
 } // namespace
 
 std::string ShortenedDirectory(std::string_view path)
@@ -85,19 +98,20 @@ void Workspace::loadworkdir(const std::optional<std::string>& argument)
     Files& files = machine_.files;
     const std::string local = WithSeparator(files.CurrentDirectory()) + std::string(kLocalSettings);
     SettingsPath = kSettingsFile;
-    std::optional<std::string> directory = argument;
-    if (!directory) {
-        directory = FirstLine(files, local);
-        if (directory)
+    std::string directory;
+    if (argument) {
+        directory = *argument;
+    } else {
+        // A local file counts even when it names no directory.
+        if (files.FileExists(local))
             SettingsPath = local;
-        else
-            directory = FirstLine(files, kSettingsFile);
+        directory = FirstLine(files, SettingsPath);
     }
     // An empty path is no directory.
-    if (!directory || directory->empty() || !files.FolderExists(*directory))
+    if (directory.empty() || !files.FolderExists(directory))
         GoTo("\\");
     else
-        GoTo(*directory, AbsoluteWorkDir(*directory, files.CurrentDirectory()));
+        GoTo(directory, SpelledWorkDir(directory, files.CurrentDirectory()));
 }
 
 void Workspace::StartUp(std::string_view directory)
@@ -128,7 +142,7 @@ void Workspace::changethedirectory(std::string_view path)
 
 void Workspace::switchto(std::string_view path)
 {
-    GoTo(path, AbsoluteWorkDir(path, machine_.files.CurrentDirectory()));
+    GoTo(path, SpelledWorkDir(path, machine_.files.CurrentDirectory()));
     dirreset();
     checkgroup();
     checkftpgroup();

@@ -57,7 +57,8 @@ class Workspace {
 
     /// Makes the folder picked in the directory window the working directory.
     void changethedirectory(std::string_view path);
-    /// Makes a folder the working directory, with the folder buttons as at the start.
+    /// Makes a folder the working directory, with the folder buttons as at the start. `WorkDir` has
+    /// the path as it is spelled here.
     void switchto(std::string_view path);
     /// Goes to a folder and shows it; `WorkDir` is `path` as it stands. Nothing else is worked out
     /// for the folder: a group build passes through its members so.

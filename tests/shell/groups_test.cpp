@@ -42,6 +42,16 @@ TEST_F(Groups, TheGroupBuildGoesThroughAllFolders)
     EXPECT_FALSE(workspace.EoyEnabled);
 }
 
+TEST_F(Groups, TheWorkingDirectoryKeepsItsSpelling)
+{
+    PutSite("site/a", "ay");
+    Put("site/_group.txt", "a");
+    workspace.switchto("c:/SITE\\");
+    EXPECT_EQ(KindOf([&] { BuildGroup(workspace); }), "");
+    EXPECT_TRUE(Exists("site/a/index.htm"));
+    EXPECT_EQ(workspace.WorkDir, "c:/SITE\\");
+}
+
 TEST_F(Groups, TheSwitchIsOffAfterwardsWhateverItWas)
 {
     workspace.switchto("C:\\site");

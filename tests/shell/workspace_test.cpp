@@ -32,14 +32,41 @@ TEST_F(WorkspaceState, AGroupComesAndGoesWithTheDirectory)
     EXPECT_FALSE(workspace.IsGroup);
 }
 
-TEST_F(WorkspaceState, JumpsGoWhereTheirEntrySays)
+TEST_F(WorkspaceState, ASwitchKeepsTheSpellingOfItsPath)
 {
-    Put("utils/kivjump.ini", "Utils|C:\\utils\nGone|C:\\gone\n");
+    PutFolder("site/images");
+    struct Row {
+        const char* path;
+        const char* work_dir;
+        const char* current;
+    };
+    const std::vector<Row> rows = {
+        {"c:\\SITE\\", "c:\\SITE\\", "C:\\SITE"},
+        {"c:/site/images/../", "c:/site/images/../\\", "C:\\site"},
+        {"C:\\site\\.\\images", "C:\\site\\.\\images\\", "C:\\site\\images"},
+        {"\\Site\\", "\\Site\\", "C:\\Site"},
+        {"\\", "\\", "C:\\"},
+        // What is relative would be another folder from there.
+        {"site\\images\\", "C:\\site\\images\\", "C:\\site\\images"},
+        {"c:..\\", "C:\\site\\", "C:\\site"},
+    };
+    for (const Row& row : rows) {
+        workspace.switchto(row.path);
+        EXPECT_EQ(workspace.WorkDir, row.work_dir) << row.path;
+        EXPECT_EQ(files->CurrentDirectory(), row.current) << row.path;
+    }
+    workspace.changethedirectory("c:/SITE/./images"); // the path of a list, made absolute
+    EXPECT_EQ(workspace.WorkDir, "C:\\SITE\\images\\");
+}
+
+TEST_F(WorkspaceState, JumpsGoWhereTheirEntrySaysAsItSaysIt)
+{
+    Put("utils/kivjump.ini", "Utils|c:\\UTILS\nGone|C:\\gone\n");
     workspace.ReloadJumps();
     workspace.JumpTo(0);
-    EXPECT_EQ(workspace.WorkDir, "C:\\utils\\");
+    EXPECT_EQ(workspace.WorkDir, "c:\\UTILS\\");
     EXPECT_EQ(KindOf([&] { workspace.JumpTo(1); }), "file");
-    EXPECT_EQ(workspace.WorkDir, "C:\\utils\\");
+    EXPECT_EQ(workspace.WorkDir, "c:\\UTILS\\");
 }
 
 TEST_F(WorkspaceState, TheFaceIsToldOfEveryDirectory)
