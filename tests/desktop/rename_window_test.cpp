@@ -81,6 +81,8 @@ class RenameWindowTest : public QObject {
                                                     {"img_3.jpg", "3"}}));
         QVERIFY(window.isVisible());
         QCOMPARE(Sample(window), u"h\u00e9_1.JPG"_s);
+        QCOMPARE(desk.workspace().Renamed.size(),
+                 std::size_t{2}); // the look for it forgets nothing
         QCOMPARE(desk.error, std::string());
     }
 
