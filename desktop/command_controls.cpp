@@ -98,6 +98,7 @@ QAction* CommandControls::AddEntry(const Command& command, std::size_t index, QM
     action->setObjectName(command.entries > 1 ? ArrayName(command.object_name, index)
                                               : ToQt(command.object_name));
     action->setSeparator(command.IsSeparator());
+    action->setText(ShownCaption(command.caption)); // of an entry that is hidden, too
     action->setToolTip(ToTip(command.tip));
     action->setShortcut(KeyOf(command.name));
     (menu != nullptr ? static_cast<QWidget*>(menu) : &menu_bar_)->addAction(action);
