@@ -1,5 +1,6 @@
 #include "builder/build_state.h"
 
+#include "builder/text_helpers.h"
 #include "text/text.h"
 
 namespace kiv {

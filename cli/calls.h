@@ -3,7 +3,6 @@
 
 #include "cli/report.h"
 #include "platform/clock.h"
-#include "shell/workspace.h"
 
 #include <functional>
 #include <iosfwd>
@@ -12,6 +11,8 @@
 #include <vector>
 
 namespace kiv {
+
+class Workspace;
 
 /// What a command works with.
 struct CallDesk {

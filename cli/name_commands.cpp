@@ -1,6 +1,8 @@
 // The commands that rename files, and the one that takes that back.
 #include "cli/call_definitions.h"
 #include "cli/rename_report.h"
+#include "shell/renames.h"
+#include "shell/workspace.h"
 #include "text/windows1252.h"
 
 #include <memory>
@@ -56,8 +58,8 @@ void AddRename(CLI::App& app, Call& call)
     CLI::App* const command = AddCommand(app, "rename", [&call, options] {
         TakeRenamer(call, options->dry_run);
         call.run = [options](CallDesk& desk) {
-            desk.workspace.dorenamefiles(FromUtf8(options->find), FromUtf8(options->replacement),
-                                         RenamingOf(options->dry_run));
+            dorenamefiles(desk.workspace, FromUtf8(options->find), FromUtf8(options->replacement),
+                          RenamingOf(options->dry_run));
         };
     });
     AddDirectory(*command, call);
@@ -74,7 +76,7 @@ void AddUndo(CLI::App& app, Call& call)
         call.run = [report](CallDesk& desk) {
             Machine& machine = desk.workspace.machine();
             const std::string path = machine.native_paths.FromNative(*report);
-            desk.workspace.UndoRenames(RenamesOfReport(machine.files.ReadFile(path), path));
+            UndoRenames(desk.workspace, RenamesOfReport(machine.files.ReadFile(path), path));
         };
     });
     AddDirectory(*command, call);
@@ -85,10 +87,8 @@ void AddUndo(CLI::App& app, Call& call)
 
 void AddNameCommands(CLI::App& app, Call& call)
 {
-    AddRenamer(app, call, "fix-names",
-               [](Workspace& workspace, Renaming renaming) { workspace.dodirfix(renaming); });
-    AddRenamer(app, call, "thumb-names",
-               [](Workspace& workspace, Renaming renaming) { workspace.dodirt(renaming); });
+    AddRenamer(app, call, "fix-names", dodirfix);
+    AddRenamer(app, call, "thumb-names", dodirt);
     AddRename(app, call);
     AddUndo(app, call);
 }

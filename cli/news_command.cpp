@@ -1,5 +1,7 @@
 // The command that adds a news item to a site.
 #include "cli/call_definitions.h"
+#include "shell/utilities.h"
+#include "shell/workspace.h"
 #include "text/windows1252.h"
 
 #include <algorithm>
@@ -54,7 +56,7 @@ void RunNews(CallDesk& desk, const NewsOptions& options)
     item.text = files.ReadFile(native_paths.FromNative(options.text));
     if (options.has_lead)
         item.lead = files.ReadFile(native_paths.FromNative(options.lead));
-    NewsSettings settings = workspace.LoadNewsSettings();
+    NewsSettings settings = ReadNewsSettings(files);
     item.site = SiteNumber(options.site).value_or(0);
     item.file_name = FromUtf8(options.name);
     FillFromName(item, settings);
@@ -67,7 +69,7 @@ void RunNews(CallDesk& desk, const NewsOptions& options)
     item.subhead = FromUtf8(options.subhead);
     item.single_spaced = options.single_spaced;
     item.as_is = options.as_is;
-    workspace.WriteNews(item, std::move(settings));
+    WriteNews(workspace, item, std::move(settings));
 }
 
 } // namespace

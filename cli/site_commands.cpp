@@ -1,5 +1,9 @@
 // The commands that work on the pages and pictures of a site section.
 #include "cli/call_definitions.h"
+#include "shell/builds.h"
+#include "shell/groups.h"
+#include "shell/utilities.h"
+#include "shell/workspace.h"
 #include "text/windows1252.h"
 
 #include <memory>
@@ -14,7 +18,7 @@ void AddBuild(CLI::App& app, Call& call)
     CLI::App* const command = AddCommand(app, "build", [&call, eoy] {
         call.run = [eoy](CallDesk& desk) {
             desk.workspace.EoyEnabled = *eoy;
-            desk.workspace.BuildWorkDir();
+            BuildWorkDir(desk.workspace);
         };
     });
     AddDirectory(*command, call);
@@ -25,26 +29,23 @@ void AddGroup(CLI::App& app, Call& call)
 {
     AddDirectory(
         *AddCommand(app, "group",
-                    [&call] { call.run = [](CallDesk& desk) { desk.workspace.BuildGroup(); }; }),
+                    [&call] { call.run = [](CallDesk& desk) { BuildGroup(desk.workspace); }; }),
         call);
 }
 
 void AddSiteMap(CLI::App& app, Call& call)
 {
-    AddDirectory(*AddCommand(app, "sitemap",
-                             [&call] {
-                                 call.run = [](CallDesk& desk) {
-                                     desk.workspace.AssembleSiteMap();
-                                 };
-                             }),
-                 call);
+    AddDirectory(
+        *AddCommand(app, "sitemap",
+                    [&call] { call.run = [](CallDesk& desk) { sitemapmaster(desk.workspace); }; }),
+        call);
 }
 
 void AddGrab(CLI::App& app, Call& call)
 {
-    const auto choice = std::make_shared<Workspace::GrabChoice>();
+    const auto choice = std::make_shared<GrabChoice>();
     CLI::App* const command = AddCommand(app, "grab", [&call, choice] {
-        call.run = [choice](CallDesk& desk) { desk.workspace.GrabTitles(*choice); };
+        call.run = [choice](CallDesk& desk) { GrabTitles(desk.workspace, *choice); };
     });
     AddDirectory(*command, call);
     AddSwitch(*command, "--redirect", choice->redirect,
@@ -59,7 +60,7 @@ void AddPictures(CLI::App& app, Call& call)
 {
     const auto folder = std::make_shared<std::string>();
     CLI::App* const command = AddCommand(app, "pictures", [&call, folder] {
-        call.run = [folder](CallDesk& desk) { desk.workspace.SizePictures(FromUtf8(*folder)); };
+        call.run = [folder](CallDesk& desk) { SizePictures(desk.workspace, FromUtf8(*folder)); };
     });
     AddDirectory(*command, call);
     AddValue(*command, "--folder", *folder, "NAME", "Work in this folder below DIR");

@@ -2,6 +2,7 @@
 #include "cli/call_definitions.h"
 #include "platform/run_error.h"
 #include "shell/help_text.h"
+#include "shell/utilities.h"
 #include "text/windows1252.h"
 #include "utilities/dimensions.h"
 #include "utilities/text_conversions.h"
@@ -55,7 +56,7 @@ void RunConvert(CallDesk& desk, const ConvertOptions& options)
     window.boxes = options.boxes;
     window.text_field = FromUtf8(options.prefix);
     // A text that is refused with a message has no result.
-    desk.report.result = desk.workspace.ConvertText(window, text).value_or("");
+    desk.report.result = ConvertText(desk.workspace, window, text).value_or("");
 }
 
 void AddConvert(CLI::App& app, Call& call)

@@ -1,6 +1,5 @@
 #include "desktop/command_controls.h"
 
-#include "desktop/command_words.h"
 #include "desktop/controls.h"
 #include "desktop/mnemonics.h"
 #include "desktop/qt_text.h"
@@ -65,7 +64,6 @@ CommandControls::CommandControls(QMenuBar& menu_bar, QWidget* parent)
 {
     MakeMenus();
     MakeButtons();
-    SetCaptions(nullptr);
 }
 
 void CommandControls::MakeMenus()
@@ -100,11 +98,12 @@ QAction* CommandControls::AddEntry(const Command& command, std::size_t index, QM
     action->setObjectName(command.entries > 1 ? ArrayName(command.object_name, index)
                                               : ToQt(command.object_name));
     action->setSeparator(command.IsSeparator());
-    const QString tip = ToTip(CommandTip(command.name));
-    action->setToolTip(tip);
+    action->setText(ShownCaption(command.caption)); // of an entry that is hidden, too
+    action->setToolTip(ToTip(command.tip));
     action->setShortcut(KeyOf(command.name));
     (menu != nullptr ? static_cast<QWidget*>(menu) : &menu_bar_)->addAction(action);
-    connect(action, &QAction::triggered, this, [this, &command, index] { Choose(command, index); });
+    connect(action, &QAction::triggered, this,
+            [this, &command, index] { on_chosen(command, index); });
     entries_.push_back({&command, index, action, menu});
     return action;
 }
@@ -116,11 +115,11 @@ void CommandControls::MakeButtons()
             continue;
         auto* const button = new QPushButton(this);
         button->setObjectName(ToQt(command.object_name));
-        const QString tip = ToTip(CommandTip(command.name));
+        const QString tip = ToTip(command.tip);
         button->setToolTip(tip);
         button->setAccessibleDescription(tip);
         button->setAutoDefault(true); // Enter presses the one that has the focus
-        connect(button, &QPushButton::clicked, this, [this, &command] { Choose(command, 0); });
+        connect(button, &QPushButton::clicked, this, [this, &command] { on_chosen(command, 0); });
         buttons_.push_back({&command, button});
     }
     QStringList captions;
@@ -152,12 +151,6 @@ void CommandControls::PlaceButtons()
     }
 }
 
-void CommandControls::Choose(const Command& command, std::size_t index)
-{
-    if (on_chosen)
-        on_chosen(command, index);
-}
-
 void CommandControls::Refresh(const Workspace& workspace)
 {
     for (const Button& row : buttons_) {
@@ -168,10 +161,10 @@ void CommandControls::Refresh(const Workspace& workspace)
         entry.action->setVisible(IsVisible(*entry.command, workspace, entry.index));
         entry.action->setEnabled(IsAvailable(*entry.command, workspace));
     }
-    SetCaptions(&workspace);
+    SetCaptions(workspace);
 }
 
-void CommandControls::SetCaptions(const Workspace* workspace)
+void CommandControls::SetCaptions(const Workspace& workspace)
 {
     for (const QMenu* const menu : menus_) {
         std::vector<QAction*> actions;
@@ -180,9 +173,7 @@ void CommandControls::SetCaptions(const Workspace* workspace)
             if (entry.menu != menu || entry.action->isSeparator() || !entry.action->isVisible())
                 continue;
             actions.push_back(entry.action);
-            captions.push_back(ShownCaption(workspace != nullptr
-                                                ? CaptionOf(*entry.command, *workspace, entry.index)
-                                                : entry.command->caption));
+            captions.push_back(ShownCaption(CaptionOf(*entry.command, workspace, entry.index)));
         }
         QSet<QChar> letters;
         captions = WithMnemonics(captions, letters);

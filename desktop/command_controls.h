@@ -23,14 +23,16 @@ class CommandControls : public QWidget {
   public:
     CommandControls(QMenuBar& menu_bar, QWidget* parent);
 
-    /// Shows, hides, greys and names the controls as the workspace is now.
+    /// Shows, hides, greys and names the controls as the workspace is now. To be called before the
+    /// controls are shown.
     void Refresh(const Workspace& workspace);
     /// Off: no button and no menu can be used.
     void toggler(bool on);
     /// The button that builds: "Do it!" or "do one", whichever is shown.
     QPushButton* BuildButton() const;
 
-    /// Called when the user chooses a command; `index` is that of an indexed entry.
+    /// Called when the user chooses a command; `index` is that of an indexed entry. To be set
+    /// before anything can be chosen.
     std::function<void(const Command& command, std::size_t index)> on_chosen;
 
   private:
@@ -49,8 +51,7 @@ class CommandControls : public QWidget {
     void MakeButtons();
     void PlaceButtons();
     QAction* AddEntry(const Command& command, std::size_t index, QMenu* menu);
-    void SetCaptions(const Workspace* workspace);
-    void Choose(const Command& command, std::size_t index);
+    void SetCaptions(const Workspace& workspace);
 
     QMenuBar& menu_bar_;
     std::vector<QMenu*> menus_;

@@ -1,12 +1,12 @@
 // What a side window needs of the main window: the one place where commands run.
 #pragma once
 
-#include "shell/workspace.h"
-
 #include <functional>
 #include <string_view>
 
 namespace kiv {
+
+class Workspace;
 
 class CommandDesk {
   public:

@@ -2,6 +2,7 @@
 
 #include "desktop/controls.h"
 #include "desktop/qt_text.h"
+#include "shell/utilities.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -11,6 +12,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace kiv {
 
 namespace {
@@ -18,17 +21,31 @@ namespace {
 constexpr int kColumns = 52;
 
 struct BoxWords {
+    bool ConversionBoxes::*box;
     std::string_view name;
     std::string_view tip;
 };
-/// In the order of `kConversionBoxes`.
 constexpr std::array<BoxWords, kConversionBoxes.size()> kBoxes = {{
-    {"links_list", "Convert to HTML: put no paragraph around the whole"},
-    {"single_spaced", "Convert to HTML: make every line a paragraph"},
-    {"poetry_p", "Convert to HTML: keep the lines; an empty line begins a new paragraph"},
-    {"keep_smart_quotes", "Clean quotes: leave curly quotation marks as they are"},
-    {"poetry_br", "Convert to HTML: keep the lines; an empty line becomes two line breaks"},
+    {&ConversionBoxes::links_list, "links_list",
+     "Convert to HTML: put no paragraph around the whole"},
+    {&ConversionBoxes::single_spaced, "single_spaced",
+     "Convert to HTML: make every line a paragraph"},
+    {&ConversionBoxes::poetry_p, "poetry_p",
+     "Convert to HTML: keep the lines; an empty line begins a new paragraph"},
+    {&ConversionBoxes::keep_smart_quotes, "keep_smart_quotes",
+     "Clean quotes: leave curly quotation marks as they are"},
+    {&ConversionBoxes::poetry_br, "poetry_br",
+     "Convert to HTML: keep the lines; an empty line becomes two line breaks"},
 }};
+
+QCheckBox* MakeBox(const ConversionBox& row, QWidget* parent)
+{
+    auto* const box = new QCheckBox(AsShown(row.caption), parent);
+    const auto* const words = std::find_if(kBoxes.begin(), kBoxes.end(),
+                                           [&](const BoxWords& of) { return of.box == row.box; });
+    Describe(*box, {words->name, row.caption, words->tip});
+    return box;
+}
 
 constexpr ControlWords kTextField = {"text_field", "Before each row",
                                      "Tab to Pipe: what to put in front of each row's bracket"};
@@ -45,8 +62,7 @@ ConversionDialog::ConversionDialog(CommandDesk& desk, QWidget* parent)
     label_ = MakeReadout("label", "What the button does", this);
     column->addWidget(label_);
     for (std::size_t i = 0; i < boxes_.size(); ++i) {
-        boxes_[i] = new QCheckBox(AsShown(kConversionBoxes[i].caption), this);
-        Describe(*boxes_[i], {kBoxes[i].name, "", kBoxes[i].tip});
+        boxes_[i] = MakeBox(kConversionBoxes[i], this);
         column->addWidget(boxes_[i]);
     }
     auto* const form = new QFormLayout;
@@ -92,7 +108,7 @@ void ConversionDialog::PressDoIt()
     for (std::size_t i = 0; i < boxes_.size(); ++i)
         state_.boxes.*kConversionBoxes[i].box = boxes_[i]->isChecked();
     state_.text_field = LineText(*text_field_);
-    desk().Run([this] { workspace().ConvertClipboard(state_); });
+    desk().Run([this] { ConvertClipboard(workspace(), state_); });
     ShowState();
 }
 

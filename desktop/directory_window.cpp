@@ -4,6 +4,8 @@
 #include "desktop/message_box.h"
 #include "desktop/qt_text.h"
 #include "shell/folder_view.h"
+#include "shell/outside_programs.h"
+#include "shell/workspace.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -140,7 +142,7 @@ DirectoryWindow::DirectoryWindow(CommandDesk& desk, QWidget* parent)
     });
     connect(choose, &QPushButton::clicked, this, &DirectoryWindow::PressChoose);
     connect(lower_case, &QPushButton::clicked, this,
-            [this] { this->desk().Run([this] { workspace().LowerCaseNamesOf(folder_); }); });
+            [this] { this->desk().Run([this] { LowerCaseNamesOf(workspace(), folder_); }); });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
@@ -152,20 +154,25 @@ void DirectoryWindow::Fill()
 
 void DirectoryWindow::ShowFolder(const std::string& folder)
 {
-    FolderView view;
-    const auto look = [&](const std::string& at) {
-        return workspace().Run([&] { view = ViewFolder(workspace().machine(), at); });
-    };
-    if (const std::optional<RunError> error = look(folder)) {
+    if (const std::optional<RunError> error = TryToShow(folder)) {
         desk().ShowMessage(ErrorText(*error));
-        if (look(folder_)) // the lists stay where they were
-            return;
+        TryToShow(folder_); // else the lists stay as they are
     }
-    folder_ = view.folder;
-    ShowDrives(*drives_, view);
-    ShowFolders(*folders_, view);
-    ShowFiles(*files_, view);
-    SetReadout(*shown_, folder_);
+}
+
+std::optional<RunError> DirectoryWindow::TryToShow(const std::string& folder)
+{
+    try {
+        const FolderView view = ViewFolder(workspace().machine(), folder);
+        folder_ = view.folder;
+        ShowDrives(*drives_, view);
+        ShowFolders(*folders_, view);
+        ShowFiles(*files_, view);
+        SetReadout(*shown_, folder_);
+    } catch (const RunError& error) {
+        return error;
+    }
+    return std::nullopt;
 }
 
 void DirectoryWindow::PressChoose()

@@ -3,7 +3,9 @@
 #pragma once
 
 #include "desktop/side_window.h"
+#include "platform/run_error.h"
 
+#include <optional>
 #include <string>
 
 class QComboBox;
@@ -25,7 +27,10 @@ class DirectoryWindow : public SideWindow {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    /// Shows a folder, or tells why not and shows anew the one that is shown.
     void ShowFolder(const std::string& folder);
+    /// The error when the folder cannot be listed; then everything stays as it is.
+    std::optional<RunError> TryToShow(const std::string& folder);
     void PressChoose();
 
     std::string folder_; // the one shown, an absolute path

@@ -56,10 +56,10 @@ std::optional<std::string> AskForEditor(QWidget* parent, Files& files)
     editors->setAccessibleName(QStringLiteral("Editor"));
     editors->setEditable(true);
     editors->addItems(InstalledEditors());
-    editors->setToolTip(QStringLiteral("A program, with options if it needs some; the name of the "
-                                       "file is put behind it"));
+    editors->setToolTip(QStringLiteral("A program, with options if it needs any; the name of the "
+                                       "file is added at the end"));
     label->setBuddy(editors);
-    auto* const note = new QLabel(QStringLiteral("It is kept in %1.").arg(ToQt(kEditorFile)));
+    auto* const note = new QLabel(QStringLiteral("kiv remembers it in %1.").arg(ToQt(kEditorFile)));
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     for (QWidget* const widget : {static_cast<QWidget*>(label), static_cast<QWidget*>(editors),
                                   static_cast<QWidget*>(note), static_cast<QWidget*>(buttons)})

@@ -10,8 +10,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include <array>
-
 namespace kiv {
 
 namespace {
@@ -20,17 +18,6 @@ constexpr int kColumns = 96;
 constexpr int kRows = 30;
 
 constexpr ControlWords kClose = {"Command1", "close", "Close this window"};
-
-struct SectionWords {
-    std::string_view name;
-    std::string_view tip;
-};
-constexpr std::array<SectionWords, 4> kSections = {{
-    {"Command2", "Show the words that begin with @"},
-    {"Command3", "Show the words that begin with !! and their arguments"},
-    {"Command4", "Show what may stand at the top of _html.txt"},
-    {"Command5", "Show mail, databases, block tags, included files and the rest"},
-}};
 
 QPlainTextEdit* MakeHelpBox(QWidget* parent)
 {
@@ -56,14 +43,12 @@ HelpWindow::HelpWindow(CommandDesk& desk, QWidget* parent)
 
     auto* const buttons = new QHBoxLayout;
     column->addLayout(buttons);
-    for (std::size_t i = 0; i < kSections.size(); ++i) {
-        const HelpSection& section = HelpSections()[i];
-        auto* const button =
-            MakeButton({kSections[i].name, section.button, kSections[i].tip}, this);
+    for (const HelpSection& section : HelpSections()) {
+        auto* const button = MakeButton({section.object_name, section.caption, section.tip}, this);
         buttons->addWidget(button);
         connect(button, &QPushButton::clicked, this,
                 [this, text = section.text] { SetFieldText(*box_, text()); });
-        if (i == 0)
+        if (&section == &HelpSections().front())
             button->setFocus();
     }
     buttons->addStretch();

@@ -13,6 +13,8 @@
 #include "desktop/rename_window.h"
 #include "desktop/status_area.h"
 #include "desktop/window_place.h"
+#include "shell/builds.h"
+#include "shell/outside_programs.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -111,7 +113,7 @@ void MainWindow::OfferEditor()
     const std::optional<std::string> editor = AskForEditor(this, machine_.files);
     if (!editor)
         return;
-    if (const Outcome error = workspace_.Run([&] { workspace_.StoreEditor(*editor); }))
+    if (const auto error = workspace_.Run([&] { StoreEditor(workspace_, *editor); }))
         ShowMessage(ErrorText(*error));
 }
 
@@ -119,31 +121,23 @@ void MainWindow::Choose(const Command& command, std::size_t index)
 {
     if (is_running_)
         return;
-    if (command.run != nullptr) {
-        const bool done = Perform([&] {
-            if (command.disables_buttons)
-                toggler(false);
-            return RunCommand(workspace_, command, index);
-        });
-        if (!done)
-            return;
-    }
-    Open(command.opens, command.mode);
+    const auto run = [&] {
+        if (command.disables_buttons)
+            toggler(false);
+        RunCommand(workspace_, command, index);
+    };
+    if (!command.Runs() || Run(run))
+        Open(command.opens, command.mode);
 }
 
-bool MainWindow::Run(const std::function<void()>& operation)
-{
-    return Perform([&] { return workspace_.Run(operation); });
-}
-
-bool MainWindow::Perform(const std::function<Outcome()>& run, Warnings warnings)
+bool MainWindow::Perform(const std::function<void()>& command, Warnings warnings)
 {
     if (is_running_)
         return false;
     is_running_ = true;
     reporter_.ForgetWarnings();
     status_->Begin();
-    const Outcome error = run();
+    const std::optional<RunError> error = workspace_.Run(command);
     status_->End();
     toggler(true);
     Refresh();
@@ -215,13 +209,13 @@ void MainWindow::OpenInEditor(const std::string& file)
     // The name stands behind the command as it is, so blanks would part it.
     const bool has_blank = file.find(' ') != std::string::npos;
     const std::string name = has_blank ? '"' + file + '"' : file;
-    Perform([&] { return workspace_.Run([&] { workspace_.Edit(name); }); }, Warnings::kept);
+    Perform([&] { Edit(workspace_, name); }, Warnings::kept);
 }
 
 void MainWindow::Refresh()
 {
     controls_->Refresh(workspace_);
-    status_->ShowNewYear(workspace_.NewYearText());
+    status_->ShowNewYear(NewYearText(workspace_));
     path_->setText(ToQt(workspace_.ShownDirectory()));
     path_->setCursorPosition(0);
     path_->setToolTip(ToTip(workspace_.WorkDir));

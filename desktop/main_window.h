@@ -5,6 +5,7 @@
 #include "desktop/window_clipboard.h"
 #include "desktop/window_reporter.h"
 #include "shell/commands.h"
+#include "shell/workspace.h"
 
 #include <QMainWindow>
 
@@ -41,7 +42,10 @@ class MainWindow : public QMainWindow, public CommandDesk {
     void Start(const std::optional<std::string>& argument);
 
     Workspace& workspace() override { return workspace_; }
-    bool Run(const std::function<void()>& operation) override;
+    bool Run(const std::function<void()>& operation) override
+    {
+        return Perform(operation, Warnings::replaced);
+    }
     void ShowMessage(std::string_view text) override;
 
   protected:
@@ -49,14 +53,12 @@ class MainWindow : public QMainWindow, public CommandDesk {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    /// How a command ends: done, or with its fatal error.
-    using Outcome = std::optional<RunError>;
     enum class Warnings { replaced, kept };
 
     QWidget* MakePath();
     void Choose(const Command& command, std::size_t index);
     /// Runs a command with all that belongs to it. False when it failed or could not begin.
-    bool Perform(const std::function<Outcome()>& run, Warnings warnings = Warnings::replaced);
+    bool Perform(const std::function<void()>& command, Warnings warnings);
     void Open(Opens what, std::string_view mode);
     void OpenInEditor(const std::string& file);
     /// "Off" for all windows, until the command has ended.

@@ -23,7 +23,7 @@ constexpr int kTextColumn = 0;
 constexpr int kFileRole = Qt::UserRole;     // the file, a drive path
 constexpr int kCopyRole = Qt::UserRole + 1; // the line that is copied
 constexpr int kShownLines = 8;
-constexpr int kMostOfWidth = 3; // a place has at most a third, the message keeps the rest
+constexpr int kWidestPlace = 3; // at most a third of the width: the message keeps the rest
 
 QString OneLine(std::string_view text)
 {
@@ -115,7 +115,7 @@ void MessagesPane::ShowWarnings(const std::vector<Warning>& warnings)
         list_->addTopLevelItem(MakeItem(warning));
     for (int column = 1; column < list_->columnCount(); ++column) {
         list_->resizeColumnToContents(column);
-        const int most = parentWidget()->width() / kMostOfWidth;
+        const int most = parentWidget()->width() / kWidestPlace;
         list_->setColumnWidth(column, std::min(list_->columnWidth(column), most));
     }
     title_->setText(QStringLiteral("&Messages: %1").arg(warnings.size()));

@@ -3,6 +3,8 @@
 #include "desktop/controls.h"
 #include "desktop/message_box.h"
 #include "desktop/qt_text.h"
+#include "shell/utilities.h"
+#include "shell/workspace.h"
 #include "utilities/news_names.h"
 
 #include <QCheckBox>
@@ -196,9 +198,11 @@ QLayout* NewsWindow::MakeButtons()
 
 void NewsWindow::Fill()
 {
-    if (const std::optional<RunError> error =
-            workspace().Run([this] { settings_ = workspace().LoadNewsSettings(); }))
-        desk().ShowMessage(ErrorText(*error));
+    try {
+        settings_ = ReadNewsSettings(workspace().machine().files);
+    } catch (const RunError& error) {
+        desk().ShowMessage(ErrorText(error));
+    }
     ShowSites();
 }
 
@@ -286,8 +290,8 @@ void NewsWindow::PressGrabSource()
 void NewsWindow::PressDoIt()
 {
     desk().Run([this] {
-        settings_ = workspace().LoadNewsSettings();
-        workspace().WriteNews(Item(), settings_);
+        settings_ = ReadNewsSettings(workspace().machine().files);
+        WriteNews(workspace(), Item(), settings_);
     });
     ShowSites();
 }

@@ -1,4 +1,4 @@
-// Between the system's Windows-1252 text and Qt's. Nothing else in the windows converts text.
+// Between the program's Windows-1252 text and Qt's. Nothing else in the windows converts text.
 #pragma once
 
 #include <QString>

@@ -2,6 +2,8 @@
 
 #include "desktop/controls.h"
 #include "desktop/qt_text.h"
+#include "shell/renames.h"
+#include "shell/workspace.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -56,16 +58,14 @@ RenameWindow::RenameWindow(CommandDesk& desk, QWidget* parent)
 void RenameWindow::Refresh()
 {
     SetReadout(*folder_, workspace().WorkDir);
-    std::string sample; // a folder that cannot be listed has none
-    workspace().Run([&] { sample = workspace().SampleFileName(); });
-    SetReadout(*sample_, sample);
+    SetReadout(*sample_, SampleFileName(workspace().machine().files));
 }
 
 void RenameWindow::PressRename()
 {
     const std::string find = LineText(*find_);
     const std::string replacement = LineText(*replacement_);
-    desk().Run([&] { workspace().dorenamefiles(find, replacement); });
+    desk().Run([&] { dorenamefiles(workspace(), find, replacement); });
     Refresh(); // files before a failed one are renamed
 }
 

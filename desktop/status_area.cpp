@@ -39,7 +39,7 @@ StatusArea::StatusArea(QWidget* parent)
     bold.setBold(true);
     new_year_label_->setFont(bold);
     new_year_label_->setToolTip(
-        QStringLiteral("The New Year switch is on: builds take the lines between @@EOY marks"));
+        QStringLiteral("The New Year switch is on: builds include the lines between @@EOY marks"));
 
     bar_->setObjectName(QStringLiteral("ProgressBar"));
     bar_->setAccessibleName(QStringLiteral("Progress of the command"));

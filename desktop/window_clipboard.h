@@ -1,11 +1,11 @@
-// The clipboard of the system.
+// The clipboard that all programs share.
 #pragma once
 
 #include "platform/clipboard.h"
 
 namespace kiv {
 
-/// The system's own text has CR LF. Where other programs end lines with LF alone (and where Qt
+/// Commands work on text with CR LF. Where other programs end lines with LF alone (and where Qt
 /// makes them so), a text is taken over with CR LF and given back as it came.
 class WindowClipboard : public Clipboard {
   public:

@@ -1,5 +1,13 @@
 #include "shell/commands.h"
 
+#include "shell/builds.h"
+#include "shell/groups.h"
+#include "shell/outside_programs.h"
+#include "shell/renames.h"
+#include "platform/site_files.h"
+#include "shell/utilities.h"
+#include "shell/workspace.h"
+
 #include <algorithm>
 #include <array>
 
@@ -17,33 +25,25 @@ constexpr std::array<MenuTitle, 5> kMenuTitles = {{
 
 using W = Workspace;
 
-bool InGroup(const W& w, std::size_t)
+bool InGroup(const W& w)
 {
     return w.IsGroup;
 }
-bool OutsideGroup(const W& w, std::size_t)
+bool OutsideGroup(const W& w)
 {
     return !w.IsGroup;
 }
-bool HasOutputRoots(const W& w, std::size_t)
+bool HasOutputRoots(const W& w)
 {
     return w.OutputRootsShown();
 }
-bool HasNoOutputRoots(const W& w, std::size_t)
+bool HasNoOutputRoots(const W& w)
 {
     return !w.OutputRootsShown();
 }
-bool HasUploadEntry(const W& w, std::size_t)
+bool HasUploadEntry(const W& w)
 {
     return w.UploadListWanted;
-}
-bool HasJumpEntry(const W& w, std::size_t index)
-{
-    return index < w.Jumps.size();
-}
-bool GroupIsOpen(const W& w)
-{
-    return w.IsGroup;
 }
 
 constexpr Command Separator(std::string_view object_name, Menu menu)
@@ -57,113 +57,150 @@ constexpr Command Separator(std::string_view object_name, Menu menu)
 // clang-format off
 constexpr std::array kCommands = std::to_array<Command>({
     {.name = "build", .object_name = "Command1", .caption = "Do it!",
-     .run = [](W& w, std::size_t) { w.BuildWorkDir(); },
-     .disables_buttons = true, .is_visible = OutsideGroup},
+     .tip = "Build the pages of the current directory",
+     .run = BuildWorkDir, .disables_buttons = true, .is_visible = OutsideGroup},
     {.name = "build-one", .object_name = "Command10", .caption = "do one",
-     .run = [](W& w, std::size_t) { w.BuildWorkDir(); },
-     .disables_buttons = true, .is_visible = InGroup},
+     .tip = "Build the pages of the current directory alone",
+     .run = BuildWorkDir, .disables_buttons = true, .is_visible = InGroup},
     {.name = "group", .object_name = "Command11", .caption = "group",
-     .run = [](W& w, std::size_t) { w.BuildGroup(); },
-     .disables_buttons = true, .is_visible = InGroup},
+     .tip = "Build the current directory and every directory of its "
+            "_group.txt, with the New Year switch on",
+     .run = BuildGroup, .disables_buttons = true, .is_visible = InGroup},
     {.name = "edit-template", .object_name = "Command2", .caption = "template",
-     .run = [](W& w, std::size_t) { w.Edit(kTemplateFile); }},
+     .tip = "Open _template.txt in the editor",
+     .run = [](W& w) { Edit(w, kTemplateFile); }},
     {.name = "edit-content", .object_name = "Command5", .caption = "content",
-     .run = [](W& w, std::size_t) { w.Edit(kPageListFile); }},
+     .tip = "Open _html.txt in the editor",
+     .run = [](W& w) { Edit(w, kPageListFile); }},
     {.name = "explore", .object_name = "Command6", .caption = "Dir window",
-     .run = [](W& w, std::size_t) { w.ExploreWorkDir(); }, .is_visible = HasNoOutputRoots},
+     .tip = "Show the current directory in the file manager",
+     .run = ExploreWorkDir, .is_visible = HasNoOutputRoots},
     {.name = "explore-1", .object_name = "Command8", .caption = "Dir 1",
-     .run = [](W& w, std::size_t) { w.ExploreFirstRoot(); }, .is_visible = HasOutputRoots},
+     .tip = "Show the first output directory of the page list in the file manager",
+     .run = ExploreFirstRoot, .is_visible = HasOutputRoots},
     {.name = "explore-2", .object_name = "Command9", .caption = "Dir 2",
-     .run = [](W& w, std::size_t) { w.ExploreLastRoot(); }, .is_visible = HasOutputRoots},
+     .tip = "Show the last output directory of the page list in the file manager",
+     .run = ExploreLastRoot, .is_visible = HasOutputRoots},
     {.name = "store-directory", .object_name = "Command7", .caption = "Store dir",
-     .run = [](W& w, std::size_t) { w.StoreDirectory(); }},
+     .tip = "Start in the current directory from now on",
+     .run = [](W& w) { w.StoreDirectory(); }},
     {.name = "choose-directory", .object_name = "Command4", .caption = "Choose directory",
-     .run = [](W& w, std::size_t) { w.dirreset(); }, .opens = Opens::directories},
+     .tip = "Choose another current directory",
+     .run = [](W& w) { w.dirreset(); }, .opens = Opens::directories},
     {.name = "exit", .object_name = "Command3", .caption = "Exit",
-     .run = [](W& w, std::size_t) { w.SaveDirectory(); }, .opens = Opens::end},
+     .tip = "Start in the current directory from now on, and end the program",
+     .run = [](W& w) { w.SaveDirectory(); }, .opens = Opens::end},
     {.name = "upload", .object_name = "Command12", .caption = "Upload",
-     .run = [](W& w, std::size_t) { w.RunUploadBatch(); }, .is_visible = HasUploadEntry},
+     .tip = "Upload what the batch file lists",
+     .run = RunUploadBatch, .is_visible = HasUploadEntry},
 
-    {.name = "lanthorn", .object_name = "mnu_zu", .caption = "Lanthorn", .menu = Menu::file,
-     .run = [](W& w, std::size_t) { w.RunLanthorn(); }},
-    {.name = "lower-case", .object_name = "mnu_lc", .caption = "l/c dir", .menu = Menu::file,
-     .run = [](W& w, std::size_t) { w.LowerCaseNames(); }},
+    {.name = "lanthorn", .object_name = "mnu_zu", .caption = "Lanthorn",
+     .tip = "Start Lanthorn",
+     .menu = Menu::file, .run = RunLanthorn},
+    {.name = "lower-case", .object_name = "mnu_lc", .caption = "l/c dir",
+     .tip = "Lower-case the name of every file in the current directory",
+     .menu = Menu::file, .run = LowerCaseNames},
     {.name = "rename", .object_name = "mnu_rename", .caption = "Rename files",
+     .tip = "Replace a text in the names of all files",
      .menu = Menu::file, .opens = Opens::renamer},
-    {.name = "fix-names", .object_name = "mnu_dirfix", .caption = "Fix names", .menu = Menu::file,
-     .run = [](W& w, std::size_t) { w.dodirfix(); }},
+    {.name = "fix-names", .object_name = "mnu_dirfix", .caption = "Fix names",
+     .tip = "Make the name of every file in the current directory safe for the web",
+     .menu = Menu::file, .run = [](W& w) { dodirfix(w); }},
     {.name = "thumb-names", .object_name = "mnu_addt", .caption = "add \"_t.gif\"",
-     .menu = Menu::file, .run = [](W& w, std::size_t) { w.dodirt(); }},
+     .tip = "Put \"_t\" before the extension of every GIF and JPEG picture",
+     .menu = Menu::file, .run = [](W& w) { dodirt(w); }},
     {.name = "dimensions", .object_name = "mnu_resizer", .caption = "Calculate dimensions",
+     .tip = "Calculate the new height or width of a picture",
      .menu = Menu::file, .opens = Opens::dimensions},
     {.name = "edit-contents", .object_name = "openhtmls", .caption = "Open all html.txt",
-     .menu = Menu::file, .run = [](W& w, std::size_t) { w.groupedit(kPageListFile); },
-     .is_available = GroupIsOpen},
+     .tip = "Open the _html.txt of every directory of the group in the editor",
+     .menu = Menu::file, .run = [](W& w) { groupedit(w, kPageListFile); }, .is_available = InGroup},
     {.name = "edit-templates", .object_name = "mnu_alltemplates", .caption = "Open all templates",
-     .menu = Menu::file, .run = [](W& w, std::size_t) { w.groupedit(kTemplateFile); },
-     .is_available = GroupIsOpen},
+     .tip = "Open the _template.txt of every directory of the group in the editor",
+     .menu = Menu::file, .run = [](W& w) { groupedit(w, kTemplateFile); }, .is_available = InGroup},
     Separator("mnu_ptop2", Menu::file),
     {.name = "edit-upload-list", .object_name = "mnu_editftplist", .caption = "Edit FTP list",
-     .menu = Menu::file, .run = [](W& w, std::size_t) { w.EditUploadList(); }},
+     .tip = "Open the upload list in the editor",
+     .menu = Menu::file, .run = EditUploadList},
     {.name = "edit-upload-batch", .object_name = "mnu_editftpbat", .caption = "Edit FTP bat file",
-     .menu = Menu::file, .run = [](W& w, std::size_t) { w.EditUploadBatch(); }},
+     .tip = "Open the upload batch file in the editor",
+     .menu = Menu::file, .run = EditUploadBatch},
     Separator("mnu_dash", Menu::file),
-    {.name = "quit", .object_name = "menu_file_quit", .caption = "Quit", .menu = Menu::file,
-     .opens = Opens::end},
+    {.name = "quit", .object_name = "menu_file_quit", .caption = "Quit",
+     .tip = "End the program; the directory to start in stays as it is",
+     .menu = Menu::file, .opens = Opens::end},
 
-    {.name = "jump", .object_name = "mnu_jumpto", .caption = "jumpitem", .menu = Menu::jump,
-     .run = [](W& w, std::size_t index) { w.JumpTo(index); },
-     .entries = kJumpEntries, .is_visible = HasJumpEntry},
+    {.name = "jump", .object_name = "mnu_jumpto", .caption = "jumpitem",
+     .tip = "Make this directory the current one",
+     .menu = Menu::jump, .entries = kJumpEntries,
+     .run_entry = [](W& w, std::size_t index) { w.JumpTo(index); }},
     Separator("mnu_rule", Menu::jump),
     {.name = "edit-jumps", .object_name = "mnu_editjump", .caption = "Edit Jump to list",
-     .menu = Menu::jump, .run = [](W& w, std::size_t) { w.EditJumpList(); }},
-    {.name = "reload-jumps", .object_name = "mnu_reloadjumpto",
-     .caption = "Reload Jump to list", .menu = Menu::jump,
-     .run = [](W& w, std::size_t) { w.ReloadJumps(); }},
+     .tip = "Open the list of this menu in the editor",
+     .menu = Menu::jump, .run = EditJumpList},
+    {.name = "reload-jumps", .object_name = "mnu_reloadjumpto", .caption = "Reload Jump to list",
+     .tip = "Read the list of this menu again",
+     .menu = Menu::jump, .run = [](W& w) { w.ReloadJumps(); }},
 
     {.name = "convert", .object_name = "mnu_fixemail", .caption = "Convert to HTML",
+     .tip = "Turn the text in the clipboard into HTML",
      .menu = Menu::utils, .opens = Opens::conversion},
     {.name = "convert-news", .object_name = "mnu_news", .caption = "News header",
+     .tip = "Turn the line in the clipboard into a news line and a list entry",
      .menu = Menu::utils, .opens = Opens::conversion, .mode = "newsgrabber"},
     {.name = "convert-names", .object_name = "getnames", .caption = "Extract name fields",
+     .tip = "Write scripts for the form fields in the clipboard",
      .menu = Menu::utils, .opens = Opens::conversion, .mode = "getnames"},
     {.name = "convert-quotes", .object_name = "mnu_cleanquotes", .caption = "Clean quotes etc.",
+     .tip = "Replace curly quotes and the like in the text in the clipboard",
      .menu = Menu::utils, .opens = Opens::conversion, .mode = "cleanquotes"},
-    {.name = "convert-rs", .object_name = "mnu_rs",
-     .caption = "Make x=rs(\"x\") from tab delim",
+    {.name = "convert-rs", .object_name = "mnu_rs", .caption = "Make x=rs(\"x\") from tab delim",
+     .tip = "Write an assignment for each of the tab-delimited names in the clipboard",
      .menu = Menu::utils, .opens = Opens::conversion, .mode = "rs"},
     {.name = "convert-js", .object_name = "menu_js", .caption = "make into js write",
+     .tip = "Write script lines that print the text in the clipboard",
      .menu = Menu::utils, .opens = Opens::conversion, .mode = "js"},
     {.name = "close-paragraphs", .object_name = "mnu_ptop", .caption = "<p>...</p>",
-     .menu = Menu::utils, .run = [](W& w, std::size_t) { w.CloseParagraphs(); }},
+     .tip = "End each line of the text in the clipboard that ends in <p> with </p>",
+     .menu = Menu::utils, .run = CloseParagraphs},
     {.name = "convert-tabs", .object_name = "mnu_tabpipe", .caption = "Tab to Pipe",
+     .tip = "Turn the table in the clipboard into rows with bars between the cells",
      .menu = Menu::utils, .opens = Opens::conversion, .mode = "tabtopipe"},
     {.name = "pictures", .object_name = "mnu_piclist", .caption = "picture sizer",
-     .menu = Menu::utils, .run = [](W& w, std::size_t) { w.SizePictures(""); }},
-    {.name = "pictures-images", .object_name = "mnu_picsizeimage",
-     .caption = "picture sizer (images)", .menu = Menu::utils,
-     .run = [](W& w, std::size_t) { w.SizePictures("images"); }},
+     .tip = "List the pictures of the current directory with their sizes",
+     .menu = Menu::utils, .run = [](W& w) { SizePictures(w, ""); }},
+    {.name = "pictures-images", .object_name = "mnu_picsizeimage", .caption = "picture sizer (images)",
+     .tip = "List the pictures of the folder images with their sizes",
+     .menu = Menu::utils, .run = [](W& w) { SizePictures(w, "images"); }},
     {.name = "new-year", .object_name = "mnu_NewYear", .caption = "Toggle New Year",
-     .menu = Menu::utils, .run = [](W& w, std::size_t) { w.ToggleNewYear(); }},
+     .tip = "Include the lines between @@EOY marks in builds, or leave them out again",
+     .menu = Menu::utils, .run = ToggleNewYear},
     {.name = "sitemap", .object_name = "mnu_sitemap", .caption = "Assemble Site Map",
-     .menu = Menu::utils, .run = [](W& w, std::size_t) { w.AssembleSiteMap(); }},
+     .tip = "Merge the site maps of the group into one file and open it in the editor",
+     .menu = Menu::utils, .run = sitemapmaster},
     {.name = "single-page", .object_name = "mnu_singlehtml", .caption = "Create single html",
-     .menu = Menu::utils, .run = [](W& w, std::size_t) { w.BuildWorkDir(); },
-     .disables_buttons = true},
-    {.name = "news", .object_name = "mnu_newnews", .caption = "New News", .menu = Menu::utils,
-     .opens = Opens::news},
+     .tip = "Build all pages into _singlehtml.txt when that file exists",
+     .menu = Menu::utils, .run = BuildWorkDir, .disables_buttons = true},
+    {.name = "news", .object_name = "mnu_newnews", .caption = "New News",
+     .tip = "Compose a news item",
+     .menu = Menu::utils, .opens = Opens::news},
 
     {.name = "grab", .object_name = "menu_utils_grab", .caption = "Grab titles",
-     .menu = Menu::grab, .run = [](W& w, std::size_t) { w.GrabTitles({}); }},
+     .tip = "List the titles of the pages in the current directory",
+     .menu = Menu::grab, .run = [](W& w) { GrabTitles(w, {}); }},
     {.name = "grab-redirect", .object_name = "grab_redirect", .caption = "Grab && redirect",
-     .menu = Menu::grab, .run = [](W& w, std::size_t) { w.GrabTitles({.redirect = true}); }},
-    {.name = "grab-all", .object_name = "mnu_graball", .caption = "Grab all", .menu = Menu::grab,
-     .run = [](W& w, std::size_t) { w.GrabTitles({.all = true}); }},
+     .tip = "List the titles of the pages, each with a redirect",
+     .menu = Menu::grab, .run = [](W& w) { GrabTitles(w, {.redirect = true}); }},
+    {.name = "grab-all", .object_name = "mnu_graball", .caption = "Grab all",
+     .tip = "List the titles and the contents of the pages",
+     .menu = Menu::grab, .run = [](W& w) { GrabTitles(w, {.all = true}); }},
     {.name = "grab-trimmed", .object_name = "mnu_graball_trim", .caption = "Grab all trimmed",
-     .menu = Menu::grab, .run = [](W& w, std::size_t) { w.GrabTitles({.trimmed = true}); }},
+     .tip = "List the titles of the pages and what is inside their bodies",
+     .menu = Menu::grab, .run = [](W& w) { GrabTitles(w, {.trimmed = true}); }},
 
-    {.name = "reference", .object_name = "menu_help", .caption = "Help", .menu = Menu::help,
-     .opens = Opens::help},
+    {.name = "reference", .object_name = "menu_help", .caption = "Help",
+     .tip = "Look up the syntax of page lists and templates",
+     .menu = Menu::help, .opens = Opens::help},
 });
 // clang-format on
 
@@ -190,7 +227,9 @@ const Command* FindCommand(std::string_view name)
 
 bool IsVisible(const Command& command, const Workspace& workspace, std::size_t index)
 {
-    return command.is_visible == nullptr || command.is_visible(workspace, index);
+    if (command.entries > 1)
+        return index < workspace.Jumps.size();
+    return command.is_visible == nullptr || command.is_visible(workspace);
 }
 
 bool IsAvailable(const Command& command, const Workspace& workspace)
@@ -204,12 +243,12 @@ std::string_view CaptionOf(const Command& command, const Workspace& workspace, s
     return labelled ? std::string_view(workspace.Jumps[index].label) : command.caption;
 }
 
-std::optional<RunError> RunCommand(Workspace& workspace, const Command& command, std::size_t index)
+void RunCommand(Workspace& workspace, const Command& command, std::size_t index)
 {
-    return workspace.Run([&] {
-        if (command.run != nullptr)
-            command.run(workspace, index);
-    });
+    if (command.run_entry != nullptr)
+        command.run_entry(workspace, index);
+    else if (command.run != nullptr)
+        command.run(workspace);
 }
 
 } // namespace kiv

@@ -1,16 +1,13 @@
-// Every command of the system as one table: the window makes its buttons and menus of it, the
-// command line and the tests find commands in it.
+// Every command of the window as one table, from which its buttons and menus are made.
 #pragma once
 
-#include "platform/run_error.h"
-#include "shell/workspace.h"
-
 #include <cstddef>
-#include <optional>
 #include <span>
 #include <string_view>
 
 namespace kiv {
+
+class Workspace;
 
 /// Where a command is offered.
 enum class Menu { button, file, jump, utils, grab, help };
@@ -30,18 +27,24 @@ struct Command {
     std::string_view name;        // its own word, as in `kiv-cli`; "" for a separator
     std::string_view object_name; // of its button or menu entry
     std::string_view caption;     // "&&" shows as "&"
+    std::string_view tip = {};    // what it does, in a sentence: for tooltips and screen readers
     Menu menu = Menu::button;
-    /// What it does; null when it only opens a window. `index` is that of an indexed entry.
-    void (*run)(Workspace& workspace, std::size_t index) = nullptr;
+    /// What it does; null when it only opens a window, and for an array of entries.
+    void (*run)(Workspace& workspace) = nullptr;
     Opens opens = Opens::nothing;
     std::string_view mode = {}; // of the conversion window that it opens
-    std::size_t entries = 1;    // more than one: an array of menu entries, numbered from 0
     bool disables_buttons = false;
     /// Whether it is shown, and whether it can be chosen; null: always.
-    bool (*is_visible)(const Workspace& workspace, std::size_t index) = nullptr;
+    bool (*is_visible)(const Workspace& workspace) = nullptr;
     bool (*is_available)(const Workspace& workspace) = nullptr;
+    /// For an array of menu entries: how many there are, and what the one of an index, from 0,
+    /// does. An entry is shown as long as the jump list has one for it, and has its label.
+    std::size_t entries = 1;
+    void (*run_entry)(Workspace& workspace, std::size_t index) = nullptr;
 
     bool IsSeparator() const { return name.empty(); }
+    /// Whether it does anything before, or without, opening a window.
+    bool Runs() const { return run != nullptr || run_entry != nullptr; }
 };
 
 /// All commands: the buttons, then the menus, each in its order.
@@ -56,9 +59,8 @@ bool IsAvailable(const Command& command, const Workspace& workspace);
 std::string_view CaptionOf(const Command& command, const Workspace& workspace,
                            std::size_t index = 0);
 
-/// Runs a command and hands back its fatal error. What it opens is the face's to open, when there
-/// is none.
-std::optional<RunError> RunCommand(Workspace& workspace, const Command& command,
-                                   std::size_t index = 0);
+/// Runs a command; one that only opens a window does nothing here. What it opens is the face's to
+/// open when it has gone well. Throws RunError.
+void RunCommand(Workspace& workspace, const Command& command, std::size_t index = 0);
 
 } // namespace kiv

@@ -42,7 +42,7 @@ std::string_view FaultOf(std::string_view name)
         return "the name is empty";
     if (name == "." || name == ".." || name.find_first_of("\\/") != npos)
         return "a name has no folders";
-    // A reference may stand for a character that takes less room: then the system is to judge.
+    // A reference may stand for a character that takes less room: then the disk is to judge.
     if (ToUtf8(name).size() > kLongestName && !Contains(name, "&#"))
         return "the name is too long";
     return {};

@@ -148,10 +148,10 @@ std::string Section(std::string_view heading, std::span<const std::string_view> 
 }
 
 constexpr std::array<HelpSection, 4> kSections = {{
-    {"at's", show1},
-    {"bangs", show2},
-    {"Top Matter", show3},
-    {"Misc...", show4},
+    {"Command2", "at's", "Show the words that begin with @", show1},
+    {"Command3", "bangs", "Show the words that begin with !! and their arguments", show2},
+    {"Command4", "Top Matter", "Show what may stand at the top of _html.txt", show3},
+    {"Command5", "Misc...", "Show mail, databases, block tags, included files and the rest", show4},
 }};
 
 } // namespace

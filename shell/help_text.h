@@ -26,7 +26,9 @@ std::string show4();
 
 /// A button of the help window and the section that it shows.
 struct HelpSection {
-    std::string_view button;
+    std::string_view object_name;
+    std::string_view caption;
+    std::string_view tip;
     std::string (*text)();
 };
 std::span<const HelpSection> HelpSections();

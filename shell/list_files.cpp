@@ -44,22 +44,19 @@ std::vector<std::string> ReadLines(Files& files, std::string_view path)
     return lines;
 }
 
-std::optional<std::string> FirstLine(Files& files, std::string_view path)
+std::string FirstLine(Files& files, std::string_view path)
 {
     if (!files.FileExists(path))
-        return std::nullopt;
-    const std::vector<std::string> lines = ReadLines(files, path);
-    if (lines.empty() || lines[0].empty())
-        return std::nullopt;
-    return lines[0];
+        return {};
+    const std::string bytes = files.ReadFile(path);
+    std::string_view rest = bytes;
+    return rest.empty() ? std::string() : std::string(TakeLine(rest));
 }
 
 EditorSetting loadeditor(Files& files)
 {
-    EditorSetting setting;
-    if (const std::optional<std::string> command = FirstLine(files, kEditorFile)) {
-        setting.command = *command;
-    } else {
+    EditorSetting setting{FirstLine(files, kEditorFile)};
+    if (setting.command.empty()) {
         setting.command = kDefaultEditor;
         setting.editor_is_missing = !files.FileExists(kDefaultEditor);
     }

@@ -7,7 +7,6 @@
 #include "platform/site_files.h"
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,9 +18,9 @@ inline constexpr std::string_view kDefaultEditor = "c:\\utils\\editpad.exe";
 /// The lines of a text file. Throws `file` when it cannot be read.
 std::vector<std::string> ReadLines(Files& files, std::string_view path);
 
-/// The first line of a settings file. A file that is missing, empty or begins with an empty line
-/// has none: a settings file must never keep the program from starting.
-std::optional<std::string> FirstLine(Files& files, std::string_view path);
+/// The first line of a settings file; "" when the file is missing or empty: a settings file must
+/// never keep the program from starting.
+std::string FirstLine(Files& files, std::string_view path);
 
 /// The editor command: a prefix to which a file name is appended, so it always ends in a blank.
 struct EditorSetting {

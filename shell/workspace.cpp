@@ -5,11 +5,32 @@
 #include "text/text.h"
 #include "text/windows1252.h"
 
+#include <utility>
+
 namespace kiv {
 
 namespace {
 
 constexpr std::size_t kShownWhole = 40;
+
+/// Drive letter in upper case, no "." and no "..", "\" at the end.
+std::string AbsoluteWorkDir(std::string_view path, std::string_view current)
+{
+    return WithSeparator(AbsolutePath(path, current));
+}
+
+/// The path as it is spelled, with "\" at its end. One that is relative to a folder or a drive
+/// would name another folder once we are there: it becomes absolute.
+std::string SpelledWorkDir(std::string_view path, std::string_view current)
+{
+    const std::string_view rest = HasDrive(path) ? path.substr(2) : path;
+    if (rest.empty() || !IsSeparator(rest.front()))
+        return AbsoluteWorkDir(path, current);
+    std::string work_dir(path);
+    if (!work_dir.ends_with('\\'))
+        work_dir += '\\';
+    return work_dir;
+}
 
 } // namespace
 
@@ -38,33 +59,107 @@ std::optional<RunError> Workspace::Run(const std::function<void()>& command)
     return std::nullopt;
 }
 
+std::vector<RunError> Workspace::StartWindow(const std::optional<std::string>& argument)
+{
+    Files& files = machine_.files;
+    files.Refresh();
+    std::vector<RunError> errors;
+    const auto step = [&](const std::function<void()>& run) {
+        try {
+            run();
+        } catch (const RunError& error) {
+            errors.push_back(error);
+        }
+    };
+    // Whatever fails below, there is a working directory.
+    WorkDir = WithSeparator(files.CurrentDirectory());
+    step([&] {
+        const EditorSetting editor = loadeditor(files);
+        EditorCommand = editor.command;
+        if (editor.editor_is_missing)
+            machine_.reporter.reportmsg("editpad.exe is missing from the c:\\utils directory.");
+    });
+    step([&] { loadworkdir(argument); });
+    step([&] { ReloadJumps(); });
+    step([&] { upload_count_ = loadftplist(files, upload_entries_); });
+    // After the lists: an upload entry may be for this very directory.
+    step([&] { checkgroup(); });
+    step([&] { checkftpgroup(); });
+    showdir();
+    return errors;
+}
+
+void Workspace::loadworkdir(const std::optional<std::string>& argument)
+{
+    Files& files = machine_.files;
+    const std::string local = WithSeparator(files.CurrentDirectory()) + std::string(kLocalSettingsFile);
+    SettingsPath = kSettingsFile;
+    std::string directory;
+    if (argument) {
+        directory = *argument;
+    } else {
+        // A local file counts even when it names no directory.
+        if (files.FileExists(local))
+            SettingsPath = local;
+        directory = FirstLine(files, SettingsPath);
+    }
+    // An empty path is no directory.
+    if (directory.empty() || !files.FolderExists(directory))
+        GoTo("\\");
+    else
+        GoTo(directory, SpelledWorkDir(directory, files.CurrentDirectory()));
+}
+
+void Workspace::StartUp(std::string_view directory)
+{
+    ReadLists();
+    changethedirectory(directory);
+}
+
+void Workspace::LookAt(std::string_view directory)
+{
+    ReadLists();
+    GoTo(directory, AbsoluteWorkDir(directory, machine_.files.CurrentDirectory()));
+    checkgroup();
+}
+
+void Workspace::ReadLists()
+{
+    EditorCommand = loadeditor(machine_.files).command;
+    upload_count_ = loadftplist(machine_.files, upload_entries_);
+}
+
 void Workspace::changethedirectory(std::string_view path)
 {
-    ChangeDirectory(path);
+    GoTo(path, AbsoluteWorkDir(path, machine_.files.CurrentDirectory()));
     checkgroup();
     checkftpgroup();
 }
 
 void Workspace::switchto(std::string_view path)
 {
-    ChangeDirectory(path);
+    GoTo(path, SpelledWorkDir(path, machine_.files.CurrentDirectory()));
     dirreset();
     checkgroup();
     checkftpgroup();
 }
 
-void Workspace::ChangeDirectory(std::string_view path)
+void Workspace::GoTo(std::string_view path)
+{
+    GoTo(path, std::string(path));
+}
+
+void Workspace::GoTo(std::string_view path, std::string work_dir)
 {
     // An empty path would be where we are, and a tool would be let loose on the wrong folder.
     if (path.empty())
         throw RunError(ErrorKind::file, "cannot change to a folder without a name");
     machine_.files.ChangeDirectory(path);
-    // The start folder that is gone is "\", the root of whatever drive is current.
-    WorkDir = path == "\\" ? std::string(path) : WithSeparator(machine_.files.CurrentDirectory());
+    WorkDir = std::move(work_dir);
     showdir();
 }
 
-void Workspace::showdir()
+void Workspace::showdir() const
 {
     if (on_change)
         on_change();
@@ -111,29 +206,14 @@ void Workspace::StoreDirectory()
     machine_.reporter.Status("Directory Saved as Default");
 }
 
-void Workspace::ToggleNewYear()
+void Workspace::ReloadJumps()
 {
-    SetNewYear(!EoyEnabled);
+    loadjumps(machine_.files, Jumps);
 }
 
-void Workspace::SetNewYear(bool on)
+void Workspace::JumpTo(std::size_t index)
 {
-    EoyEnabled = on;
-    if (on_change)
-        on_change();
-}
-
-void Workspace::BuildWorkDir()
-{
-    addresses_ = LoadAddresses(machine_.files);
-    BuildCurrent();
-}
-
-void Workspace::BuildCurrent()
-{
-    const BuildOptions options{EoyEnabled, UploadListWanted, UploadCommand, addresses_,
-                               program_start_};
-    BuildSite(machine_, options, block_memory_, Roots);
+    switchto(Jumps.at(index).path);
 }
 
 } // namespace kiv

@@ -1,15 +1,17 @@
-// The workspace: what the main window holds and every command works on, without a window.
+// The workspace: what the main window holds and every command works on, without a window. It knows
+// the working directory, the user's lists and how the program starts; the commands themselves are
+// functions over it, see shell/commands.h.
 #pragma once
 
-#include "builder/build_driver.h"
+#include "blocks/dispatcher.h"
+#include "builder/output_roots.h"
 #include "platform/machine.h"
 #include "platform/run_error.h"
 #include "shell/directory_tools.h"
 #include "shell/list_files.h"
-#include "utilities/conversions.h"
-#include "utilities/news_composer.h"
 #include "utilities/title_grab.h"
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -20,6 +22,12 @@ namespace kiv {
 
 /// A path of more than 40 characters as its first 6, "..." and its last 30.
 std::string ShortenedDirectory(std::string_view path);
+
+/// What builds and grabs remember of those before them, as long as the program runs.
+struct CommandMemory {
+    BlockMemory blocks;
+    GrabFlags grab_flags;
+};
 
 /// Every operation throws RunError when it cannot go on; Run catches it.
 class Workspace {
@@ -48,93 +56,37 @@ class Workspace {
 
     /// Makes the folder picked in the directory window the working directory.
     void changethedirectory(std::string_view path);
-    /// Makes a folder the working directory, with the folder buttons as at the start.
+    /// Makes a folder the working directory, with the folder buttons as at the start. `WorkDir` has
+    /// the path as it is spelled here.
     void switchto(std::string_view path);
+    /// Goes to a folder and shows it; `WorkDir` is `path` as it stands. Nothing else is worked out
+    /// for the folder: a group build passes through its members so.
+    void GoTo(std::string_view path);
     void checkgroup();
     void checkftpgroup();
     /// The folder buttons are as at the start.
     void dirreset();
     /// Whether "Dir 1" and "Dir 2" stand for "Dir window".
     bool OutputRootsShown() const { return !Roots.asp.empty() || !Roots.htm.empty(); }
+    /// Tells the face that the working directory or the New Year switch has changed.
+    void showdir() const;
+    /// The working directory as the window shows it.
+    std::string ShownDirectory() const { return ShortenedDirectory(WorkDir); }
     /// Makes the working directory the default; the second tells so in the status line.
     void SaveDirectory();
     void StoreDirectory();
-    /// The working directory as the window shows it.
-    std::string ShownDirectory() const { return ShortenedDirectory(WorkDir); }
 
-    // Builds and groups.
+    // The jump list.
 
-    /// Builds the working directory.
-    void BuildWorkDir();
-    /// Builds the working directory and every folder of its group list, with the New Year switch
-    /// on. Throws `subscript` past 500 entries, `file` for a folder that is missing.
-    void BuildGroup();
-    /// Merges the site maps of the working directory and its group into "_sitemap-master.txt" and
-    /// opens it in the editor. Does nothing without a group list. Throws `file` when a site map is
-    /// missing.
-    void AssembleSiteMap();
-    /// Opens `file` of every group member in the editor.
-    void groupedit(std::string_view file);
-    void ToggleNewYear();
-    /// The New Year indicator.
-    std::string_view NewYearText() const { return EoyEnabled ? "EOY ON!" : ""; }
-
-    // Other programs.
-
-    /// Makes `command` the editor of this run and of those to come.
-    void StoreEditor(std::string_view command);
-    /// Opens a file, named as in the command line, in the editor.
-    void Edit(std::string_view file);
-    /// These make their list with its sample lines when it is missing.
-    void EditJumpList();
-    void EditUploadList();
-    void EditUploadBatch();
     void ReloadJumps();
-    /// Goes to jump entry `index`, from 0.
+    /// Goes to an entry; `index` counts from 0 and is below the number of `Jumps`.
     void JumpTo(std::size_t index);
-    void ExploreWorkDir();
-    /// Opens the first or the last of `Roots`.
-    void ExploreFirstRoot();
-    void ExploreLastRoot();
-    void RunUploadBatch();
-    void RunLanthorn();
-    /// Lower-cases the names of the current directory, or of a folder, with an outside program.
-    void LowerCaseNames();
-    void LowerCaseNamesOf(std::string_view folder);
-
-    // Directory tools. What they rename stands in `Renamed`.
-
-    void dodirfix(Renaming renaming = Renaming::real);
-    void dodirt(Renaming renaming = Renaming::real);
-    /// An empty `find` gives a message and renames nothing.
-    void dorenamefiles(const std::string& find, const std::string& replacement,
-                       Renaming renaming = Renaming::real);
-    void UndoRenames(const Renames& renames);
-    /// The first file of the current directory; "" when it has none.
-    std::string SampleFileName();
-
-    // Utilities.
-
-    struct GrabChoice {
-        bool redirect = false;
-        bool all = false;
-        bool trimmed = false; // implies `all`
-    };
-    void GrabTitles(const GrabChoice& choice);
-    /// Works in a folder below the working directory, or in itself when `folder` is empty.
-    void SizePictures(std::string_view folder);
-    /// Converts a text; nothing when it is refused with a message.
-    std::optional<std::string> ConvertText(const ConversionWindow& window, std::string_view text);
-    /// Converts the clipboard's text in place.
-    void ConvertClipboard(ConversionWindow& window);
-    void CloseParagraphs();
-    NewsSettings LoadNewsSettings() { return ReadNewsSettings(machine_.files); }
-    /// Writes a news item and makes its site the working directory. Returns whether it was written.
-    bool WriteNews(const NewsItem& item, NewsSettings settings);
 
     Machine& machine() { return machine_; }
+    /// The day and year that pages tell, however long the window is open.
+    const DateTime& ProgramStart() const { return program_start_; }
 
-    std::string WorkDir; // ends in "\"
+    std::string WorkDir; // ends in "\" (but for a group's member in a build)
     bool EoyEnabled = false;
     bool UploadListWanted = false;
     std::string UploadCommand;
@@ -144,29 +96,20 @@ class Workspace {
     bool IsGroup = false;         // the working directory has a group list
     OutputRoots Roots;            // that the page list of the last build declares
     Renames Renamed;              // by the command that ran last, in the order done
+    CommandMemory memory;
 
-    /// Called when what the window shows has changed while a command runs: the working directory,
-    /// the New Year switch.
+    /// Called by showdir, while a command runs.
     std::function<void()> on_change;
 
   private:
     void loadworkdir(const std::optional<std::string>& argument);
     void ReadLists();
-    void ChangeDirectory(std::string_view path);
-    void SetNewYear(bool on);
-    void showdir();
-    void BuildCurrent();
-    void groupbuild();
-    void sitemapmaster();
-    std::vector<std::string> GroupEntries() const;
+    void GoTo(std::string_view path, std::string work_dir);
 
     Machine machine_;
     const DateTime program_start_;
     UploadEntries upload_entries_{"upload entry"};
     int upload_count_ = 0;
-    Addresses addresses_;
-    BlockMemory block_memory_;
-    GrabFlags grab_flags_;
 };
 
 } // namespace kiv

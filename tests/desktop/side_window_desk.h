@@ -6,8 +6,9 @@
 #include "desktop/window_clipboard.h"
 #include "platform/drives.h"
 #include "platform/programs.h"
+#include "shell/workspace.h"
 #include "tests/support/folders.h"
-#include "tests/support/recording_reporter.h"
+#include "tests/support/recorders.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,6 +1,7 @@
 // The table of commands.
 #include "shell/commands.h"
 #include "shell_desk.h"
+#include "utilities/conversions.h"
 
 #include <map>
 #include <set>
@@ -8,7 +9,14 @@
 namespace kiv {
 namespace {
 
-using CommandTable = ShellTest;
+class CommandTable : public ShellTest {
+  protected:
+    /// Runs a command; the kind of its fatal error, "" when it went well.
+    std::string Choose(const char* name)
+    {
+        return KindOf([&] { RunCommand(workspace, *FindCommand(name)); });
+    }
+};
 
 struct Row {
     const char* object_name;
@@ -117,7 +125,8 @@ TEST_F(CommandTable, EveryNameIsItsOwn)
         EXPECT_TRUE(names.insert(command.name).second) << command.name;
         EXPECT_EQ(FindCommand(command.name), &command);
         EXPECT_EQ(FindCommand(command.object_name), &command);
-        EXPECT_TRUE(command.run != nullptr || command.opens != Opens::nothing) << command.name;
+        EXPECT_TRUE(command.Runs() || command.opens != Opens::nothing) << command.name;
+        EXPECT_NE(command.tip, "") << command.name;
     }
     EXPECT_EQ(FindCommand("no-such"), nullptr);
     EXPECT_EQ(FindCommand(""), nullptr);
@@ -166,7 +175,7 @@ TEST_F(CommandTable, WhatElseIsShown)
     workspace.Roots.asp = "C:\\site\\asp\\";
     EXPECT_TRUE(!shown("Command6") && shown("Command8") && shown("Command9"));
     // "Choose directory" brings "Dir window" back.
-    EXPECT_FALSE(RunCommand(workspace, *FindCommand("Command4")));
+    EXPECT_EQ(Choose("Command4"), "");
     EXPECT_TRUE(shown("Command6") && !shown("Command8"));
     const Command& jump = *FindCommand("mnu_jumpto");
     EXPECT_FALSE(shown("mnu_jumpto"));
@@ -220,20 +229,18 @@ TEST_F(CommandTable, ExitStoresTheDirectoryAndQuitDoesNot)
 {
     workspace.switchto("C:\\site");
     EXPECT_EQ(FindCommand("menu_file_quit")->opens, Opens::end);
-    EXPECT_FALSE(RunCommand(workspace, *FindCommand("menu_file_quit")));
+    EXPECT_EQ(Choose("menu_file_quit"), "");
     EXPECT_FALSE(Exists("utils/kiv.ini"));
     EXPECT_EQ(FindCommand("Command3")->opens, Opens::end);
-    EXPECT_FALSE(RunCommand(workspace, *FindCommand("Command3")));
+    EXPECT_EQ(Choose("Command3"), "");
     EXPECT_EQ(Content("utils/kiv.ini"), "C:\\site\\\r\n");
 }
 
-TEST_F(CommandTable, AFatalErrorIsHandedBack)
+TEST_F(CommandTable, AFatalErrorReachesTheFace)
 {
     Put("site/_group.txt", "gone");
     workspace.switchto("C:\\site");
-    const std::optional<RunError> error = RunCommand(workspace, *FindCommand("group"));
-    ASSERT_TRUE(error);
-    EXPECT_EQ(error->kind, ErrorKind::file);
+    EXPECT_EQ(Choose("group"), "file");
     EXPECT_FALSE(workspace.EoyEnabled);
 }
 

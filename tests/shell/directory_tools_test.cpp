@@ -1,4 +1,5 @@
 // Renaming every file of a folder.
+#include "shell/renames.h"
 #include "shell_desk.h"
 
 namespace kiv {
@@ -70,7 +71,7 @@ TEST_F(RenamingFiles, FixingNames)
 {
     PutNames({"B c.TXT", "a b.htm", "fine.htm"});
     std::filesystem::create_directories(Native("site/A Folder"));
-    EXPECT_EQ(KindOf([&] { workspace.dodirfix(); }), "");
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
     EXPECT_EQ(NamesIn("site"), (Texts{"A Folder", "a-b.htm", "b-c.txt", "fine.htm"}));
     EXPECT_EQ(Content("site/b-c.txt"), "B c.TXT");
     EXPECT_EQ(workspace.Renamed, Pairs({{"a b.htm", "a-b.htm"}, {"B c.TXT", "b-c.txt"}}));
@@ -81,14 +82,14 @@ TEST_F(RenamingFiles, FixingNames)
 TEST_F(RenamingFiles, OnlyTheCaseOfANameMayChange)
 {
     PutNames({"PHOTO.JPG"});
-    EXPECT_EQ(KindOf([&] { workspace.dodirfix(); }), "");
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
     EXPECT_EQ(NamesIn("site"), (Texts{"photo.jpg"}));
 }
 
 TEST_F(RenamingFiles, ATakenNameEndsTheRun)
 {
     PutNames({"A B.txt", "a 0.txt", "A-B.TXT", "c d.txt"});
-    EXPECT_EQ(KindOf([&] { workspace.dodirfix(); }), "file");
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "file");
     // In the order of the listing: the first is done, the last is not touched.
     EXPECT_EQ(NamesIn("site"), (Texts{"A B.txt", "A-B.TXT", "a-0.txt", "c d.txt"}));
     EXPECT_EQ(Content("site/A-B.TXT"), "A-B.TXT");
@@ -100,14 +101,14 @@ TEST_F(RenamingFiles, AFolderTakesANameToo)
 {
     PutNames({"a b"});
     std::filesystem::create_directories(Native("site/A-B"));
-    EXPECT_EQ(KindOf([&] { workspace.dodirfix(); }), "file");
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "file");
     EXPECT_EQ(NamesIn("site"), (Texts{"A-B", "a b"}));
 }
 
 TEST_F(RenamingFiles, ANameThatWouldBeFreeLaterIsTaken)
 {
     PutNames({"a", "aa"}); // "a" becomes "aa", which would become "aaaa"
-    EXPECT_EQ(KindOf([&] { workspace.dorenamefiles("a", "aa"); }), "file");
+    EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, "a", "aa"); }), "file");
     EXPECT_EQ(NamesIn("site"), (Texts{"a", "aa"}));
 }
 
@@ -116,13 +117,13 @@ TEST_F(RenamingFiles, NamesThatCannotBe)
     PutNames({"b.txt"});
     for (const char* replacement : {"", ".", "..", "x\\y", "x/y", "..\\b.txt"}) {
         const std::optional<RunError> error =
-            workspace.Run([&] { workspace.dorenamefiles("b.txt", replacement); });
+            workspace.Run([&] { dorenamefiles(workspace, "b.txt", replacement); });
         ASSERT_TRUE(error) << replacement;
         EXPECT_EQ(error->kind, ErrorKind::file) << replacement;
         EXPECT_EQ(NamesIn("site"), (Texts{"b.txt"})) << replacement;
         EXPECT_THAT(workspace.Renamed, IsEmpty());
     }
-    EXPECT_EQ(KindOf([&] { workspace.dorenamefiles("b", std::string(252, 'x')); }), "file");
+    EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, "b", std::string(252, 'x')); }), "file");
     EXPECT_EQ(NamesIn("site"), (Texts{"b.txt"}));
 }
 
@@ -130,9 +131,9 @@ TEST_F(RenamingFiles, NamesThatCannotBe)
 TEST_F(RenamingFiles, ANameThatLooksLikeADriveIsAName)
 {
     PutNames({"b-1.txt"});
-    EXPECT_EQ(KindOf([&] { workspace.dorenamefiles("-", ":"); }), "");
+    EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, "-", ":"); }), "");
     EXPECT_EQ(NamesIn("site"), (Texts{"b:1.txt"}));
-    EXPECT_EQ(KindOf([&] { workspace.dorenamefiles(":", "+"); }), "");
+    EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, ":", "+"); }), "");
     EXPECT_EQ(NamesIn("site"), (Texts{"b+1.txt"}));
 }
 #endif
@@ -140,10 +141,10 @@ TEST_F(RenamingFiles, ANameThatLooksLikeADriveIsAName)
 TEST_F(RenamingFiles, FindAndReplace)
 {
     PutNames({"aXa.txt", "axa.txt2", "other"});
-    EXPECT_EQ(KindOf([&] { workspace.dorenamefiles("a", "aa"); }), "");
+    EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, "a", "aa"); }), "");
     EXPECT_EQ(NamesIn("site"), (Texts{"aaXaa.txt", "aaxaa.txt2", "other"}));
     EXPECT_EQ(reporter.status, "");
-    EXPECT_EQ(KindOf([&] { workspace.dorenamefiles("X", ""); }), ""); // case matters
+    EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, "X", ""); }), ""); // case matters
     EXPECT_EQ(NamesIn("site"), (Texts{"aaaa.txt", "aaxaa.txt2", "other"}));
     EXPECT_THAT(reporter.shown, IsEmpty());
 }
@@ -151,17 +152,17 @@ TEST_F(RenamingFiles, FindAndReplace)
 TEST_F(RenamingFiles, AnEmptyFindFieldGivesAMessage)
 {
     PutNames({"a b"});
-    EXPECT_EQ(KindOf([&] { workspace.dorenamefiles("", "x"); }), "");
+    EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, "", "x"); }), "");
     EXPECT_EQ(reporter.shown, (Texts{"Fill in find field, please"}));
     EXPECT_EQ(NamesIn("site"), (Texts{"a b"}));
-    EXPECT_EQ(KindOf([&] { workspace.dorenamefiles(" ", "_"); }), ""); // a blank is not empty
+    EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, " ", "_"); }), ""); // a blank is not empty
     EXPECT_EQ(NamesIn("site"), (Texts{"a_b"}));
 }
 
 TEST_F(RenamingFiles, Thumbnails)
 {
     PutNames({"b.JPG", "a.gif", "c_t.gif", "d.jpeg", "E.Gif", "z.txt"});
-    EXPECT_EQ(KindOf([&] { workspace.dodirt(); }), "");
+    EXPECT_EQ(KindOf([&] { dodirt(workspace); }), "");
     EXPECT_EQ(workspace.Renamed,
               Pairs({{"a.gif", "a_t.gif"}, {"E.Gif", "E_t.Gif"}, {"b.JPG", "b_t.JPG"}}));
     EXPECT_EQ(NamesIn("site"),
@@ -186,11 +187,11 @@ TEST_F(RenamingFiles, ADryRunForetellsTheRun)
         const Texts before = NamesIn("site");
         reporter.status.clear();
         const std::optional<RunError> foretold =
-            workspace.Run([&] { workspace.dodirfix(Renaming::dry_run); });
+            workspace.Run([&] { dodirfix(workspace, Renaming::dry_run); });
         const Renames plan = workspace.Renamed;
         EXPECT_EQ(NamesIn("site"), before);
         EXPECT_EQ(reporter.status, "");
-        const std::optional<RunError> error = workspace.Run([&] { workspace.dodirfix(); });
+        const std::optional<RunError> error = workspace.Run([&] { dodirfix(workspace); });
         EXPECT_EQ(workspace.Renamed, plan) << names[0];
         EXPECT_EQ(foretold ? foretold->text : "", error ? error->text : "") << names[0];
     }
@@ -202,11 +203,11 @@ TEST_F(RenamingFiles, ADryRunSeesALinkToNothing)
     PutNames({"a b", "c d"});
     std::filesystem::create_symlink("nowhere", Native("site") / "C-D");
     const std::optional<RunError> foretold =
-        workspace.Run([&] { workspace.dodirfix(Renaming::dry_run); });
+        workspace.Run([&] { dodirfix(workspace, Renaming::dry_run); });
     const Renames plan = workspace.Renamed;
     ASSERT_TRUE(foretold);
     EXPECT_THAT(foretold->text, AllOf(HasSubstr("c d"), HasSubstr("target exists")));
-    const std::optional<RunError> error = workspace.Run([&] { workspace.dodirfix(); });
+    const std::optional<RunError> error = workspace.Run([&] { dodirfix(workspace); });
     ASSERT_TRUE(error);
     EXPECT_EQ(error->text, foretold->text);
     EXPECT_EQ(workspace.Renamed, plan);
@@ -217,11 +218,11 @@ TEST_F(RenamingFiles, ADryRunForetellsThumbnails)
 {
     PutNames({"a.gif", "a.gif_t.jpg", "b.jpg", "B_T.jpg"});
     const std::optional<RunError> foretold =
-        workspace.Run([&] { workspace.dodirt(Renaming::dry_run); });
+        workspace.Run([&] { dodirt(workspace, Renaming::dry_run); });
     const Renames plan = workspace.Renamed;
     ASSERT_TRUE(foretold);
     EXPECT_THAT(foretold->text, AllOf(HasSubstr("b.jpg"), HasSubstr("target exists")));
-    const std::optional<RunError> error = workspace.Run([&] { workspace.dodirt(); });
+    const std::optional<RunError> error = workspace.Run([&] { dodirt(workspace); });
     ASSERT_TRUE(error);
     EXPECT_EQ(error->text, foretold->text);
     EXPECT_EQ(workspace.Renamed, plan);
@@ -231,10 +232,10 @@ TEST_F(RenamingFiles, UndoingPutsTheNamesBack)
 {
     const Texts names = {"B c.TXT", "PHOTO.JPG", "a b.htm", "fine.htm"};
     PutNames(names);
-    EXPECT_EQ(KindOf([&] { workspace.dodirfix(); }), "");
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
     const Renames done = workspace.Renamed;
     EXPECT_EQ(done.size(), 3U);
-    EXPECT_EQ(KindOf([&] { workspace.UndoRenames(done); }), "");
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, done); }), "");
     EXPECT_EQ(NamesIn("site"), names);
     for (const std::string& name : names)
         EXPECT_EQ(Content("site/" + name), name);
@@ -246,7 +247,7 @@ TEST_F(RenamingFiles, UndoingPutsTheNamesBack)
 TEST_F(RenamingFiles, UndoingFollowsAFileThroughSeveralNames)
 {
     PutNames({"c"});
-    EXPECT_EQ(KindOf([&] { workspace.UndoRenames(Pairs({{"a", "b"}, {"b", "c"}})); }), "");
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, Pairs({{"a", "b"}, {"b", "c"}})); }), "");
     EXPECT_EQ(NamesIn("site"), (Texts{"a"}));
 }
 
@@ -254,13 +255,13 @@ TEST_F(RenamingFiles, UndoingNeverOverwrites)
 {
     PutNames({"a-b", "A B", "c-d"});
     EXPECT_EQ(KindOf([&] {
-                  workspace.UndoRenames(Pairs({{"a b", "a-b"}, {"c d", "c-d"}}));
+                  UndoRenames(workspace, Pairs({{"a b", "a-b"}, {"c d", "c-d"}}));
               }),
               "file");
     EXPECT_EQ(NamesIn("site"), (Texts{"A B", "a-b", "c d"}));
     EXPECT_EQ(Content("site/A B"), "A B");
     EXPECT_EQ(workspace.Renamed, Pairs({{"c-d", "c d"}}));
-    EXPECT_EQ(KindOf([&] { workspace.UndoRenames(Pairs({{"x", "gone"}})); }), "file");
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, Pairs({{"x", "gone"}})); }), "file");
 }
 
 TEST_F(RenamingFiles, UndoingStaysInItsFolder)
@@ -270,7 +271,7 @@ TEST_F(RenamingFiles, UndoingStaysInItsFolder)
     for (const Renames& renames :
          {Pairs({{"..\\utils\\a", "a"}}), Pairs({{"b", "../utils/b"}, {"c", "a"}}),
           Pairs({{"", "a"}}), Pairs({{"..", "a"}})}) {
-        EXPECT_EQ(KindOf([&] { workspace.UndoRenames(renames); }), "file");
+        EXPECT_EQ(KindOf([&] { UndoRenames(workspace, renames); }), "file");
         EXPECT_EQ(NamesIn("site"), (Texts{"a"}));
         EXPECT_EQ(NamesIn("utils"), (Texts{"b"}));
     }
@@ -278,10 +279,10 @@ TEST_F(RenamingFiles, UndoingStaysInItsFolder)
 
 TEST_F(RenamingFiles, TheRenamerShowsTheFirstFile)
 {
-    EXPECT_EQ(workspace.SampleFileName(), "");
+    EXPECT_EQ(SampleFileName(*files), "");
     std::filesystem::create_directories(Native("site/A"));
     PutNames({"c.txt", "B"});
-    EXPECT_EQ(workspace.SampleFileName(), "B");
+    EXPECT_EQ(SampleFileName(*files), "B");
 }
 
 } // namespace

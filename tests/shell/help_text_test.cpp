@@ -24,7 +24,7 @@ std::vector<std::string_view> LinesOf(std::string_view text)
 }
 
 struct SectionRow {
-    const char* button;
+    const char* caption;
     const char* heading;
     std::size_t lines;
     const char* first;
@@ -49,7 +49,7 @@ TEST(HelpTexts, Sections)
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const std::string text = HelpSections()[i].text();
         const std::vector<std::string_view> lines = LinesOf(text);
-        EXPECT_EQ(HelpSections()[i].button, rows[i].button);
+        EXPECT_EQ(HelpSections()[i].caption, rows[i].caption);
         ASSERT_EQ(lines.size(), rows[i].lines + 2) << rows[i].heading;
         EXPECT_EQ(lines[0], ""); // the line break before the heading
         EXPECT_EQ(lines[1], rows[i].heading);

@@ -4,7 +4,7 @@
 #include "platform/drives.h"
 #include "shell/workspace.h"
 #include "tests/support/folders.h"
-#include "tests/support/recording_reporter.h"
+#include "tests/support/recorders.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,23 +12,9 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace kiv {
-
-/// Notes what it is asked to start; " (minimised)" stands behind what starts so.
-class StartRecorder : public Programs {
-  public:
-    std::vector<std::string> started;
-    std::vector<std::string> files; // that they were started for
-    void Start(const Launch& launch) override
-    {
-        if (!launch.file.empty())
-            files.push_back(launch.file);
-        started.push_back(launch.Text() + (launch.minimised ? " (minimised)" : ""));
-    }
-};
 
 class ShellTest : public testing::Test, public test::DriveFolder {
   protected:
@@ -46,7 +32,7 @@ class ShellTest : public testing::Test, public test::DriveFolder {
     std::unique_ptr<Drives> files = MakeDriveFiles({{'C', Root().string()}});
     FrozenClock clock{{2004, 3, 5, 14, 7, 9}};
     HeldClipboard clipboard;
-    StartRecorder programs;
+    test::StartRecorder programs;
     test::RecordingReporter reporter;
     HeaderPictureLoader pictures{*files};
     Machine machine{*files, *files, clock, clipboard, programs, reporter, pictures};

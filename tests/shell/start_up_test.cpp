@@ -33,16 +33,41 @@ TEST_F(StartUp, WithoutALocalOneTheUsualSettingsFileCounts)
     EXPECT_EQ(workspace.SettingsPath, "C:\\utils\\kiv.ini");
 }
 
-TEST_F(StartUp, AnEmptySettingsFileIsPassedOver)
+TEST_F(StartUp, ALocalSettingsFileCountsEvenWhenItsFirstLineIsEmpty)
 {
     Put("utils/kiv.ini", "C:\\utils");
-    for (const char* content : {"", "\r\nC:\\site\r\n"}) {
+    for (const char* content : {"", "\r\nC:\\site\r\n", "\n"}) {
         files->ChangeDirectory("C:\\site");
         Put("site/kiv.ini", content);
-        workspace.StartWindow(std::nullopt);
-        EXPECT_EQ(workspace.WorkDir, "C:\\utils\\");
-        EXPECT_EQ(workspace.SettingsPath, "C:\\utils\\kiv.ini");
+        EXPECT_THAT(workspace.StartWindow(std::nullopt), IsEmpty());
+        EXPECT_EQ(workspace.WorkDir, "\\") << content; // the empty path is no directory
+        EXPECT_EQ(files->CurrentDirectory(), "C:\\");
+        EXPECT_EQ(workspace.SettingsPath, "C:\\site\\kiv.ini") << content;
     }
+    workspace.switchto("C:\\utils\\");
+    workspace.StoreDirectory();
+    EXPECT_EQ(Content("site/kiv.ini"), "C:\\utils\\\r\n");
+    EXPECT_EQ(Content("utils/kiv.ini"), "C:\\utils");
+}
+
+TEST_F(StartUp, AnEmptyUsualSettingsFileLeadsToTheRoot)
+{
+    for (const char* content : {"", "\r\nC:\\site\r\n"}) {
+        files->ChangeDirectory("C:\\site");
+        Put("utils/kiv.ini", content);
+        EXPECT_THAT(workspace.StartWindow(std::nullopt), IsEmpty());
+        EXPECT_EQ(workspace.WorkDir, "\\") << content;
+        EXPECT_EQ(workspace.SettingsPath, "C:\\utils\\kiv.ini") << content;
+    }
+}
+
+TEST_F(StartUp, TheDirectoryOfTheSettingsKeepsItsSpelling)
+{
+    Put("utils/kiv.ini", "c:/SITE/images/..\r\n");
+    PutFolder("site/images");
+    workspace.StartWindow(std::nullopt);
+    EXPECT_EQ(workspace.WorkDir, "c:/SITE/images/..\\");
+    EXPECT_EQ(files->CurrentDirectory(), "C:\\SITE");
 }
 
 TEST_F(StartUp, AnArgumentBeatsBoth)

@@ -1,4 +1,8 @@
 // The working directory and what hangs on it.
+#include "shell/builds.h"
+#include "shell/groups.h"
+#include "shell/outside_programs.h"
+#include "shell/renames.h"
 #include "shell_desk.h"
 #include "tests/support/failing_files.h"
 
@@ -26,6 +30,43 @@ TEST_F(WorkspaceState, AGroupComesAndGoesWithTheDirectory)
     EXPECT_EQ(workspace.WorkDir, "C:\\group\\");
     workspace.changethedirectory("C:\\site");
     EXPECT_FALSE(workspace.IsGroup);
+}
+
+TEST_F(WorkspaceState, ASwitchKeepsTheSpellingOfItsPath)
+{
+    PutFolder("site/images");
+    struct Row {
+        const char* path;
+        const char* work_dir;
+        const char* current;
+    };
+    const std::vector<Row> rows = {
+        {"c:\\SITE\\", "c:\\SITE\\", "C:\\SITE"},
+        {"c:/site/images/../", "c:/site/images/../\\", "C:\\site"},
+        {"C:\\site\\.\\images", "C:\\site\\.\\images\\", "C:\\site\\images"},
+        {"\\Site\\", "\\Site\\", "C:\\Site"},
+        {"\\", "\\", "C:\\"},
+        // What is relative would be another folder from there.
+        {"site\\images\\", "C:\\site\\images\\", "C:\\site\\images"},
+        {"c:..\\", "C:\\site\\", "C:\\site"},
+    };
+    for (const Row& row : rows) {
+        workspace.switchto(row.path);
+        EXPECT_EQ(workspace.WorkDir, row.work_dir) << row.path;
+        EXPECT_EQ(files->CurrentDirectory(), row.current) << row.path;
+    }
+    workspace.changethedirectory("c:/SITE/./images"); // the path of a list, made absolute
+    EXPECT_EQ(workspace.WorkDir, "C:\\SITE\\images\\");
+}
+
+TEST_F(WorkspaceState, JumpsGoWhereTheirEntrySaysAsItSaysIt)
+{
+    Put("utils/kivjump.ini", "Utils|c:\\UTILS\nGone|C:\\gone\n");
+    workspace.ReloadJumps();
+    workspace.JumpTo(0);
+    EXPECT_EQ(workspace.WorkDir, "c:\\UTILS\\");
+    EXPECT_EQ(KindOf([&] { workspace.JumpTo(1); }), "file");
+    EXPECT_EQ(workspace.WorkDir, "c:\\UTILS\\");
 }
 
 TEST_F(WorkspaceState, TheFaceIsToldOfEveryDirectory)
@@ -73,7 +114,7 @@ TEST_F(WorkspaceState, AnUploadTemplateLeavesNoBatchUntilABuild)
     EXPECT_FALSE(Exists("guestout2.bat"));
     Put("site/_html.txt", "@FILE = a\n@TITLE = A\n\ntext\n");
     Put("site/_template.txt", ";\n");
-    workspace.BuildWorkDir();
+    BuildWorkDir(workspace);
     EXPECT_EQ(Content("guestout2.bat"), "put a.htm there\r\n");
 }
 
@@ -112,13 +153,13 @@ TEST_F(WorkspaceState, StoringTheDirectory)
 
 TEST_F(WorkspaceState, NewYear)
 {
-    EXPECT_EQ(workspace.NewYearText(), "");
-    workspace.ToggleNewYear();
+    EXPECT_EQ(NewYearText(workspace), "");
+    ToggleNewYear(workspace);
     EXPECT_TRUE(workspace.EoyEnabled);
-    EXPECT_EQ(workspace.NewYearText(), "EOY ON!");
-    workspace.ToggleNewYear();
+    EXPECT_EQ(NewYearText(workspace), "EOY ON!");
+    ToggleNewYear(workspace);
     EXPECT_FALSE(workspace.EoyEnabled);
-    EXPECT_EQ(workspace.NewYearText(), "");
+    EXPECT_EQ(NewYearText(workspace), "");
 }
 
 TEST_F(WorkspaceState, TheFolderButtonsFollowThePageList)
@@ -126,13 +167,13 @@ TEST_F(WorkspaceState, TheFolderButtonsFollowThePageList)
     Put("site/_html.txt", "@ASP = asp\n@FILE = a\n@TITLE = A\n");
     Put("site/_template.txt", ";\n");
     workspace.switchto("C:\\site");
-    workspace.BuildWorkDir();
+    BuildWorkDir(workspace);
     EXPECT_TRUE(workspace.OutputRootsShown());
     Put("site/_html.txt", "@FILE = a\n@TITLE = A\n");
-    workspace.BuildWorkDir();
+    BuildWorkDir(workspace);
     EXPECT_FALSE(workspace.OutputRootsShown()); // each build begins with "Dir window"
     Put("site/_html.txt", "@HTM = asp\n@FILE = a\n@TITLE = A\n");
-    workspace.BuildWorkDir();
+    BuildWorkDir(workspace);
     EXPECT_TRUE(workspace.OutputRootsShown());
     workspace.switchto("C:\\utils");
     EXPECT_FALSE(workspace.OutputRootsShown());
@@ -143,12 +184,12 @@ TEST_F(WorkspaceState, ABuildThatFailsTellsTheRootsThatItRead)
     Put("site/_template.txt", ";\n");
     Put("site/_html.txt", "@HTM = h\n@FILE = a\n@TITLE = A\n??01= wrong\n??1[a]\n");
     workspace.switchto("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.BuildWorkDir(); }), "invalid-argument");
+    EXPECT_EQ(KindOf([&] { BuildWorkDir(workspace); }), "invalid-argument");
     EXPECT_TRUE(workspace.OutputRootsShown());
     EXPECT_EQ(workspace.Roots.htm, "C:\\site\\h\\");
     // Without its sources a folder is not built, and the buttons stay.
     std::filesystem::remove(Native("site/_html.txt"));
-    workspace.BuildWorkDir();
+    BuildWorkDir(workspace);
     EXPECT_TRUE(workspace.OutputRootsShown());
 }
 
@@ -157,7 +198,7 @@ TEST_F(WorkspaceState, OneRootOfTheOrdinaryPassKeepsDirWindow)
     Put("site/_template.txt", ";\n");
     Put("site/_html.txt", "@DIR1 = .\n@FILE = a\n@TITLE = A\n");
     workspace.switchto("C:\\site");
-    workspace.BuildWorkDir();
+    BuildWorkDir(workspace);
     EXPECT_EQ(workspace.Roots.dir1, "C:\\site\\");
     EXPECT_FALSE(workspace.OutputRootsShown()); // "@DIR1 =" alone keeps "Dir window"
 }
@@ -168,7 +209,7 @@ TEST_F(WorkspaceState, ARunForgetsTheRunBefore)
     Put("site/a b", "");
     EXPECT_EQ(KindOf([&] {
                   workspace.StoreDirectory();
-                  workspace.dodirfix();
+                  dodirfix(workspace);
               }),
               "");
     EXPECT_EQ(files->Written().size(), 1U);
@@ -181,7 +222,7 @@ TEST_F(WorkspaceState, ARunForgetsTheRunBefore)
 TEST_F(WorkspaceState, ABuildWithoutSourcesSaysSo)
 {
     workspace.switchto("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.BuildWorkDir(); }), "");
+    EXPECT_EQ(KindOf([&] { BuildWorkDir(workspace); }), "");
     EXPECT_EQ(reporter.shown, (Texts{"OOPS! Missing _html.txt, _template.txt"}));
 }
 
@@ -204,7 +245,7 @@ TEST_F(WorkspaceState, TheDayOfThePagesIsThatOfTheProgramsStart)
     Put("site/_template.txt", ";");
     Put("site/_html.txt", "@FILE = a\n@TITLE = T\n[@TODAY][@DATETIME][@YEAR]\n");
     kept_open.switchto("C:\\site");
-    kept_open.BuildWorkDir();
+    BuildWorkDir(kept_open);
     EXPECT_EQ(Content("site/a.htm"), "[March 5, 2004][3/6/2004 12:01:00 AM][2004]\r\n");
 }
 

@@ -5,7 +5,7 @@
 #include "platform/machine.h"
 #include "platform/run_error.h"
 #include "tests/support/folders.h"
-#include "tests/support/recording_reporter.h"
+#include "tests/support/recorders.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,7 +14,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace kiv {

@@ -1,6 +1,7 @@
-// A face that shows nothing and keeps everything that a command tells.
+// A reporter and programs that keep what they were told, for a test to look at.
 #pragma once
 
+#include "platform/programs.h"
 #include "platform/reporter.h"
 
 #include <string>
@@ -10,6 +11,7 @@
 
 namespace kiv::test {
 
+/// A face that shows nothing and keeps everything that a command tells.
 class RecordingReporter : public Reporter {
   public:
     std::vector<std::string> shown; // the messages
@@ -28,6 +30,19 @@ class RecordingReporter : public Reporter {
 
   protected:
     void Show(std::string_view text) override { shown.emplace_back(text); }
+};
+
+/// Keeps the command lines; " (minimised)" stands behind what starts so.
+class StartRecorder : public Programs {
+  public:
+    std::vector<std::string> started;
+    std::vector<std::string> files; // that they were started for
+    void Start(const Launch& launch) override
+    {
+        if (!launch.file.empty())
+            files.push_back(launch.file);
+        started.push_back(launch.Text() + (launch.minimised ? " (minimised)" : ""));
+    }
 };
 
 } // namespace kiv::test

@@ -1,4 +1,6 @@
 // What is done for every folder of a group.
+#include "shell/builds.h"
+#include "shell/groups.h"
 #include "shell_desk.h"
 
 namespace kiv {
@@ -26,9 +28,9 @@ TEST_F(Groups, TheGroupBuildGoesThroughAllFolders)
     workspace.switchto("C:\\site");
     Texts shown;
     workspace.on_change = [&] {
-        shown.push_back(workspace.WorkDir + std::string(workspace.NewYearText()));
+        shown.push_back(workspace.WorkDir + std::string(NewYearText(workspace)));
     };
-    EXPECT_EQ(KindOf([&] { workspace.BuildGroup(); }), "");
+    EXPECT_EQ(KindOf([&] { BuildGroup(workspace); }), "");
     EXPECT_EQ(files->Written().front(), "C:\\site\\index.htm");
     EXPECT_TRUE(Exists("site/b/index.htm"));
     EXPECT_TRUE(Exists("site/a/index.htm"));
@@ -40,11 +42,21 @@ TEST_F(Groups, TheGroupBuildGoesThroughAllFolders)
     EXPECT_FALSE(workspace.EoyEnabled);
 }
 
+TEST_F(Groups, TheWorkingDirectoryKeepsItsSpelling)
+{
+    PutSite("site/a", "ay");
+    Put("site/_group.txt", "a");
+    workspace.switchto("c:/SITE\\");
+    EXPECT_EQ(KindOf([&] { BuildGroup(workspace); }), "");
+    EXPECT_TRUE(Exists("site/a/index.htm"));
+    EXPECT_EQ(workspace.WorkDir, "c:/SITE\\");
+}
+
 TEST_F(Groups, TheSwitchIsOffAfterwardsWhateverItWas)
 {
     workspace.switchto("C:\\site");
-    workspace.ToggleNewYear();
-    EXPECT_EQ(KindOf([&] { workspace.BuildGroup(); }), ""); // without a list nothing is built
+    ToggleNewYear(workspace);
+    EXPECT_EQ(KindOf([&] { BuildGroup(workspace); }), ""); // without a list nothing is built
     EXPECT_FALSE(workspace.EoyEnabled);
     EXPECT_THAT(files->Written(), IsEmpty());
 }
@@ -54,7 +66,7 @@ TEST_F(Groups, OwnSourcesMayBeMissing)
     PutSite("site/a", "ay");
     Put("site/_group.txt", "a");
     workspace.switchto("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.BuildGroup(); }), "");
+    EXPECT_EQ(KindOf([&] { BuildGroup(workspace); }), "");
     EXPECT_THAT(reporter.shown, IsEmpty());
     EXPECT_TRUE(Exists("site/a/index.htm"));
 }
@@ -65,7 +77,7 @@ TEST_F(Groups, AMemberWithoutSourcesGetsTheMessageAndTheBuildGoesOn)
     PutSite("site/b", "bee");
     Put("site/_group.txt", "a\nb\n");
     workspace.switchto("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.BuildGroup(); }), "");
+    EXPECT_EQ(KindOf([&] { BuildGroup(workspace); }), "");
     EXPECT_EQ(reporter.shown, (Texts{"OOPS! Missing _html.txt, _template.txt"}));
     EXPECT_EQ(reporter.status, "1 files written");
 }
@@ -77,14 +89,14 @@ TEST_F(Groups, ATagThatIsUnknownIsNamedOnceForTheWholeProgram)
     PutSite("other", "<zufoo>");
     Put("site/_group.txt", "a\r\n");
     workspace.switchto("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.BuildGroup(); }), "");
-    EXPECT_EQ(KindOf([&] { workspace.BuildWorkDir(); }), "");
+    EXPECT_EQ(KindOf([&] { BuildGroup(workspace); }), "");
+    EXPECT_EQ(KindOf([&] { BuildWorkDir(workspace); }), "");
     workspace.switchto("C:\\other");
-    EXPECT_EQ(KindOf([&] { workspace.BuildWorkDir(); }), "");
+    EXPECT_EQ(KindOf([&] { BuildWorkDir(workspace); }), "");
     EXPECT_EQ(reporter.shown, (Texts{"<zufoo> is unknown!"}));
 
     PutSite("other", "<ZUFOO>\n<zubar>\n<zufoo>"); // a tag begins with a small "zu"
-    EXPECT_EQ(KindOf([&] { workspace.BuildWorkDir(); }), "");
+    EXPECT_EQ(KindOf([&] { BuildWorkDir(workspace); }), "");
     EXPECT_EQ(reporter.shown,
               (Texts{"<zufoo> is unknown!", "<zubar> is unknown!", "<zufoo> is unknown!"}));
 }
@@ -94,7 +106,7 @@ TEST_F(Groups, AMissingMemberIsFatalWhenItsTurnComes)
     PutSite("site/a", "ay");
     Put("site/_group.txt", "a\n  \nb\n"); // blanks are a name
     workspace.switchto("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.BuildGroup(); }), "file");
+    EXPECT_EQ(KindOf([&] { BuildGroup(workspace); }), "file");
     EXPECT_TRUE(Exists("site/a/index.htm"));
     EXPECT_FALSE(workspace.EoyEnabled);
     EXPECT_EQ(workspace.WorkDir, "C:\\site\\");
@@ -109,10 +121,10 @@ TEST_F(Groups, FiveHundredMembersAreTheMost)
         list += "gone\n\n";
     Put("site/_group.txt", list + "gone");
     workspace.switchto("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.BuildGroup(); }), "subscript");
+    EXPECT_EQ(KindOf([&] { BuildGroup(workspace); }), "subscript");
     EXPECT_FALSE(Exists("site/index.htm")); // the list is read before the first build
     Put("site/_group.txt", list);
-    EXPECT_EQ(KindOf([&] { workspace.BuildGroup(); }), "file");
+    EXPECT_EQ(KindOf([&] { BuildGroup(workspace); }), "file");
     EXPECT_TRUE(Exists("site/index.htm"));
 }
 
@@ -122,7 +134,7 @@ TEST_F(Groups, TheUploadStateIsThatOfTheMaster)
     Put("site/_group.txt", "a");
     Put("utils/ftplist.txt", "C:\\site\\|put @@\r\n");
     workspace.StartUp("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.BuildGroup(); }), "");
+    EXPECT_EQ(KindOf([&] { BuildGroup(workspace); }), "");
     EXPECT_EQ(Content("guestout2.bat"), "put index.htm\r\n");
 }
 
@@ -134,7 +146,7 @@ TEST_F(Groups, TheSiteMapsAreMerged)
     Put("site/_group.txt", "a\r\n\r\nb/\r\n");
     workspace.EditorCommand = "pad ";
     workspace.switchto("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.AssembleSiteMap(); }), "");
+    EXPECT_EQ(KindOf([&] { sitemapmaster(workspace); }), "");
     EXPECT_EQ(Content("site/_sitemap-master.txt"),
               "<h3>Site Map</h3>\r\n<ul>\r\nown 1\r\nown 2\r\nay\r\n\r\n</ul>\r\n");
     EXPECT_EQ(programs.started, (Texts{"pad C:\\site\\_sitemap-master.txt"}));
@@ -146,7 +158,7 @@ TEST_F(Groups, AnEmptyGroupListStillHasItsOwnSiteMap)
     Put("site/_sitemap.txt", "own");
     Put("site/_group.txt", "");
     workspace.switchto("C:\\site");
-    workspace.AssembleSiteMap();
+    sitemapmaster(workspace);
     EXPECT_EQ(Content("site/_sitemap-master.txt"), "<h3>Site Map</h3>\r\n<ul>\r\nown\r\n</ul>\r\n");
 }
 
@@ -156,7 +168,7 @@ TEST_F(Groups, AMissingSiteMapLeavesTheOldMaster)
     Put("site/_sitemap.txt", "own");
     Put("site/_group.txt", "a\n");
     workspace.switchto("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.AssembleSiteMap(); }), "file");
+    EXPECT_EQ(KindOf([&] { sitemapmaster(workspace); }), "file");
     EXPECT_EQ(Content("site/_sitemap-master.txt"), "old");
     EXPECT_THAT(programs.started, IsEmpty());
 }
@@ -165,7 +177,7 @@ TEST_F(Groups, WithoutAGroupListThereIsNoSiteMap)
 {
     Put("site/_sitemap.txt", "own");
     workspace.switchto("C:\\site");
-    EXPECT_EQ(KindOf([&] { workspace.AssembleSiteMap(); }), "");
+    EXPECT_EQ(KindOf([&] { sitemapmaster(workspace); }), "");
     EXPECT_FALSE(Exists("site/_sitemap-master.txt"));
 }
 
@@ -173,10 +185,10 @@ TEST_F(Groups, TheFilesOfAllMembersAreOpened)
 {
     workspace.EditorCommand = "pad ";
     workspace.switchto("C:\\site");
-    workspace.groupedit("_html.txt");
+    groupedit(workspace, "_html.txt");
     EXPECT_THAT(programs.started, IsEmpty());
     Put("site/_group.txt", "a\n\nb\\\nc/d/\n  e");
-    workspace.groupedit("_html.txt");
+    groupedit(workspace, "_html.txt");
     EXPECT_EQ(programs.started,
               (Texts{"pad C:\\site\\a\\_html.txt", "pad C:\\site\\b\\_html.txt",
                      "pad C:\\site\\c/d/_html.txt", "pad C:\\site\\  e\\_html.txt"}));
@@ -184,7 +196,7 @@ TEST_F(Groups, TheFilesOfAllMembersAreOpened)
                                      "C:\\site\\c/d/_html.txt", "C:\\site\\  e\\_html.txt"}));
     programs.started.clear();
     Put("site/_group.txt", "a\n");
-    workspace.groupedit("_template.txt");
+    groupedit(workspace, "_template.txt");
     EXPECT_EQ(programs.started, (Texts{"pad C:\\site\\a\\_template.txt"}));
 }
 

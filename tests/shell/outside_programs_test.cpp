@@ -1,12 +1,14 @@
 // The commands that start other programs.
+#include "shell/builds.h"
+#include "shell/outside_programs.h"
 #include "shell_desk.h"
 
 namespace kiv {
 namespace {
 
-class OtherPrograms : public ShellTest {
+class OutsidePrograms : public ShellTest {
   protected:
-    OtherPrograms()
+    OutsidePrograms()
     {
         workspace.EditorCommand = "pad ";
         workspace.switchto("C:\\site");
@@ -22,45 +24,45 @@ class OtherPrograms : public ShellTest {
     }
 };
 
-TEST_F(OtherPrograms, AnEditorThatIsStoredIsUsedAtOnceAndLater)
+TEST_F(OutsidePrograms, AnEditorThatIsStoredIsUsedAtOnceAndLater)
 {
-    workspace.StoreEditor("gedit --new-window");
+    StoreEditor(workspace, "gedit --new-window");
     EXPECT_EQ(Content("utils/kiv_editpad.txt"), "gedit --new-window\r\n");
-    workspace.Edit("_template.txt");
+    Edit(workspace, "_template.txt");
     EXPECT_EQ(Started(), "gedit --new-window _template.txt");
 }
 
-TEST_F(OtherPrograms, CommandLines)
+TEST_F(OutsidePrograms, CommandLines)
 {
-    workspace.Edit("_template.txt");
+    Edit(workspace, "_template.txt");
     EXPECT_EQ(Started(), "pad _template.txt");
-    workspace.EditUploadBatch();
+    EditUploadBatch(workspace);
     EXPECT_EQ(Started(), "pad c:\\guestout2.bat");
-    workspace.ExploreWorkDir();
+    ExploreWorkDir(workspace);
     EXPECT_EQ(Started(), "explorer C:\\site\\");
-    workspace.RunUploadBatch();
+    RunUploadBatch(workspace);
     EXPECT_EQ(Started(), "C:\\progs\\WS_FTP Pro\\ftp95pro.exe -m c:\\guestout2.bat (minimised)");
-    workspace.RunLanthorn();
+    RunLanthorn(workspace);
     EXPECT_EQ(Started(), "c:\\utils\\lanthorn.exe");
-    workspace.LowerCaseNames();
+    LowerCaseNames(workspace);
     EXPECT_EQ(Started(), "c:\\utils\\dosutils\\case *.* /l (minimised)");
 }
 
-TEST_F(OtherPrograms, LowerCasingAFolder)
+TEST_F(OutsidePrograms, LowerCasingAFolder)
 {
-    workspace.LowerCaseNamesOf("C:\\site\\images");
+    LowerCaseNamesOf(workspace, "C:\\site\\images");
     EXPECT_EQ(Started(), "c:\\utils\\dosutils\\case C:\\site\\images\\*.* /l (minimised)");
-    workspace.LowerCaseNamesOf("C:\\");
+    LowerCaseNamesOf(workspace, "C:\\");
     EXPECT_EQ(Started(), "c:\\utils\\dosutils\\case C:\\*.* /l (minimised)");
 }
 
-TEST_F(OtherPrograms, APathWithBlanksIsHandedOnWhole)
+TEST_F(OutsidePrograms, APathWithBlanksIsHandedOnWhole)
 {
     std::filesystem::create_directories(Native("site/My Pages"));
     workspace.switchto("C:\\site\\My Pages");
-    workspace.Edit("C:\\site\\My Pages\\_template.txt");
-    workspace.ExploreWorkDir();
-    workspace.LowerCaseNamesOf("C:\\site\\My Pages");
+    Edit(workspace, "C:\\site\\My Pages\\_template.txt");
+    ExploreWorkDir(workspace);
+    LowerCaseNamesOf(workspace, "C:\\site\\My Pages");
     EXPECT_EQ(Started(), "pad C:\\site\\My Pages\\_template.txt"
                          "explorer C:\\site\\My Pages\\"
                          "c:\\utils\\dosutils\\case C:\\site\\My Pages\\*.* /l (minimised)");
@@ -68,28 +70,17 @@ TEST_F(OtherPrograms, APathWithBlanksIsHandedOnWhole)
                                      "C:\\site\\My Pages\\*.*"}));
 }
 
-TEST_F(OtherPrograms, ListsAreMadeBeforeTheyAreEdited)
+TEST_F(OutsidePrograms, ListsAreMadeBeforeTheyAreEdited)
 {
-    workspace.EditJumpList();
+    EditJumpList(workspace);
     EXPECT_EQ(Started(), "pad c:\\utils\\kivjump.ini");
     EXPECT_TRUE(Exists("utils/kivjump.ini"));
-    workspace.EditUploadList();
+    EditUploadList(workspace);
     EXPECT_EQ(Started(), "pad c:\\utils\\ftplist.txt");
     EXPECT_TRUE(Exists("utils/ftplist.txt"));
     Put("utils/ftplist.txt", "mine");
-    workspace.EditUploadList();
+    EditUploadList(workspace);
     EXPECT_EQ(Content("utils/ftplist.txt"), "mine");
-}
-
-TEST_F(OtherPrograms, JumpsGoWhereTheirEntrySays)
-{
-    Put("utils/kivjump.ini", "Utils|C:\\utils\nGone|C:\\gone\n");
-    workspace.ReloadJumps();
-    workspace.JumpTo(0);
-    EXPECT_EQ(workspace.WorkDir, "C:\\utils\\");
-    EXPECT_EQ(KindOf([&] { workspace.JumpTo(1); }), "file");
-    workspace.JumpTo(2); // hidden
-    EXPECT_EQ(workspace.WorkDir, "C:\\utils\\");
 }
 
 struct RootsRow {
@@ -98,7 +89,7 @@ struct RootsRow {
     std::string last;
 };
 
-TEST_F(OtherPrograms, OutputRoots)
+TEST_F(OutsidePrograms, OutputRoots)
 {
     std::filesystem::create_directories(Native("site/one"));
     Put("site/_template.txt", ";\n");
@@ -113,12 +104,12 @@ TEST_F(OtherPrograms, OutputRoots)
     };
     for (const RootsRow& row : rows) {
         Put("site/_html.txt", row.list + "@FILE = a\n@TITLE = A\n");
-        workspace.BuildWorkDir();
+        BuildWorkDir(workspace);
         EXPECT_TRUE(workspace.OutputRootsShown()) << row.list;
         reporter.shown.clear();
-        workspace.ExploreFirstRoot();
+        ExploreFirstRoot(workspace);
         EXPECT_EQ(Started(), "explorer " + row.first) << row.list;
-        workspace.ExploreLastRoot();
+        ExploreLastRoot(workspace);
         EXPECT_EQ(Started(), "explorer " + row.last) << row.list;
         EXPECT_TRUE(reporter.shown.empty()) << row.list;
         EXPECT_EQ(files->CurrentDirectory(), "C:\\site");
@@ -126,35 +117,35 @@ TEST_F(OtherPrograms, OutputRoots)
 }
 
 // "Dir 1" once read the page list again, and made the folder that it was to show.
-TEST_F(OtherPrograms, OutputRootsAreThoseThatTheBuildRead)
+TEST_F(OutsidePrograms, OutputRootsAreThoseThatTheBuildRead)
 {
     Put("site/_template.txt", ";\n");
     Put("site/_html.txt", "@ASP = asp\n@FILE = a\n@TITLE = A\n");
-    workspace.BuildWorkDir();
+    BuildWorkDir(workspace);
     std::filesystem::remove_all(Native("site/asp"));
     Put("site/_html.txt", "@ASP = other\n@FILE = a\n@TITLE = A\n");
-    workspace.ExploreFirstRoot();
+    ExploreFirstRoot(workspace);
     EXPECT_EQ(Started(), "explorer C:\\site\\asp\\");
     EXPECT_FALSE(Exists("site/asp"));
     EXPECT_FALSE(Exists("site/other"));
 }
 
-TEST_F(OtherPrograms, WithoutRootsTheWorkingDirectoryIsShown)
+TEST_F(OutsidePrograms, WithoutRootsTheWorkingDirectoryIsShown)
 {
     workspace.switchto("C:\\utils");
-    workspace.ExploreFirstRoot();
+    ExploreFirstRoot(workspace);
     EXPECT_EQ(Started(), "explorer C:\\utils\\");
-    workspace.ExploreLastRoot();
+    ExploreLastRoot(workspace);
     EXPECT_EQ(Started(), "explorer C:\\utils\\");
 }
 
-TEST_F(OtherPrograms, OutputRootsOfAGroupMember)
+TEST_F(OutsidePrograms, OutputRootsOfAGroupMember)
 {
     Put("site/_group.txt", "a");
     Put("site/a/_template.txt", ";\n");
     Put("site/a/_html.txt", "@ASP = asp\n@FILE = a\n@TITLE = A\n");
-    workspace.BuildGroup();
-    workspace.ExploreFirstRoot();
+    BuildGroup(workspace);
+    ExploreFirstRoot(workspace);
     EXPECT_EQ(Started(), "explorer C:\\site\\a\\asp\\");
     EXPECT_EQ(files->CurrentDirectory(), "C:\\site");
 }

@@ -1,0 +1,90 @@
+#include "shell/builds.h"
+
+#include "builder/build_driver.h"
+#include "platform/drive_path.h"
+#include "platform/run_error.h"
+#include "shell/groups.h"
+#include "platform/site_files.h"
+#include "shell/workspace.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace kiv {
+
+namespace {
+
+constexpr std::size_t kMaxGroupEntries = 500;
+
+/// Does `work` and after it, even when it fails, `restore`.
+void DoAndRestore(const std::function<void()>& work, const std::function<void()>& restore)
+{
+    try {
+        work();
+    } catch (...) {
+        restore();
+        throw;
+    }
+    restore();
+}
+
+void SetNewYear(Workspace& workspace, bool on)
+{
+    workspace.EoyEnabled = on;
+    workspace.showdir();
+}
+
+void BuildCurrent(Workspace& workspace, const Addresses& addresses)
+{
+    const BuildOptions options{workspace.EoyEnabled, workspace.UploadListWanted,
+                               workspace.UploadCommand, addresses, workspace.ProgramStart()};
+    BuildSite(workspace.machine(), options, workspace.memory.blocks, workspace.Roots);
+}
+
+void groupbuild(Workspace& workspace)
+{
+    Files& files = workspace.machine().files;
+    if (!files.FileExists(kGroupFile))
+        return;
+    const Addresses addresses = LoadAddresses(files);
+    const std::vector<std::string> entries = GroupEntries(files);
+    if (entries.size() > kMaxGroupEntries)
+        throw RunError(ErrorKind::subscript, "more than 500 group entries",
+                       AbsolutePath(kGroupFile, files.CurrentDirectory()));
+    const std::string saved = workspace.WorkDir;
+    const auto build_all = [&] {
+        if (files.FileExists(kPageListFile) && files.FileExists(kTemplateFile))
+            BuildCurrent(workspace, addresses);
+        for (const std::string& entry : entries) {
+            workspace.GoTo(saved + entry); // as written: no "\" is put behind it here
+            BuildCurrent(workspace, addresses);
+        }
+    };
+    DoAndRestore(build_all, [&] { workspace.GoTo(saved); });
+}
+
+} // namespace
+
+void BuildWorkDir(Workspace& workspace)
+{
+    BuildCurrent(workspace, LoadAddresses(workspace.machine().files));
+}
+
+void BuildGroup(Workspace& workspace)
+{
+    SetNewYear(workspace, true);
+    DoAndRestore([&] { groupbuild(workspace); }, [&] { SetNewYear(workspace, false); });
+}
+
+void ToggleNewYear(Workspace& workspace)
+{
+    SetNewYear(workspace, !workspace.EoyEnabled);
+}
+
+std::string_view NewYearText(const Workspace& workspace)
+{
+    return workspace.EoyEnabled ? "EOY ON!" : "";
+}
+
+} // namespace kiv

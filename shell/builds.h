@@ -1,0 +1,22 @@
+// Builds of the working directory and its group, and the New Year switch that they look at.
+#pragma once
+
+#include <string_view>
+
+namespace kiv {
+
+class Workspace;
+
+/// Builds the working directory.
+void BuildWorkDir(Workspace& workspace);
+
+/// Builds the working directory and every folder of its group list, with the New Year switch on; it
+/// is off afterwards. Throws RunError of kind `subscript` past 500 entries, `file` for a folder
+/// that is missing.
+void BuildGroup(Workspace& workspace);
+
+void ToggleNewYear(Workspace& workspace);
+/// The New Year indicator.
+std::string_view NewYearText(const Workspace& workspace);
+
+} // namespace kiv
