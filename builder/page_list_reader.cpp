@@ -14,6 +14,10 @@ namespace {
 
 constexpr std::string_view kPageListFile = "_html.txt";
 
+/// "DIR1:++" knows no prefix here: six characters of the line are held against its seven, which
+/// never match.
+constexpr std::string_view kIncludePrefixes[] = {"ASP:", "HTM:"};
+
 /// The switches begin with "@@", which few lines do.
 bool IsStop(std::string_view line)
 {
@@ -76,9 +80,7 @@ bool PageListReader::TakeLineOf(SourceFile& list, SourceLine line)
     }
     if (line.text.starts_with(';'))
         return true;
-    // "DIR1:++" knows no prefix here: six characters of the line are held against its seven, which
-    // never match.
-    if (const std::string_view prefix = TakeIncludePrefix(line.text, {"ASP:", "HTM:"}, "++");
+    if (const std::string_view prefix = TakeIncludePrefix(line.text, kIncludePrefixes, "++");
         !prefix.empty())
         prefix_ = prefix;
     if (line.text.starts_with("++"))

@@ -11,6 +11,7 @@ namespace kiv {
 namespace {
 
 constexpr std::string_view kTemplateFile = "_template.txt";
+constexpr std::string_view kIncludePrefixes[] = {"ASP:", "HTM:", "DIR1:"};
 
 class TemplateReader {
   public:
@@ -54,8 +55,7 @@ void TemplateReader::TakeLineOf(SourceLine line)
 {
     if (line.text.starts_with(';'))
         return;
-    if (const std::string_view prefix =
-            TakeIncludePrefix(line.text, {"ASP:", "HTM:", "DIR1:"}, "+");
+    if (const std::string_view prefix = TakeIncludePrefix(line.text, kIncludePrefixes, "+");
         !prefix.empty())
         prefix_ = prefix;
     if (line.text.starts_with('+')) {
