@@ -13,6 +13,10 @@ namespace kiv {
 
 namespace {
 
+/// "DIR1:++" knows no prefix here: six characters of the line are held against its seven, which
+/// never match.
+constexpr std::string_view kIncludePrefixes[] = {"ASP:", "HTM:"};
+
 /// The switches begin with "@@", which few lines do.
 bool IsStop(std::string_view line)
 {
@@ -75,9 +79,7 @@ bool PageListReader::TakeLineOf(SourceFile& list, SourceLine line)
     }
     if (line.text.starts_with(';'))
         return true;
-    // "DIR1:++" knows no prefix here: six characters of the line are held against its seven, which
-    // never match.
-    if (const std::string_view prefix = TakeIncludePrefix(line.text, {"ASP:", "HTM:"}, "++");
+    if (const std::string_view prefix = TakeIncludePrefix(line.text, kIncludePrefixes, "++");
         !prefix.empty())
         prefix_ = prefix;
     if (line.text.starts_with("++"))

@@ -39,11 +39,13 @@ SourceLine SourceFile::NextLine()
 }
 
 std::string_view TakeIncludePrefix(std::string_view& line,
-                                   std::initializer_list<std::string_view> prefixes,
+                                   std::span<const std::string_view> prefixes,
                                    std::string_view mark)
 {
     for (const std::string_view prefix : prefixes)
-        if (StartsWithNoCase(line, prefix) && line.substr(prefix.size()).starts_with(mark)) {
+        // Few lines have the mark there, so it is looked for first.
+        if (line.size() > prefix.size() && line[prefix.size()] == mark.front() &&
+            line.substr(prefix.size()).starts_with(mark) && StartsWithNoCase(line, prefix)) {
             line.remove_prefix(prefix.size());
             return prefix;
         }

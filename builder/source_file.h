@@ -5,7 +5,7 @@
 #include "blocks/line_source.h"
 #include "builder/sources.h"
 
-#include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -44,7 +44,7 @@ class SourceFile : public LineSource {
 /// Cuts the prefix of a pass off a line such as "ASP:++menu.txt", where `mark` stands behind it,
 /// and returns it; "" when the line has none of `prefixes`.
 std::string_view TakeIncludePrefix(std::string_view& line,
-                                   std::initializer_list<std::string_view> prefixes,
+                                   std::span<const std::string_view> prefixes,
                                    std::string_view mark);
 
 } // namespace kiv

@@ -11,6 +11,8 @@ namespace kiv {
 
 namespace {
 
+constexpr std::string_view kIncludePrefixes[] = {"ASP:", "HTM:", "DIR1:"};
+
 class TemplateReader {
   public:
     explicit TemplateReader(Build& build) : build_(build), state_(build.state) {}
@@ -53,8 +55,7 @@ void TemplateReader::TakeLineOf(SourceLine line)
 {
     if (line.text.starts_with(';'))
         return;
-    if (const std::string_view prefix =
-            TakeIncludePrefix(line.text, {"ASP:", "HTM:", "DIR1:"}, "+");
+    if (const std::string_view prefix = TakeIncludePrefix(line.text, kIncludePrefixes, "+");
         !prefix.empty())
         prefix_ = prefix;
     if (line.text.starts_with('+')) {
