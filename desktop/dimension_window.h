@@ -1,5 +1,4 @@
-// "Convert dimensions": asks for a picture's size and one side of its new size, and shows the
-// other.
+// "Convert dimensions": from a picture's size and one side of its new size to the other side.
 #pragma once
 
 #include "desktop/side_window.h"

@@ -1,5 +1,5 @@
-// "Choose directory": a list of drives, one of folders and one of files, each following the one
-// before.
+// "Choose directory": lists of drives, folders and files, each showing what is chosen in the one
+// before it.
 #pragma once
 
 #include "desktop/side_window.h"

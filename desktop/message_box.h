@@ -9,8 +9,8 @@ class QWidget;
 
 namespace kiv {
 
-/// Shows a text over the active window, or over `parent` when none is active, and waits for the
-/// user.
+/// Shows a text and waits for the user. The box stands over the active window; when none is active,
+/// over `parent`.
 void ShowBox(QWidget* parent, std::string_view text);
 
 /// The text of a fatal error and, in a line of its own, its place.

@@ -7,8 +7,8 @@
 
 namespace kiv {
 
-/// The place of a letter or digit that is still free, the first letters of words before others; -1:
-/// none.
+/// The place of a letter or digit that is still free, from 0; -1 when there is none. The first
+/// letters of words come before others.
 qsizetype FreeLetter(const QString& text, const QSet<QChar>& taken);
 
 /// Captions as Qt wants them: every "&" shows as it is, and each caption has a letter that neither

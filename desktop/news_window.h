@@ -1,5 +1,5 @@
-// "News Item": the fields of an article, the sites it can go to, and the buttons that fill and use
-// them.
+// "News Item": an article's fields, the sites that it can go to, and the buttons that fill the
+// fields and write the item.
 #pragma once
 
 #include "desktop/side_window.h"

@@ -25,8 +25,7 @@ QString ShownCaption(std::string_view caption);
 /// A text for a tooltip, which shows every character as it is.
 QString ToTip(std::string_view text);
 
-/// The text of a field of several lines, every line end as CR LF; each blank is the one that was
-/// typed.
+/// The text of a field of several lines, every line end as CR LF. A no-break space stays one.
 std::string FieldText(const QPlainTextEdit& field);
 void SetFieldText(QPlainTextEdit& field, std::string_view text);
 

@@ -1,5 +1,4 @@
-// "Rename files": a text to find in every file name of the working directory, and what to put for
-// it.
+// "Rename files": finds a text in the file names of the working directory and replaces it.
 #pragma once
 
 #include "desktop/side_window.h"

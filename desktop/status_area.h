@@ -1,5 +1,5 @@
-// The lower edge of the main window: status line, pass, New Year indicator, and how far a command
-// is.
+// The lower edge of the main window: status line, pass, New Year indicator, and a bar that shows
+// how far a command has come.
 #pragma once
 
 #include <QElapsedTimer>

@@ -32,8 +32,8 @@ struct RenamePass {
     std::string_view pattern;
     std::function<std::string(std::string_view name)> new_name;
 };
-/// Passes are done one after the other: each lists the folder when its turn comes, before its first
-/// rename.
+/// Passes are done one after the other. Each lists the folder when its turn comes, before it
+/// renames anything.
 using RenamePasses = std::vector<RenamePass>;
 
 RenamePasses WebSafePasses();

@@ -1,5 +1,5 @@
-// The group list of a site, "_group.txt": its entries, the site maps of its folders made one, their
-// sources opened.
+// The group list of a site, "_group.txt": its entries, and what is done for each of its folders
+// besides building it.
 #pragma once
 
 #include <string>

@@ -25,9 +25,9 @@ void ExploreLastRoot(Workspace& workspace);
 void RunUploadBatch(Workspace& workspace);
 void RunLanthorn(Workspace& workspace);
 
-/// Lower-cases the names of the current directory, or of a folder (a path, with or without its
-/// final "\").
+/// Lower-cases the names of the files in the current directory.
 void LowerCaseNames(Workspace& workspace);
+/// The same in a folder; its path may end in "\" or not.
 void LowerCaseNamesOf(Workspace& workspace, std::string_view folder);
 
 } // namespace kiv

@@ -19,8 +19,7 @@ void dorenamefiles(Workspace& workspace, const std::string& find, const std::str
                    Renaming renaming = Renaming::real);
 void UndoRenames(Workspace& workspace, const Renames& renames);
 
-/// The first file of the current directory; "" when there is none or the directory cannot be
-/// listed.
+/// The first file of the current directory; "" when there is none, or the listing fails.
 std::string SampleFileName(Files& files);
 
 } // namespace kiv
