@@ -18,7 +18,7 @@ int ReadPictures(Machine& machine, PictureTable& pictures)
     AltTable alts;
     if (machine.files.FileExists(kAltFile))
         alts.Read(machine.files);
-    const std::vector<std::string> names = PictureFiles(machine.files);
+    const std::vector<std::string> names = PictureFiles(machine);
     const int all = static_cast<int>(names.size());
     const std::string folder = WithSeparator(machine.files.CurrentDirectory());
     int count = 0;
