@@ -254,9 +254,9 @@ TEST_F(RenamingFiles, CharactersThatTheCodePageLacksGoAndComeBack)
 {
     const Texts names = {"&#26085;.jpg", "\xE6\x97\xA5 1.JPG", "\xE6\x97\xA5.jpg"};
     PutNames(names);
-    EXPECT_EQ(KindOf([&] { workspace.dodirfix(Renaming::dry_run); }), "");
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace, Renaming::dry_run); }), "");
     const Renames plan = workspace.Renamed;
-    EXPECT_EQ(KindOf([&] { workspace.dodirfix(); }), "");
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
     EXPECT_EQ(NamesIn("site"), (Texts{"-#26085;.jpg", "-26085--1.jpg", "-26085-.jpg"}));
     EXPECT_EQ(Content("site/-#26085;.jpg"), "&#26085;.jpg");
     const Renames done = workspace.Renamed;
@@ -264,12 +264,12 @@ TEST_F(RenamingFiles, CharactersThatTheCodePageLacksGoAndComeBack)
                            {"&#26085;.jpg", "-26085-.jpg"},
                            {"&#38;#26085;.jpg", "-#26085;.jpg"}}));
     EXPECT_EQ(plan, done);
-    EXPECT_EQ(KindOf([&] { workspace.UndoRenames(done); }), "");
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, done); }), "");
     EXPECT_EQ(NamesIn("site"), names);
     for (const std::string& name : names)
         EXPECT_EQ(Content("site/" + name), name);
     const Renames undone = workspace.Renamed;
-    EXPECT_EQ(KindOf([&] { workspace.UndoRenames(undone); }), "");
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, undone); }), "");
     EXPECT_EQ(NamesIn("site"), (Texts{"-#26085;.jpg", "-26085--1.jpg", "-26085-.jpg"}));
 }
 
@@ -277,13 +277,13 @@ TEST_F(RenamingFiles, CharactersThatTheCodePageLacksGoAndComeBack)
 TEST_F(RenamingFiles, BytesThatAreNoTextComeBack)
 {
     PutNames({"\xC9 1.txt"}); // no UTF-8
-    EXPECT_EQ(KindOf([&] { workspace.dodirfix(Renaming::dry_run); }), "");
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace, Renaming::dry_run); }), "");
     const Renames plan = workspace.Renamed;
-    EXPECT_EQ(KindOf([&] { workspace.dodirfix(); }), "");
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
     EXPECT_EQ(NamesIn("site"), (Texts{"\xC3\xA9-1.txt"}));
     EXPECT_EQ(workspace.Renamed, Pairs({{"&#1114313; 1.txt", "\xE9-1.txt"}}));
     EXPECT_EQ(workspace.Renamed, plan);
-    EXPECT_EQ(KindOf([&] { workspace.UndoRenames(plan); }), "");
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, plan); }), "");
     EXPECT_EQ(NamesIn("site"), (Texts{"\xC9 1.txt"}));
 }
 
@@ -292,14 +292,14 @@ TEST_F(RenamingFiles, ANameWithABackslashIsPassedOver)
     PutNames({"A\\B.gif", "C D.gif"});
     for (const Renaming renaming : {Renaming::dry_run, Renaming::real}) {
         reporter.shown.clear();
-        EXPECT_EQ(KindOf([&] { workspace.dodirfix(renaming); }), "");
+        EXPECT_EQ(KindOf([&] { dodirfix(workspace, renaming); }), "");
         EXPECT_EQ(workspace.Renamed, Pairs({{"C D.gif", "c-d.gif"}}));
         EXPECT_EQ(reporter.shown,
                   (Texts{"Left out because of the backslash in its name: A\\B.gif"}));
     }
     EXPECT_EQ(NamesIn("site"), (Texts{"A\\B.gif", "c-d.gif"}));
     reporter.shown.clear();
-    EXPECT_EQ(KindOf([&] { workspace.dodirt(); }), "");
+    EXPECT_EQ(KindOf([&] { dodirt(workspace); }), "");
     EXPECT_EQ(reporter.shown.size(), 1U); // as a GIF alone
     EXPECT_EQ(NamesIn("site"), (Texts{"A\\B.gif", "c-d_t.gif"}));
 }
