@@ -163,7 +163,7 @@ constexpr CallRow kCalls[] = {
      .about = "Add a news item to a site (\"New News\")",
      .details = "Writes the article to txt\\NAME.txt of the site and enters it in the site's "
          "page list. The sites stand in c:\\utils\\kivnews.ini. Date and newspaper that are not "
-         "given are read from NAME.",
+         "given are read from NAME. The text files are UTF-8.",
      .example = "kiv-cli news --site 2 --name pr040504 --text bridge.txt",
      .options = kNewsOptions, .run = RunNews},
 };

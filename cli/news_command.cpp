@@ -2,19 +2,33 @@
 #include "cli/commands.h"
 #include "cli/values.h"
 #include "shell/workspace.h"
+#include "text/windows1252.h"
 
 #include <utility>
 
 namespace kiv {
+
+namespace {
+
+/// A text file from outside: UTF-8, with or without a byte order mark.
+std::string ReadText(Files& files, const std::string& native)
+{
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    const std::string bytes = files.ReadFile(files.FromNative(native));
+    const std::string_view text = bytes;
+    return FromUtf8(text.starts_with(kMark) ? text.substr(kMark.size()) : text);
+}
+
+} // namespace
 
 void RunNews(CallDesk& desk, const GivenValues& given)
 {
     Workspace& workspace = desk.workspace;
     Files& files = workspace.machine().files;
     NewsItem item;
-    item.text = files.ReadFile(files.FromNative(given.Native("--text")));
+    item.text = ReadText(files, given.Native("--text"));
     if (given.Has("--lead"))
-        item.lead = files.ReadFile(files.FromNative(given.Native("--lead")));
+        item.lead = ReadText(files, given.Native("--lead"));
     NewsSettings settings = workspace.LoadNewsSettings();
     item.site = ParseNumber(given.Native("--site")).value_or(0);
     item.file_name = given.Text("--name");
