@@ -32,7 +32,7 @@ constexpr std::array kTopics = std::to_array<Topic>({
     {"Arguments",
      "Options may stand anywhere; those of a command come after its name. --name=value and --name "
      "value are the same, and of an option that is given twice the last counts. What begins with - "
-     "and is no number is an option; behind -- everything is an argument."},
+     "and is no number is an option; after -- everything is an argument."},
     {"Paths", kPaths},
     {"Output",
      "Plain: the final status on standard output, or the result of convert, dimensions and "
