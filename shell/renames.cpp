@@ -37,8 +37,7 @@ void dorenamefiles(Workspace& workspace, const std::string& find, const std::str
     if (find.empty())
         machine.reporter.reportmsg("Fill in find field, please");
     else
-        RenameFiles(machine, ReplacementPasses(find, replacement), renaming,
-                    workspace.Renamed);
+        RenameFiles(machine, ReplacementPasses(find, replacement), renaming, workspace.Renamed);
 }
 
 void UndoRenames(Workspace& workspace, const Renames& renames)

@@ -1,6 +1,6 @@
 // Whatever the program knows, the manual tells.
-#include "cli/call_definitions.h"
-#include "cli/call_texts.h"
+#include "cli/call_table.h"
+#include "cli/help.h"
 #include "shell/commands.h"
 #include "tests/manual/manual_text.h"
 #include "tests/manual/source_text.h"
@@ -216,25 +216,18 @@ TEST(Mentions, EveryFieldAndButtonOfTheOtherWindowsIsTold)
 TEST(Mentions, EveryCommandOfTheCommandLineIsTold)
 {
     Words calls;
-    for (const kiv::CommandText& text : kiv::CommandTexts())
-        calls.push_back(std::string(text.name) + " " + std::string(text.synopsis));
+    for (const kiv::CallRow& row : kiv::Calls())
+        calls.push_back(kiv::Synopsis(row));
     EXPECT_THAT(Unmentioned(calls, CodeSpans("commands")), IsEmpty());
 }
 
 TEST(Mentions, EveryOptionOfTheCommandLineIsTold)
 {
-    CLI::App app;
-    kiv::Call call;
-    kiv::GlobalOptions given;
-    kiv::DefineCalls(app, call, given);
     Words options;
-    std::vector<const CLI::App*> apps = {&app};
-    for (const CLI::App* command : app.get_subcommands([](CLI::App*) { return true; }))
-        apps.push_back(command);
-    for (const CLI::App* const each : apps)
-        for (const CLI::Option* const option : each->get_options())
-            for (const std::string& name : option->get_lnames())
-                options.push_back("--" + name);
+    const auto add = [&](const kiv::OptionRow& option) { options.emplace_back(option.name); };
+    std::for_each(kiv::GlobalOptions().begin(), kiv::GlobalOptions().end(), add);
+    for (const kiv::CallRow& row : kiv::Calls())
+        std::for_each(row.options.begin(), row.options.end(), add);
     EXPECT_GE(options.size(), 20U);
     EXPECT_THAT(Untold(options, CodeSpans("commands")), IsEmpty());
 }
