@@ -78,8 +78,9 @@ def check_menus(kiv):
 
 
 def check_main_buttons(kiv, drive):
-    for button, line in (("template", "pad _template.txt"), ("content", "pad _html.txt"),
-                         ("Dir window", f"xdg-open {drive}/site/lighthouse"),
+    folder = f"{drive}/site/lighthouse"
+    for button, line in (("template", f"pad {folder}/_template.txt"), ("content", f"pad {folder}/_html.txt"),
+                         ("Dir window", f"xdg-open {folder}"),
                          ("Upload", f"ftp95pro.exe -m {drive}/guestout2.bat")):
         kiv.press_button(kiv.main, button)
         expect_logged(kiv, drive, line)
