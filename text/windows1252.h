@@ -1,4 +1,4 @@
-// The one code page of the system: every text above the platform floor is Windows-1252, one byte a
+// The one code page of kiv: every text above the platform floor is Windows-1252, a byte a
 // character.
 #pragma once
 
@@ -15,8 +15,7 @@ char ToLower(char c);
 std::string UpperCase(std::string_view text);
 std::string LowerCase(std::string_view text);
 
-/// The Unicode code point of a character. The five codes without a character stand for U+0081,
-/// U+008D, …
+/// The Unicode code point of a character. The five codes that have none stand for U+0081 and so on.
 char32_t CodePoint(char c);
 
 /// Windows-1252 to UTF-8.

@@ -32,8 +32,13 @@ int RunsThatFail(const LayOut& lay_out, const Tool& tool)
         lay_out(desk);
         const test::FileTree old_files = desk.Tree();
         test::FailingFiles files(desk.machine.files, step);
-        Machine machine{files, desk.machine.native_paths, desk.machine.clock, desk.clipboard,
-                        desk.programs, desk.reporter,      desk.pictures};
+        Machine machine{files,
+                        desk.machine.native_paths,
+                        desk.machine.clock,
+                        desk.clipboard,
+                        desk.programs,
+                        desk.reporter,
+                        desk.pictures};
         try {
             tool(machine);
         } catch (const RunError&) {

@@ -231,8 +231,7 @@ TEST(PictureLists, NewAltFile)
     desk.Put("site/_alt.txt", "gone.jpg|Gone|c|d\r\ndog.gif|dog|c|d\r\npig.jpg|Pig\r\n"
                               "cat_t.jpg|A thumbnail\r\n");
     Size(desk);
-    // Pictures that are gone and thumbnails have no line; a text that only repeats the base is
-    // empty.
+    // Thumbnails and pictures that are gone have no line; a text that repeats the base is empty.
     EXPECT_EQ(desk.Content("site/_alt.txt"),
               "Bridge_T.jpg|||\r\ncat.jpg|||\r\ndog.gif||c|d\r\npig.jpg|Pig||\r\n\r\n");
     desk.machine.files.Refresh();
@@ -293,8 +292,9 @@ TEST(PictureLists, ProgramsStartInThePicturesFolder)
     UtilityDesk desk;
     desk.PutFolder("site/images");
     DirectoryNote programs(desk.machine.files);
-    Machine machine{desk.machine.files, desk.machine.native_paths, desk.machine.clock,    desk.machine.clipboard,
-                    programs,           desk.machine.reporter, desk.machine.pictures};
+    Machine machine{
+        desk.machine.files, desk.machine.native_paths, desk.machine.clock,   desk.machine.clipboard,
+        programs,           desk.machine.reporter,     desk.machine.pictures};
     run_picture_sizer(machine, "images", kEditor);
     EXPECT_THAT(programs.directories, ElementsAre("C:\\site\\images", "C:\\site\\images"));
 }
@@ -356,8 +356,13 @@ TEST(PictureLists, MeasuresRealPictures)
     UtilityDesk desk;
     desk.Put("site/a.jpg", std::string("GIF89a\x2C\x01\x05\0\0\0\0", 13)); // content decides
     HeaderPictureLoader loader(desk.machine.files);
-    Machine machine{desk.machine.files, desk.machine.native_paths, desk.machine.clock,    desk.machine.clipboard,
-                    desk.machine.programs, desk.machine.reporter, loader};
+    Machine machine{desk.machine.files,
+                    desk.machine.native_paths,
+                    desk.machine.clock,
+                    desk.machine.clipboard,
+                    desk.machine.programs,
+                    desk.machine.reporter,
+                    loader};
     run_picture_sizer(machine, "", kEditor);
     EXPECT_EQ(desk.Content("site/_pichtml.txt"),
               "@file = a\r\n@title = a\r\n<img src=\"site/a.jpg\" "
