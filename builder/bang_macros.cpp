@@ -1,7 +1,6 @@
 #include "builder/bang_macros.h"
 
 #include "builder/build_state.h"
-#include "text/joined_text.h"
 #include "platform/run_error.h"
 #include "text/joined_text.h"
 #include "text/text.h"

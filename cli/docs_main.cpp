@@ -1,5 +1,5 @@
 // Writes the manual page or the shell's completion: kiv-cli-docs manual|completion FILE
-#include "cli/manual.h"
+#include "cli/docs.h"
 
 #include <fstream>
 #include <iostream>

@@ -9,7 +9,6 @@ namespace kiv {
 namespace {
 
 using std::chrono::milliseconds;
-using std::chrono::steady_clock;
 
 /// Short commands show nothing; longer ones are told often enough to look alive.
 constexpr milliseconds kFirst{300};
@@ -17,8 +16,8 @@ constexpr milliseconds kEvery{50};
 
 } // namespace
 
-TerminalLine::TerminalLine(std::ostream* terminal)
-    : terminal_(terminal), next_(steady_clock::now() + kFirst)
+TerminalLine::TerminalLine(std::ostream* terminal, Instant (*now)())
+    : terminal_(terminal), now_(now), next_(now() + kFirst)
 {
 }
 
@@ -26,7 +25,7 @@ void TerminalLine::Show(int done, int all)
 {
     if (terminal_ == nullptr)
         return;
-    const steady_clock::time_point now = steady_clock::now();
+    const Instant now = now_();
     if (now < next_)
         return;
     next_ = now + kEvery;

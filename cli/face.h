@@ -14,14 +14,18 @@ namespace kiv {
 /// A line on the terminal that tells how far a long command is.
 class TerminalLine {
   public:
-    /// `terminal` is null when there is none.
-    explicit TerminalLine(std::ostream* terminal);
+    using Instant = std::chrono::steady_clock::time_point;
+
+    /// `terminal` is null when there is none; `now` tells the time.
+    explicit TerminalLine(std::ostream* terminal,
+                          Instant (*now)() = std::chrono::steady_clock::now);
     void Show(int done, int all);
     void Clear();
 
   private:
     std::ostream* terminal_;
-    std::chrono::steady_clock::time_point next_;
+    Instant (*now_)();
+    Instant next_;
     bool is_shown_ = false;
 };
 

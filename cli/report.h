@@ -25,9 +25,6 @@ struct RunReport {
     bool dry_run = false;              // `renamed` is what would be
 };
 
-/// One JSON object, UTF-8, and a line end.
-void PrintJson(std::ostream& out, const RunReport& report);
-
 /// The result on `out`, or the renames of a dry run, or the status; a fatal error on `err`, and
 /// with `verbose` the warnings that were kept back. The messages went to standard error while the
 /// command ran.

@@ -1,8 +1,10 @@
 #include "cli/run_cli.h"
 
-#include "cli/calls.h"
+#include "cli/arguments.h"
 #include "cli/face.h"
+#include "cli/json_report.h"
 #include "cli/report.h"
+#include "cli/values.h"
 #include "platform/drives.h"
 #include "platform/machine.h"
 #include "shell/workspace.h"
@@ -16,25 +18,38 @@ namespace kiv {
 
 namespace {
 
-std::unique_ptr<Clock> MakeClock(const std::optional<DateTime>& now)
+std::unique_ptr<Clock> MakeClock(const GivenValues& given)
 {
-    if (now)
+    if (const std::optional<DateTime> now = ParseDateTime(given.Native("--now")))
         return std::make_unique<FrozenClock>(*now);
     return std::make_unique<SystemClock>();
 }
 
-void Prepare(Workspace& workspace, const Call& call)
+DriveMap DrivesOf(const Call& call, const Variables& variable)
 {
-    if (call.set_up == SetUp::none)
-        return;
+    std::optional<std::string> drive_c;
+    if (call.given.Has("--drive-c"))
+        drive_c = call.given.Native("--drive-c");
+    return DrivesFrom(variable, drive_c);
+}
+
+bool IsDryRun(const Call& call)
+{
+    return call.row->renames && call.given.Has("--dry-run");
+}
+
+/// Makes the folder of the call the working directory.
+void EnterDirectory(Workspace& workspace, const Call& call)
+{
     // No name, most likely from a script's empty variable, is not the current directory; and
     // "\\server\share" is no place.
+    const std::string given = call.given.Native("DIR", ".");
     const std::string directory =
-        call.directory.empty() ? "" : workspace.machine().native_paths.FromNative(call.directory);
+        given.empty() ? "" : workspace.machine().native_paths.FromNative(given);
     if (directory.empty())
         throw RunError(ErrorKind::file,
-                       "cannot change to \"" + FromUtf8(call.directory) + "\": no such folder");
-    if (call.set_up == SetUp::look)
+                       "cannot change to \"" + FromUtf8(given) + "\": no such folder");
+    if (IsDryRun(call))
         workspace.LookAt(directory);
     else
         workspace.StartUp(directory);
@@ -42,24 +57,26 @@ void Prepare(Workspace& workspace, const Call& call)
 
 RunReport RunCall(const Call& call, const CliSurroundings& around)
 {
-    const DriveMap drives = DrivesFrom(around.variable, call.drive_c);
-    if (call.makes_drive_c)
+    const bool json = call.given.Has("--json");
+    const DriveMap drives = DrivesOf(call, around.variable);
+    if (call.row->start != Start::nothing && !IsDryRun(call))
         MakeDriveC(drives);
     const std::unique_ptr<Drives> files = MakeDriveFiles(drives);
-    const std::unique_ptr<Clock> clock = MakeClock(call.now);
+    const std::unique_ptr<Clock> clock = MakeClock(call.given);
     HeldClipboard clipboard;
     SystemPrograms system_programs(*files);
-    ProgramList programs(call.launch ? &system_programs : nullptr);
-    TerminalLine terminal_line(around.err_is_terminal && !call.json ? &around.err : nullptr);
-    CliReporter reporter(call.json ? nullptr : &around.err, terminal_line);
+    ProgramList programs(call.given.Has("--launch") ? &system_programs : nullptr);
+    TerminalLine terminal_line(around.err_is_terminal && !json ? &around.err : nullptr);
+    CliReporter reporter(json ? nullptr : &around.err, terminal_line);
     HeaderPictureLoader pictures(*files);
     Machine machine{*files, *files, *clock, clipboard, programs, reporter, pictures};
     Workspace workspace(machine);
     RunReport report;
     CallDesk desk{workspace, around.in, report};
     report.error = workspace.Run([&] {
-        Prepare(workspace, call);
-        call.run(desk);
+        if (call.row->start == Start::site)
+            EnterDirectory(workspace, call);
+        call.row->run(desk, call.given);
     });
     terminal_line.Clear();
     report.status = reporter.FinalStatus();
@@ -67,8 +84,8 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
     report.files = files->Written();
     report.launched = programs.Launched();
     report.warnings = reporter.Warnings();
-    report.dry_run = call.dry_run;
-    if (call.renames)
+    report.dry_run = IsDryRun(call);
+    if (call.row->renames)
         report.renamed = workspace.Renamed;
     return report;
 }
@@ -83,10 +100,11 @@ int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& aro
         return read.exit_code;
     }
     const RunReport report = RunCall(*read.call, around);
-    if (read.call->json)
+    const GivenValues& given = read.call->given;
+    if (given.Has("--json"))
         PrintJson(around.out, report);
     else
-        PrintPlain(around.out, around.err, report, read.call->verbose);
+        PrintPlain(around.out, around.err, report, given.Has("--verbose"));
     // A result that could not be handed over must not look like success.
     around.out.flush();
     if (!around.out)

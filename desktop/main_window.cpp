@@ -48,7 +48,8 @@ Window& OneOf(MainWindow& main_window)
 MainWindow::MainWindow(const Surroundings& around)
     : status_(new StatusArea(this)),
       reporter_([this](std::string_view text) { ShowMessage(text); }, *status_),
-      machine_{around.files, around.native_paths, around.clock, clipboard_, around.programs, reporter_, around.pictures},
+      machine_{around.files,    around.native_paths, around.clock,   clipboard_,
+               around.programs, reporter_,           around.pictures},
       workspace_(machine_), controls_(new CommandControls(*menuBar(), this)),
       messages_(new MessagesPane(this))
 {

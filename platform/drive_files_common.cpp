@@ -1,6 +1,7 @@
 #include "platform/drive_files_common.h"
 
 #include "platform/drive_path.h"
+#include "platform/exact_names.h"
 #include "platform/file_errors.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -19,38 +20,63 @@ void DriveFiles::ChangeDirectory(std::string_view path)
     current_ = std::move(absolute);
 }
 
-std::vector<std::string> DriveFiles::ListFiles(std::string_view folder, std::string_view pattern)
+FolderListing DriveFiles::List(std::string_view folder, std::string_view pattern)
 {
     return Listing(folder, pattern, false);
 }
 
 std::vector<std::string> DriveFiles::ListFolders(std::string_view folder)
 {
-    return Listing(folder, "*.*", true);
+    std::vector<std::string> names;
+    for (FileName& name : Listing(folder, "*.*", true).files)
+        names.push_back(std::move(name.text));
+    return names;
 }
 
-std::vector<std::string> DriveFiles::Listing(std::string_view folder, std::string_view pattern,
-                                             bool folders)
+FolderListing DriveFiles::Listing(std::string_view folder, std::string_view pattern, bool folders)
 {
     const std::string absolute = Absolute(folder);
     if (absolute.empty())
         Refuse("list", folder, "no such folder");
     struct Row {
         std::string upper;
-        std::string name;
+        FileName name;
     };
     std::vector<Row> rows;
-    for (std::string& name : Names(absolute, folders))
-        if (FitsPattern(name, pattern))
-            rows.push_back({UpperCase(name), std::move(name)});
+    for (FileName& name : Names(absolute, folders))
+        if (FitsPattern(name.text, pattern))
+            rows.push_back({UpperCase(name.text), std::move(name)});
     std::sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
-        return std::tie(a.upper, a.name) < std::tie(b.upper, b.name);
+        return std::tie(a.upper, a.name.text, a.name.exact) <
+               std::tie(b.upper, b.name.text, b.name.exact);
     });
-    std::vector<std::string> names;
-    names.reserve(rows.size());
-    for (Row& row : rows)
-        names.push_back(std::move(row.name));
-    return names;
+    FolderListing listing;
+    for (Row& row : rows) {
+        if (Contains(row.name.text, "\\"))
+            listing.left_out.push_back(std::move(row.name.text));
+        else
+            listing.files.push_back(std::move(row.name));
+    }
+    return listing;
+}
+
+NameChange DriveFiles::RenameFile(std::string_view from, std::string_view to)
+{
+    const std::string source = FileToUse(from, "rename");
+    const std::string target = FileToUse(to, "rename to");
+    NameChange change{ExactNameOf(source), {}};
+    change.to = ExactNewName(NameOf(target), change.from);
+    Rename(source, target, change, Alike::text);
+    return change;
+}
+
+NameChange DriveFiles::RenameExactly(std::string_view from, std::string_view to)
+{
+    const std::string source = FileToUse(from, "rename");
+    const std::string target = FileToUse(to, "rename to");
+    NameChange change{ExactNameOf(source), std::string(NameOf(target))};
+    Rename(source, target, change, Alike::exact);
+    return change;
 }
 
 std::string DriveFiles::Absolute(std::string_view path) const

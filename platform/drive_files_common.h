@@ -16,14 +16,27 @@ class DriveFiles : public Drives {
     const std::string& CurrentDirectory() const override { return current_; }
     void ChangeDirectory(std::string_view path) override;
     bool FileExists(std::string_view path) override { return Stamp(path).exists; }
-    std::vector<std::string> ListFiles(std::string_view folder, std::string_view pattern) override;
+    NameChange RenameFile(std::string_view from, std::string_view to) override;
+    NameChange RenameExactly(std::string_view from, std::string_view to) override;
+    FolderListing List(std::string_view folder, std::string_view pattern) override;
     std::vector<std::string> ListFolders(std::string_view folder) override;
     const std::vector<std::string>& Written() const override { return written_; }
     void Refresh() override { written_.clear(); }
 
   protected:
     /// The names in a folder, in any order: those of plain files or those of folders.
-    virtual std::vector<std::string> Names(const std::string& folder, bool folders) = 0;
+    virtual std::vector<FileName> Names(const std::string& folder, bool folders) = 0;
+
+    /// A plain file whose name may be in exact form, as the exact form of what it is called.
+    /// `absolute`: as FileToUse gives it. Throws "cannot rename x: …" when there is none.
+    virtual std::string ExactNameOf(const std::string& absolute) = 0;
+    /// Which names count as the new one's, case aside: those of the same text, or those of the same
+    /// exact form alone.
+    enum class Alike { text, exact };
+    /// Renames a file that is there and bears `change.from` to `change.to`, in the folder of
+    /// `target`.
+    virtual void Rename(const std::string& source, const std::string& target,
+                        const NameChange& change, Alike alike) = 0;
 
     /// The absolute form of a path; empty when it is no place: "\\server\share", a NUL in it.
     std::string Absolute(std::string_view path) const;
@@ -37,17 +50,16 @@ class DriveFiles : public Drives {
     /// A file was closed after writing.
     void CountWritten(const std::string& absolute);
 
-    /// What the state of a file is told by. The system's time stamps are coarse: two writes of this
-    /// program may fall on one tick, so a young stamp counts the writes too. `now` and `young` are
-    /// in the unit of `changed`.
+    /// What the state of a file is told by. A file system's time stamps are coarse: two writes of
+    /// this program may fall on one tick, so a young stamp counts the writes too. `now` and `young`
+    /// are in the unit of `changed`.
     std::int64_t Distinct(std::int64_t changed, std::int64_t now, std::int64_t young) const
     {
         return now - changed < young ? changed + writes_ : changed;
     }
 
   private:
-    std::vector<std::string> Listing(std::string_view folder, std::string_view pattern,
-                                     bool folders);
+    FolderListing Listing(std::string_view folder, std::string_view pattern, bool folders);
 
     std::string current_;
     std::vector<std::string> written_;

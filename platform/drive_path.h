@@ -22,8 +22,8 @@ inline bool HasDrive(std::string_view path)
 /// The absolute form of `path`: upper-case drive letter, ":\", the parts joined with "\". "." and
 /// empty parts drop out, ".." takes a part away and stays put at the root. A path without a drive
 /// is relative to `current` (an absolute path), "\x" to the root of its drive, and "C:x" to
-/// `current` when that is on C:, else to the root of C:.
-/// "\\server\share" is no place: the result is empty. No final "\" but at a root.
+/// `current` when that is on C:, else to the root of C:. "\\server\share" is no place: the result
+/// is empty. No final "\" but at a root.
 std::string AbsolutePath(std::string_view path, std::string_view current);
 
 /// The folder of an absolute path ("C:\site" of "C:\site\a.htm", "C:\" of "C:\a.htm").

@@ -8,8 +8,8 @@
 
 namespace kiv {
 
-/// Paths are Windows-1252 text and may be relative to the current directory. Reading throws RunError
-/// of kind `file`, naming the path, when the operating system refuses.
+/// Paths are Windows-1252 text and may be relative to the current directory. Reading throws
+/// RunError of kind `file`, naming the path, when the operating system refuses.
 class FileReader {
   public:
     FileReader() = default;

@@ -28,6 +28,24 @@ struct FileStamp {
     bool operator==(const FileStamp&) const = default;
 };
 
+/// The name of a file.
+struct FileName {
+    std::string text;  // as paths have it
+    std::string exact; // see exact_names.h
+    bool operator==(const FileName&) const = default;
+};
+
+struct FolderListing {
+    std::vector<FileName> files;
+    std::vector<std::string> left_out; // what no path can name, for a "\" is in it
+};
+
+/// A name before and after a renaming, both in exact form.
+struct NameChange {
+    std::string from;
+    std::string to;
+};
+
 /// All of these throw RunError of kind `file`, naming the path, when the operating system refuses,
 /// unless said otherwise.
 class Files : public FileReader {
@@ -63,14 +81,19 @@ class Files : public FileReader {
     /// taken). Never throws.
     virtual bool MakeFolder(std::string_view path) = 0;
     virtual void DeleteFile(std::string_view path) = 0;
-    /// Renames a file. A name that is taken is never overwritten: "target exists". Only the case of
-    /// a name may change.
-    virtual void RenameFile(std::string_view from, std::string_view to) = 0;
+    /// Renames a file, whose name in `from` may be in exact form. A name that is taken is never
+    /// overwritten: "target exists". Only the case of a name may change. Characters that the code
+    /// page lacks stay what they are.
+    virtual NameChange RenameFile(std::string_view from, std::string_view to) = 0;
+    /// The same where the name in `to` is in exact form, too. Only that name, case aside, must be
+    /// free.
+    virtual NameChange RenameExactly(std::string_view from, std::string_view to) = 0;
 
-    /// Names of the plain files or folders of a folder, in the order of their upper-cased names
-    /// ("." and ".." left out).
-    virtual std::vector<std::string> ListFiles(std::string_view folder,
-                                               std::string_view pattern) = 0;
+    /// The plain files of a folder that fit a pattern, in the order of their upper-cased names.
+    virtual FolderListing List(std::string_view folder, std::string_view pattern) = 0;
+    /// The text of their names, without those that no path can name.
+    std::vector<std::string> ListFiles(std::string_view folder, std::string_view pattern);
+    /// The folders of a folder in the same order, "." and ".." left out.
     virtual std::vector<std::string> ListFolders(std::string_view folder) = 0;
     /// Every file written since the last Refresh, as absolute drive paths, in the order of their
     /// closing.

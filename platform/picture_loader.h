@@ -20,8 +20,9 @@ class PictureLoader {
     PictureLoader& operator=(const PictureLoader&) = delete;
     virtual ~PictureLoader() = default;
 
-    /// The size of a JPEG or GIF, told apart by content. Throws RunError of kind `picture` naming
-    /// the file when it is neither or cannot be read.
+    /// The size of a JPEG, GIF, PNG or BMP, told apart by content. Throws RunError of kind
+    /// `picture` naming the path and what the file looks like when it is none of them, cannot be
+    /// read, or has a side of 0 pixels.
     virtual PictureSize Size(std::string_view path) = 0;
 };
 

@@ -23,9 +23,4 @@ std::string_view KindName(ErrorKind kind)
     return "";
 }
 
-std::string LineInFile(std::string_view file, int line)
-{
-    return std::string(file) + ", line " + std::to_string(line);
-}
-
 } // namespace kiv

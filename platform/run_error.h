@@ -21,10 +21,6 @@ enum class ErrorKind {
 /// The kind's name in reports, such as "end-of-file".
 std::string_view KindName(ErrorKind kind);
 
-/// A place in a file as a person would look for it: "C:\utils\ftplist.txt, line 3". `line` counts
-/// from 1.
-std::string LineInFile(std::string_view file, int line);
-
 struct RunError : std::exception {
     ErrorKind kind;
     std::string text;  // what is wrong, begins in lower case

@@ -3,8 +3,8 @@
 #include "builder/build_driver.h"
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
-#include "shell/groups.h"
 #include "platform/site_files.h"
+#include "shell/groups.h"
 #include "shell/workspace.h"
 
 #include <functional>

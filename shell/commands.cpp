@@ -1,10 +1,10 @@
 #include "shell/commands.h"
 
+#include "platform/site_files.h"
 #include "shell/builds.h"
 #include "shell/groups.h"
 #include "shell/outside_programs.h"
 #include "shell/renames.h"
-#include "platform/site_files.h"
 #include "shell/utilities.h"
 #include "shell/workspace.h"
 

@@ -1,6 +1,8 @@
 #include "shell/directory_tools.h"
 
 #include "platform/drive_path.h"
+#include "platform/exact_names.h"
+#include "platform/folder_work.h"
 #include "platform/run_error.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -8,7 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <set>
+#include <tuple>
 #include <utility>
 
 namespace kiv {
@@ -58,28 +60,30 @@ class Folder {
     Folder& operator=(const Folder&) = delete;
     virtual ~Folder() = default;
 
-    virtual std::vector<std::string> List(std::string_view pattern) = 0;
-    virtual void Move(const Rename& rename) = 0;
+    virtual FolderListing List(std::string_view pattern) = 0;
 
-    /// Renames a file, if that changes its name.
-    void Apply(const Rename& rename, Renames& done)
+    /// Gives a file a new name, if that changes it. `from` is an exact form.
+    void Apply(const std::string& from, const std::string& to, Renames& done)
     {
-        if (rename.from == rename.to)
+        if (TextOfName(from) == to)
             return;
-        if (const std::string_view fault = FaultOf(rename.to); !fault.empty())
-            Refuse(rename, fault);
-        Move(rename);
-        done.push_back(rename);
+        if (const std::string_view fault = FaultOf(to); !fault.empty())
+            Refuse(from, to, fault);
+        const NameChange change = Move(from, to);
+        done.push_back({change.from, change.to});
     }
 
   protected:
+    virtual NameChange Move(const std::string& from, const std::string& to) = 0;
+
     /// The whole path: a name alone might look like a path with a drive.
     std::string PathOf(std::string_view name) const { return folder_ + std::string(name); }
 
-    [[noreturn]] void Refuse(const Rename& rename, std::string_view reason) const
+    [[noreturn]] void Refuse(std::string_view from, std::string_view to,
+                             std::string_view reason) const
     {
-        throw RunError(ErrorKind::file, "cannot rename " + PathOf(rename.from) + " to " +
-                                            PathOf(rename.to) + ": " + std::string(reason));
+        throw RunError(ErrorKind::file, "cannot rename " + PathOf(from) + " to " + PathOf(to) +
+                                            ": " + std::string(reason));
     }
 
     Files& files_;
@@ -91,14 +95,34 @@ class Folder {
 class RealFolder : public Folder {
   public:
     using Folder::Folder;
-    std::vector<std::string> List(std::string_view pattern) override
+    FolderListing List(std::string_view pattern) override { return files_.List(".", pattern); }
+
+  protected:
+    NameChange Move(const std::string& from, const std::string& to) override
     {
-        return files_.ListFiles(".", pattern);
+        return files_.RenameFile(PathOf(from), PathOf(to));
     }
-    void Move(const Rename& rename) override
+};
+
+/// A folder in which files get back names in exact form.
+class UndoneFolder : public RealFolder {
+  public:
+    using RealFolder::RealFolder;
+
+    void PutBack(const Rename& rename, Renames& done)
     {
-        files_.RenameFile(PathOf(rename.from), PathOf(rename.to));
+        // Put back already, by a run that was stopped: that one can be started again.
+        const bool is_back = !IsThere(rename.to) && IsThere(rename.from);
+        if (rename.from == rename.to || is_back)
+            return;
+        if (const std::string_view fault = FaultOf(rename.from); !fault.empty())
+            Refuse(rename.to, rename.from, fault);
+        const NameChange change = files_.RenameExactly(PathOf(rename.to), PathOf(rename.from));
+        done.push_back({change.from, change.to});
     }
+
+  private:
+    bool IsThere(std::string_view exact) { return files_.FileExists(PathOf(TextOfName(exact))); }
 };
 
 /// The names as they would be after the renames so far.
@@ -106,64 +130,80 @@ class ImaginedFolder : public Folder {
   public:
     explicit ImaginedFolder(Files& files) : Folder(files)
     {
-        for (const std::string& name : files.ListFiles(".", "*.*"))
+        FolderListing listing = files.List(".", "*.*");
+        for (const FileName& name : listing.files)
             Add(name);
         for (const std::string& name : files.ListFolders("."))
             ++taken_[UpperCase(name)];
+        left_out_ = std::move(listing.left_out);
     }
 
-    std::vector<std::string> List(std::string_view pattern) override
+    FolderListing List(std::string_view pattern) override
     {
-        std::vector<std::string> fitting;
-        for (const auto& [upper, name] : names_)
+        FolderListing fitting;
+        for (const auto& [key, name] : names_)
+            if (FitsPattern(name.text, pattern))
+                fitting.files.push_back(name);
+        for (const std::string& name : left_out_)
             if (FitsPattern(name, pattern))
-                fitting.push_back(name);
+                fitting.left_out.push_back(name);
         return fitting;
     }
 
-    void Move(const Rename& rename) override
+  protected:
+    NameChange Move(const std::string& from, const std::string& to) override
     {
-        const std::string old_name = UpperCase(rename.from);
-        const std::string new_name = UpperCase(rename.to);
+        const std::string old_text = TextOfName(from);
+        const std::string old_name = UpperCase(old_text);
+        const std::string new_name = UpperCase(to);
         // What is neither a file nor a folder, as a link to nothing, takes a name, too.
         const bool is_listed = taken_.count(new_name) > 0;
         const int others = taken_[new_name] - (new_name == old_name ? 1 : 0);
-        if (others > 0 || (!is_listed && files_.NameIsTaken(PathOf(rename.to))))
-            Refuse(rename, "target exists");
-        names_.erase(names_.find({old_name, rename.from}));
+        if (others > 0 || (!is_listed && files_.NameIsTaken(PathOf(to))))
+            Refuse(from, to, "target exists");
+        names_.erase({old_name, old_text, from});
         --taken_[old_name];
-        Add(rename.to);
+        NameChange change{from, ExactNewName(to, from)};
+        Add({to, change.to});
+        return change;
     }
 
   private:
-    void Add(const std::string& name)
+    using Key = std::tuple<std::string, std::string, std::string>;
+
+    void Add(const FileName& name)
     {
-        std::string upper = UpperCase(name);
+        std::string upper = UpperCase(name.text);
         ++taken_[upper];
-        names_.emplace(std::move(upper), name);
+        names_.emplace(Key(std::move(upper), name.text, name.exact), name);
     }
 
-    std::multiset<std::pair<std::string, std::string>> names_; // upper-cased and as it is
-    std::map<std::string, int> taken_;                         // upper-cased: how many bear it
+    std::map<Key, FileName> names_;    // by the upper-cased text, the text, the exact form
+    std::map<std::string, int> taken_; // upper-cased: how many bear it
+    std::vector<std::string> left_out_;
 };
 
-void RenameIn(Folder& folder, const RenamePasses& passes, Renames& done)
+void RenameIn(Folder& folder, Reporter& reporter, const RenamePasses& passes, Renames& done)
 {
-    for (const RenamePass& pass : passes)
-        for (const std::string& name : folder.List(pass.pattern))
-            folder.Apply({name, pass.new_name(name)}, done);
+    for (const RenamePass& pass : passes) {
+        const FolderListing listing = folder.List(pass.pattern);
+        WarnOfLeftOut(reporter, listing.left_out);
+        for (const FileName& name : listing.files)
+            folder.Apply(name.exact, pass.new_name(name), done);
+    }
 }
 
 RenamePass ThumbnailPass(std::string_view pattern, std::string_view extension)
 {
-    return {pattern, [extension](std::string_view name) { return ThumbnailName(name, extension); }};
+    return {pattern,
+            [extension](const FileName& name) { return ThumbnailName(name.text, extension); }};
 }
 
 } // namespace
 
-std::string WebSafeName(std::string_view name)
+std::string WebSafeName(std::string_view exact)
 {
-    std::string safe(name);
+    std::string safe = TextOfName(exact, "-", "-");
     for (const Replacement& replacement : kWebSafe)
         ReplaceEach(safe, replacement.text, replacement.by);
     return LowerCase(safe);
@@ -184,7 +224,7 @@ std::string ThumbnailName(std::string_view name, std::string_view extension)
 
 RenamePasses WebSafePasses()
 {
-    return {{"*.*", WebSafeName}};
+    return {{"*.*", [](const FileName& name) { return WebSafeName(name.exact); }}};
 }
 
 RenamePasses ThumbnailPasses()
@@ -194,21 +234,21 @@ RenamePasses ThumbnailPasses()
 
 RenamePasses ReplacementPasses(const std::string& find, const std::string& replacement)
 {
-    return {{"*.*", [find, replacement](std::string_view name) {
-                 std::string replaced(name);
+    return {{"*.*", [find, replacement](const FileName& name) {
+                 std::string replaced = name.text;
                  ReplaceEach(replaced, find, replacement);
                  return replaced;
              }}};
 }
 
-void RenameFiles(Files& files, const RenamePasses& passes, Renaming renaming, Renames& done)
+void RenameFiles(Machine& machine, const RenamePasses& passes, Renaming renaming, Renames& done)
 {
     if (renaming == Renaming::dry_run) {
-        ImaginedFolder folder(files);
-        RenameIn(folder, passes, done);
+        ImaginedFolder folder(machine.files);
+        RenameIn(folder, machine.reporter, passes, done);
     } else {
-        RealFolder folder(files);
-        RenameIn(folder, passes, done);
+        RealFolder folder(machine.files);
+        RenameIn(folder, machine.reporter, passes, done);
     }
 }
 
@@ -219,15 +259,9 @@ void UndoRenames(Files& files, const Renames& renames, Renames& done)
             if (name.find_first_of("\\/") != npos)
                 throw RunError(ErrorKind::file,
                                "cannot rename " + name + ": a name has no folders");
-    RealFolder folder(files);
-    const std::string path = WithSeparator(files.CurrentDirectory());
-    std::for_each(renames.rbegin(), renames.rend(), [&](const Rename& rename) {
-        // Put back already, by a run that was stopped: that one can be started again.
-        const bool is_back =
-            !files.FileExists(path + rename.to) && files.FileExists(path + rename.from);
-        if (!is_back)
-            folder.Apply({rename.to, rename.from}, done);
-    });
+    UndoneFolder folder(files);
+    std::for_each(renames.rbegin(), renames.rend(),
+                  [&](const Rename& rename) { folder.PutBack(rename, done); });
 }
 
 } // namespace kiv

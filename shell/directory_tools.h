@@ -2,7 +2,7 @@
 // never lands on a name that is taken, and each can be put back.
 #pragma once
 
-#include "platform/files.h"
+#include "platform/machine.h"
 
 #include <functional>
 #include <optional>
@@ -12,7 +12,7 @@
 
 namespace kiv {
 
-/// One rename in a folder: two names without folders.
+/// One rename in a folder: two names without folders, in exact form.
 struct Rename {
     std::string from;
     std::string to;
@@ -20,8 +20,9 @@ struct Rename {
 };
 using Renames = std::vector<Rename>;
 
-/// A name made safe for the web.
-std::string WebSafeName(std::string_view name);
+/// A name, given in exact form, made safe for the web. A character that the code page lacks becomes
+/// its number between hyphens.
+std::string WebSafeName(std::string_view exact);
 
 /// The name with "_t" before its last `extension` (".gif", ".jpg"); the name itself when it has no
 /// such extension or is a thumbnail name already.
@@ -30,7 +31,7 @@ std::string ThumbnailName(std::string_view name, std::string_view extension);
 /// The files that fit `pattern`, and the new name of each.
 struct RenamePass {
     std::string_view pattern;
-    std::function<std::string(std::string_view name)> new_name;
+    std::function<std::string(const FileName& name)> new_name;
 };
 /// Passes are done one after the other. Each lists the folder when its turn comes, before it
 /// renames anything.
@@ -45,9 +46,10 @@ RenamePasses ReplacementPasses(const std::string& find, const std::string& repla
 enum class Renaming { real, dry_run };
 
 /// Renames the files of the current directory and adds each rename that is done, or would be, to
-/// `done`. A name that stays as it is is none. Throws RunError of kind `file` at the first rename
-/// that is, or would be, impossible; those before it are done.
-void RenameFiles(Files& files, const RenamePasses& passes, Renaming renaming, Renames& done);
+/// `done`. A name that stays as it is is none. Warns of files that no path can name. Throws
+/// RunError of kind `file` at the first rename that is, or would be, impossible; those before it
+/// are done.
+void RenameFiles(Machine& machine, const RenamePasses& passes, Renaming renaming, Renames& done);
 
 /// Puts the names of `renames` back, last first, and adds each rename done to `done`. What was put
 /// back before is passed over. Throws RunError of kind `file` at the first that is impossible.

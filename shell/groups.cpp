@@ -1,8 +1,8 @@
 #include "shell/groups.h"
 
 #include "platform/drive_path.h"
-#include "shell/outside_programs.h"
 #include "platform/site_files.h"
+#include "shell/outside_programs.h"
 #include "shell/workspace.h"
 
 namespace kiv {

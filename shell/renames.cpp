@@ -13,7 +13,7 @@ namespace {
 void RenameAll(Workspace& workspace, const RenamePasses& passes, Renaming renaming,
                std::string_view status)
 {
-    RenameFiles(workspace.machine().files, passes, renaming, workspace.Renamed);
+    RenameFiles(workspace.machine(), passes, renaming, workspace.Renamed);
     if (renaming == Renaming::real)
         workspace.machine().reporter.Status(status);
 }
@@ -37,8 +37,7 @@ void dorenamefiles(Workspace& workspace, const std::string& find, const std::str
     if (find.empty())
         machine.reporter.reportmsg("Fill in find field, please");
     else
-        RenameFiles(machine.files, ReplacementPasses(find, replacement), renaming,
-                    workspace.Renamed);
+        RenameFiles(machine, ReplacementPasses(find, replacement), renaming, workspace.Renamed);
 }
 
 void UndoRenames(Workspace& workspace, const Renames& renames)

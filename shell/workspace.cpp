@@ -92,7 +92,8 @@ std::vector<RunError> Workspace::StartWindow(const std::optional<std::string>& a
 void Workspace::loadworkdir(const std::optional<std::string>& argument)
 {
     Files& files = machine_.files;
-    const std::string local = WithSeparator(files.CurrentDirectory()) + std::string(kLocalSettingsFile);
+    const std::string local =
+        WithSeparator(files.CurrentDirectory()) + std::string(kLocalSettingsFile);
     SettingsPath = kSettingsFile;
     std::string directory;
     if (argument) {

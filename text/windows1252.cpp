@@ -68,52 +68,6 @@ std::string Map(std::string_view text, const CaseTable& table)
     return mapped;
 }
 
-void AppendUtf8(std::string& out, char32_t point)
-{
-    const auto unit = [&](char32_t bits) {
-        out.push_back(static_cast<char>(static_cast<unsigned char>(bits)));
-    };
-    if (point < 0x80) {
-        unit(point);
-    } else if (point < 0x800) {
-        unit(0xC0 | (point >> 6));
-        unit(0x80 | (point & 0x3F));
-    } else {
-        unit(0xE0 | (point >> 12));
-        unit(0x80 | ((point >> 6) & 0x3F));
-        unit(0x80 | (point & 0x3F));
-    }
-}
-
-struct Decoded {
-    char32_t point = 0;
-    std::size_t size = 0; // 0: no valid sequence begins here
-};
-
-/// The first character of a text that is not empty. Overlong forms, surrogates and values past
-/// U+10FFFF are not valid.
-Decoded DecodeUtf8(std::string_view text)
-{
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned char lead = byte(0);
-    if (lead < 0x80)
-        return {lead, 1};
-    const std::size_t size = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || lead > 0xF4 || text.size() < size)
-        return {};
-    char32_t point = lead & (0x7FU >> size);
-    for (std::size_t i = 1; i < size; ++i) {
-        if ((byte(i) & 0xC0U) != 0x80)
-            return {};
-        point = (point << 6) | (byte(i) & 0x3FU);
-    }
-    constexpr std::array<char32_t, 5> kSmallest = {0, 0, 0x80, 0x800, 0x10000};
-    const bool surrogate = point >= 0xD800 && point <= 0xDFFF;
-    if (point < kSmallest[size] || surrogate || point > 0x10FFFF)
-        return {};
-    return {point, size};
-}
-
 /// Appends the character's code, or its decimal reference when the code page lacks it.
 void AppendFromPoint(std::string& out, char32_t point)
 {
@@ -158,6 +112,47 @@ char32_t CodePoint(char c)
     return code >= kFirstExtra && code < 0xA0 ? kExtra[code - kFirstExtra] : code;
 }
 
+Utf8Character FirstUtf8(std::string_view utf8)
+{
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(utf8[i]); };
+    const unsigned char lead = byte(0);
+    if (lead < 0x80)
+        return {lead, 1};
+    const std::size_t size = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    if (lead < 0xC2 || lead > 0xF4 || utf8.size() < size)
+        return {};
+    char32_t point = lead & (0x7FU >> size);
+    for (std::size_t i = 1; i < size; ++i) {
+        if ((byte(i) & 0xC0U) != 0x80)
+            return {};
+        point = (point << 6) | (byte(i) & 0x3FU);
+    }
+    constexpr std::array<char32_t, 5> kSmallest = {0, 0, 0x80, 0x800, 0x10000};
+    const bool surrogate = point >= 0xD800 && point <= 0xDFFF;
+    if (point < kSmallest[size] || surrogate || point > 0x10FFFF)
+        return {};
+    return {point, size};
+}
+
+void AppendUtf8(std::string& utf8, char32_t point)
+{
+    const auto unit = [&](char32_t bits) {
+        utf8.push_back(static_cast<char>(static_cast<unsigned char>(bits)));
+    };
+    if (point < 0x80) {
+        unit(point);
+    } else if (point < 0x800) {
+        unit(0xC0 | (point >> 6));
+        unit(0x80 | (point & 0x3F));
+    } else {
+        unit(point < 0x10000 ? 0xE0 | (point >> 12) : 0xF0 | (point >> 18));
+        if (point >= 0x10000)
+            unit(0x80 | ((point >> 12) & 0x3F));
+        unit(0x80 | ((point >> 6) & 0x3F));
+        unit(0x80 | (point & 0x3F));
+    }
+}
+
 std::string ToUtf8(std::string_view text)
 {
     std::string utf8;
@@ -172,7 +167,7 @@ std::string FromUtf8(std::string_view utf8)
     std::string text;
     text.reserve(utf8.size());
     while (!utf8.empty()) {
-        const Decoded next = DecodeUtf8(utf8);
+        const Utf8Character next = FirstUtf8(utf8);
         if (next.size == 0)
             text.push_back(utf8[0]);
         else
@@ -187,7 +182,7 @@ std::string ToUtf8Keeping(std::string_view text, std::string_view original)
     std::string utf8 = ToUtf8(text);
     for (std::string_view rest = original; !rest.empty();) {
         const std::string_view character =
-            rest.substr(0, std::max<std::size_t>(DecodeUtf8(rest).size, 1));
+            rest.substr(0, std::max<std::size_t>(FirstUtf8(rest).size, 1));
         rest.remove_prefix(character.size());
         const std::string reference = FromUtf8(character);
         // A reference that the original itself has cannot be told from one that was put in.

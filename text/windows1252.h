@@ -1,7 +1,8 @@
-// The one code page of kiv: every text above the platform floor is Windows-1252, a byte a
+// The one code page of kiv: above the platform floor every text is Windows-1252, a byte a
 // character.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,19 @@ std::string LowerCase(std::string_view text);
 
 /// The Unicode code point of a character. The five codes that have none stand for U+0081 and so on.
 char32_t CodePoint(char c);
+
+/// One character of a UTF-8 text.
+struct Utf8Character {
+    char32_t point = 0;
+    std::size_t size = 0; // in bytes; 0: no valid sequence begins here
+};
+
+/// The first character of a text that is not empty. Overlong forms, surrogates and values past
+/// U+10FFFF are not valid.
+Utf8Character FirstUtf8(std::string_view utf8);
+
+/// Appends a character, a surrogate too.
+void AppendUtf8(std::string& utf8, char32_t point);
 
 /// Windows-1252 to UTF-8.
 std::string ToUtf8(std::string_view text);

@@ -18,13 +18,14 @@ int ReadPictures(Machine& machine, PictureTable& pictures)
     AltTable alts;
     if (machine.files.FileExists(kAltFile))
         alts.Read(machine.files);
-    const std::vector<std::string> names = PictureFiles(machine.files);
+    const std::vector<std::string> names = PictureFiles(machine);
     const int all = static_cast<int>(names.size());
+    const std::string folder = WithSeparator(machine.files.CurrentDirectory());
     int count = 0;
     for (const std::string& name : names) {
         machine.reporter.Status(name);
         PictureRecord& record = pictures[++count];
-        record.size = machine.pictures.Size(name);
+        record.size = machine.pictures.Size(folder + name);
         DescribePicture(record, name, alts);
         machine.reporter.Step(count, all);
     }

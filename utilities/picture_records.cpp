@@ -1,6 +1,7 @@
 #include "utilities/picture_records.h"
 
 #include "platform/drive_path.h"
+#include "platform/folder_work.h"
 #include "platform/reporter.h"
 #include "platform/run_error.h"
 #include "platform/site_files.h"
@@ -64,12 +65,12 @@ bool IsThumbnail(std::string_view file)
     return Contains(file, "_t.") || (Contains(file, "_T.") && UpperCase(file) == file);
 }
 
-std::vector<std::string> PictureFiles(Files& files)
+std::vector<std::string> PictureFiles(Machine& machine)
 {
     using Keyed = std::pair<std::string, std::string>; // the name in upper case, the name
     std::vector<Keyed> keyed;
     for (const std::string_view pattern : {"*.jpg", "*.gif"})
-        for (std::string& name : files.ListFiles(files.CurrentDirectory(), pattern))
+        for (std::string& name : FilesToWorkOn(machine, pattern))
             keyed.emplace_back(UpperCase(name), std::move(name));
     std::sort(keyed.begin(), keyed.end());
     std::vector<std::string> names;

@@ -57,7 +57,7 @@ using PictureTable = FixedTable<PictureRecord, 1, 3000>;
 bool IsThumbnail(std::string_view file);
 
 /// The JPEG and GIF files of the current directory, sorted by name, ignoring case.
-std::vector<std::string> PictureFiles(Files& files);
+std::vector<std::string> PictureFiles(Machine& machine);
 
 /// Fills in a record but for its size.
 void DescribePicture(PictureRecord& record, const std::string& file, const AltTable& alts);

@@ -226,18 +226,19 @@ std::string TabsToPipes(std::string_view text, std::string_view prefix)
 
 std::string ptop(std::string_view text)
 {
-    std::string joined;
-    joined.reserve(text.size());
-    std::string_view separator;
-    for (const std::string_view line : Split(text, kCrLf)) {
-        joined.append(separator);
-        separator = kCrLf;
+    std::string closed;
+    closed.reserve(text.size());
+    while (!text.empty()) {
+        const std::string_view from_here = text;
+        const std::string_view line = TakeLine(text);
+        const std::string_view end =
+            from_here.substr(line.size(), from_here.size() - text.size() - line.size());
         if (EqualsNoCase(LastChars(line, 3), "<p>"))
-            joined.append(line.substr(0, line.size() - 2)).append("/p>");
+            Append(closed, {line.substr(0, line.size() - 2), "/p>", end});
         else
-            joined.append(line);
+            Append(closed, {line, end});
     }
-    return joined;
+    return closed;
 }
 
 } // namespace kiv

@@ -38,7 +38,8 @@ std::string WithoutLineFeeds(std::string_view text);
 /// Rows of the bracket-table syntax, each behind `prefix`, from tab-separated lines of any kind.
 std::string TabsToPipes(std::string_view text, std::string_view prefix);
 
-/// "<p>...</p>": every line that ends in "<p>" ends in "</p>" instead; only CR LF parts lines.
+/// "<p>...</p>": every line that ends in "<p>" ends in "</p>" instead. Lines end in CR LF or LF and
+/// keep their ends.
 std::string ptop(std::string_view text);
 
 } // namespace kiv

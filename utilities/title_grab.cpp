@@ -2,6 +2,7 @@
 
 #include "platform/drive_path.h"
 #include "platform/fixed_table.h"
+#include "platform/folder_work.h"
 #include "platform/run_error.h"
 #include "platform/site_files.h"
 #include "text/joined_text.h"
@@ -104,8 +105,8 @@ void WriteGrabbedTitles(Machine& machine, const GrabbedPages& pages, int count, 
 void grab_titles(Machine& machine, bool with_redirect, GrabFlags& flags)
 {
     Files& files = machine.files;
-    std::vector<std::string> names = files.ListFiles(files.CurrentDirectory(), "*.htm*");
-    for (std::string& name : files.ListFiles(files.CurrentDirectory(), "*.asp"))
+    std::vector<std::string> names = FilesToWorkOn(machine, "*.htm*");
+    for (std::string& name : FilesToWorkOn(machine, "*.asp"))
         names.push_back(std::move(name));
     if (names.empty()) {
         machine.reporter.reportmsg("Empty directory!");

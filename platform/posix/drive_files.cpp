@@ -1,6 +1,7 @@
 #include "platform/drive_files_common.h"
 #include "platform/drive_path.h"
 #include "platform/drives.h"
+#include "platform/exact_names.h"
 #include "platform/file_errors.h"
 #include "platform/posix/names.h"
 #include "platform/posix/paths.h"
@@ -53,6 +54,15 @@ bool IsKind(const std::string& folder, const PosixName& name, bool folders)
     return folders ? S_ISDIR(state.st_mode) : S_ISREG(state.st_mode);
 }
 
+/// Whether two names lead to the same file, which has only one name.
+bool IsOneFile(const std::string& a, const std::string& b)
+{
+    State first{};
+    State second{};
+    return StateOfName(a, first) == 0 && StateOfName(b, second) == 0 &&
+           first.st_ino == second.st_ino && first.st_dev == second.st_dev && first.st_nlink == 1;
+}
+
 std::int64_t Nanoseconds(const timespec& time)
 {
     return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
@@ -81,14 +91,16 @@ class PosixDriveFiles : public DriveFiles {
     void AppendToFile(std::string_view path, std::string_view bytes) override;
     bool MakeFolder(std::string_view path) override;
     void DeleteFile(std::string_view path) override;
-    void RenameFile(std::string_view from, std::string_view to) override;
     std::string DriveLetters() override;
     std::string FromNative(std::string_view utf8) override;
     std::string ToNative(std::string_view path) override;
     void Refresh() override;
 
   protected:
-    std::vector<std::string> Names(const std::string& folder, bool folders) override;
+    std::vector<FileName> Names(const std::string& folder, bool folders) override;
+    std::string ExactNameOf(const std::string& absolute) override;
+    void Rename(const std::string& source, const std::string& target, const NameChange& change,
+                Alike alike) override;
 
   private:
     /// The drive path of a clean, absolute native path.
@@ -97,6 +109,10 @@ class PosixDriveFiles : public DriveFiles {
     Descriptor OpenToRead(std::string_view path, State& state);
     /// Open by the present state of the disk.
     OutputFile LookedUp(std::string_view path);
+    /// Whether another file than `own` (native name; empty: any) bears a name that counts as
+    /// `exact`.
+    bool IsTakenByOthers(const std::string& folder, std::string_view exact, Alike alike,
+                         std::string_view own);
     /// Writes what Open has found a place for: 0 or an error number.
     int Place(const OutputFile& file, std::string_view bytes);
 
@@ -311,51 +327,70 @@ void PosixDriveFiles::DeleteFile(std::string_view path)
     names_.Removed(native);
 }
 
-void PosixDriveFiles::RenameFile(std::string_view from, std::string_view to)
+std::string PosixDriveFiles::ExactNameOf(const std::string& absolute)
 {
-    const std::string source = FileToUse(from, "rename");
-    const std::string target = FileToUse(to, "rename to");
     State state{};
-    std::string old_name;
-    const int error = names_.Reach(source, old_name,
-                                   [&](const std::string& place) { return StateOf(place, state); });
+    std::string native;
+    const auto look = [&](const std::string& place) { return StateOf(place, state); };
+    int error = ENOENT;
+    if (Contains(NameOf(absolute), "&#"))
+        if (const std::optional<std::string> folder = names_.Folder(FolderOf(absolute))) {
+            native = JoinNative(*folder, NativeName(NameOf(absolute)));
+            error = look(native);
+        }
     if (error != 0)
-        RefuseWith("rename", source, error);
+        error = names_.Reach(absolute, native, look);
+    if (error != 0)
+        RefuseWith("rename", absolute, error);
     if (!S_ISREG(state.st_mode))
-        Refuse("rename", source, "no plain file");
+        Refuse("rename", absolute, "no plain file");
+    return ExactName(NativeNameOf(native));
+}
+
+bool PosixDriveFiles::IsTakenByOthers(const std::string& folder, std::string_view exact,
+                                      Alike alike, std::string_view own)
+{
+    const std::string upper = UpperCase(exact);
+    const auto counts = [&](const PosixName& name) {
+        return alike == Alike::text || UpperCase(ExactName(name.native)) == upper;
+    };
+    State state{};
+    for (const PosixName& name : names_.Alike(folder, TextOfName(exact)))
+        if (name.native != own && counts(name) &&
+            StateOfName(JoinNative(folder, name.native), state) == 0)
+            return true;
+    return false;
+}
+
+void PosixDriveFiles::Rename(const std::string& source, const std::string& target,
+                             const NameChange& change, Alike alike)
+{
+    const std::optional<std::string> old_folder = names_.Folder(FolderOf(source));
     const std::optional<std::string> folder = names_.Folder(FolderOf(target));
-    if (!folder)
+    if (!old_folder || !folder)
         Refuse("rename to", target, "no such folder");
-    // Characters outside the code page stay what they are; only the text of the name has changed.
-    const std::string new_name =
-        JoinNative(*folder, ToUtf8Keeping(NameOf(target), NativeNameOf(old_name)));
+    const std::string old_name = JoinNative(*old_folder, NativeName(change.from));
+    const std::string new_name = JoinNative(*folder, NativeName(change.to));
     if (new_name == old_name)
         return;
-    bool own_case = false; // the file itself is the one whose name differs in case only
-    for (const PosixName& alike : names_.Alike(*folder, NameOf(target))) {
-        const std::string taken = JoinNative(*folder, alike.native);
-        if (taken == old_name)
-            own_case = true;
-        else if (StateOfName(taken, state) == 0)
-            Refuse("rename " + source + " to", target, "target exists");
-    }
-    int refusal = RenameToFree(old_name, new_name);
-    State other{};
+    const std::string action = "rename " + source + " to";
+    const std::string own = *folder == *old_folder ? NativeName(change.from) : std::string();
+    if (IsTakenByOthers(*folder, change.to, alike, own))
+        Refuse(action, target, "target exists");
+    int error = RenameToFree(old_name, new_name);
     // Where the file system itself ignores case, the new spelling is the file's own name and so is
     // taken.
-    if (refusal == EEXIST && own_case && StateOfName(old_name, state) == 0 &&
-        StateOfName(new_name, other) == 0 && state.st_ino == other.st_ino &&
-        state.st_dev == other.st_dev && state.st_nlink == 1)
-        refusal = ::rename(old_name.c_str(), new_name.c_str()) == 0 ? 0 : errno;
-    if (refusal == EEXIST)
-        Refuse("rename " + source + " to", target, "target exists");
-    if (refusal != 0)
-        RefuseWith("rename " + source + " to", target, refusal);
+    if (error == EEXIST && IsOneFile(old_name, new_name))
+        error = ::rename(old_name.c_str(), new_name.c_str()) == 0 ? 0 : errno;
+    if (error == EEXIST)
+        Refuse(action, target, "target exists");
+    if (error != 0)
+        RefuseWith(action, target, error);
     names_.Removed(old_name);
     names_.Added(new_name);
 }
 
-std::vector<std::string> PosixDriveFiles::Names(const std::string& folder, bool folders)
+std::vector<FileName> PosixDriveFiles::Names(const std::string& folder, bool folders)
 {
     const std::optional<std::string> native = names_.Folder(folder);
     if (!native)
@@ -363,10 +398,10 @@ std::vector<std::string> PosixDriveFiles::Names(const std::string& folder, bool 
     std::vector<PosixName> all;
     if (const int error = names_.Read(*native, all))
         RefuseWith("list", folder, error);
-    std::vector<std::string> names;
+    std::vector<FileName> names;
     for (PosixName& name : all)
         if (IsKind(*native, name, folders))
-            names.push_back(std::move(name.text));
+            names.push_back({std::move(name.text), ExactName(name.native)});
     return names;
 }
 

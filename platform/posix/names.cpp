@@ -107,9 +107,9 @@ int PosixNames::ReachOnce(std::string_view absolute, std::string& native, const 
     native = name.empty() ? *folder : JoinNative(*folder, ToUtf8(name));
     int error = attempt(native);
     const std::string as_written = native;
-    // The second round is for a remembered name that turned out to be gone.
     // References make a name longer than it is on the disk.
     const auto may_be_another = [](int e) { return IsMissing(e) || e == ENAMETOOLONG; };
+    // The second round is for a remembered name that turned out to be gone.
     for (int round = 0; round < 2 && may_be_another(error) && !name.empty(); ++round) {
         const std::optional<PosixName> other = OtherSpelling(*folder, name);
         if (!other)

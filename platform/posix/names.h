@@ -16,7 +16,7 @@
 
 namespace kiv {
 
-/// A name in a folder: as it is on the disk, and as the system sees it (Windows-1252).
+/// A name in a folder: as it is on the disk, and as this program sees it (Windows-1252).
 struct PosixName {
     std::string native;
     std::string text;
@@ -38,8 +38,8 @@ class PosixNames {
     /// Makes the attempt on the path as written, then on the name that is the same when case is
     /// ignored. `native` is the path of the last attempt, or the path as written when nothing is
     /// there, or empty when the folder is missing. Each attempt sees the present state; what is
-    /// remembered only saves looking through folders.
-    /// kTrustFolder spares the look at a remembered folder in which nothing was found.
+    /// remembered only saves looking through folders. kTrustFolder spares the look at a remembered
+    /// folder in which nothing was found.
     enum Trust { kLookAtFolder, kTrustFolder };
     int Reach(std::string_view absolute, std::string& native, const Attempt& attempt,
               Trust trust = kLookAtFolder);

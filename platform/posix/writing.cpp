@@ -39,7 +39,7 @@ int Fill(int fd, std::string_view bytes, const struct stat* old)
     struct stat state {};
     if (::fstat(fd, &state) != 0)
         return errno;
-    // The owner is kept where the system allows it. It comes first, for it may clear bits of the
+    // The owner is kept where that is allowed. It comes first, for it may clear bits of the
     // mode.
     const bool other_owner = state.st_uid != old->st_uid || state.st_gid != old->st_gid;
     if (other_owner && ::fchown(fd, old->st_uid, old->st_gid) != 0 && errno != EPERM)
@@ -84,7 +84,7 @@ int GiveName(int fd, const std::string& native)
         return 0;
     if (errno != ENOENT)
         return errno;
-    // Older systems allow that to root alone, and say "no such file" to everybody else.
+    // Older kernels allow that to root alone, and say "no such file" to everybody else.
     const std::string self = "/proc/self/fd/" + std::to_string(fd);
     const int result =
         ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, native.c_str(), AT_SYMLINK_FOLLOW);
@@ -133,8 +133,8 @@ int Place(const std::string& native, std::string_view bytes, const struct stat* 
 
 #endif
 
-/// Has the system give a large buffer its memory at once and not page by page, at the first touch
-/// of each. A system that cannot do so refuses.
+/// Has the kernel give a large buffer its memory at once and not page by page, at the first touch
+/// of each. A kernel that cannot do so refuses.
 void Populate([[maybe_unused]] char* buffer, [[maybe_unused]] std::size_t size)
 {
 #ifdef MADV_POPULATE_WRITE

@@ -1,6 +1,7 @@
 #include "platform/drive_files_common.h"
 #include "platform/drive_path.h"
 #include "platform/drives.h"
+#include "platform/exact_names.h"
 #include "platform/file_errors.h"
 #include "platform/windows/api.h"
 #include "platform/windows/names.h"
@@ -58,13 +59,15 @@ class WindowsDriveFiles : public DriveFiles {
     void AppendToFile(std::string_view path, std::string_view bytes) override;
     bool MakeFolder(std::string_view path) override;
     void DeleteFile(std::string_view path) override;
-    void RenameFile(std::string_view from, std::string_view to) override;
     std::string DriveLetters() override;
     std::string FromNative(std::string_view utf8) override;
     std::string ToNative(std::string_view path) override;
 
   protected:
-    std::vector<std::string> Names(const std::string& folder, bool folders) override;
+    std::vector<FileName> Names(const std::string& folder, bool folders) override;
+    std::string ExactNameOf(const std::string& absolute) override;
+    void Rename(const std::string& source, const std::string& target, const NameChange& change,
+                Alike alike) override;
 
   private:
     /// An absolute path, when it can be one of a file or folder; else empty.
@@ -74,6 +77,8 @@ class WindowsDriveFiles : public DriveFiles {
     }
     /// The same for a file; what cannot be one is refused.
     std::string PossibleFile(std::string_view path, std::string_view action) const;
+    /// The native path of a name in exact form.
+    std::wstring InFolder(std::string_view folder, std::string_view exact) const;
     WindowsHandle OpenToRead(const std::string& absolute);
     [[noreturn]] static void RefuseWithLast(std::string_view action, std::string_view path)
     {
@@ -219,41 +224,57 @@ void WindowsDriveFiles::DeleteFile(std::string_view path)
         RefuseWithLast("delete", absolute);
 }
 
-void WindowsDriveFiles::RenameFile(std::string_view from, std::string_view to)
+std::wstring WindowsDriveFiles::InFolder(std::string_view folder, std::string_view exact) const
 {
-    const std::string source = PossibleFile(from, "rename");
-    const std::string target = PossibleFile(to, "rename to");
-    if (!FileExists(source))
-        Refuse("rename", source, "no such file");
-    const std::wstring old_name = names_.Native(source);
-    // Characters outside the code page stay what they are; only the text of the name has changed.
-    const std::string old_utf8 = Utf8FromWide(old_name.substr(old_name.rfind(L'\\') + 1));
-    std::wstring new_name = names_.Native(FolderOf(target));
-    if (!new_name.ends_with(L'\\'))
-        new_name += L'\\';
-    new_name += WideFromUtf8(ToUtf8Keeping(NameOf(target), old_utf8));
+    std::wstring native = names_.Native(folder);
+    if (!native.ends_with(L'\\'))
+        native += L'\\';
+    return native + WideFromExact(exact);
+}
+
+std::string WindowsDriveFiles::ExactNameOf(const std::string& absolute)
+{
+    if (!HasGoodNames(absolute))
+        Refuse("rename", absolute, "Windows allows no such name");
+    std::wstring native = InFolder(FolderOf(absolute), NameOf(absolute));
+    if (!Contains(NameOf(absolute), "&#") || !IsThere(native))
+        native = names_.Native(absolute);
+    if (!IsThere(native) || IsFolder(native))
+        Refuse("rename", absolute, "no such file");
+    return ExactFromWide(native.substr(native.rfind(L'\\') + 1));
+}
+
+void WindowsDriveFiles::Rename(const std::string& source, const std::string& target,
+                               const NameChange& change, Alike alike)
+{
+    const std::string action = "rename " + source + " to";
+    if (!HasGoodNames(target))
+        Refuse("rename to", target, "Windows allows no such name");
+    const std::wstring old_name = InFolder(FolderOf(source), change.from);
+    const std::wstring new_name = InFolder(FolderOf(target), change.to);
     if (old_name == new_name)
         return;
     // The name itself may be free when its text is not.
-    const std::wstring alike = names_.Native(target);
-    if (alike != new_name && alike != old_name && IsThere(alike))
-        Refuse("rename " + source + " to", target, "target exists");
-    const DWORD error = Rename(old_name, new_name);
+    const std::wstring other =
+        names_.Native(WithSeparator(FolderOf(target)) + TextOfName(change.to));
+    if (alike == Alike::text && other != new_name && other != old_name && IsThere(other))
+        Refuse(action, target, "target exists");
+    const DWORD error = MoveToFree(old_name, new_name);
     if (error == 0)
         return;
     if (error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS || IsThere(new_name))
-        Refuse("rename " + source + " to", target, "target exists");
-    RefuseWith("rename " + source + " to", target, static_cast<int>(error));
+        Refuse(action, target, "target exists");
+    RefuseWith(action, target, static_cast<int>(error));
 }
 
-std::vector<std::string> WindowsDriveFiles::Names(const std::string& folder, bool folders)
+std::vector<FileName> WindowsDriveFiles::Names(const std::string& folder, bool folders)
 {
-    std::vector<std::string> names;
+    std::vector<FileName> names;
     DWORD error = ERROR_PATH_NOT_FOUND;
     if (HasGoodNames(folder))
         error = ForEachName(names_.Native(folder), [&](const WindowsName& name) {
             if (name.is_folder == folders)
-                names.push_back(FromWide(name.native));
+                names.push_back({FromWide(name.native), ExactFromWide(name.native)});
             return true;
         });
     if (error != 0)

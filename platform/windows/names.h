@@ -17,7 +17,7 @@ struct WindowsName {
 };
 
 /// Calls `take` for every name in a native folder but "." and "..", until it returns false. 0 or an
-/// error number of the system.
+/// error number of Windows.
 unsigned long ForEachName(const std::wstring& folder,
                           const std::function<bool(const WindowsName&)>& take);
 
@@ -35,7 +35,7 @@ class WindowsNames {
     std::wstring Plain(std::string_view absolute) const;
 
     /// A path from outside as an absolute drive path; empty when no drive leads there. `current`:
-    /// the system's current directory.
+    /// this program's current directory.
     std::string FromNative(std::string_view utf8, std::string_view current) const;
 
     std::string Letters() const;

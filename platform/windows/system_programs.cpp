@@ -15,7 +15,7 @@ namespace kiv {
 
 namespace {
 
-/// What the system finds under a program's name in these folders; empty when there is none.
+/// What Windows finds under a program's name in these folders; empty when there is none.
 std::wstring FindIn(const wchar_t* folders, const std::string& name)
 {
     const std::wstring wide = WideText(name);
@@ -25,14 +25,14 @@ std::wstring FindIn(const wchar_t* folders, const std::string& name)
     return path;
 }
 
-/// The native path of a program that is named without a folder, from where the system keeps its
+/// The native path of a program that is named without a folder, from where Windows keeps its
 /// programs and from PATH; empty when there is none.
 std::wstring FindInPath(const std::string& name)
 {
     std::wstring program = FindIn(nullptr, name);
     if (program.empty() || !IsFolder(program))
         return program;
-    // A folder of that name ended the system's own search.
+    // A folder of that name ended Windows' own search.
     const DWORD size = ::GetEnvironmentVariableW(L"PATH", nullptr, 0);
     std::wstring folders(size, L'\0');
     folders.resize(::GetEnvironmentVariableW(L"PATH", folders.data(), size));

@@ -1,5 +1,6 @@
 #include "platform/windows/wide_text.h"
 
+#include "platform/exact_names.h"
 #include "platform/windows/api.h"
 #include "text/windows1252.h"
 
@@ -31,6 +32,21 @@ std::size_t FirstHalfCharacter(std::wstring_view wide)
     return wide.size();
 }
 
+/// The text of a name, piece by piece: names may hold half a character, which UTF-8 cannot.
+std::string FromPieces(std::wstring_view wide, std::string (*from_utf8)(std::string_view))
+{
+    std::string text;
+    text.reserve(wide.size());
+    while (!wide.empty()) {
+        const std::size_t whole = std::min(FirstHalfCharacter(wide), wide.size());
+        text += from_utf8(Utf8FromWide(wide.substr(0, whole)));
+        if (whole < wide.size())
+            text += "&#" + std::to_string(static_cast<unsigned>(wide[whole])) + ";";
+        wide.remove_prefix(std::min(whole + 1, wide.size()));
+    }
+    return text;
+}
+
 } // namespace
 
 std::wstring WideText(std::string_view text)
@@ -44,17 +60,29 @@ std::wstring WideText(std::string_view text)
 
 std::string FromWide(std::wstring_view wide)
 {
-    std::string text;
-    text.reserve(wide.size());
-    while (!wide.empty()) {
-        // Names may hold half a character, which UTF-8 cannot.
-        const std::size_t whole = std::min(FirstHalfCharacter(wide), wide.size());
-        text += FromUtf8(Utf8FromWide(wide.substr(0, whole)));
-        if (whole < wide.size())
-            text += "&#" + std::to_string(static_cast<unsigned>(wide[whole])) + ";";
-        wide.remove_prefix(std::min(whole + 1, wide.size()));
+    return FromPieces(wide, FromUtf8);
+}
+
+std::string ExactFromWide(std::wstring_view wide)
+{
+    return FromPieces(wide, ExactName);
+}
+
+std::wstring WideFromExact(std::string_view exact)
+{
+    std::wstring wide;
+    std::size_t begin = 0; // of what stands before the next half character
+    for (std::size_t at = 0; at < exact.size();) {
+        const std::optional<Reference> reference = ReferenceAt(exact, at);
+        const std::size_t next = at + (reference ? reference->size : 1);
+        if (reference && IsHalf(reference->point)) {
+            wide += WideFromUtf8(NativeName(exact.substr(begin, at - begin)));
+            wide.push_back(static_cast<wchar_t>(reference->point));
+            begin = next;
+        }
+        at = next;
     }
-    return text;
+    return wide + WideFromUtf8(NativeName(exact.substr(begin)));
 }
 
 std::wstring WideFromUtf8(std::string_view utf8)

@@ -237,7 +237,7 @@ unsigned long Replace(const std::wstring& native, const WindowsState& old, std::
     return error;
 }
 
-unsigned long Rename(const std::wstring& from, const std::wstring& to)
+unsigned long MoveToFree(const std::wstring& from, const std::wstring& to)
 {
     if (::MoveFileExW(from.c_str(), to.c_str(), 0) == 0)
         return ::GetLastError();

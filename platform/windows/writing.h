@@ -1,5 +1,5 @@
 // Files read and written as a whole on Windows. Paths are native and absolute; every function gives
-// 0 or an error number of the system.
+// 0 or an error number of Windows.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace kiv {
 
-/// A handle of the system, closed with its owner.
+/// A handle of Windows, closed with its owner.
 class WindowsHandle {
   public:
     explicit WindowsHandle(void* handle);
@@ -60,7 +60,7 @@ unsigned long WriteNew(const std::wstring& native, std::string_view bytes);
 unsigned long Replace(const std::wstring& native, const WindowsState& old, std::string_view bytes);
 
 /// Gives a file a name that is free; it may be its own name in other case.
-unsigned long Rename(const std::wstring& from, const std::wstring& to);
+unsigned long MoveToFree(const std::wstring& from, const std::wstring& to);
 
 /// Where a link leads; the path itself when it is none or leads nowhere.
 std::wstring FollowLink(const std::wstring& native);

@@ -1,5 +1,5 @@
 #include "builder/build_messages.h"
-#include "tests/support/recording_reporter.h"
+#include "tests/support/recorders.h"
 
 #include <gtest/gtest.h>
 

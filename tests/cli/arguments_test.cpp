@@ -21,10 +21,12 @@ TEST_F(Arguments, WrongCallsTouchNothing)
         {"Build", site},
         {"build", site, "surplus"},
         {"build", site, "--unknown"},
-        {"build", "--json", site}, // global options stand before the command
-        {"--eoy", "build", site},
-        {"build", site, "--eoy=no"},
-        {"--json=false", "build", site},
+        {"--eoy", "build", site}, // an option of a command comes after its name
+        {"build", site, "--eoy=maybe"},
+        {"--json=maybe", "build", site},
+        {"build", "--eoy", "--", site, "--json"},
+        {"build", site, "--", "--json"},
+        {"-x", "build", site},
         {"--unknown", "build", site},
         {"--drive-c"},
         {"--drive-c", "", "build", site},
@@ -41,19 +43,23 @@ TEST_F(Arguments, WrongCallsTouchNothing)
         {"grab", site, "--all", "--trimmed"},
         {"pictures", site, "--folder"},
         {"fix-names", site, "x"},
-        {"fix-names", site, "--dry-run=1"},
+        {"fix-names", site, "--dry-run=perhaps"},
+        {"fix-names", "++"}, // the library would end the command there
         {"rename", site},
         {"rename"},
         {"rename", site, "a", "b", "c"},
         {"rename", site, "--a", "b"},
+        {"rename", site, "-a", "b"},
+        {"rename", site, "b", "++"},
         {"undo-renames", site},
         {"undo-renames", site, "--report"},
         {"convert", "text"},
         {"convert", "--mode", "RS"},
         {"convert", "--mode", "x"},
+        {"convert", "--mode="},
         {"dimensions", "1", "2", "3"},
         {"dimensions", "1", "2", "3", "4", "5"},
-        {"dimensions", "--json", "1", "2", "3", "4"},
+        {"dimensions", "1", "2", "3", "--4"},
         {"reference"},
         {"reference", "0"},
         {"reference", "5"},
@@ -73,7 +79,6 @@ TEST_F(Arguments, WrongCallsTouchNothing)
         EXPECT_EQ(printed.code, 2) << testing::PrintToString(call);
         EXPECT_EQ(printed.out, "") << testing::PrintToString(call);
         EXPECT_THAT(printed.err, StartsWith("kiv: error: ")) << testing::PrintToString(call);
-        EXPECT_EQ(printed.err.find('\x01'), std::string::npos) << printed.err;
     }
     EXPECT_EQ(NamesIn("site"), (Texts{"a b"}));
     EXPECT_EQ(Content("guestout2.bat"), "old");
@@ -88,20 +93,35 @@ TEST_F(Arguments, AWrongCallIsToldWhatIsWrong)
 {
     const std::vector<WrongCallRow> rows = {
         {{}, "a command is missing\nTry: kiv-cli --help"},
-        {{"bild"}, "there is no command bild\nTry: kiv-cli --help"},
-        {{"--jsn", "build"}, "there is no option --jsn\nTry: kiv-cli build --help"},
-        {{"build", "--no"}, "there is no option --no\nTry: kiv-cli build --help"},
-        {{"build", "--json"}, "--json stands before the command\nTry: kiv-cli build --help"},
-        {{"build", "--now=x"}, "--now stands before the command\nTry: kiv-cli build --help"},
-        {{"--eoy", "build"}, "--eoy stands behind its command\nTry: kiv-cli build --help"},
-        {{"build", "--eoy=1"}, "--eoy takes no value\nTry: kiv-cli build --help"},
+        {{"--json"}, "a command is missing\nTry: kiv-cli --help"},
+        {{"xyz"}, "there is no command xyz\nTry: kiv-cli --help"},
+        {{"biuld"}, "there is no command biuld; did you mean build?\nTry: kiv-cli --help"},
+        {{"biuld", "--eoy"}, "there is no command biuld; did you mean build?\nTry: kiv-cli --help"},
+        {{"Fix_Names", "x"},
+         "there is no command Fix_Names; did you mean fix-names?\nTry: kiv-cli --help"},
+        {{"--jsn", "build"},
+         "there is no option --jsn; did you mean --json?\nTry: kiv-cli build --help"},
+        {{"fix-names", "--dryrun=1"},
+         "there is no option --dryrun; did you mean --dry-run?\nTry: kiv-cli fix-names --help"},
+        {{"rename", "--old", "new"},
+         "there is no option --old; if it is a value, put -- before it\nTry: kiv-cli rename "
+         "--help"},
+        {{"rename", "plus", "++"}, "put -- before ++\nTry: kiv-cli --help"},
+        {{"--eoy", "build"}, "--eoy must come after build\nTry: kiv-cli build --help"},
+        {{"build", "--eoy=x"}, "--eoy takes true or false, not x\nTry: kiv-cli build --help"},
         {{"--drive-c"}, "--drive-c needs a value\nTry: kiv-cli --help"},
-        {{"--drive-c", "", "build"}, "--drive-c needs a folder\nTry: kiv-cli --help"},
+        {{"build", "--drive-c"}, "--drive-c needs a value\nTry: kiv-cli build --help"},
+        {{"--drive-c", "", "build"}, "--drive-c needs a folder\nTry: kiv-cli build --help"},
+        {{"--now=", "build"},
+         "--now takes YYYY-MM-DDTHH:MM:SS, not an empty value\nTry: kiv-cli build --help"},
         {{"pictures", "--folder"}, "--folder needs a value\nTry: kiv-cli pictures --help"},
-        {{"rename", "a"}, "FIND is required\nTry: kiv-cli rename --help"},
+        {{"rename", "a"}, "REPLACEMENT is required\nTry: kiv-cli rename --help"},
+        {{"build", "a", "b"}, "b is one argument too many\nTry: kiv-cli build --help"},
         {{"undo-renames"}, "--report is required\nTry: kiv-cli undo-renames --help"},
-        {{"reference", "5"}, "SECTION is 1, 2, 3 or 4, not 5\nTry: kiv-cli reference --help"},
-        {{"convert", "--mode", "x"}, "there is no mode x\nTry: kiv-cli convert --help"},
+        {{"reference", "5"}, "SECTION takes 1, 2, 3 or 4, not 5\nTry: kiv-cli reference --help"},
+        {{"convert", "--mode", "x"},
+         "--mode takes rs, js, getnames, cleanquotes, newsgrabber, tabtopipe or ptop, not x\n"
+         "Try: kiv-cli convert --help"},
         {{"news", "--site", "x", "--name", "a", "--text", "b"},
          "--site takes a number, not x\nTry: kiv-cli news --help"},
         {{"grab", "--all", "--trimmed"}, "--all excludes --trimmed\nTry: kiv-cli grab --help"},
@@ -125,6 +145,7 @@ TEST_F(Arguments, HelpAnywhere)
                                                 {"--json", "--help"},
                                                 {"--now", "bad", "-h"},
                                                 {"--unknown", "-h"},
+                                                {"--help", "--drive-c"},
                                                 {"no-such", "--help"}}) {
         const Printed printed = Call(call);
         EXPECT_EQ(printed.code, 0);
@@ -134,9 +155,13 @@ TEST_F(Arguments, HelpAnywhere)
     for (const char* command :
          {"build", "group", "sitemap", "grab", "pictures", "convert", "fix-names", "thumb-names",
           "rename", "undo-renames", "dimensions", "news", "reference"}) {
-        const Printed printed = Call({command, "--unknown", "-h"});
-        EXPECT_EQ(printed.code, 0) << command;
-        EXPECT_THAT(printed.out, HasSubstr(std::string("Usage: kiv-cli [OPTIONS] ") + command));
+        for (const Texts& call : std::vector<Texts>{{command, "--unknown", "-h"},
+                                                    {"--help", command},
+                                                    {command, "x", "--json=maybe", "--help"}}) {
+            const Printed printed = Call(call);
+            EXPECT_EQ(printed.code, 0) << command;
+            EXPECT_THAT(printed.out, HasSubstr(std::string("Usage: kiv-cli [OPTIONS] ") + command));
+        }
         EXPECT_THAT(Call({"--help"}).out, HasSubstr(std::string("\n  ") + command + " "));
     }
 }
@@ -144,7 +169,7 @@ TEST_F(Arguments, HelpAnywhere)
 TEST_F(Arguments, VersionAnywhere)
 {
     for (const Texts& call :
-         std::vector<Texts>{{"--version"}, {"build", "--version"}, {"rename", "--version"}}) {
+         std::vector<Texts>{{"--version"}, {"build", "--version"}, {"no-such", "x", "--version"}}) {
         const Printed printed = Call(call);
         EXPECT_EQ(printed.code, 0);
         EXPECT_THAT(printed.out, StartsWith("kiv-cli "));
@@ -178,25 +203,66 @@ TEST_F(Arguments, TheLastOfAnOptionCounts)
     EXPECT_EQ(printed.err, "kiv: OOPS! Missing _html.txt, _template.txt\n");
 }
 
-TEST_F(Arguments, OnlyLongNamesAreOptions)
+TEST_F(Arguments, OptionsStandAnywhere)
+{
+    Put("site/ab", "");
+    for (const Texts& call :
+         std::vector<Texts>{{"--json", "rename", "--dry-run", "C:\\site", "a", "b"},
+                            {"rename", "C:\\site", "--json", "a", "--dry-run", "b"},
+                            {"rename", "C:\\site", "a", "b", "--dry-run", "--json"},
+                            {"rename", "--dry-run", "--json", "--", "C:\\site", "a", "b"}}) {
+        const Printed printed = Call(call);
+        EXPECT_EQ(printed.code, 0);
+        EXPECT_EQ(Json::parse(printed.out)["renamed"], Json::parse(R"([["ab", "bb"]])"));
+    }
+    EXPECT_EQ(NamesIn("site"), (Texts{"ab"}));
+    EXPECT_EQ(CallBare({"build", "C:\\site", "--drive-c", Root().string()}).err,
+              "kiv: OOPS! Missing _html.txt, _template.txt\n");
+}
+
+TEST_F(Arguments, ASwitchCanBeTurnedOff)
+{
+    Put("site/a b", "");
+    EXPECT_EQ(Call({"fix-names", "--dry-run=true", "C:\\site"}).out, "a b -> a-b\n");
+    EXPECT_EQ(Call({"fix-names", "C:\\site", "--dry-run", "--dry-run=false"}).out, "Names fixed\n");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a-b"}));
+}
+
+TEST_F(Arguments, NumbersAndALoneDashAreValues)
 {
     Put("site/a-b", "");
     EXPECT_EQ(Report({"rename", "C:\\site", "-", "-5"})["renamed"],
               Json::parse(R"([["a-b", "a-5b"]])"));
     EXPECT_EQ(Report({"rename", "C:\\site", "-5", "{}"})["renamed"],
               Json::parse(R"([["a-5b", "a{}b"]])"));
+    EXPECT_EQ(Report({"rename", "C:\\site", "--dry-run", "a", "[b]"})["renamed"],
+              Json::parse(R"([["a{}b", "[b]{}b"]])"));
+}
+
+TEST_F(Arguments, TwoDashesEndTheOptions)
+{
+    Put("site/a{}b", "");
     EXPECT_EQ(Report({"rename", "C:\\site", "--", "{}", "--x"})["renamed"],
               Json::parse(R"([["a{}b", "a--xb"]])"));
-    EXPECT_EQ(Report({"rename", "--", "C:\\site", "--x", ""})["renamed"],
-              Json::parse(R"([["a--xb", "ab"]])"));
-    EXPECT_EQ(Report({"rename", "C:\\site", "--dry-run", "a", "[b]"})["renamed"],
-              Json::parse(R"([["ab", "[b]b"]])"));
+    EXPECT_EQ(Report({"rename", "--", "C:\\site", "--x", "--report="})["renamed"],
+              Json::parse(R"([["a--xb", "a--report=b"]])"));
+    EXPECT_EQ(Report({"rename", "C:\\site", "--", "--report=", "++"})["renamed"],
+              Json::parse(R"([["a--report=b", "a++b"]])"));
+    EXPECT_EQ(Report({"rename", "--", "C:\\site", "++", ""})["renamed"],
+              Json::parse(R"([["a++b", "ab"]])"));
+}
+
+TEST_F(Arguments, ANameOfACommandIsAValueBehindACommand)
+{
+    Put("site/build", "");
+    EXPECT_EQ(Report({"rename", "C:\\site", "build", "group"})["renamed"],
+              Json::parse(R"([["build", "group"]])"));
 }
 
 TEST_F(Arguments, TheFieldsOfTheCalculatorAreValues)
 {
-    EXPECT_EQ(Call({"dimensions", "800", "600", "--400", "300"}).out, "400 300");
-    EXPECT_EQ(Call({"dimensions", "--", "800", "-600", "400", ""}).out, "400 -300");
+    EXPECT_EQ(Call({"dimensions", "800", "-600", "400", ""}).out, "400 -300");
+    EXPECT_EQ(Call({"dimensions", "--", "800", "600", "--400", "300"}).out, "400 300");
     EXPECT_EQ(Call({"dimensions", "-h"}).code, 0);
 }
 

@@ -1,12 +1,14 @@
-// The manual page, the shell's completion, and that the texts fit the definitions.
-#include "cli/call_definitions.h"
-#include "cli/call_texts.h"
-#include "cli/manual.h"
+// The manual page, the shell's completion, and that what the table of calls holds.
+#include "cli/arguments.h"
+#include "cli/call_table.h"
+#include "cli/docs.h"
+#include "cli/help.h"
 #include "cli_desk.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <regex>
 #include <set>
 #include <sstream>
@@ -16,33 +18,81 @@ namespace {
 
 using testing::HasSubstr;
 
-class Definitions : public testing::Test {
-  protected:
-    Definitions() { DefineCalls(app, call, given); }
-    CLI::App app;
-    Call call;
-    GlobalOptions given;
-};
-
-TEST_F(Definitions, EverySynopsisHasTheOptionsThatThereAre)
+/// The words of a line as a shell would part them, up to what the shell keeps for itself.
+std::vector<std::string> ShellWords(const std::string& line)
 {
-    std::size_t commands = 0;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-        ++commands;
-        const std::string synopsis(TextOf(command->get_name()).synopsis);
-        std::set<std::string> written;
-        static const std::regex kOption("--[a-z-]+");
-        for (std::sregex_iterator hit(synopsis.begin(), synopsis.end(), kOption), end; hit != end;
-             ++hit)
-            written.insert(hit->str());
-        std::set<std::string> defined;
-        for (const CLI::Option* option : command->get_options())
-            for (const std::string& name : option->get_lnames())
-                if (name != "help")
-                    defined.insert("--" + name);
-        EXPECT_EQ(written, defined) << command->get_name();
+    static const std::regex kWord("'([^']*)'|([^ ']+)");
+    std::vector<std::string> words;
+    for (std::sregex_iterator hit(line.begin(), line.end(), kWord), end; hit != end; ++hit) {
+        if ((*hit)[2] == "<" || (*hit)[2] == ">")
+            break;
+        words.push_back((*hit)[1].matched ? (*hit)[1] : (*hit)[2]);
     }
-    EXPECT_EQ(commands, CommandTexts().size());
+    return words;
+}
+
+TEST(CallTable, EveryExampleIsARightCallOfItsCommand)
+{
+    for (const CallRow& row : Calls()) {
+        std::istringstream lines{std::string(row.example)};
+        for (std::string line; std::getline(lines, line);) {
+            std::vector<std::string> words = ShellWords(line);
+            ASSERT_EQ(words[0], "kiv-cli") << line;
+            words.erase(words.begin());
+            const ReadCall read = ReadArguments(words);
+            ASSERT_TRUE(read.call) << line << read.text;
+            EXPECT_EQ(read.call->row->name, row.name);
+        }
+    }
+}
+
+TEST(CallTable, EveryNameHasOneMeaning)
+{
+    std::set<std::string_view> commands;
+    std::map<std::string_view, bool> takes_value;
+    const auto add = [&](const OptionRow& option) {
+        EXPECT_TRUE(option.IsOption()) << option.name;
+        const bool takes = option.takes != Takes::nothing;
+        EXPECT_EQ(takes, !option.value.empty()) << option.name;
+        EXPECT_EQ(takes_value.emplace(option.name, takes).first->second, takes) << option.name;
+    };
+    std::for_each(GlobalOptions().begin(), GlobalOptions().end(), add);
+    const std::size_t global = takes_value.size();
+    for (const CallRow& row : Calls()) {
+        EXPECT_TRUE(commands.insert(row.name).second) << row.name;
+        EXPECT_TRUE(row.run != nullptr && !row.details.empty()) << row.name;
+        for (const OptionRow& option : row.options)
+            for (const OptionRow& other : GlobalOptions())
+                EXPECT_NE(option.name, other.name) << row.name;
+        std::for_each(row.options.begin(), row.options.end(), add);
+    }
+    EXPECT_EQ(global, GlobalOptions().size());
+    EXPECT_GE(commands.size(), 13U);
+}
+
+TEST(CallTable, ASynopsisShowsWhatGoesWithWhat)
+{
+    std::map<std::string_view, std::string> synopses;
+    for (const CallRow& row : Calls())
+        synopses[row.name] = Synopsis(row);
+    EXPECT_EQ(synopses["sitemap"], "sitemap [DIR]");
+    EXPECT_EQ(synopses["grab"], "grab [DIR] [--redirect] [--all | --trimmed]");
+    EXPECT_EQ(synopses["rename"], "rename [DIR] FIND REPLACEMENT [--dry-run]");
+    EXPECT_EQ(synopses["undo-renames"], "undo-renames [DIR] --report FILE");
+}
+
+TEST(CallTable, TheHelpOfConvertTellsOfEveryMode)
+{
+    const std::vector<std::string> words = {"convert", "--help"};
+    const std::string help = ReadArguments(words).text;
+    EXPECT_THAT(help, HasSubstr("  --mode MODE                 The conversion (default: e-mail to "
+                                "HTML): rs, js, getnames, cleanquotes, newsgrabber, tabtopipe, "
+                                "ptop\n"));
+    const std::string details = help.substr(help.find("The result goes"));
+    for (const char* mode :
+         {"rs", "js", "getnames", "cleanquotes", "newsgrabber", "tabtopipe", "ptop"})
+        EXPECT_TRUE(std::regex_search(details, std::regex("\\b" + std::string(mode) + "\\b")))
+            << mode;
 }
 
 TEST(Manual, IsWellFormed)
@@ -63,10 +113,12 @@ TEST(Manual, IsWellFormed)
 TEST(Manual, NamesEveryCommandAndOption)
 {
     const std::string page = ManualPage();
-    for (const CommandText& text : CommandTexts()) {
-        std::string name(text.name);
-        name = std::regex_replace(name, std::regex("-"), "\\-");
+    for (const CallRow& row : Calls()) {
+        const std::string name = std::regex_replace(std::string(row.name), std::regex("-"), "\\-");
         EXPECT_THAT(page, HasSubstr("\n.SS \"" + name + " "));
+        for (const OptionRow& option : row.options)
+            EXPECT_THAT(page, HasSubstr("\\fB" + std::regex_replace(std::string(option.name),
+                                                                    std::regex("-"), "\\-")));
     }
     EXPECT_THAT(page, HasSubstr("\\fB\\-\\-drive\\-c\\fR \\fIDIR\\fR"));
     EXPECT_THAT(page, HasSubstr("\n.SH \"EXIT STATUS\"\n"));
@@ -123,6 +175,7 @@ TEST_F(Completion, OffersWhatMayFollow)
     const std::vector<CompletionRow> rows = {
         {{"bu"}, {"build"}},
         {{"re"}, {"reference", "rename"}},
+        {{"r", "-"}, {}},
         {{"--v"}, {"--verbose", "--version"}},
         {{"--json", "und"}, {"undo-renames"}},
         {{"--drive-c", ""}, folders},
@@ -132,9 +185,12 @@ TEST_F(Completion, OffersWhatMayFollow)
         {{"--now", ""}, {}},
         {{"build", ""}, folders},
         {{"build", "hol"}, {"holiday pics"}},
-        {{"build", "--"}, {"--eoy", "--help"}},
+        {{"build", "--"},
+         {"--drive-c", "--eoy", "--help", "--json", "--launch", "--now", "--verbose", "--version"}},
+        {{"build", "--j"}, {"--json"}},
+        {{"build", "--drive-c", "hol"}, {"holiday pics"}},
         {{"build", "site", "--e"}, {"--eoy"}},
-        {{"fix-names", "site", "--d"}, {"--dry-run"}},
+        {{"fix-names", "site", "--d"}, {"--drive-c", "--dry-run"}},
         {{"undo-renames", "--report", "re"}, {"report.json"}},
         {{"undo-renames", "--report", "=", "re"}, {"report.json"}},
         {{"convert", "--mode", "r"}, {"rs"}},

@@ -68,8 +68,10 @@ TEST_F(NameCommands, NamesOutsideTheCodePage)
     Put("site/\xE4\xB8\xAD \xC3\x89.jpg", "1");
     const Json report = Report({"fix-names", "C:\\site"});
     EXPECT_EQ(report["renamed"],
-              Json::parse("[[\"&#20013; \xC3\x89.jpg\", \"-#20013;-\xC3\xA9.jpg\"]]"));
-    EXPECT_EQ(Content("site/-#20013;-\xC3\xA9.jpg"), "1");
+              Json::parse("[[\"&#20013; \xC3\x89.jpg\", \"-20013--\xC3\xA9.jpg\"]]"));
+    EXPECT_EQ(Content("site/-20013--\xC3\xA9.jpg"), "1");
+    EXPECT_EQ(Call({"undo-renames", "C:\\site", "--report", Keep(report.dump())}).code, 0);
+    EXPECT_EQ(NamesIn("site"), (Texts{"\xE4\xB8\xAD \xC3\x89.jpg"}));
 }
 
 TEST_F(NameCommands, CharactersOutsideTheCodePageSurviveARenaming)

@@ -3,8 +3,6 @@
 #include "cli_desk.h"
 
 #include <chrono>
-#include <thread>
-
 #include <ios>
 #include <istream>
 #include <streambuf>
@@ -208,19 +206,40 @@ TEST_F(Output, AWarningNamesTheFileThatItsLineComesFrom)
         {"text": "Missing closed bracket: z", "file": "C:\\site\\_html.txt", "line": 5, "page": "a.htm"}])"));
 }
 
+/// A clock that goes on when it is told to.
+std::chrono::milliseconds passed{0};
+TerminalLine::Instant SetClock()
+{
+    return TerminalLine::Instant(passed);
+}
+
 TEST(TerminalLine, TellsALongCommandAndClearsItself)
 {
     std::ostringstream terminal;
-    TerminalLine line(&terminal);
-    line.Show(1, 10);
+    TerminalLine line(&terminal, SetClock);
+    const auto shown_after = [&](int milliseconds, int done) {
+        passed += std::chrono::milliseconds(milliseconds);
+        terminal.str("");
+        line.Show(done, 10);
+        return terminal.str();
+    };
+    EXPECT_EQ(shown_after(0, 1), "");
     line.Clear();
-    EXPECT_EQ(terminal.str(), ""); // a short command shows nothing
-    std::this_thread::sleep_for(std::chrono::milliseconds(350));
-    line.Show(3, 10);
+    EXPECT_EQ(terminal.str(), "");
+    EXPECT_EQ(shown_after(299, 2), ""); // a short command shows nothing
+    EXPECT_EQ(shown_after(1, 3), "\r3 of 10\x1b[K");
+    EXPECT_EQ(shown_after(49, 4), ""); // often enough to look alive
+    EXPECT_EQ(shown_after(1, 5), "\r5 of 10\x1b[K");
+    terminal.str("");
     line.Clear();
     line.Clear();
-    EXPECT_EQ(terminal.str(), "\r3 of 10\x1b[K\r\x1b[K");
-    TerminalLine none(nullptr);
+    EXPECT_EQ(terminal.str(), "\r\x1b[K");
+}
+
+TEST(TerminalLine, WithoutATerminalNothingIsShown)
+{
+    TerminalLine none(nullptr, SetClock);
+    passed += std::chrono::seconds(1);
     none.Show(1, 2);
     none.Clear();
 }

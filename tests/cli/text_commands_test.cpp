@@ -33,7 +33,7 @@ TEST_F(TextCommands, Conversions)
         {{"--mode", "tabtopipe", "--prefix", "!!1"},
          "a\tb",
          "<table width=\"100%\">\r\n!!1[a|b]\r\n</table>"},
-        {{"--mode", "ptop"}, "a<P>\r\nb\nc<p>", "a</p>\r\nb\nc</p>"},
+        {{"--mode", "ptop"}, "a<P>\r\nb<p>\nc<p>", "a</p>\r\nb</p>\nc</p>"},
         {{"--mode", "ptop"}, "", ""},
         // A box that a mode does not read has no effect.
         {{"--mode", "ptop", "--links-list", "--prefix", "x"}, "a", "a"},

@@ -4,8 +4,8 @@
 #include "builder/bang_macros.h"
 #include "builder/page_directives.h"
 #include "builder/server_scripts.h"
-#include "cli/call_definitions.h"
-#include "cli/call_texts.h"
+#include "cli/call_table.h"
+#include "cli/help.h"
 #include "platform/site_files.h"
 #include "shell/commands.h"
 #include "shell/list_files.h"
@@ -171,25 +171,18 @@ TEST(Mentions, EveryButtonAndMenuEntryIsTold)
 TEST(Mentions, EveryCommandOfTheCommandLineIsTold)
 {
     Words calls;
-    for (const kiv::CommandText& text : kiv::CommandTexts())
-        calls.push_back(std::string(text.name) + " " + std::string(text.synopsis));
+    for (const kiv::CallRow& row : kiv::Calls())
+        calls.push_back(kiv::Synopsis(row));
     EXPECT_THAT(Unmentioned(calls, CodeSpans("commands")), IsEmpty());
 }
 
 TEST(Mentions, EveryOptionOfTheCommandLineIsTold)
 {
-    CLI::App app;
-    kiv::Call call;
-    kiv::GlobalOptions given;
-    kiv::DefineCalls(app, call, given);
     Words options;
-    std::vector<const CLI::App*> apps = {&app};
-    for (const CLI::App* command : app.get_subcommands([](CLI::App*) { return true; }))
-        apps.push_back(command);
-    for (const CLI::App* const each : apps)
-        for (const CLI::Option* const option : each->get_options())
-            for (const std::string& name : option->get_lnames())
-                options.push_back("--" + name);
+    const auto add = [&](const kiv::OptionRow& option) { options.emplace_back(option.name); };
+    std::for_each(kiv::GlobalOptions().begin(), kiv::GlobalOptions().end(), add);
+    for (const kiv::CallRow& row : kiv::Calls())
+        std::for_each(row.options.begin(), row.options.end(), add);
     EXPECT_GE(options.size(), 20U);
     EXPECT_THAT(Untold(options, CodeSpans("commands")), IsEmpty());
 }

@@ -35,6 +35,33 @@ TEST_F(DriveRenames, CharactersOutsideTheCodePageStay)
     EXPECT_EQ(Content("&#20013;.gif"), "2");
 }
 
+TEST_F(DriveRenames, ARenameTellsBothNamesExactly)
+{
+    Put("&#20013; 1.jpg", "text");
+    Put("\xE4\xB8\xAD 1.jpg", "character");
+    const NameChange character = files->RenameFile("&#20013; 1.jpg", "a.jpg");
+    EXPECT_EQ(character.from, "&#20013; 1.jpg");
+    EXPECT_EQ(character.to, "a.jpg");
+    EXPECT_EQ(Content("a.jpg"), "character");
+    const NameChange text = files->RenameFile("&#38;#20013; 1.jpg", "&#20013;.jpg");
+    EXPECT_EQ(text.from, "&#38;#20013; 1.jpg");
+    EXPECT_EQ(text.to, "&#38;#20013;.jpg");
+    EXPECT_EQ(NamesIn(), (Names{"&#20013;.jpg", "a.jpg"}));
+}
+
+TEST_F(DriveRenames, AnExactNameIsGivenToTheLetter)
+{
+    Put("a.jpg", "1");
+    files->RenameExactly("a.jpg", "&#20013;.jpg");
+    EXPECT_EQ(NamesIn(), (Names{"\xE4\xB8\xAD.jpg"}));
+    files->RenameExactly("&#20013;.jpg", "&#38;#20013;.JPG");
+    EXPECT_EQ(NamesIn(), (Names{"&#20013;.JPG"}));
+    Put("b.jpg", "2");
+    EXPECT_THAT(ErrorOf([&] { files->RenameExactly("b.jpg", "&#38;#20013;.jpg"); }),
+                HasSubstr("target exists"));
+    EXPECT_EQ(Content("b.jpg"), "2");
+}
+
 TEST_F(DriveRenames, ATakenNameIsNeverOverwritten)
 {
     Put("a b.txt", "1");

@@ -94,6 +94,14 @@ TEST_F(HeaderPictureLoaderTest, ReadsEveryKindOfJpeg)
          kBegin + Segment('\xC4', "\xFF\xFF"s) + Frame('\xC0', 300, 200)},
         {"an unknown segment", kBegin + Segment('\xF7', "what") + Frame('\xC0', 300, 200)},
         {"nothing behind the frame header", kBegin + Frame('\xC0', 300, 200)},
+        {"bytes that are no marker behind the begin", kBegin + "hello" + Frame('\xC0', 300, 200)},
+        {"bytes that are no marker between segments", kBegin + kJfif + "\xFF\0\xC0"s + kTables +
+                                                          "\xFF\0\xFF\xFF\0\0"s +
+                                                          Frame('\xC0', 300, 200)},
+        {"a long run of bytes that are no marker",
+         kBegin + kJfif + std::string(200'000, 'x') + Frame('\xC0', 300, 200)},
+        {"markers without a segment",
+         kBegin + "\xFF\x01\xFF\xD0\xFF\xD7" + Frame('\xC0', 300, 200) + kScan},
         {"a second frame", kBegin + Frame('\xC0', 300, 200) + Frame('\xC0', 16, 12)},
     };
     for (const Row& row : rows)
@@ -123,6 +131,73 @@ TEST_F(HeaderPictureLoaderTest, TheSizeOfAGifIsItsScreen)
     EXPECT_EQ(SizeOf(Gif("GIF89a", "\x2C\1\xC8\0"s)), (PictureSize{300, 200}));
 }
 
+TEST_F(HeaderPictureLoaderTest, AGifOfAnEmptyScreenHasTheSizeOfItsFirstFrame)
+{
+    const std::string sign = "GIF89a";
+    const std::string frame = ",\1\0\2\0\x2C\1\xC8\0\0\2\2\x44\1\0"s; // 300 x 200, at 1, 2
+    const std::string second = ",\0\0\0\0\5\0\5\0\0\2\2\x44\1\0"s;
+    const std::string control = "!\xF9\4\0\0\0\0\0"s;
+    const std::string comment = "!\xFE\5,,,,,\2,,\0"s; // in two blocks
+    const std::string colours(3 * 8, ',');             // 8 of them
+    const std::string rows[] = {
+        sign + "\0\0\0\0\0\0\0"s + frame + second + ";",
+        sign + "\0\0\xC8\0\0\0\0"s + frame,
+        sign + "\x2C\1\0\0\0\0\0"s + frame,
+        sign + "\0\0\0\0\0\0\0"s + control + comment + frame,
+        sign + "\0\0\0\0\x82\0\0"s + colours + comment + control + frame,
+    };
+    for (const std::string& bytes : rows)
+        EXPECT_EQ(SizeOf(bytes), (PictureSize{300, 200}));
+}
+
+std::string Png(const std::string& sides, const std::string& rest)
+{
+    return "\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR"s + sides + rest;
+}
+
+/// A BMP's first header: no size of the file, two words of 0, where the rows begin.
+const std::string kBitmap = "BM\0\0\0\0\0\0\0\0\x36\0\0\0"s;
+
+std::string Bmp(const std::string& sides)
+{
+    // One plane of 24 bits, not compressed, and what else is in a header of 40 bytes.
+    return kBitmap + "\x28\0\0\0"s + sides + "\1\0\x18\0"s + std::string(24, '\0');
+}
+
+TEST_F(HeaderPictureLoaderTest, ReadsPngAndBmpWhateverTheFileIsCalled)
+{
+    struct Row {
+        std::string what;
+        std::string bytes;
+    };
+    const std::string sides = "\0\0\1\x2C\0\0\0\xC8"s; // 300 x 200
+    const Row rows[] = {
+        {"PNG, true colour", Png(sides, "\x08\2\0\0\0"s + "crc4")},
+        {"PNG, grey, 16 bits", Png(sides, "\x10\0\0\0\0"s)},
+        {"PNG, transparent, interlaced", Png(sides, "\x08\6\0\0\1"s + "crc4")},
+        {"PNG with a palette, and nothing behind", Png(sides, "\x04\3\0\0\0"s)},
+        {"BMP", Bmp("\x2C\1\0\0\xC8\0\0\0"s)},
+        {"BMP from the upper row on", Bmp("\x2C\1\0\0\x38\xFF\xFF\xFF"s)},
+        {"BMP of the first kind", kBitmap + "\x0C\0\0\0\x2C\1\xC8\0\1\0\x18\0"s},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(ErrorOf(row.bytes), "") << row.what;
+    for (const Row& row : rows)
+        EXPECT_EQ(SizeOf(row.bytes), (PictureSize{300, 200})) << row.what;
+}
+
+TEST_F(HeaderPictureLoaderTest, TheErrorSaysWhatTheFileLooksLike)
+{
+    const std::string begin = "picture: cannot read the size of a.jpg: it ";
+    EXPECT_EQ(ErrorOf(""), begin + "looks like an empty file");
+    EXPECT_EQ(ErrorOf("<html>\r\n\t<body>\r\n"), begin + "looks like text");
+    EXPECT_EQ(ErrorOf("II\x2A\0\x08\0\0\0"s), begin + "is no picture that is known here");
+    EXPECT_EQ(ErrorOf(kBegin), begin + "looks like a JPEG, but says no size");
+    EXPECT_EQ(ErrorOf("GIF89a"), begin + "looks like a GIF, but says no size");
+    EXPECT_EQ(ErrorOf(Png("\0\0\0"s, "")), begin + "looks like a PNG, but says no size");
+    EXPECT_EQ(ErrorOf("BM\0\0"s), begin + "looks like a BMP, but says no size");
+}
+
 TEST_F(HeaderPictureLoaderTest, AnythingElseIsAnError)
 {
     struct Row {
@@ -132,13 +207,19 @@ TEST_F(HeaderPictureLoaderTest, AnythingElseIsAnError)
     const Row rows[] = {
         {"empty", ""},
         {"text", "not a picture"},
-        {"PNG", "\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\1\x2C\0\0\0\xC8\x08\2\0\0\0"s},
-        {"BMP", "BM\x46\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\2\0\0\0\2\0\0\0\1\0\x18\0"s},
+        {"TIFF", "II\x2A\0\x08\0\0\0"s},
+        {"PNG cut in its header", Png("\0\0\1\x2C\0\0\0\xC8"s, "\x08\2\0\0"s)},
+        {"PNG of no width", Png("\0\0\0\0\0\0\0\xC8"s, "\x08\2\0\0\0"s)},
+        {"PNG without its first chunk",
+         "\x89PNG\r\n\x1A\n\0\0\0\x0DIDAT\0\0\1\x2C\0\0\0\xC8\x08\2\0\0\0"s},
+        {"BMP cut in its header", Bmp("\x2C\1\0\0\xC8\0\0\0"s).substr(0, 53)},
+        {"BMP of no height", Bmp("\x2C\1\0\0\0\0\0\0"s)},
+        {"text that begins as a BMP does",
+         "BM is how this text begins, which is longer than the headers of a BMP are"},
         {"begin of a JPEG alone", kBegin},
         {"no frame header", kBegin + kJfif + kTables},
         {"scan before the frame", kBegin + kScan + Frame('\xC0', 300, 200)},
         {"end before the frame", kBegin + "\xFF\xD9" + Frame('\xC0', 300, 200)},
-        {"text behind the begin", kBegin + "hello" + Frame('\xC0', 300, 200)},
         {"lossless frame", kBegin + Frame('\xC3', 300, 200)},
         {"arithmetic frame", kBegin + Frame('\xC9', 300, 200)},
         {"a segment without length", kBegin + "\xFF\xE0" + "\0\0"s + Frame('\xC0', 300, 200)},
@@ -147,8 +228,12 @@ TEST_F(HeaderPictureLoaderTest, AnythingElseIsAnError)
         {"cut behind the size", kBegin + Frame('\xC0', 300, 200).substr(0, 9)},
         {"JPEG of no width", kBegin + Frame('\xC0', 0, 200)},
         {"JPEG of no height", kBegin + Frame('\xC0', 300, 0)},
-        {"GIF of no width", Gif("GIF89a", "\0\0\xC8\0"s)},
-        {"GIF of no height", Gif("GIF89a", "\x2C\1\0\0"s)},
+        {"GIF of no width without a frame", "GIF89a\0\0\xC8\0\0\0\0;"s},
+        {"GIF of no height that ends in its colours", "GIF89a\x2C\1\0\0\x80\0\0,,,"s},
+        {"GIF of no size that ends in an extension", "GIF89a\0\0\0\0\0\0\0!\xFE\5,,"s},
+        {"GIF whose frame has no size either",
+         "GIF89a\0\0\0\0\0\0\0,\0\0\0\0\0\0\1\0\0\2\2\x44\1\0;"s},
+        {"bytes behind the begin, but no frame", kBegin + "hello"},
         {"GIF of another version", Gif("GIF88a", "\x2C\1\xC8\0"s)},
         {"GIF cut in its size", "GIF89a\x2C\1\xC8"},
         {"a JPEG without frame that holds a GIF's begin",

@@ -31,6 +31,12 @@ TEST(DirectoryTools, WebSafeNames)
         {"\xC9T\xC9.HTM", "\xE9t\xE9.htm"},
         {"already-fine.htm", "already-fine.htm"},
         {"'", ""},
+        // Exact forms: a character that the code page lacks, its reference as text, a stray byte.
+        {"&#26085;&#128512; A.jpg", "-26085--128512--a.jpg"},
+        {"_&#26085;_", "_-26085-_"},
+        {"&#38;#26085;.jpg", "-#26085;.jpg"},
+        {"CAF&#1114313;.jpg", "caf\xE9.jpg"},
+        {"&#233;", "-#233;"},
     };
     for (const NameRow& row : rows)
         EXPECT_EQ(WebSafeName(row.name), row.expected) << row.name;
@@ -243,6 +249,61 @@ TEST_F(RenamingFiles, UndoingPutsTheNamesBack)
     EXPECT_EQ(workspace.Renamed,
               Pairs({{"photo.jpg", "PHOTO.JPG"}, {"b-c.txt", "B c.TXT"}, {"a-b.htm", "a b.htm"}}));
 }
+
+TEST_F(RenamingFiles, CharactersThatTheCodePageLacksGoAndComeBack)
+{
+    const Texts names = {"&#26085;.jpg", "\xE6\x97\xA5 1.JPG", "\xE6\x97\xA5.jpg"};
+    PutNames(names);
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace, Renaming::dry_run); }), "");
+    const Renames plan = workspace.Renamed;
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"-#26085;.jpg", "-26085--1.jpg", "-26085-.jpg"}));
+    EXPECT_EQ(Content("site/-#26085;.jpg"), "&#26085;.jpg");
+    const Renames done = workspace.Renamed;
+    EXPECT_EQ(done, Pairs({{"&#26085; 1.JPG", "-26085--1.jpg"},
+                           {"&#26085;.jpg", "-26085-.jpg"},
+                           {"&#38;#26085;.jpg", "-#26085;.jpg"}}));
+    EXPECT_EQ(plan, done);
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, done); }), "");
+    EXPECT_EQ(NamesIn("site"), names);
+    for (const std::string& name : names)
+        EXPECT_EQ(Content("site/" + name), name);
+    const Renames undone = workspace.Renamed;
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, undone); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"-#26085;.jpg", "-26085--1.jpg", "-26085-.jpg"}));
+}
+
+#ifndef _WIN32 // where names are made of whole characters, and none holds a backslash
+TEST_F(RenamingFiles, BytesThatAreNoTextComeBack)
+{
+    PutNames({"\xC9 1.txt"}); // no UTF-8
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace, Renaming::dry_run); }), "");
+    const Renames plan = workspace.Renamed;
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"\xC3\xA9-1.txt"}));
+    EXPECT_EQ(workspace.Renamed, Pairs({{"&#1114313; 1.txt", "\xE9-1.txt"}}));
+    EXPECT_EQ(workspace.Renamed, plan);
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, plan); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"\xC9 1.txt"}));
+}
+
+TEST_F(RenamingFiles, ANameWithABackslashIsPassedOver)
+{
+    PutNames({"A\\B.gif", "C D.gif"});
+    for (const Renaming renaming : {Renaming::dry_run, Renaming::real}) {
+        reporter.shown.clear();
+        EXPECT_EQ(KindOf([&] { dodirfix(workspace, renaming); }), "");
+        EXPECT_EQ(workspace.Renamed, Pairs({{"C D.gif", "c-d.gif"}}));
+        EXPECT_EQ(reporter.shown,
+                  (Texts{"Left out because of the backslash in its name: A\\B.gif"}));
+    }
+    EXPECT_EQ(NamesIn("site"), (Texts{"A\\B.gif", "c-d.gif"}));
+    reporter.shown.clear();
+    EXPECT_EQ(KindOf([&] { dodirt(workspace); }), "");
+    EXPECT_EQ(reporter.shown.size(), 1U); // as a GIF alone
+    EXPECT_EQ(NamesIn("site"), (Texts{"A\\B.gif", "c-d_t.gif"}));
+}
+#endif
 
 TEST_F(RenamingFiles, UndoingFollowsAFileThroughSeveralNames)
 {

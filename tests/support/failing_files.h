@@ -40,13 +40,17 @@ class FailingFiles : public Files {
     }
     bool MakeFolder(std::string_view path) override { return files_.MakeFolder(path); }
     void DeleteFile(std::string_view path) override { Step().DeleteFile(path); }
-    void RenameFile(std::string_view from, std::string_view to) override
+    NameChange RenameFile(std::string_view from, std::string_view to) override
     {
-        Step().RenameFile(from, to);
+        return Step().RenameFile(from, to);
     }
-    std::vector<std::string> ListFiles(std::string_view folder, std::string_view pattern) override
+    NameChange RenameExactly(std::string_view from, std::string_view to) override
     {
-        return Step().ListFiles(folder, pattern);
+        return Step().RenameExactly(from, to);
+    }
+    FolderListing List(std::string_view folder, std::string_view pattern) override
+    {
+        return Step().List(folder, pattern);
     }
     std::vector<std::string> ListFolders(std::string_view folder) override
     {

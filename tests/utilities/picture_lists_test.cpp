@@ -274,6 +274,19 @@ TEST(PictureLists, Subfolder)
                 ElementsAre("edit.exe _alt.txt", "edit.exe _piclist.txt"));
 }
 
+#ifndef _WIN32 // where no name holds a backslash
+TEST(PictureLists, APictureThatNoPathCanNameIsPassedOver)
+{
+    UtilityDesk desk;
+    PutPicture(desk, "cat.jpg", 1, 2);
+    desk.Put("site/a\\b.gif");
+    run_picture_sizer(desk.machine, "", kEditor);
+    EXPECT_THAT(desk.pictures.measured, ElementsAre("cat.jpg"));
+    EXPECT_THAT(desk.reporter.shown,
+                ElementsAre("Left out because of the backslash in its name: a\\b.gif"));
+}
+#endif
+
 TEST(PictureLists, ProgramsStartInThePicturesFolder)
 {
     class DirectoryNote : public Programs {

@@ -105,7 +105,7 @@ TEST(Pictures, FilesAreSortedIgnoringCase)
         desk.Put(std::string("site/") + name, "");
     desk.PutFolder("site/folder.jpg");
     // By the codes of the upper-cased names: "-" and "." come before letters, "_" behind them.
-    EXPECT_THAT(PictureFiles(desk.machine.files),
+    EXPECT_THAT(PictureFiles(desk.machine),
                 ElementsAre("A.gif", "a.jpg", "b.JPG", "C.Gif", "cat-2.jpg", "cat.jpg", "cats.jpg",
                             "cat_t.jpg"));
 }
@@ -113,7 +113,7 @@ TEST(Pictures, FilesAreSortedIgnoringCase)
 TEST(Pictures, NoFiles)
 {
     UtilityDesk desk;
-    EXPECT_THAT(PictureFiles(desk.machine.files), IsEmpty());
+    EXPECT_THAT(PictureFiles(desk.machine), IsEmpty());
 }
 
 TEST(Pictures, Descriptions)

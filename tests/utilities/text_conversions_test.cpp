@@ -298,7 +298,10 @@ TEST(Ptop, LinesThatEndInAParagraphTag)
         {"<p>", "</p>"},
         {"p>", "p>"},
         {"a<p> ", "a<p> "},
-        {"a<p>\nb<p>", "a<p>\nb</p>"}, // only CR LF parts lines
+        {"a<p>\nb<p>", "a</p>\nb</p>"},
+        {"a<p>\r\nb<p>\n\r\nc", "a</p>\r\nb</p>\n\r\nc"}, // each line keeps its end
+        {"a<p>\rb<p>", "a<p>\rb</p>"},                    // CR alone ends no line
+        {"a<p>\r\r\n", "a<p>\r\r\n"},
         {"\r\na<p>\r\n", "\r\na</p>\r\n"},
         {"a<p>b", "a<p>b"},
     };

@@ -47,6 +47,20 @@ TEST(TitleGrab, ListsNameAndTitleOfEachPage)
     EXPECT_THAT(desk.machine.files.Written(), ElementsAre("C:\\site\\grabtitles.txt"));
 }
 
+#ifndef _WIN32 // where no name holds a backslash
+TEST(TitleGrab, APageThatNoPathCanNameIsPassedOver)
+{
+    UtilityDesk desk;
+    desk.Put("site/a.htm", "<title>A</title>");
+    desk.Put("site/b\\c.htm", "<title>B</title>");
+    GrabFlags flags;
+    grab_titles(desk.machine, false, flags);
+    EXPECT_EQ(desk.Content("site/grabtitles.txt"), "@file = a.htm\r\n@title = A\r\n\r\n");
+    EXPECT_THAT(desk.reporter.shown,
+                ElementsAre("Left out because of the backslash in its name: b\\c.htm"));
+}
+#endif
+
 TEST(TitleGrab, AspPagesFollowAllHtmlPages)
 {
     UtilityDesk desk;

@@ -1,6 +1,7 @@
 // A machine for the utilities: real files on a drive C of its own, the rest recorded.
 #pragma once
 
+#include "platform/drive_path.h"
 #include "platform/drives.h"
 #include "platform/machine.h"
 #include "platform/run_error.h"
@@ -30,12 +31,12 @@ class StartedPrograms : public ProgramList {
     std::vector<std::string> files;
 };
 
-/// Picture sizes by name; a picture without one cannot be read.
+/// Picture sizes by name, in whatever folder; a picture without one cannot be read.
 class HeldPictures : public PictureLoader {
   public:
     PictureSize Size(std::string_view path) override
     {
-        measured.emplace_back(path);
+        measured.emplace_back(NameOf(path));
         const auto size = sizes.find(measured.back());
         if (size == sizes.end())
             throw RunError(ErrorKind::picture, "cannot read the size of " + measured.back());

@@ -54,5 +54,31 @@ TEST_F(DriveCase, ANameThatWindowsForbidsIsAllowed)
     EXPECT_EQ(Content("what*is?it"), "1");
 }
 
+TEST_F(DriveCase, BytesThatAreNoUtf8ComeBack)
+{
+    Put("caf\xE9.txt", "stray");
+    Put("caf\xC3\xA9.txt", "accent");
+    files->RenameFile("caf&#1114345;.txt", "a.txt"); // 1114345 is 0x110000 and E9
+    EXPECT_EQ(NamesIn(), (Names{"a.txt", "caf\xC3\xA9.txt"}));
+    EXPECT_EQ(Content("a.txt"), "stray");
+    files->RenameFile("caf\xE9.txt", "b.txt");
+    files->RenameExactly("a.txt", "caf&#1114345;.txt");
+    EXPECT_EQ(NamesIn(), (Names{"b.txt", "caf\xE9.txt"}));
+}
+
+TEST_F(DriveCase, ANameWithABackslashIsLeftOut)
+{
+    Put("a\\b.txt");
+    Put("a\\b.htm");
+    Put("c.txt");
+    PutFolder("d\\e");
+    PutFolder("f");
+    const FolderListing listing = files->List(".", "*.txt");
+    ASSERT_EQ(listing.files.size(), 1U);
+    EXPECT_EQ(listing.files[0], (FileName{"c.txt", "c.txt"}));
+    EXPECT_THAT(listing.left_out, testing::ElementsAre("a\\b.txt"));
+    EXPECT_THAT(files->ListFolders("."), testing::ElementsAre("f"));
+}
+
 } // namespace
 } // namespace kiv

@@ -1,4 +1,4 @@
-// The manual page and the shell's completion, from the definitions of the calls.
+// What the installation brings for the user's shell, from the table of calls.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@ namespace kiv {
 /// The manual page of `kiv-cli` in roff.
 std::string ManualPage();
 
-/// Completion of commands, options and paths for bash.
+/// Completion of commands, options, their values and paths for bash.
 std::string BashCompletion();
 
 } // namespace kiv

@@ -1,0 +1,200 @@
+#include "cli/call_table.h"
+
+#include "cli/commands.h"
+#include "text/windows1252.h"
+
+namespace kiv {
+
+namespace {
+
+constexpr bool kRequired = true;
+constexpr bool kOptional = false;
+
+// clang-format off
+// Name, what stands for the value, what it is for, what it takes, whether it is required, choices.
+
+constexpr OptionRow kGlobalOptions[] = {
+    {"--help", "", "Show this help; -h is the same"},
+    {"--version", "", "Show the version"},
+    {"--drive-c", "DIR", "Native folder that stands for drive C:", Takes::folder},
+    {"--now", "YYYY-MM-DDTHH:MM:SS", "The date and time that pages see", Takes::date_time},
+    {"--json", "", "Print one JSON object about the run"},
+    {"--launch", "", "Start the programs that the command starts"},
+    {"--verbose", "", "Print the warnings that a build keeps back, too"},
+};
+
+constexpr OptionRow kDirectory{"DIR", "", "The site's folder (default: the current one)",
+                               Takes::folder};
+constexpr OptionRow kOneDirectory[] = {kDirectory};
+constexpr OptionRow kDryRun[] = {{"--dry-run", "", "Show the renames and touch nothing"}};
+constexpr OptionRow kBuildOptions[] = {
+    {"--eoy", "", "Keep the New Year text between @@EOY lines"},
+};
+constexpr OptionRow kGrabOptions[] = {
+    {"--redirect", "", "Add a redirect line to each page, one folder up"},
+    {"--all", "", "Copy the lines of each page"},
+    {.name = "--trimmed", .about = "Copy the lines of each page's body", .excludes = "--all"},
+};
+constexpr OptionRow kPicturesOptions[] = {
+    {"--folder", "NAME", "Work in this folder below DIR", Takes::text},
+};
+constexpr OptionRow kConvertOptions[] = {
+    {"--mode", "MODE", "The conversion (default: e-mail to HTML)", Takes::text, kOptional,
+     ConvertModes},
+    {"--links-list", "", "No paragraph tags, for a list of links"},
+    {"--single-spaced", "", "Each line is a paragraph"},
+    {"--poetry-p", "", "Lines end in <br>, stanzas are paragraphs"},
+    {"--poetry-br", "", "Lines end in <br>, stanzas in <br><br>"},
+    {"--keep-smart-quotes", "", "cleanquotes leaves curly quotes as entities"},
+    {"--prefix", "TEXT", "What tabtopipe puts in front of each row", Takes::text},
+};
+constexpr OptionRow kDimensionsArguments[] = {
+    {"START_WIDTH", "", "The picture's width", Takes::text, kRequired},
+    {"START_HEIGHT", "", "The picture's height", Takes::text, kRequired},
+    {"NEW_WIDTH", "", "The new width, or empty", Takes::text, kRequired},
+    {"NEW_HEIGHT", "", "The new height, or empty", Takes::text, kRequired},
+};
+constexpr OptionRow kReferenceArguments[] = {
+    {"SECTION", "", "The section", Takes::text, kRequired, ReferenceSections},
+};
+constexpr OptionRow kRenameArguments[] = {
+    kDirectory,
+    {"FIND", "", "The text to look for", Takes::text, kRequired},
+    {"REPLACEMENT", "", "What it becomes", Takes::text, kRequired},
+};
+constexpr OptionRow kUndoOptions[] = {
+    {"--report", "FILE", "The renamer's JSON report", Takes::file, kRequired},
+};
+constexpr OptionRow kNewsOptions[] = {
+    {"--site", "N", "Number of the site, from 1", Takes::number, kRequired},
+    {"--name", "NAME", "Name of the .txt file, without .txt", Takes::text, kRequired},
+    {"--date", "D", "Date of the item (default: read from NAME)", Takes::text},
+    {"--title", "T", "Title of the item", Takes::text},
+    {"--newspaper", "P", "Newspaper (default: read from NAME)", Takes::text},
+    {"--byline", "B", "Who wrote it", Takes::text},
+    {"--subhead", "S", "Subhead", Takes::text},
+    {"--lead", "FILE", "A lead sentence, a text file; set in bold", Takes::file},
+    {"--text", "FILE", "The article, a text file", Takes::file, kRequired},
+    {"--single-spaced", "", "Each line of the article is a paragraph"},
+    {"--as-is", "", "The article is HTML already"},
+};
+
+constexpr CallRow kCalls[] = {
+    {.name = "build",
+     .about = "Build the pages of a site section (\"Do it!\")",
+     .details = "Reads _html.txt and _template.txt of DIR and writes its pages, _toc.txt and "
+         "_sitemap.txt. When _singlehtml.txt is there, it receives all pages in one.",
+     .example = "kiv-cli build ~/sites/museum\n"
+                "kiv-cli build ~/sites/museum --json",
+     .arguments = kOneDirectory, .options = kBuildOptions, .run = RunBuild},
+    {.name = "group",
+     .about = "Build a site section and every folder of its _group.txt (\"group\")",
+     .details = "The New Year blocks are switched on. Without _group.txt nothing is built.",
+     .example = "kiv-cli group ~/sites/museum",
+     .arguments = kOneDirectory, .run = RunGroup},
+    {.name = "sitemap",
+     .about = "Merge the site maps of a group into _sitemap-master.txt (\"Assemble Site Map\")",
+     .details = "Without _group.txt nothing is done.",
+     .example = "kiv-cli sitemap ~/sites/museum",
+     .arguments = kOneDirectory, .run = RunSiteMap},
+    {.name = "grab",
+     .about = "Make a starting page list from a folder of pages (\"Grab titles\")",
+     .details = "Writes grabtitles.txt with the name and title of every HTML and ASP page of DIR.",
+     .example = "kiv-cli grab ~/old-pages --trimmed",
+     .arguments = kOneDirectory, .options = kGrabOptions, .run = RunGrab},
+    {.name = "pictures",
+     .about = "Write picture lists (\"picture sizer\")",
+     .details = "Measures the JPEG and GIF pictures of the folder and writes _alt.txt, "
+         "_piclist.txt, the bang lists and _pichtml.txt there. Captions come from _alt.txt.",
+     .example = "kiv-cli pictures ~/sites/museum --folder images",
+     .arguments = kOneDirectory, .options = kPicturesOptions, .run = RunPictures},
+    {.name = "convert",
+     .about = "Convert standard input to material for a page",
+     .details = "The result goes to standard output as it is, without a line end of its own. "
+         "Without a mode an e-mail becomes HTML paragraphs. rs makes x=rs(\"x\") of "
+         "tab-separated names, js script-writing calls of lines, getnames a mail script of form "
+         "fields, cleanquotes entities and plain quotes, newsgrabber a page-list entry of a news "
+         "line, tabtopipe table rows of tab-separated ones; ptop makes </p> of a <p> at the end "
+         "of a line.",
+     .example = "kiv-cli convert --mode tabtopipe --prefix '!!1' < rows.txt",
+     .options = kConvertOptions, .start = Start::drive_c, .run = RunConvert},
+    {.name = "dimensions",
+     .about = "Scale a picture's width and height in proportion (\"Calculate dimensions\")",
+     .details = "Prints the new width and the new height. Leave one of them empty ('') or 0 to "
+         "have it computed; with both given the height is computed.",
+     .example = "kiv-cli dimensions 800 600 400 ''",
+     .arguments = kDimensionsArguments, .start = Start::nothing, .run = RunDimensions},
+    {.name = "reference",
+     .about = "Print a section of the quick reference (\"Help\")",
+     .details = "1 at-variables, 2 bang macros, 3 the head of _html.txt, 4 everything else.",
+     .example = "kiv-cli reference 2",
+     .arguments = kReferenceArguments, .start = Start::nothing, .run = RunReference},
+    {.name = "fix-names",
+     .about = "Make the names of all files safe for the web (\"Fix names\")",
+     .details = "My Photo (1).JPG becomes my-photo--1-.jpg: small letters, and hyphens for what "
+         "a web address does not bear. Nothing is ever overwritten: the run stops at the first "
+         "name that is taken. undo-renames takes it back, from the report that --json prints.",
+     .example = "kiv-cli fix-names ~/pictures --dry-run\n"
+                "kiv-cli fix-names ~/pictures --json > names.json",
+     .arguments = kOneDirectory, .options = kDryRun, .renames = true, .run = RunFixNames},
+    {.name = "thumb-names",
+     .about = "Mark all pictures as thumbnails (\"add \"_t.gif\"\")",
+     .details = "Photo.jpg becomes Photo_t.jpg, and so do all GIF and JPEG pictures that are not "
+         "named so already. Nothing is ever overwritten: the run stops at the first name that is "
+         "taken.",
+     .example = "kiv-cli thumb-names ~/sites/museum/images",
+     .arguments = kOneDirectory, .options = kDryRun, .renames = true, .run = RunThumbNames},
+    {.name = "rename",
+     .about = "Replace text in the names of all files (\"Rename files\")",
+     .details = "Every FIND in a name becomes REPLACEMENT, in the extension, too; capitals "
+         "matter. Nothing is ever overwritten: the run stops at the first name that is taken.",
+     .example = "kiv-cli rename ~/pictures DSC boat\n"
+                "kiv-cli rename -- ~/pictures -old ''",
+     .arguments = kRenameArguments, .options = kDryRun, .renames = true, .run = RunRename},
+    {.name = "undo-renames",
+     .about = "Put the names of a renamer's report back",
+     .details = "FILE is what fix-names, thumb-names or rename printed with --json in the same "
+         "DIR. The last rename is undone first. Nothing is ever overwritten: the run stops at "
+         "the first name that is taken and at the first file that is gone. Started again, it "
+         "goes on from there.",
+     .example = "kiv-cli undo-renames ~/pictures --report names.json",
+     .arguments = kOneDirectory, .options = kUndoOptions, .renames = true, .run = RunUndoRenames},
+    {.name = "news",
+     .about = "Add a news item to a site (\"New News\")",
+     .details = "Writes the article to txt\\NAME.txt of the site and enters it in the site's "
+         "page list. The sites stand in c:\\utils\\kivnews.ini. Date and newspaper that are not "
+         "given are read from NAME. The text files are UTF-8.",
+     .example = "kiv-cli news --site 2 --name pr040504 --text bridge.txt",
+     .options = kNewsOptions, .run = RunNews},
+};
+// clang-format on
+
+} // namespace
+
+std::span<const CallRow> Calls()
+{
+    return kCalls;
+}
+
+std::span<const OptionRow> GlobalOptions()
+{
+    return kGlobalOptions;
+}
+
+void GivenValues::Set(std::string_view name, const std::string& value)
+{
+    values_.insert_or_assign(std::string(name), value);
+}
+
+std::string GivenValues::Native(std::string_view name, std::string_view otherwise) const
+{
+    const auto found = values_.find(name);
+    return found == values_.end() ? std::string(otherwise) : found->second;
+}
+
+std::string GivenValues::Text(std::string_view name) const
+{
+    return FromUtf8(Native(name));
+}
+
+} // namespace kiv

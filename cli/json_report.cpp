@@ -1,0 +1,98 @@
+#include "cli/json_report.h"
+
+#include "cli/report.h"
+#include "platform/run_error.h"
+#include "text/windows1252.h"
+
+#include <nlohmann/json.hpp>
+
+#include <ostream>
+
+namespace kiv {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json Texts(const std::vector<std::string>& texts)
+{
+    Json list = Json::array();
+    for (const std::string& text : texts)
+        list.push_back(ToUtf8(text));
+    return list;
+}
+
+Json Pairs(const Renames& renames)
+{
+    Json pairs = Json::array();
+    for (const Rename& rename : renames)
+        pairs.push_back(Json::array({ToUtf8(rename.from), ToUtf8(rename.to)}));
+    return pairs;
+}
+
+Json TextOrNull(const std::string& text)
+{
+    return text.empty() ? Json(nullptr) : Json(ToUtf8(text));
+}
+
+Json ErrorObject(const RunError& error)
+{
+    return Json{{"kind", std::string(KindName(error.kind))},
+                {"text", ToUtf8(error.text)},
+                {"where", ToUtf8(error.where)}};
+}
+
+Json WarningObject(const Warning& warning)
+{
+    return Json{{"text", ToUtf8(warning.text)},
+                {"file", TextOrNull(warning.file)},
+                {"line", warning.line > 0 ? Json(warning.line) : Json(nullptr)},
+                {"page", TextOrNull(warning.page)}};
+}
+
+bool IsPair(const Json& pair)
+{
+    return pair.is_array() && pair.size() == 2 && pair[0].is_string() && pair[1].is_string();
+}
+
+} // namespace
+
+void PrintJson(std::ostream& out, const RunReport& report)
+{
+    Json warnings = Json::array();
+    for (const Warning& warning : report.warnings)
+        warnings.push_back(WarningObject(warning));
+    Json object = {
+        {"status", ToUtf8(report.status)},
+        {"messages", Texts(report.messages)},
+        {"error", report.error ? ErrorObject(*report.error) : Json(nullptr)},
+        {"files", Texts(report.files)},
+        {"launched", Texts(report.launched)},
+        {"warnings", warnings},
+    };
+    if (report.renamed)
+        object["renamed"] = Pairs(*report.renamed);
+    if (report.result)
+        object["result"] = ToUtf8(*report.result);
+    out << object.dump(2) << '\n';
+}
+
+Renames RenamesOfReport(std::string_view json, const std::string& path)
+{
+    const auto refuse = [&]() -> RunError {
+        return {ErrorKind::invalid_argument, "no report of a renamer", path};
+    };
+    const Json report = Json::parse(json, nullptr, false);
+    if (!report.is_object() || !report.contains("renamed") || !report["renamed"].is_array())
+        throw refuse();
+    Renames renames;
+    for (const Json& pair : report["renamed"]) {
+        if (!IsPair(pair))
+            throw refuse();
+        renames.push_back({FromUtf8(pair[0].get_ref<const std::string&>()),
+                           FromUtf8(pair[1].get_ref<const std::string&>())});
+    }
+    return renames;
+}
+
+} // namespace kiv

@@ -1,0 +1,23 @@
+#include "platform/folder_work.h"
+
+#include <utility>
+
+namespace kiv {
+
+void WarnOfLeftOut(Reporter& reporter, const std::vector<std::string>& left_out)
+{
+    for (const std::string& name : left_out)
+        reporter.reportmsg("Left out because of the backslash in its name: " + name);
+}
+
+std::vector<std::string> FilesToWorkOn(Machine& machine, std::string_view pattern)
+{
+    FolderListing listing = machine.files.List(".", pattern);
+    WarnOfLeftOut(machine.reporter, listing.left_out);
+    std::vector<std::string> names;
+    for (FileName& name : listing.files)
+        names.push_back(std::move(name.text));
+    return names;
+}
+
+} // namespace kiv
