@@ -6,6 +6,7 @@
 #include "blocks/sidebars.h"
 #include "blocks/tables.h"
 #include "blocks/timelines.h"
+#include "text/table_column.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -48,6 +49,11 @@ void ReportUnknown(const std::string& tag, BlockContext& context)
 }
 
 } // namespace
+
+std::vector<std::string_view> BlockTagWords()
+{
+    return ColumnOf(kBlockTags, &BlockTag::tag);
+}
 
 void zuloop(std::string& line, BlockContext& context)
 {

@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kiv {
 
@@ -29,6 +30,9 @@ struct BlockContext {
     /// Reports a fault in a block's structure: "BIG OOPS! " and the message.
     void bigoops(std::string_view text) { reportmsg(std::string("BIG OOPS! ").append(text)); }
 };
+
+/// The tags of all blocks, such as "<zutable>".
+std::vector<std::string_view> BlockTagWords();
 
 /// Expands the first block tag of `line` in place; a second one stays as written.
 void zuloop(std::string& line, BlockContext& context);

@@ -2,6 +2,7 @@
 
 #include "builder/build_state.h"
 #include "builder/text_helpers.h"
+#include "text/table_column.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -170,6 +171,11 @@ bool MayBringNames(std::string_view before, std::string_view value)
 }
 
 } // namespace
+
+std::vector<std::string_view> AtVariableNames()
+{
+    return ColumnOf(kAtVariables, &AtVariable::name);
+}
 
 bool ReplaceAtVariables(MergedLine& line)
 {

@@ -33,6 +33,9 @@ inline constexpr Bang kMailto = {"!!mailto[", ExpandMailto};
 inline constexpr Bang kSwap = {"!!SWAP[", ExpandSwap};
 inline constexpr Bang kFlash = {"!!flash[", ExpandFlash};
 
+/// All of them; a new bang has its row here and its step in the merge.
+inline constexpr const Bang* kBangs[] = {&kPopup, &kShowHide, &kFlv, &kMailto, &kSwap, &kFlash};
+
 /// Appends the script that the page's show/hide toggles call, when there are any, and empties their
 /// list.
 void WriteShowHideScript(std::string& output, PageBangs& page);

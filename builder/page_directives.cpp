@@ -1,6 +1,7 @@
 #include "builder/page_directives.h"
 
 #include "builder/text_helpers.h"
+#include "text/table_column.h"
 #include "text/text.h"
 
 #include <string>
@@ -94,6 +95,11 @@ constexpr Directive kDirectives[] = {
 };
 
 } // namespace
+
+std::vector<std::string_view> PageDirectiveWords()
+{
+    return ColumnOf(kDirectives, &Directive::word);
+}
 
 void TakePageDirective(BuildState& state, int page_number, std::string_view& line)
 {

@@ -4,8 +4,12 @@
 #include "builder/build_state.h"
 
 #include <string_view>
+#include <vector>
 
 namespace kiv {
+
+/// The words that begin a page directive, such as "@TITLE =".
+std::vector<std::string_view> PageDirectiveWords();
 
 /// Takes a page directive into the record of page `page_number` (0 before the first page). A
 /// directive that is not kept as text empties the line.

@@ -1,6 +1,7 @@
 #include "builder/server_scripts.h"
 
 #include "builder/server_script_generators.h"
+#include "text/table_column.h"
 #include "text/text.h"
 
 #include <string_view>
@@ -23,6 +24,11 @@ constexpr ServerScript kServerScripts[] = {
 };
 
 } // namespace
+
+std::vector<std::string_view> ServerScriptWords()
+{
+    return ColumnOf(kServerScripts, &ServerScript::directive);
+}
 
 bool ExpandServerScript(std::string& line, const Addresses& addresses)
 {

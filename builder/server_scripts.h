@@ -4,8 +4,13 @@
 #include "builder/addresses.h"
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace kiv {
+
+/// The words that begin a server-script line, such as "@SHOWDB:".
+std::vector<std::string_view> ServerScriptWords();
 
 /// Replaces a line that begins with a server-script directive (in any case) by its block, whose
 /// lines are joined by CR LF; other lines stay. Returns whether it did. Throws `subscript` when

@@ -2,6 +2,7 @@
 
 #include "platform/reporter.h"
 #include "platform/run_error.h"
+#include "text/table_column.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -118,6 +119,11 @@ void ProvideUploadList(Files& files)
 {
     if (!files.FileExists(kUploadListFile))
         files.WriteFile(kUploadListFile, kUploadSample);
+}
+
+std::vector<std::string_view> AddressNames()
+{
+    return ColumnOf(kAddressNames, &AddressName::name);
 }
 
 Addresses LoadAddresses(Files& files)

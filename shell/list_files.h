@@ -55,6 +55,9 @@ int loadftplist(Files& files, UploadEntries& entries);
 void ProvideJumpList(Files& files);
 void ProvideUploadList(Files& files);
 
+/// The names under which the user's list sets an address.
+std::vector<std::string_view> AddressNames();
+
 /// The addresses of generated pages: the defaults, and what the user's list says instead.
 Addresses LoadAddresses(Files& files);
 

@@ -7,8 +7,7 @@
 namespace kiv {
 
 /// Bounds one expansion loop by the number of marks and the length of the text when it starts. No
-/// finite expansion comes near the bound; one without end reaches it quickly and with little
-/// memory.
+/// finite expansion comes near the bound; one without end reaches it soon and with little memory.
 class LoopBound {
   public:
     LoopBound(std::size_t marks, std::size_t length)

@@ -1,5 +1,5 @@
-// Text as the format sees it: characters are counted from 1, and a cut past the end gives what
-// there is.
+// Text as the format sees it: characters are counted from 1, a cut past the end gives what is
+// there.
 #pragma once
 
 #include <cstddef>
@@ -38,8 +38,7 @@ constexpr char AsciiUpper(char c)
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-/// Whether `text` equals, begins with or contains `word`, where `word` is ASCII and case does not
-/// matter.
+/// Whether `text` begins with, equals or contains `word`, which is ASCII, in any case.
 inline bool StartsWithNoCase(std::string_view text, std::string_view word)
 {
     if (text.size() < word.size())
@@ -55,8 +54,7 @@ inline bool EqualsNoCase(std::string_view text, std::string_view word)
 }
 bool ContainsNoCase(std::string_view text, std::string_view word);
 
-/// 0-based position of the first `word` (ASCII, case does not matter) at or after `from`, else
-/// `npos`.
+/// 0-based position of the first `word` (ASCII, in any case) at or after `from`, else `npos`.
 std::size_t FindNoCase(std::string_view text, std::string_view word, std::size_t from = 0);
 
 inline bool Contains(std::string_view text, std::string_view word)

@@ -1,5 +1,5 @@
-// The one code page of this program: every text above the platform floor is Windows-1252, one byte
-// a character.
+// The one code page of kiv: above the platform floor every text is Windows-1252, a byte a
+// character.
 #pragma once
 
 #include <cstddef>
@@ -16,8 +16,7 @@ char ToLower(char c);
 std::string UpperCase(std::string_view text);
 std::string LowerCase(std::string_view text);
 
-/// The Unicode code point of a character. The five codes without a character stand for U+0081,
-/// U+008D, …
+/// The Unicode code point of a character. The five codes that have none stand for U+0081 and so on.
 char32_t CodePoint(char c);
 
 /// One character of a UTF-8 text.

@@ -5,8 +5,6 @@
 
 namespace kiv {
 
-namespace {
-
 /// What a conversion works with besides its text.
 struct ConversionRun {
     Machine& machine;
@@ -20,6 +18,8 @@ struct ConversionRun {
         machine.files.WriteFile(kScratchFile, text);
     }
 };
+
+namespace {
 
 using Result = std::optional<std::string>;
 
@@ -68,31 +68,23 @@ Result ConvertTabs(const ConversionRun& run, std::string_view text)
     return TabsToPipes(rows, run.window.text_field);
 }
 
-using Conversion = Result (*)(const ConversionRun& run, std::string_view text);
-
 constexpr std::array<ConversionMode, 7> kModes = {{
-    {"", "Convert to html"},
-    {"rs", "Write to rs"},
-    {"js", "Write to js"},
-    {"getnames", "Extract Name fields"},
-    {"cleanquotes", "Clean Quotes, etc."},
-    {"newsgrabber", "News Grabber"},
-    {"tabtopipe", "Tabs to Pipes"},
+    {"", "Convert to html", ConvertEmail},
+    {"rs", "Write to rs", ConvertRs},
+    {"js", "Write to js", ConvertJs},
+    {"getnames", "Extract Name fields", ConvertGetNames},
+    {"cleanquotes", "Clean Quotes, etc.", ConvertCleanQuotes},
+    {"newsgrabber", "News Grabber", ConvertNews},
+    {"tabtopipe", "Tabs to Pipes", ConvertTabs},
 }};
 
-/// The conversion of each mode, in the order of `kModes`.
-constexpr std::array<Conversion, kModes.size()> kConversions = {
-    ConvertEmail,       ConvertRs,   ConvertJs,   ConvertGetNames,
-    ConvertCleanQuotes, ConvertNews, ConvertTabs,
-};
-
-/// The place of a mode in the table. A word that is none stands for the default conversion.
-std::size_t ModeIndex(std::string_view mode)
+/// The row of a mode. A word that is none stands for the default conversion.
+const ConversionMode& RowOf(std::string_view mode)
 {
-    for (std::size_t i = 0; i < kModes.size(); ++i)
-        if (kModes[i].mode == mode)
-            return i;
-    return 0;
+    for (const ConversionMode& row : kModes)
+        if (row.mode == mode)
+            return row;
+    return kModes[0];
 }
 
 } // namespace
@@ -105,7 +97,7 @@ std::span<const ConversionMode> ConversionModes()
 void SetMode(ConversionWindow& window, std::string_view mode)
 {
     window.mode = mode;
-    window.caption = kModes[ModeIndex(mode)].title;
+    window.caption = RowOf(mode).title;
     window.label = window.caption;
     window.boxes = {};
 }
@@ -113,7 +105,7 @@ void SetMode(ConversionWindow& window, std::string_view mode)
 std::optional<std::string> Convert(Machine& machine, const ConversionWindow& window,
                                    std::string_view recipient, std::string_view text)
 {
-    return kConversions[ModeIndex(window.mode)]({machine, window, recipient}, text);
+    return RowOf(window.mode).convert({machine, window, recipient}, text);
 }
 
 void DoConversion(Machine& machine, ConversionWindow& window, std::string_view recipient)

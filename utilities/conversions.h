@@ -1,5 +1,4 @@
-// The conversion window without its window: modes, check boxes, and the run from clipboard to
-// clipboard.
+// What the conversion window does: its modes, its check boxes, the run from clipboard to clipboard.
 #pragma once
 
 #include "platform/machine.h"
@@ -33,14 +32,17 @@ inline constexpr std::array<ConversionBox, 5> kConversionBoxes = {{
     {"Poetry (br &&& br-br)", &ConversionBoxes::poetry_br},
 }};
 
+struct ConversionRun;
+
 /// A mode and the title that the window shows for it.
 struct ConversionMode {
     std::string_view mode; // "" is the default conversion
     std::string_view title;
+    /// Gives the converted text, or nothing when it was refused with a message.
+    std::optional<std::string> (*convert)(const ConversionRun& run, std::string_view text);
 };
 
-/// All modes of the window, the default first. ("<p>...</p>" is none of them: see `ptop` in
-/// text_conversions.h.)
+/// All modes of the window, the default first. "<p>...</p>" is a command of its own, `ptop`.
 std::span<const ConversionMode> ConversionModes();
 
 /// What the conversion window holds.

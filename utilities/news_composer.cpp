@@ -33,27 +33,25 @@ struct NewsPaths {
 NewsPaths PathsOf(const SitePreset& preset, const std::string& file_name)
 {
     NewsPaths paths;
-    Append(paths.body, {preset.folder, "txt\\", file_name, ".txt"});
-    Append(paths.site_list, {preset.folder, kPageListFile});
+    paths.body = Joined({preset.folder, "txt\\", file_name, ".txt"});
+    paths.site_list = Joined({preset.folder, kPageListFile});
     if (!preset.home_folder.empty())
-        Append(paths.home_list, {preset.home_folder, kPageListFile});
+        paths.home_list = Joined({preset.home_folder, kPageListFile});
     return paths;
 }
 
 /// Puts `lines` behind every line end that follows `marker`.
 void InsertAfter(std::string& page_list, std::string_view marker, std::string_view lines)
 {
-    const std::string line = std::string(marker).append(kCrLf);
+    const std::string line = Joined({marker, kCrLf});
     ReplaceEach(page_list, line, line + std::string(lines));
 }
 
 /// The page entry. The empty line behind "@@EOY" lets the next run find and remove that switch.
 std::string PageEntry(const NewsItem& item, std::string_view bang)
 {
-    std::string entry;
-    Append(entry, {"@file = ", item.file_name, "\r\n@title = ", item.title, "\r\n!!2",
+    return Joined({"@file = ", item.file_name, "\r\n@title = ", item.title, "\r\n!!2",
                    FromChar(bang, 4), "\r\n++txt\\", item.file_name, ".txt\r\n@@EOY\r\n\r\n"});
-    return entry;
 }
 
 /// The article as it was typed: lead first, line ends doubled when the text is single spaced.
@@ -79,7 +77,7 @@ void makehtml(Machine& machine, const NewsDesk& desk, const NewsItem& item,
 {
     Files& files = machine.files;
     const std::string bang = "!!1[" + SourceString(item) + "]";
-    const std::string bang_line = bang + std::string(kCrLf);
+    const std::string bang_line = Joined({bang, kCrLf});
     if (!item.as_is)
         text = cleanme(text);
     if (preset.highlight)

@@ -1,5 +1,4 @@
-// News item composer: an article becomes a body file of a site, a bang line and an entry in its
-// page list.
+// News item composer: an article becomes a body file of a site, a bang line and a page list entry.
 #pragma once
 
 #include "platform/machine.h"

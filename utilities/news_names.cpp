@@ -21,13 +21,13 @@ std::string TwoDigits(int number)
     return std::string(LastChars("0" + Decimal(number % 100), 2));
 }
 
-} // namespace
-
+/// A two-digit year with its century.
 std::string yr(std::string_view two_digits)
 {
     return std::string(NumericHead(two_digits) < 70 ? "20" : "19").append(two_digits);
 }
 
+/// A day without leading "0".
 std::string da(std::string_view two_digits)
 {
     if (two_digits.starts_with('0'))
@@ -35,12 +35,14 @@ std::string da(std::string_view two_digits)
     return std::string(two_digits);
 }
 
+/// The name of a month; empty when there is no such month.
 std::string mo(std::string_view two_digits)
 {
     const int month = NumericHead(two_digits);
     return std::string(month >= 1 && month <= 12 ? MonthName(month) : "");
 }
 
+/// The six digits of a date code; empty when there are none.
 std::string_view DateCode(std::string_view file_name)
 {
     if (!file_name.empty() && file_name.back() >= 'a' && file_name.back() <= 'w')
@@ -48,6 +50,8 @@ std::string_view DateCode(std::string_view file_name)
     const std::string_view code = LastChars(file_name, kCodeLength);
     return code.size() == kCodeLength && IsNumeric(code) ? code : std::string_view{};
 }
+
+} // namespace
 
 std::string DateOfName(std::string_view file_name)
 {

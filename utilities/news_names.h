@@ -9,17 +9,9 @@
 
 namespace kiv {
 
-/// The parts of a date code: a two-digit year with its century, a day without leading "0", the name
-/// of a month (empty when there is no such month).
-std::string yr(std::string_view two_digits);
-std::string da(std::string_view two_digits);
-std::string mo(std::string_view two_digits);
-
-/// The six digits "mmddyy" at the end of an article's file name or before one last letter "a" to
-/// "w"; empty when there are none.
-std::string_view DateCode(std::string_view file_name);
-
-/// "April 5, 2004" for a file name with a date code; else empty.
+/// "April 5, 2004" for the file name of an article with a date code: six digits "mmddyy" at its
+/// end, or before one last letter "a" to "w". Empty when there is none; a month that is none has no
+/// name.
 std::string DateOfName(std::string_view file_name);
 
 /// The publication whose code stands before the date code, in any case; empty when there is none.

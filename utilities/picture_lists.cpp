@@ -34,7 +34,7 @@ int ReadPictures(Machine& machine, PictureTable& pictures)
 
 void WritePictureFiles(Files& files, const PictureSections& sections)
 {
-    files.WriteFile(kAltFile, sections.new_alt_file + std::string(kCrLf));
+    files.WriteFile(kAltFile, Joined({sections.new_alt_file, kCrLf}));
     files.WriteFile(kPictureListFile, PictureListText(sections));
     if (!sections.pair.empty()) {
         files.WriteFile(kBangListFile, BangListText(sections));
@@ -43,7 +43,7 @@ void WritePictureFiles(Files& files, const PictureSections& sections)
         files.WriteFile(kBangTableFile3, BangTableText(sections, 3, false));
     }
     if (!sections.include.empty())
-        files.WriteFile(kPicturePagesFile, sections.include + std::string(kCrLf));
+        files.WriteFile(kPicturePagesFile, Joined({sections.include, kCrLf}));
 }
 
 void SizePicturesHere(Machine& machine, const std::string& editor_command)

@@ -28,8 +28,7 @@ class AltTable {
     /// `invalid_argument` for a file name without ".".
     void Read(Files& files);
 
-    /// The first entry whose file or thumbnail has exactly this name; an empty one when there is
-    /// none.
+    /// The first entry whose file or thumbnail has exactly this name; without one, an empty entry.
     const AltEntry& Find(const std::string& name) const;
 
   private:

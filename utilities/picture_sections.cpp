@@ -51,37 +51,29 @@ std::string Note(const PictureRecord& picture)
 /// The bang call with what is known of one picture.
 std::string Bang(const PictureRecord& picture)
 {
-    std::string bang;
-    Append(bang, {"!!1[", picture.file, "|", Decimal(picture.size.width), "|",
-                  Decimal(picture.size.height), "|", picture.alt, "|", picture.base, "|",
-                  picture.credit, "|", picture.caption, "]"});
-    return bang;
+    return Joined({"!!1[", picture.file, "|", Decimal(picture.size.width), "|",
+                   Decimal(picture.size.height), "|", picture.alt, "|", picture.base, "|",
+                   picture.credit, "|", picture.caption, "]"});
 }
 
 std::string Popup(std::string_view base, std::string_view target, std::string_view width,
                   std::string_view height)
 {
-    std::string popup;
-    Append(popup, {"!!pop[p", base, "|", target, "|", width, "|", height, "]"});
-    return popup;
+    return Joined({"!!pop[p", base, "|", target, "|", width, "|", height, "]"});
 }
 
 std::string Emitter::Img(const PictureRecord& picture, std::string_view end) const
 {
-    std::string tag;
-    Append(tag, {"<img src=\"", folder_name_, "/", picture.file, "\" width=\"",
-                 Decimal(picture.size.width), "\" height=\"", Decimal(picture.size.height),
-                 "\" border=\"0\" alt=\"", picture.alt, end});
-    return tag;
+    return Joined({"<img src=\"", folder_name_, "/", picture.file, "\" width=\"",
+                   Decimal(picture.size.width), "\" height=\"", Decimal(picture.size.height),
+                   "\" border=\"0\" alt=\"", picture.alt, end});
 }
 
 /// A box as wide as the picture, with its note under the content.
 std::string Emitter::Box(const PictureRecord& picture, std::string_view content) const
 {
-    std::string box;
-    Append(box, {"<div class=\"picr\" style=\"width:", Decimal(picture.size.width), "px;\">",
-                 content, Note(picture), "</div>"});
-    return box;
+    return Joined({"<div class=\"picr\" style=\"width:", Decimal(picture.size.width), "px;\">",
+                   content, Note(picture), "</div>"});
 }
 
 void Emitter::EmitThumbnail(const PictureRecord& picture, const RowsByBase& rows)
@@ -107,27 +99,24 @@ void Emitter::EmitPair(const PictureRecord& thumbnail, const PictureRecord& full
     const std::string popup_height = Decimal(full.size.height + 40LL);
     const std::string page_height = Decimal(full.size.height + 60LL);
 
-    std::string pair;
-    Append(pair, {"!!1[", thumbnail.file,
-                  "|",    Decimal(thumbnail.size.width),
-                  "|",    Decimal(thumbnail.size.height),
-                  "|",    thumbnail.alt,
-                  "|",    thumbnail.base,
-                  "|",    thumbnail.main_base,
-                  "|",    full.file,
-                  "|",    width,
-                  "|",    height,
-                  "|",    popup_width,
-                  "|",    popup_height,
-                  "|",    page_height,
-                  "]"});
+    std::string pair = Joined({"!!1[", thumbnail.file,
+                               "|",    Decimal(thumbnail.size.width),
+                               "|",    Decimal(thumbnail.size.height),
+                               "|",    thumbnail.alt,
+                               "|",    thumbnail.base,
+                               "|",    thumbnail.main_base,
+                               "|",    full.file,
+                               "|",    width,
+                               "|",    height,
+                               "|",    popup_width,
+                               "|",    popup_height,
+                               "|",    page_height,
+                               "]"});
     Append(sections.pair, {pair, kCrLf});
     sections.bang_list.push_back(std::move(pair));
 
-    std::string picture_file;
-    Append(picture_file, {folder_name_, "/", full.file});
-    std::string picture_page;
-    Append(picture_page, {folder_name_, "/", full.base, ".htm"});
+    const std::string picture_file = Joined({folder_name_, "/", full.file});
+    const std::string picture_page = Joined({folder_name_, "/", full.base, ".htm"});
     const std::string img = Img(thumbnail, kLinkEnd);
     const std::string popup = Popup(full.base, picture_file, popup_width, popup_height) + img;
     const std::string page_popup = Popup(full.base, picture_page, popup_width, page_height) + img;
@@ -139,8 +128,8 @@ void Emitter::EmitPair(const PictureRecord& thumbnail, const PictureRecord& full
 void Emitter::EmitFull(const PictureRecord& picture)
 {
     const std::string img = Img(picture, kTagEnd);
-    std::string head;
-    Append(head, {"@file = ", picture.base, "\r\n@title = ", picture.alt, kCrLf});
+    const std::string head =
+        Joined({"@file = ", picture.base, "\r\n@title = ", picture.alt, kCrLf});
 
     Append(sections.new_alt_file,
            {picture.file, "|", picture.own_alt, "|", picture.credit, "|", picture.caption, kCrLf});

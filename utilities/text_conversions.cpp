@@ -156,11 +156,9 @@ std::string FieldNamesToScript(std::string_view text, std::string_view recipient
         if (known.insert(name).second)
             Append(names, {separate ? "|" : "", name});
     }
-    std::string script;
-    Append(script, {"@FORMREAD:", names, "\r\n<%if imempty=\"yes\" then%>\r\n",
-                    "<h3>Oops! The form was empty. Use your back button.</h3>\r\n<% else %>\r\n",
-                    "@SENDEMAIL:Subject|email|", recipient, "|messageout\r\n<% end if %>"});
-    return script;
+    return Joined({"@FORMREAD:", names, "\r\n<%if imempty=\"yes\" then%>\r\n",
+                   "<h3>Oops! The form was empty. Use your back button.</h3>\r\n<% else %>\r\n",
+                   "@SENDEMAIL:Subject|email|", recipient, "|messageout\r\n<% end if %>"});
 }
 
 std::string CleanQuotes(std::string_view text, bool keep_smart_quotes)
@@ -199,10 +197,8 @@ std::string NewsLineToEntry(std::string_view text)
     if (fields.size() < 3)
         throw RunError(ErrorKind::subscript, "the news line has fewer than three fields");
     const std::string_view tag = line.starts_with("!!1") ? "!!2" : "!!1";
-    std::string entry;
-    Append(entry, {"@file = ", fields[1], "\r\n@title = ", fields[2], kCrLf, tag, FromChar(line, 4),
+    return Joined({"@file = ", fields[1], "\r\n@title = ", fields[2], kCrLf, tag, FromChar(line, 4),
                    "\r\n++txt\\", fields[1], ".txt\r\n\r\n@@EOY\r\n\r\n"});
-    return entry;
 }
 
 std::string WithoutLineFeeds(std::string_view text)

@@ -114,16 +114,15 @@ std::vector<std::string> Literals(std::string_view code)
     return literals;
 }
 
-std::vector<std::string> LiteralsInCalls(std::string_view code, std::string_view function)
+std::vector<std::string> LiteralsBehind(std::string_view code, std::string_view opening)
 {
     std::vector<std::string> literals;
-    const std::string call = std::string(function) + "(";
-    for (std::size_t at = code.find(call); at != std::string_view::npos;
-         at = code.find(call, at + 1)) {
-        std::size_t end = at + call.size();
+    for (std::size_t at = code.find(opening); at != std::string_view::npos;
+         at = code.find(opening, at + 1)) {
+        std::size_t end = at + opening.size();
         for (int depth = 1; depth > 0 && end < code.size();) {
             const char c = code[end];
-            depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+            depth += c == '(' || c == '{' ? 1 : c == ')' || c == '}' ? -1 : 0;
             end = c == '"' || c == '\'' ? EndOfLiteral(code, end) : end + 1;
         }
         for (std::string& literal : Literals(code.substr(at, end - at)))

@@ -17,7 +17,7 @@ std::vector<std::string> CodesOf(const std::vector<std::string>& folders);
 /// The string literals of a code, escapes decoded; literals that stand side by side are one.
 std::vector<std::string> Literals(std::string_view code);
 
-/// The literals in the arguments of every call of `function`, call after call.
-std::vector<std::string> LiteralsInCalls(std::string_view code, std::string_view function);
+/// The literals behind every `opening`, which holds one open bracket, up to where that is closed.
+std::vector<std::string> LiteralsBehind(std::string_view code, std::string_view opening);
 
 } // namespace kiv::test

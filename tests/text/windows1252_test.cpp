@@ -89,8 +89,7 @@ TEST(Windows1252, Utf8BothWays)
     }
 }
 
-// What the code page lacks becomes a decimal reference; bytes of no valid sequence stand for
-// themselves.
+// What the code page lacks becomes a decimal reference, bytes of no valid sequence stay.
 constexpr Utf8Row kFromUtf8[] = {
     {"&#20013;", "\xE4\xB8\xAD"},
     {"a&#127758;b", "a\xF0\x9F\x8C\x8E"

@@ -8,8 +8,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A desk with two sites: 1 has a home page list and the highlight, 2 has neither; 3 is the scratch
-/// site.
+/// A desk with two sites and the scratch site: 1 has a home page list and the highlight, 2 neither.
 class NewsComposer : public testing::Test {
   protected:
     NewsComposer()

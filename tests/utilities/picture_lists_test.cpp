@@ -231,8 +231,7 @@ TEST(PictureLists, NewAltFile)
     desk.Put("site/_alt.txt", "gone.jpg|Gone|c|d\r\ndog.gif|dog|c|d\r\npig.jpg|Pig\r\n"
                               "cat_t.jpg|A thumbnail\r\n");
     Size(desk);
-    // Pictures that are gone and thumbnails have no line; a text that only repeats the base is
-    // empty.
+    // Thumbnails and pictures that are gone have no line; a text that repeats the base is empty.
     EXPECT_EQ(desk.Content("site/_alt.txt"),
               "Bridge_T.jpg|||\r\ncat.jpg|||\r\ndog.gif||c|d\r\npig.jpg|Pig||\r\n\r\n");
     desk.machine.files.Refresh();
