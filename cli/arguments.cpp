@@ -90,7 +90,7 @@ Words ForLibrary(const Words& arguments)
             break;
         }
         if (*at == "++" && !is_value)
-            throw CLI::ValidationError("put -- before ++");
+            throw CLI::ValidationError("++ is no option; if it is a value, put -- before it");
         const std::string name = at->substr(0, at->size() - (at->ends_with('=') ? 1 : 0));
         const bool is_option = !is_value && TakesAValue(name);
         is_value = is_option && name == *at;
@@ -199,6 +199,9 @@ std::string UnknownOption(const std::string& name, const CallRow* row)
     Choices names;
     for (const OptionRow& option : GlobalOptions())
         names.push_back(option.name);
+    // Behind "--" stands no option, and a value without a command has no meaning.
+    if (row == nullptr && std::find(names.begin(), names.end(), name) != names.end())
+        return "a command is missing";
     if (row != nullptr)
         for (const OptionRow& option : row->options)
             names.push_back(option.name);

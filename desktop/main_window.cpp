@@ -207,10 +207,7 @@ void MainWindow::Open(Opens what, std::string_view mode)
 
 void MainWindow::OpenInEditor(const std::string& file)
 {
-    // The name stands behind the command as it is, so blanks would part it.
-    const bool has_blank = file.find(' ') != std::string::npos;
-    const std::string name = has_blank ? '"' + file + '"' : file;
-    Perform([&] { Edit(workspace_, name); }, Warnings::kept);
+    Perform([&] { Edit(workspace_, file); }, Warnings::kept);
 }
 
 void MainWindow::Refresh()

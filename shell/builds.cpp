@@ -7,6 +7,7 @@
 #include "shell/groups.h"
 #include "shell/workspace.h"
 
+#include <exception>
 #include <functional>
 #include <string>
 #include <vector>
@@ -17,14 +18,20 @@ namespace {
 
 constexpr std::size_t kMaxGroupEntries = 500;
 
-/// Does `work` and after it, even when it fails, `restore`.
+/// Does `work` and after it, even when it fails, `restore`. When both fail, the error of `work` is
+/// the one to tell.
 void DoAndRestore(const std::function<void()>& work, const std::function<void()>& restore)
 {
     try {
         work();
     } catch (...) {
-        restore();
-        throw;
+        const std::exception_ptr error = std::current_exception();
+        try {
+            restore();
+        } catch (const RunError&) {
+            // Most likely the same folder is gone that `work` has already missed.
+        }
+        std::rethrow_exception(error);
     }
     restore();
 }

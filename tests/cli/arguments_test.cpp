@@ -94,6 +94,9 @@ TEST_F(Arguments, AWrongCallIsToldWhatIsWrong)
     const std::vector<WrongCallRow> rows = {
         {{}, "a command is missing\nTry: kiv-cli --help"},
         {{"--json"}, "a command is missing\nTry: kiv-cli --help"},
+        // These two once ended the program by a signal.
+        {{"--", "--json"}, "a command is missing\nTry: kiv-cli --help"},
+        {{"--", "--json", "build"}, "a command is missing\nTry: kiv-cli --help"},
         {{"xyz"}, "there is no command xyz\nTry: kiv-cli --help"},
         {{"biuld"}, "there is no command biuld; did you mean build?\nTry: kiv-cli --help"},
         {{"biuld", "--eoy"}, "there is no command biuld; did you mean build?\nTry: kiv-cli --help"},
@@ -106,7 +109,8 @@ TEST_F(Arguments, AWrongCallIsToldWhatIsWrong)
         {{"rename", "--old", "new"},
          "there is no option --old; if it is a value, put -- before it\nTry: kiv-cli rename "
          "--help"},
-        {{"rename", "plus", "++"}, "put -- before ++\nTry: kiv-cli --help"},
+        {{"rename", "plus", "++"},
+         "++ is no option; if it is a value, put -- before it\nTry: kiv-cli --help"},
         {{"--eoy", "build"}, "--eoy must come after build\nTry: kiv-cli build --help"},
         {{"build", "--eoy=x"}, "--eoy takes true or false, not x\nTry: kiv-cli build --help"},
         {{"--drive-c"}, "--drive-c needs a value\nTry: kiv-cli --help"},
