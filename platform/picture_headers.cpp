@@ -168,20 +168,12 @@ std::string GifHeader(FileBytes& file)
     return frame.empty() ? frame : header.replace(kGifScreen, kGifSize, frame);
 }
 
-/// The first chunk of a PNG, and the begin of its data behind.
+/// The signature and the first chunk of a PNG but its checksum.
 std::string PngHeader(FileBytes& file)
 {
-    constexpr std::size_t kHeader = 29; // signature and first chunk but its checksum
-    constexpr std::size_t kColours = 25;
-    constexpr char kPalette = 3;
-    constexpr char kGrey = 0;
-    std::string header(file.Part(0, kHeader));
-    if (header.size() < kHeader)
-        return {};
-    // A palette would have to follow before the data; the size does not depend on it.
-    if (header[kColours] == kPalette)
-        header[kColours] = kGrey;
-    return header.append("\0\0\0\0\0\0\0\0IDAT\0\0\0\0"sv);
+    constexpr std::size_t kHeader = 29;
+    const std::string_view header = file.Part(0, kHeader);
+    return header.size() == kHeader ? std::string(header) : std::string();
 }
 
 /// The two headers of a BMP.
@@ -207,7 +199,7 @@ constexpr std::array<Format, 5> kFormats = {{
     {"\xFF\xD8"sv, "a JPEG", JpegHeader},
     {"GIF87a"sv, "a GIF", GifHeader},
     {"GIF89a"sv, "a GIF", GifHeader},
-    {"\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR"sv, "a PNG", PngHeader},
+    {"\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR"sv, kPng, PngHeader},
     {"BM"sv, "a BMP", BmpHeader},
 }};
 

@@ -4,6 +4,8 @@
 #include "platform/run_error.h"
 
 #include <climits>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -13,7 +15,6 @@
 #define STBI_ONLY_BMP
 #define STBI_ONLY_GIF
 #define STBI_ONLY_JPEG
-#define STBI_ONLY_PNG
 #define STBI_NO_STDIO
 #define STBI_NO_LINEAR
 #define STBI_NO_SIMD
@@ -39,13 +40,22 @@ PictureHeader ReadHeader(FileReader& files, std::string_view path)
     }
 }
 
+/// The side of a PNG that stands at `at`; 0 when it is larger than a PNG may be.
+int PngSide(const std::string& header, std::size_t at)
+{
+    std::uint32_t side = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        side = side << 8 | static_cast<unsigned char>(header[at + i]);
+    return side <= INT_MAX ? static_cast<int>(side) : 0;
+}
+
 /// What the library says of a header; sides of 0 when that is nothing.
 PictureSize SizeIn(const std::string& header)
 {
     const std::vector<stbi_uc> bytes(header.begin(), header.end());
     PictureSize size;
-    if (bytes.empty() || stbi_info_from_memory(bytes.data(), static_cast<int>(bytes.size()),
-                                               &size.width, &size.height, nullptr) == 0)
+    if (stbi_info_from_memory(bytes.data(), static_cast<int>(bytes.size()), &size.width,
+                              &size.height, nullptr) == 0)
         return {};
     // A BMP that begins with its upper row has a negative height.
     if (size.height < 0 && size.height != INT_MIN)
@@ -53,12 +63,22 @@ PictureSize SizeIn(const std::string& header)
     return size;
 }
 
+PictureSize SizeIn(const PictureHeader& header)
+{
+    if (header.bytes.empty())
+        return {};
+    // A PNG's sides can be had without the half of the library that unpacks it.
+    if (header.kind == kPng)
+        return {PngSide(header.bytes, kPngWidth), PngSide(header.bytes, kPngHeight)};
+    return SizeIn(header.bytes);
+}
+
 } // namespace
 
 PictureSize HeaderPictureLoader::Size(std::string_view path)
 {
     const PictureHeader header = ReadHeader(files_, path);
-    const PictureSize size = SizeIn(header.bytes);
+    const PictureSize size = SizeIn(header);
     if (size.width > 0 && size.height > 0)
         return size;
     if (header.kind.empty())
