@@ -30,9 +30,11 @@ class StartPrograms : public DriveTest {
     /// What the teller wrote: its folder, then its arguments as the C library cuts them.
     std::string WaitForTold() const
     {
-        for (int i = 0; i < 1000 && !std::filesystem::exists(Told()); ++i)
+        std::string told; // empty as long as the teller still moves it into place
+        for (int i = 0; i < 1000 && told.empty(); ++i) {
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        const std::string told = test::ReadBytes(Told());
+            told = test::ReadBytes(Told());
+        }
         std::filesystem::remove(Told());
         return told;
     }
