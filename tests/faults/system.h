@@ -1,0 +1,19 @@
+// What the attacks themselves ask of the system. A call of theirs that fails ends everything: its
+// result would say nothing about the program under attack.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kiv::faults {
+
+/// Throws std::runtime_error of `what` and the system's reason in errno.
+[[noreturn]] void Fail(const std::string& what);
+
+std::string BytesOfFile(const std::string& native);
+void WriteWholeFile(const std::string& native, std::string_view bytes);
+
+/// All that an open file holds, from its beginning.
+std::string BytesOf(int fd);
+
+} // namespace kiv::faults
