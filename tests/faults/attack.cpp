@@ -21,17 +21,17 @@ std::string TextOf(const Try& one, const std::string& attack, const std::string&
 Attacks AllAttacks(const Settings& settings)
 {
     Attacks attacks;
-    static_cast<void>(settings);
+
     attacks.push_back(MakeCallAttack());
     attacks.push_back(MakeSecondFaultAttack(settings.seed));
     attacks.push_back(MakeRandomKillAttack(settings.seed));
     attacks.push_back(MakeStreamAttack());
     attacks.push_back(MakeLimitAttack());
     attacks.push_back(MakeFullDiskAttack());
-    //    attacks.push_back(MakeMemoryAttack(settings.memory_program));
-    //    attacks.push_back(MakePairAttack());
-    //    attacks.push_back(MakeEditorAttack());
-    //    attacks.push_back(MakePowerAttack(settings.folder));
+    attacks.push_back(MakeMemoryAttack(settings.memory_program));
+    attacks.push_back(MakePairAttack());
+    attacks.push_back(MakeEditorAttack());
+    attacks.push_back(MakePowerAttack(settings.folder));
     return attacks;
 }
 

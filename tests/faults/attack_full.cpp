@@ -4,10 +4,9 @@
 #include "faults/judge.h"
 #include "faults/system.h"
 
-#include <sched.h>
 #include <sys/mount.h>
 #include <sys/statfs.h>
-#include <unistd.h>
+#include <utility>
 
 namespace kiv::faults {
 
@@ -20,7 +19,7 @@ constexpr unsigned kMostFiles = 12;
 class FullDiskAttack : public Attack {
   public:
     std::string Name() const override { return "full-disk"; }
-    std::string WhyLeftOut() override;
+    std::string WhyLeftOut() override { return WhyNoMounts(); }
     void AddTries(const Workbench& bench, const std::vector<Case>& cases,
                   std::vector<Try>& tries) override;
     Verdict Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one) override;
@@ -29,17 +28,6 @@ class FullDiskAttack : public Attack {
     static void Limit(const Workbench& bench, const std::string& limits, unsigned long flags);
     static void FillUpTo(const Workbench& bench, unsigned free);
 };
-
-std::string FullDiskAttack::WhyLeftOut()
-{
-    if (::geteuid() != 0)
-        return "it takes root to mount a file system";
-    // From here on this process has mounts of its own, which end with it.
-    if (::unshare(CLONE_NEWNS) != 0 ||
-        ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-        return "no mounts of one's own";
-    return {};
-}
 
 void FullDiskAttack::AddTries(const Workbench& /*bench*/, const std::vector<Case>& cases,
                               std::vector<Try>& tries)

@@ -68,8 +68,7 @@ class LimitAttack : public Attack {
         const Ending ending = RunOnce(launch);
         Circumstances circumstances;
         circumstances.output_failed = ending.out.size() >= one.other;
-        return {"files of " + std::to_string(one.other) + " bytes",
-                Judge(bench, with, ending, circumstances)};
+        return {"a limit on the length of files", Judge(bench, with, ending, circumstances)};
     }
 
   private:

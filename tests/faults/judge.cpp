@@ -274,6 +274,26 @@ Complaints JudgeUndoing(const Workbench& bench, const Case& with, const Ending& 
              "undone by its report: " + (difference.empty() ? EndOf(undoing) : difference)}};
 }
 
+Complaints JudgeSources(const Case& with, const Tree& found, bool told_done)
+{
+    Complaints complaints;
+    if (with.scenario.renames) {
+        AskOfBytes(found, with, complaints);
+        return complaints;
+    }
+    for (const Tree* const tree : {&with.before, &with.after})
+        for (const auto& [path, entry] : *tree) {
+            if (entry.kind == Entry::Kind::folder || CanBeMadeAgain(with.scenario, path))
+                continue;
+            const std::string what = WhatBecameOf(path, found, with);
+            if (!what.empty())
+                Append(complaints, {{Kind::loss, what}});
+            else if (told_done && !IsLike(EntryOf(found, path), EntryOf(with.after, path)))
+                Append(complaints, {{Kind::false_success, path + " is still old"}});
+        }
+    return complaints;
+}
+
 Complaints Judge(const Workbench& bench, const Case& with, const Ending& ending,
                  const Circumstances& circumstances)
 {

@@ -25,6 +25,10 @@ Complaints JudgeNextRun(const Workbench& bench, const Case& with);
 /// left them.
 Complaints JudgeUndoing(const Workbench& bench, const Case& with, const Ending& ending);
 
+/// After a power cut: sources are old or new, and new when they were told as done; what can be made
+/// again may be anything.
+Complaints JudgeSources(const Case& with, const Tree& found, bool told_done);
+
 /// All of them, in this order.
 Complaints Judge(const Workbench& bench, const Case& with, const Ending& ending,
                  const Circumstances& circumstances);

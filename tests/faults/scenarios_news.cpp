@@ -43,7 +43,8 @@ Scenario News(std::string name, const std::string& site)
                           "--text",
                           "C:\\utils\\article.txt"};
     scenario.changes = {"site/news/_html.txt", "site/news/txt/pr102405.txt"};
-    scenario.sources = {"site/news/_html.txt", "site/_html.txt", "temp/_html.txt"};
+    scenario.sources = {"site/news/_html.txt", "site/_html.txt", "temp/_html.txt",
+                        "site/news/txt/pr102405.txt", "temp/txt/pr102405.txt"};
     return scenario;
 }
 

@@ -3,7 +3,9 @@
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
+#include <sched.h>
 #include <stdexcept>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -57,6 +59,15 @@ void WriteWholeFile(const std::string& native, std::string_view bytes)
         bytes.remove_prefix(static_cast<std::size_t>(put));
     }
     ::close(fd);
+}
+
+std::string WhyNoMounts()
+{
+    if (::geteuid() != 0)
+        return "it takes root to mount a file system";
+    static const bool own = ::unshare(CLONE_NEWNS) == 0 &&
+                            ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    return own ? "" : "no mounts of one's own are allowed here";
 }
 
 } // namespace kiv::faults

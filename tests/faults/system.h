@@ -16,4 +16,8 @@ void WriteWholeFile(const std::string& native, std::string_view bytes);
 /// All that an open file holds, from its beginning.
 std::string BytesOf(int fd);
 
+/// Has this process mount for itself alone, so that all of its mounts end with it. Why that cannot
+/// be; "" when it can.
+std::string WhyNoMounts();
+
 } // namespace kiv::faults
