@@ -42,6 +42,8 @@ class Attack {
     virtual std::string Name() const = 0;
     /// Why it cannot be made here; "" when it can.
     virtual std::string WhyLeftOut() { return {}; }
+    /// How many of its tries come in a round with those of the others, when time is short.
+    virtual std::size_t Share() const { return 4; }
     /// Adds its tries on these cases; scenarios are their indices.
     virtual void AddTries(const Workbench& bench, const std::vector<Case>& cases,
                           std::vector<Try>& tries) = 0;

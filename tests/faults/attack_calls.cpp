@@ -40,6 +40,7 @@ class CallAttack : public Attack {
   public:
     std::string Name() const override { return "calls"; }
     std::string WhyLeftOut() override { return WhyNotTraced(); }
+    std::size_t Share() const override { return 40; }
     void AddTries(const Workbench& bench, const std::vector<Case>& cases,
                   std::vector<Try>& tries) override;
     Verdict Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one) override;

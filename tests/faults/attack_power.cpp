@@ -37,6 +37,7 @@ class PowerAttack : public Attack {
     explicit PowerAttack(std::string folder) : folder_(std::move(folder)) {}
 
     std::string Name() const override { return "power"; }
+    std::size_t Share() const override { return 1; }
     std::string WhyLeftOut() override;
     void AddTries(const Workbench& bench, const std::vector<Case>& cases,
                   std::vector<Try>& tries) override;

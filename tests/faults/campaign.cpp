@@ -20,6 +20,11 @@ bool IsWanted(const std::vector<std::string>& names, const std::string& name)
     return names.empty() || std::find(names.begin(), names.end(), name) != names.end();
 }
 
+struct Planned {
+    std::size_t round;
+    Try what;
+};
+
 class Campaign {
   public:
     explicit Campaign(const Wishes& wishes)
@@ -47,7 +52,7 @@ class Campaign {
     Workbench bench_;
     Attacks attacks_;
     std::vector<Case> cases_;
-    std::vector<Try> tries_;
+    std::vector<Planned> tries_;
     Tally tally_;
 };
 
@@ -79,11 +84,15 @@ void Campaign::MakeTries()
         std::vector<Try> tries;
         attack.AddTries(bench_, cases_, tries);
         std::cout << attack.Name() << ": " << tries.size() << " tries\n";
-        for (Try& one : tries) {
-            one.attack = static_cast<std::uint8_t>(i);
-            tries_.push_back(one);
+        std::shuffle(tries.begin(), tries.end(), std::mt19937(wishes_.settings.seed));
+        for (std::size_t n = 0; n < tries.size(); ++n) {
+            tries[n].attack = static_cast<std::uint8_t>(i);
+            tries_.push_back({n / attack.Share(), tries[n]});
         }
     }
+    // Every attack has its share from the beginning, however short the time is.
+    std::stable_sort(tries_.begin(), tries_.end(),
+                     [](const Planned& a, const Planned& b) { return a.round < b.round; });
     std::cout.flush();
 }
 
@@ -107,7 +116,7 @@ void Campaign::Work(int worker, double end)
     for (std::size_t i = static_cast<std::size_t>(worker);
          i < tries_.size() && (end <= 0 || SecondsNow() < end);
          i += static_cast<std::size_t>(wishes_.jobs)) {
-        const Try& one = tries_[i];
+        const Try& one = tries_[i].what;
         const Attack& attack = *attacks_[one.attack];
         tally.Count(attack.Name(), attack.ScenarioName(cases_, one), TextOfTry(one),
                     RunTry(bench, one));
@@ -125,7 +134,6 @@ int ExitCodeOf(pid_t id)
 
 void Campaign::Run()
 {
-    std::shuffle(tries_.begin(), tries_.end(), std::mt19937(wishes_.settings.seed));
     const double start = SecondsNow();
     const double end = wishes_.budget > 0 ? start + wishes_.budget : 0;
     std::vector<pid_t> workers;
@@ -158,11 +166,12 @@ void Campaign::Run()
 
 bool Campaign::RunOne(const std::string& text)
 {
-    const auto found = std::find_if(tries_.begin(), tries_.end(),
-                                    [&](const Try& one) { return TextOfTry(one) == text; });
+    const auto found = std::find_if(tries_.begin(), tries_.end(), [&](const Planned& one) {
+        return TextOfTry(one.what) == text;
+    });
     if (found == tries_.end())
         throw std::runtime_error("no such try: " + text);
-    const Verdict verdict = RunTry(bench_, *found);
+    const Verdict verdict = RunTry(bench_, found->what);
     std::cout << text << ", at " << verdict.place << '\n';
     for (const Complaint& complaint : verdict.complaints)
         std::cout << kKindNames[static_cast<std::size_t>(complaint.kind)] << ": " << complaint.text

@@ -10,7 +10,7 @@ struct Wishes {
     std::string command;              // only scenarios of this command; "": all
     std::string scenario;             // only this one
     std::vector<std::string> attacks; // only these; none: all
-    double budget = 0;                // seconds; 0: until all is done
+    double budget = 20;               // seconds; 0: until all is done
     int jobs = 2;
 };
 

@@ -19,7 +19,8 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: faults [OPTION ...]\n"
-    "  --budget SECONDS   stop after so long (default: when all is done)\n"
+    "  --budget SECONDS   stop after so long (default: 20)\n"
+    "  --all              every try there is, however long that takes\n"
     "  --command NAME     only the scenarios of this command of kiv-cli\n"
     "  --scenario NAME    only this scenario\n"
     "  --attack NAME      only this attack; may be given more than once\n"
@@ -68,6 +69,11 @@ Task TaskOf(const std::vector<std::string>& arguments)
          [&](const std::string& value) { wishes.settings.memory_program = value; }},
     };
     for (std::size_t i = 0; i < arguments.size(); i += 2) {
+        if (arguments[i] == "--all") {
+            wishes.budget = 0;
+            --i; // it has no value
+            continue;
+        }
         const auto taker = takers.find(arguments[i]);
         if (taker == takers.end() || i + 1 == arguments.size())
             throw std::invalid_argument(kUsage);

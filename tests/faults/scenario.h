@@ -24,8 +24,10 @@ struct Scenario {
     std::string input;
     /// Every file that the command makes, changes or takes away.
     std::set<std::string> changes;
-    /// Those among them that nobody can make again, as a list with captions. Every other file that
-    /// was there before is such a source, too, unless it is among the changes.
+    /// Files that it makes as well, with the bytes that they have already.
+    std::set<std::string> made;
+    /// Those among the changes that nobody can make again, as a list with captions. Every other
+    /// file that was there before is such a source, too, unless the command makes it.
     std::set<std::string> sources;
     /// Files to which the command adds line by line.
     std::set<std::string> growing;

@@ -13,7 +13,8 @@ const std::string& CommandOf(const Scenario& scenario)
 
 bool CanBeMadeAgain(const Scenario& scenario, const std::string& path)
 {
-    return scenario.changes.contains(path) && !scenario.sources.contains(path);
+    const bool made = scenario.changes.contains(path) || scenario.made.contains(path);
+    return made && !scenario.sources.contains(path);
 }
 
 std::string Lines(const std::vector<std::string_view>& lines)

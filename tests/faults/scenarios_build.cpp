@@ -36,6 +36,7 @@ Scenario OfOneChangedPage()
     scenario.prepare = {kBuild};
     Put(scenario.edits, "site/txt/hours.txt", Lines({"<p>Nine to six.</p>"}));
     scenario.changes = {"site/index.htm"};
+    scenario.made = kBuilt;
     return scenario;
 }
 
