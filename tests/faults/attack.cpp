@@ -31,7 +31,7 @@ Attacks AllAttacks(const Settings& settings)
     attacks.push_back(MakeMemoryAttack(settings.memory_program));
     attacks.push_back(MakePairAttack());
     attacks.push_back(MakeEditorAttack());
-    attacks.push_back(MakePowerAttack(settings.folder));
+    attacks.push_back(MakePowerAttack());
     return attacks;
 }
 

@@ -67,7 +67,7 @@ std::unique_ptr<Attack> MakeFullDiskAttack();
 std::unique_ptr<Attack> MakeMemoryAttack(const std::string& program);
 std::unique_ptr<Attack> MakePairAttack();
 std::unique_ptr<Attack> MakeEditorAttack();
-std::unique_ptr<Attack> MakePowerAttack(const std::string& folder);
+std::unique_ptr<Attack> MakePowerAttack();
 
 /// The kinds of file systems.
 constexpr std::array kSurroundings = std::to_array<Surroundings>({

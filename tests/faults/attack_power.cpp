@@ -34,8 +34,6 @@ constexpr std::array kCuts = std::to_array<Cut>({
 
 class PowerAttack : public Attack {
   public:
-    explicit PowerAttack(std::string folder) : folder_(std::move(folder)) {}
-
     std::string Name() const override { return "power"; }
     std::size_t Share() const override { return 1; }
     std::string WhyLeftOut() override;
@@ -44,16 +42,19 @@ class PowerAttack : public Attack {
     Verdict Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one) override;
 
   private:
-    std::string ImageOf(const FileSystem& system) const
-    {
-        return folder_ + "/" + std::string(system.name) + ".img";
-    }
     /// Runs up to the cut. What is on the disk then goes into an image.
     Outcome RunToCut(const Workbench& bench, const Case& with, const Try& one,
                      const std::string& image) const;
-
-    std::string folder_;
 };
+
+/// An empty file system. Each workbench has its own: two with one identity are not mounted at once.
+/// "" when it cannot be made.
+std::string ImageOf(const Workbench& bench, const FileSystem& system)
+{
+    const std::string image = bench.Folder() + "/" + std::string(system.name) + ".img";
+    const bool there = ::access(image.c_str(), F_OK) == 0;
+    return there || MakeImage(system, image) ? image : std::string();
+}
 
 std::string PowerAttack::WhyLeftOut()
 {
@@ -94,7 +95,7 @@ void PowerAttack::AddTries(const Workbench& bench, const std::vector<Case>& case
     std::vector<std::uint8_t> systems;
     for (std::uint8_t i = 0; i < FileSystems().size(); ++i) {
         const FileSystem& system = FileSystems()[i];
-        if (MakeImage(system, ImageOf(system)))
+        if (!ImageOf(bench, system).empty())
             systems.push_back(i);
         else
             std::cout << "power: " << system.name << " is left out: no " << system.tool << '\n';
@@ -141,7 +142,7 @@ Outcome PowerAttack::RunToCut(const Workbench& bench, const Case& with, const Tr
 {
     const FileSystem& system = FileSystems()[one.surroundings];
     const Cut& how = kCuts[one.other];
-    CuttableDisk disk(bench.Folder() + "/disk", ImageOf(system));
+    CuttableDisk disk(bench.Folder() + "/disk", ImageOf(bench, system));
     std::optional<Mounted> mounted(std::in_place, system, disk.Path(), bench.Drive());
     bench.Lay(with.before);
     SyncFileSystem(bench.Drive());
@@ -181,9 +182,9 @@ Verdict PowerAttack::Run(const Workbench& bench, const std::vector<Case>& cases,
 
 } // namespace
 
-std::unique_ptr<Attack> MakePowerAttack(const std::string& folder)
+std::unique_ptr<Attack> MakePowerAttack()
 {
-    return std::make_unique<PowerAttack>(folder);
+    return std::make_unique<PowerAttack>();
 }
 
 } // namespace kiv::faults

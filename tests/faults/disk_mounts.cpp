@@ -6,10 +6,12 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
 #include <linux/loop.h>
 #include <sys/ioctl.h>
 #include <sys/mount.h>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -86,7 +88,10 @@ Mounted::Mounted(const FileSystem& system, const std::string& image, std::string
 
 Mounted::~Mounted()
 {
-    ::umount2(folder_.c_str(), 0);
+    // What was killed a moment ago may not have let go yet.
+    constexpr int kMostWaits = 200;
+    for (int i = 0; ::umount2(folder_.c_str(), 0) != 0 && errno == EBUSY && i < kMostWaits; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
 }
 
 } // namespace kiv::faults

@@ -140,9 +140,11 @@ class Tracer {
   private:
     void Begin();
     void Step();
+    /// The next child that has stopped or ended; -1 when there is none any more.
     pid_t Wait(int& status);
     void OnEnd(pid_t id, int status, const struct rusage& usage);
     void OnStop(pid_t id, int status);
+    void OnNewProcess(pid_t parent);
     void OnExec(pid_t id);
     bool OnBreakpoint(pid_t id);
     void OnCall(pid_t id);
@@ -163,7 +165,8 @@ class Tracer {
     bool out_of_time_ = false;
     double start_ = 0;
     std::set<pid_t> traced_;
-    std::set<pid_t> others_; // programs that the program has started
+    std::set<pid_t> to_come_; // processes that were made and have not stopped yet
+    std::set<pid_t> others_;  // programs that the program has started
     unsigned long entry_ = 0;
     unsigned long entry_word_ = 0;
     bool counting_ = false;
@@ -201,6 +204,8 @@ pid_t Tracer::Wait(int& status)
         const pid_t id = ::wait4(-1, &status, __WALL, &usage_);
         if (id > 0)
             return id;
+        if (errno == ECHILD)
+            return -1;
         if (errno != EINTR)
             Fail("cannot wait");
         if (SecondsNow() - start_ > kLongestWait && !out_of_time_) {
@@ -214,6 +219,8 @@ void Tracer::Step()
 {
     int status = 0;
     const pid_t id = Wait(status);
+    if (id < 0)
+        Fail("the traced program is gone");
     if (WIFSTOPPED(status))
         OnStop(id, status);
     else
@@ -235,17 +242,30 @@ void Tracer::OnStop(pid_t id, int status)
 {
     const int signal = WSTOPSIG(status);
     const int event = status >> 16;
-    const bool is_new = traced_.insert(id).second;
+    const bool is_new = traced_.insert(id).second || to_come_.erase(id) > 0;
     if (event == PTRACE_EVENT_SECCOMP)
         OnCall(id);
     else if (event == PTRACE_EVENT_EXEC)
         OnExec(id);
+    else if (event == PTRACE_EVENT_FORK || event == PTRACE_EVENT_VFORK ||
+             event == PTRACE_EVENT_CLONE)
+        OnNewProcess(id);
     else if (signal == kCallDone)
         OnCallDone(id);
     else if (event != 0 || (is_new && signal == SIGSTOP))
         Continue(id);
     else if (signal != SIGTRAP || !OnBreakpoint(id))
         Continue(id, signal);
+}
+
+/// The new one is known from here on, so that it ends with the others.
+void Tracer::OnNewProcess(pid_t parent)
+{
+    unsigned long id = 0;
+    const bool told = ::ptrace(PTRACE_GETEVENTMSG, parent, nullptr, &id) == 0 && id != 0;
+    if (told && traced_.insert(static_cast<pid_t>(id)).second)
+        to_come_.insert(static_cast<pid_t>(id));
+    Continue(parent);
 }
 
 void Tracer::OnExec(pid_t id)
@@ -393,6 +413,8 @@ void Tracer::EndOthers()
     while (!traced_.empty()) {
         int status = 0;
         const pid_t id = Wait(status);
+        if (id < 0)
+            return; // an end may be met before the news of the beginning
         if (WIFSTOPPED(status))
             ::kill(id, SIGKILL);
         else
