@@ -91,7 +91,7 @@ Verdict EditorAttack::Run(const Workbench& bench, const std::vector<Case>& cases
     const Tree found = bench.Look();
     const auto file = found.find(path);
     // The edit may have come before the list was read, and be told in the list's own way then.
-    const std::string_view words = list.line.substr(0, list.line.find_first_of("\r"));
+    const std::string_view words = list.line.substr(0, list.line.find('\r'));
     const std::string bytes = file == found.end() ? "" : file->second.bytes;
     if (bytes.find(words) == std::string::npos)
         complaints.push_back({Kind::loss, path + " lost what was written by hand"});

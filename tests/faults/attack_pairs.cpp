@@ -53,11 +53,10 @@ void AskOfKnown(const PairCase& with, const Tree& found, Complaints& complaints)
 void AskOfNames(const PairCase& with, const Tree& found, Complaints& complaints)
 {
     for (const auto& [path, entry] : with.before) {
-        const bool there = entry.kind == Entry::Kind::folder ||
-                           std::any_of(found.begin(), found.end(), [&](const auto& other) {
-                               return other.second.bytes == entry.bytes;
-                           });
-        if (!there)
+        const auto is_it = [&known = entry](const auto& other) {
+            return other.second.bytes == known.bytes;
+        };
+        if (entry.kind != Entry::Kind::folder && std::none_of(found.begin(), found.end(), is_it))
             complaints.push_back({Kind::loss, "what was in " + path + " is gone"});
     }
 }

@@ -58,7 +58,7 @@ std::string ImageOf(const Workbench& bench, const FileSystem& system)
 
 std::string PowerAttack::WhyLeftOut()
 {
-    if (const std::string why = WhyNoMounts(); !why.empty())
+    if (std::string why = WhyNoMounts(); !why.empty())
         return why;
     for (const char* const device : {"/dev/fuse", "/dev/loop-control"})
         if (::access(device, R_OK | W_OK) != 0)
@@ -93,10 +93,10 @@ void PowerAttack::AddTries(const Workbench& bench, const std::vector<Case>& case
                            std::vector<Try>& tries)
 {
     std::vector<std::uint8_t> systems;
-    for (std::uint8_t i = 0; i < FileSystems().size(); ++i) {
+    for (std::size_t i = 0; i < FileSystems().size(); ++i) {
         const FileSystem& system = FileSystems()[i];
         if (!ImageOf(bench, system).empty())
-            systems.push_back(i);
+            systems.push_back(static_cast<std::uint8_t>(i));
         else
             std::cout << "power: " << system.name << " is left out: no " << system.tool << '\n';
     }
@@ -105,12 +105,12 @@ void PowerAttack::AddTries(const Workbench& bench, const std::vector<Case>& case
             continue;
         for (const std::uint16_t moment : MomentsOf(bench, cases[scenario]))
             for (const std::uint8_t system : systems)
-                for (std::uint16_t cut = 0; cut < kCuts.size(); ++cut)
+                for (std::size_t cut = 0; cut < kCuts.size(); ++cut)
                     tries.push_back({0,
                                      static_cast<std::uint8_t>(scenario),
                                      system,
                                      {moment == 0 ? Deed::none : Deed::pause, moment, 0},
-                                     cut});
+                                     static_cast<std::uint16_t>(cut)});
     }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iomanip>
 #include <sstream>
+#include <tuple>
 
 namespace kiv::faults {
 
@@ -29,6 +30,12 @@ std::string OneLine(std::string text)
 }
 
 } // namespace
+
+bool Tally::Cause::operator<(const Cause& other) const
+{
+    return std::tie(kind, scenario, place, text) <
+           std::tie(other.kind, other.scenario, other.place, other.text);
+}
 
 Tally::Row& Tally::Row::operator+=(const Row& other)
 {

@@ -64,7 +64,7 @@ class Tally {
         std::string scenario;
         std::string place;
         std::string text;
-        auto operator<=>(const Cause&) const = default;
+        bool operator<(const Cause& other) const;
     };
     struct Found {
         long times = 0;

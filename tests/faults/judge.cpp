@@ -89,9 +89,10 @@ void AskOfBytes(const Tree& found, const Case& with, Complaints& complaints)
     for (const auto& [path, entry] : with.before) {
         if (entry.kind == Entry::Kind::folder)
             continue;
-        const bool there = std::any_of(found.begin(), found.end(), [&](const auto& other) {
-            return IsLike(&other.second, &entry);
-        });
+        const bool there =
+            std::any_of(found.begin(), found.end(), [&known = entry](const auto& other) {
+                return IsLike(&other.second, &known);
+            });
         if (!there)
             complaints.push_back({Kind::loss, "what was in " + path + " is gone"});
     }

@@ -72,6 +72,7 @@ std::string TextAt(pid_t id, std::uint64_t address)
 {
     std::array<char, 256> text{};
     iovec here{text.data(), text.size() - 1};
+    // An address of the other process. NOLINTNEXTLINE(performance-no-int-to-ptr)
     iovec there{reinterpret_cast<void*>(address), text.size() - 1};
     if (::process_vm_readv(id, &here, 1, &there, 1, 0) < 0) {
         // What begins close to the end of its page cannot be had in one piece.
@@ -106,6 +107,12 @@ bool IsStandardStream(const Call& call)
 {
     const Role role = call.kind->role;
     return (role == Role::read || role == Role::write) && call.arguments[0] <= 2;
+}
+
+/// A name for an open file by way of /proc.
+bool ByProc(pid_t id, const Call& call)
+{
+    return call.kind->number == SYS_linkat && TextAt(id, call.arguments[1]).starts_with("/proc/");
 }
 
 /// Locks alone count; what else fcntl does cannot fail.
@@ -311,10 +318,7 @@ bool Tracer::IsForbidden(pid_t id, const Call& call, int& error) const
         error = EINVAL;
     else if (here.no_links && links)
         error = EPERM;
-    else if (here.no_empty_path && empty_path)
-        error = ENOENT;
-    else if (here.no_proc && number == SYS_linkat &&
-             TextAt(id, call.arguments[1]).starts_with("/proc/"))
+    else if ((here.no_empty_path && empty_path) || (here.no_proc && ByProc(id, call)))
         error = ENOENT;
     return error != 0;
 }
@@ -353,14 +357,18 @@ bool Tracer::FailsOnward(const Call& call) const
     return role != Role::close && role != Role::start && role != Role::where;
 }
 
+/// Whether the call is made, and its end is waited for.
+bool IsDoneFirst(Deed deed)
+{
+    return deed == Deed::shorten || deed == Deed::fail_late || deed == Deed::kill_after;
+}
+
 void Tracer::Do(pid_t id, Registers& registers, const Call& call)
 {
     const Strike& strike = plan_.strike;
     const bool here = strike.at == outcome_.calls;
     outcome_.struck = outcome_.struck || (here && strike.deed != Deed::none);
-    if (FailsOnward(call)) {
-        SkipCall(id, registers, strike.error);
-    } else if (here && strike.deed == Deed::fail) {
+    if (FailsOnward(call) || (here && strike.deed == Deed::fail)) {
         SkipCall(id, registers, strike.error);
     } else if (here && strike.deed == Deed::kill_before) {
         outcome_.ending.killed = true;
@@ -369,14 +377,12 @@ void Tracer::Do(pid_t id, Registers& registers, const Call& call)
     } else if (here && strike.deed == Deed::pause) {
         plan_.at_pause();
         start_ = SecondsNow();
-    } else if (here && strike.deed == Deed::shorten) {
+    } else if (here && IsDoneFirst(strike.deed)) {
         before_call_ = registers;
-        registers.rdx = (registers.rdx + 1) / 2;
-        SetRegisters(id, registers);
-        ContinueToEndOfCall(id);
-        return;
-    } else if (here && (strike.deed == Deed::fail_late || strike.deed == Deed::kill_after)) {
-        before_call_ = registers;
+        if (strike.deed == Deed::shorten) {
+            registers.rdx = (registers.rdx + 1) / 2;
+            SetRegisters(id, registers);
+        }
         ContinueToEndOfCall(id);
         return;
     }

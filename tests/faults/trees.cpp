@@ -192,12 +192,12 @@ void MakeSo(const std::string& root, const Tree& wanted)
     ::mkdir(root.c_str(), kFolderMode);
     const Tree found = ReadTree(root);
     // Backwards, what is in a folder comes before the folder.
-    for (auto at = found.rbegin(); at != found.rend(); ++at) {
-        const auto other = wanted.find(at->first);
-        if (other == wanted.end() || !(other->second == at->second))
-            if (at->second.kind != Entry::Kind::folder || other == wanted.end())
-                Remove(root + "/" + at->first, at->second);
-    }
+    std::for_each(found.rbegin(), found.rend(), [&](const auto& named) {
+        const auto other = wanted.find(named.first);
+        const bool folder = named.second.kind == Entry::Kind::folder;
+        if (other == wanted.end() || (!folder && !(other->second == named.second)))
+            Remove(root + "/" + named.first, named.second);
+    });
     for (const auto& [path, entry] : wanted) {
         const auto other = found.find(path);
         if (other != found.end() && other->second == entry)

@@ -33,7 +33,7 @@ std::string Workbench::Plain(std::string text) const
     for (std::size_t at = text.find(folder_); at != std::string::npos; at = text.find(folder_))
         text.replace(at, folder_.size() + 1, "");
     // Behind these come numbers of the process, of the file.
-    for (const std::string_view mark : {".kiv-", "/#"})
+    for (const std::string_view mark : {".kiv-", "/#", ":["})
         for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at)) {
             at += mark.size();
             const std::size_t end = text.find_first_not_of("0123456789-", at);
