@@ -1,0 +1,106 @@
+// Every call fails in every way that fits it, and the program is killed before and after each.
+#include "faults/attack.h"
+#include "faults/judge.h"
+
+#include <initializer_list>
+#include <sys/syscall.h>
+
+namespace kiv::faults {
+
+namespace {
+
+constexpr std::array kOnward = {EIO, ESTALE, ENOSPC, EROFS};
+
+bool IsOutput(const Call& call)
+{
+    return call.kind->role == Role::write && (call.arguments[0] == 1 || call.arguments[0] == 2);
+}
+
+/// All the ways to strike at one call.
+std::vector<Strike> StrikesAt(const Noted& noted, std::uint16_t at)
+{
+    std::vector<Strike> strikes;
+    const auto add = [&](Deed deed, int error = 0) {
+        strikes.push_back({deed, at, static_cast<std::int16_t>(error)});
+    };
+    for (const int error : ErrorsOf(noted.call))
+        add(Deed::fail, error);
+    for (const int error : LateErrorsOf(noted.call))
+        add(Deed::fail_late, error);
+    for (const int error : kOnward)
+        add(Deed::fail_onward, error);
+    if (MayFallShort(noted.call))
+        add(Deed::shorten);
+    add(Deed::kill_before);
+    add(Deed::kill_after);
+    return strikes;
+}
+
+class CallAttack : public Attack {
+  public:
+    std::string Name() const override { return "calls"; }
+    std::string WhyLeftOut() override { return WhyNotTraced(); }
+    std::size_t Share() const override { return 40; }
+    void AddTries(const Workbench& bench, const std::vector<Case>& cases,
+                  std::vector<Try>& tries) override;
+    Verdict Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one) override;
+
+  private:
+    using Key = std::pair<std::size_t, std::size_t>; // scenario, surroundings
+    std::map<Key, std::vector<Noted>> noted_;
+};
+
+std::vector<Noted> CallsOf(const Workbench& bench, const Case& with, const Surroundings& here)
+{
+    bench.Lay(with.before);
+    Plan plan;
+    plan.surroundings = here;
+    plan.record = true;
+    std::vector<Noted> noted = RunTraced(bench.LaunchOf(with.scenario), plan).noted;
+    for (Noted& one : noted)
+        one.text = bench.Plain(one.text);
+    return noted;
+}
+
+void CallAttack::AddTries(const Workbench& bench, const std::vector<Case>& cases,
+                          std::vector<Try>& tries)
+{
+    for (std::size_t scenario = 0; scenario < cases.size(); ++scenario)
+        for (std::size_t here = 0; here < kSurroundings.size(); ++here) {
+            const std::vector<Noted>& noted = noted_[{scenario, here}] =
+                CallsOf(bench, cases[scenario], kSurroundings[here]);
+            for (std::size_t at = 0; at < noted.size(); ++at)
+                for (const Strike& strike :
+                     StrikesAt(noted[at], static_cast<std::uint16_t>(at + 1)))
+                    tries.push_back({0, static_cast<std::uint8_t>(scenario),
+                                     static_cast<std::uint8_t>(here), strike, 0});
+        }
+}
+
+Verdict CallAttack::Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one)
+{
+    const Case& with = cases[one.scenario];
+    const Noted& noted = noted_.at({one.scenario, one.surroundings})[one.strike.at - 1U];
+    bench.Lay(with.before);
+    Plan plan;
+    plan.surroundings = kSurroundings[one.surroundings];
+    plan.strike = one.strike;
+    const Outcome outcome = RunTraced(bench.LaunchOf(with.scenario), plan);
+    Circumstances circumstances;
+    circumstances.output_failed = IsOutput(noted.call);
+    circumstances.tidying_failed =
+        one.strike.deed == Deed::fail_onward || noted.call.kind->role == Role::unlink;
+    Verdict verdict{noted.text, Judge(bench, with, outcome.ending, circumstances)};
+    if (!outcome.struck)
+        verdict.complaints.push_back({Kind::unfinished, "the run was not the same twice"});
+    return verdict;
+}
+
+} // namespace
+
+std::unique_ptr<Attack> MakeCallAttack()
+{
+    return std::make_unique<CallAttack>();
+}
+
+} // namespace kiv::faults

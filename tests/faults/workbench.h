@@ -1,0 +1,47 @@
+// Where the program is let loose: a folder that stands for drive C:.
+#pragma once
+
+#include "faults/launch.h"
+#include "faults/scenario.h"
+#include "faults/trees.h"
+
+#include <string>
+
+namespace kiv::faults {
+
+class Workbench {
+  public:
+    /// `folder` is made and belongs to the workbench, with all that is in it.
+    Workbench(std::string program, std::string folder);
+
+    const std::string& Folder() const { return folder_; }
+    /// Where drive C: lies.
+    std::string Drive() const { return folder_ + "/c"; }
+    void Lay(const Tree& tree) const { MakeSo(Drive(), tree); }
+    Tree Look() const { return ReadTree(Drive()); }
+
+    /// A call of the program as the scenario wants it, with other arguments if need be.
+    Launch LaunchOf(const Scenario& scenario, const Arguments& arguments) const;
+    Launch LaunchOf(const Scenario& scenario) const
+    {
+        return LaunchOf(scenario, scenario.arguments);
+    }
+
+    /// A native path, or a text with such, without what differs from run to run.
+    std::string Plain(std::string text) const;
+
+  private:
+    std::string program_;
+    std::string folder_;
+};
+
+/// A scenario with what comes of it when nothing happens.
+struct Case {
+    Scenario scenario;
+    Tree before;
+    Tree after;
+    std::string out;
+    double seconds = 0; // for a run
+};
+
+} // namespace kiv::faults
