@@ -27,7 +27,7 @@ std::string SpelledWorkDir(std::string_view path, std::string_view current)
     if (rest.empty() || !IsSeparator(rest.front()))
         return AbsoluteWorkDir(path, current);
     std::string work_dir(path);
-    if (!IsSeparator(work_dir.back()))
+    if (!work_dir.ends_with('\\'))
         work_dir += '\\';
     return work_dir;
 }
