@@ -1,5 +1,4 @@
-// The one code page of kiv: above the platform floor every text is Windows-1252, a byte a
-// character.
+// Windows-1252, the one code page of kiv above the platform floor: a byte is a character.
 #pragma once
 
 #include <cstddef>
