@@ -17,7 +17,8 @@ void UploadList::RecordUpload(std::string_view file)
         ReadAnew();
     if (lines_.contains(line))
         return;
-    files_.AppendToFile(kUploadBatchFile, line + "\r\n");
+    const std::string old = seen_.exists ? files_.ReadFile(kUploadBatchFile) : std::string();
+    files_.WriteFile(kUploadBatchFile, old + line + "\r\n");
     lines_.insert(std::move(line));
     seen_ = files_.Stamp(kUploadBatchFile);
 }

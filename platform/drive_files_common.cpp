@@ -3,6 +3,7 @@
 #include "platform/drive_path.h"
 #include "platform/exact_names.h"
 #include "platform/file_errors.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -11,6 +12,12 @@
 #include <utility>
 
 namespace kiv {
+
+namespace {
+
+constexpr std::size_t kShownOfLongPath = 100;
+
+} // namespace
 
 void DriveFiles::ChangeDirectory(std::string_view path)
 {
@@ -81,7 +88,13 @@ NameChange DriveFiles::RenameExactly(std::string_view from, std::string_view to)
 
 std::string DriveFiles::Absolute(std::string_view path) const
 {
-    return path.find('\0') == npos ? AbsolutePath(path, current_) : std::string();
+    if (path.find('\0') != npos)
+        return {};
+    std::string absolute = AbsolutePath(path, current_);
+    if (IsTooLong(absolute))
+        Refuse("look at", Joined({FirstChars(absolute, kShownOfLongPath), "..."}),
+               "the path is too long");
+    return absolute;
 }
 
 std::string DriveFiles::AbsoluteFile(std::string_view path) const
@@ -95,6 +108,43 @@ std::string DriveFiles::FileToUse(std::string_view path, std::string_view action
     if (absolute.empty() || NameOf(absolute).empty())
         Refuse(action, path, "no such file");
     return absolute;
+}
+
+void DriveFiles::Refresh()
+{
+    written_.clear();
+    losses_.clear();
+}
+
+void DriveFiles::CountLost(const std::string& absolute, const std::vector<std::string_view>& lost)
+{
+    std::string list;
+    for (const std::string_view what : lost)
+        Append(list, {list.empty() ? "" : ", ", what});
+    if (!list.empty())
+        losses_.push_back(Joined({absolute, " was replaced and has lost ", list}));
+}
+
+void DriveFiles::RefuseUnexpected(const OutputFile& file, const Expectation& expected)
+{
+    if (expected.kind == Expectation::Kind::nothing && file.exists)
+        Refuse("write", file.path, "there is a file of this name already");
+    if (expected.kind == Expectation::Kind::content && !file.exists)
+        RefuseChanged(file.path);
+}
+
+void DriveFiles::RefuseChanged(std::string_view path)
+{
+    Refuse("write", path,
+           "another program has changed it in the meantime. It is as that program left it; please "
+           "run this again");
+}
+
+void DriveFiles::RefuseTooLarge(std::string_view path, std::uint64_t size)
+{
+    constexpr std::uint64_t kLargest = std::uint64_t{1} << 30U;
+    if (size > kLargest)
+        Refuse("read", path, "it is larger than 1 GiB");
 }
 
 void DriveFiles::CountWritten(const std::string& absolute)

@@ -21,9 +21,13 @@ class DriveFiles : public Drives {
     FolderListing List(std::string_view folder, std::string_view pattern) override;
     std::vector<std::string> ListFolders(std::string_view folder) override;
     const std::vector<std::string>& Written() const override { return written_; }
-    void Refresh() override { written_.clear(); }
+    const std::vector<std::string>& Losses() const override { return losses_; }
+    void Refresh() override;
 
   protected:
+    /// Whether an absolute path is longer than the system can take.
+    virtual bool IsTooLong(const std::string& absolute) const = 0;
+
     /// The names in a folder, in any order: those of plain files or those of folders.
     virtual std::vector<FileName> Names(const std::string& folder, bool folders) = 0;
 
@@ -39,6 +43,7 @@ class DriveFiles : public Drives {
                         const NameChange& change, Alike alike) = 0;
 
     /// The absolute form of a path; empty when it is no place: "\\server\share", a NUL in it.
+    /// Throws when it is too long.
     std::string Absolute(std::string_view path) const;
     /// The same for the name of a file: the empty name and one that ends in a separator are none.
     std::string AbsoluteFile(std::string_view path) const;
@@ -49,6 +54,14 @@ class DriveFiles : public Drives {
 
     /// A file was closed after writing.
     void CountWritten(const std::string& absolute);
+    /// It could not keep all that the former one had: "its owner", "its group", …
+    void CountLost(const std::string& absolute, const std::vector<std::string_view>& lost);
+
+    /// Throws "cannot write x: …" when a file is there that must not be, or none that must be.
+    static void RefuseUnexpected(const OutputFile& file, const Expectation& expected);
+    [[noreturn]] static void RefuseChanged(std::string_view path);
+    /// Throws for a file that is too large to be read whole.
+    static void RefuseTooLarge(std::string_view path, std::uint64_t size);
 
     /// What the state of a file is told by. A file system's time stamps are coarse: two writes of
     /// this program may fall on one tick, so a young stamp counts the writes too. `now` and `young`
@@ -63,6 +76,7 @@ class DriveFiles : public Drives {
 
     std::string current_;
     std::vector<std::string> written_;
+    std::vector<std::string> losses_;
     std::int64_t writes_ = 0; // never starts anew: stamps outlive a Refresh
 };
 

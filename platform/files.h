@@ -6,6 +6,7 @@
 #include "platform/file_reader.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,8 +47,23 @@ struct NameChange {
     std::string to;
 };
 
-/// All of these throw RunError of kind `file`, naming the path, when the operating system refuses,
-/// unless said otherwise.
+/// What must be at a place for a source to be put there.
+struct Expectation {
+    enum class Kind { anything, nothing, content };
+    Kind kind = Kind::anything;
+    std::string_view content = {}; // for `content`: every byte of it
+};
+
+/// While it lives, no other run of this program works on the folder. It ends with the process.
+class FolderLock {
+  public:
+    FolderLock() = default;
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
+    virtual ~FolderLock() = default;
+};
+
+/// All of these throw RunError as FileReader's do, unless said otherwise.
 class Files : public FileReader {
   public:
     /// The current directory: an absolute drive path without final "\" but at a root.
@@ -55,14 +71,14 @@ class Files : public FileReader {
     /// Makes an existing folder the current directory. Its spelling is kept as given.
     virtual void ChangeDirectory(std::string_view path) = 0;
 
-    /// A folder is there. Never throws.
+    /// A folder is there.
     virtual bool FolderExists(std::string_view path) = 0;
-    /// Something bears this name, if only a link to nothing. Never throws.
+    /// Something bears this name, if only a link to nothing.
     virtual bool NameIsTaken(std::string_view path)
     {
         return FileExists(path) || FolderExists(path);
     }
-    /// The state of a file; `exists` is false where there is none. Never throws.
+    /// The state of a file; `exists` is false where there is none.
     virtual FileStamp Stamp(std::string_view path) = 0;
 
     /// Finds the place of a file that is to be written: its folder must exist and the name must be
@@ -74,13 +90,40 @@ class Files : public FileReader {
     virtual void Commit(const OutputFile& file, std::string_view bytes) = 0;
     /// Open and Commit.
     void WriteFile(std::string_view path, std::string_view bytes) { Commit(Open(path), bytes); }
-    /// Adds `bytes` at the end of a file, which is made when missing. Counts as written.
-    virtual void AppendToFile(std::string_view path, std::string_view bytes) = 0;
+    /// Replaces a source, a file that nobody can make again, as Commit does. When this returns, the
+    /// disk keeps it even if the power fails. Throws when the place does not hold what is expected:
+    /// another program has been there.
+    virtual void CommitSource(const OutputFile& file, std::string_view bytes,
+                              const Expectation& expected) = 0;
+    /// Whatever is there now.
+    void WriteSource(std::string_view path, std::string_view bytes)
+    {
+        CommitSource(Open(path), bytes, {});
+    }
+    /// A source that must be new.
+    void WriteNewSource(std::string_view path, std::string_view bytes)
+    {
+        CommitSource(Open(path), bytes, {Expectation::Kind::nothing});
+    }
+    /// A source that was read as `old`.
+    void ReplaceSource(std::string_view path, std::string_view old, std::string_view bytes)
+    {
+        CommitSource(Open(path), bytes, {Expectation::Kind::content, old});
+    }
+    /// Has the disk keep all that was written since the last Refresh.
+    virtual void FlushWritten() = 0;
+    /// What the files replaced since the last Refresh have lost, as sentences: "C:\a.txt has lost
+    /// its owner". Their content is never among it.
+    virtual const std::vector<std::string>& Losses() const = 0;
 
-    /// Makes one folder; false when that is not possible (its parent is missing, the name is
-    /// taken). Never throws.
+    /// Waits until no other run of this program holds the folder, some ten seconds at most. A file
+    /// system that knows no locks gives one that holds nothing.
+    virtual std::unique_ptr<FolderLock> LockFolder(std::string_view folder) = 0;
+
+    /// Makes one folder; false when its parent is missing or the name is taken.
     virtual bool MakeFolder(std::string_view path) = 0;
-    virtual void DeleteFile(std::string_view path) = 0;
+    /// False when there is no such file.
+    virtual bool DeleteFile(std::string_view path) = 0;
     /// Renames a file, whose name in `from` may be in exact form. A name that is taken is never
     /// overwritten: "target exists". Only the case of a name may change. Characters that the code
     /// page lacks stay what they are.
@@ -88,6 +131,10 @@ class Files : public FileReader {
     /// The same where the name in `to` is in exact form, too. Only that name, case aside, must be
     /// free.
     virtual NameChange RenameExactly(std::string_view from, std::string_view to) = 0;
+
+    /// Of a rename that was cut short where the file system needs two steps for it: when a file
+    /// bears both names, in exact form, takes `from` away. Returns whether it did.
+    virtual bool FinishRename(std::string_view from, std::string_view to) = 0;
 
     /// The plain files of a folder that fit a pattern, in the order of their upper-cased names.
     virtual FolderListing List(std::string_view folder, std::string_view pattern) = 0;

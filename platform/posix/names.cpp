@@ -1,7 +1,10 @@
 #include "platform/posix/names.h"
 
 #include "platform/drive_path.h"
+#include "platform/exact_names.h"
+#include "platform/posix/folders.h"
 #include "platform/posix/paths.h"
+#include "platform/posix/temporaries.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -9,56 +12,18 @@
 #include <cerrno>
 #include <climits>
 #include <dirent.h>
-#include <memory>
-#include <sys/stat.h>
 #include <tuple>
 
 namespace kiv {
 
 namespace {
 
-struct CloseFolder {
-    void operator()(DIR* folder) const { ::closedir(folder); }
-};
-using FolderHandle = std::unique_ptr<DIR, CloseFolder>;
-
-int OpenFolder(const std::string& folder, FolderHandle& handle)
-{
-    handle.reset(::opendir(folder.c_str()));
-    return handle ? 0 : errno;
-}
-
-int ReadNames(DIR* folder, std::vector<PosixName>& names)
-{
-    for (;;) {
-        errno = 0;
-        // Each handle is read by one thread.
-        const dirent* entry = ::readdir(folder); // NOLINT(concurrency-mt-unsafe)
-        if (entry == nullptr)
-            return errno;
-        const std::string_view native(&entry->d_name[0]);
-        if (native != "." && native != "..")
-            names.push_back({std::string(native), FromUtf8(native), entry->d_type});
-    }
-}
-
 bool InByteOrder(const PosixName& a, const PosixName& b)
 {
     return std::tie(a.text, a.native) < std::tie(b.text, b.native);
 }
 
-bool IsFolder(const std::string& native)
-{
-    struct stat state {};
-    return ::stat(native.c_str(), &state) == 0 && S_ISDIR(state.st_mode);
-}
-
 } // namespace
-
-bool IsMissing(int error)
-{
-    return error == ENOENT || error == ENOTDIR;
-}
 
 PosixNames::PosixNames(const DriveMap& drives)
 {
@@ -83,6 +48,17 @@ std::string PosixNames::AsWritten(std::string_view absolute) const
     return JoinNative(drive->second, below);
 }
 
+bool PosixNames::IsTooLong(std::string_view absolute) const
+{
+    // A character takes three bytes at most.
+    constexpr std::size_t kSurelyShort = 512;
+    if (absolute.size() < kSurelyShort)
+        return false;
+    // References are longer than what they stand for.
+    const std::string native = AsWritten(absolute);
+    return native.size() >= PATH_MAX && NativeName(native).size() >= PATH_MAX;
+}
+
 int PosixNames::Reach(std::string_view absolute, std::string& native, const Attempt& attempt,
                       Trust trust)
 {
@@ -90,7 +66,7 @@ int PosixNames::Reach(std::string_view absolute, std::string& native, const Atte
     int error = ReachOnce(absolute, native, attempt);
     // A remembered folder that is gone may have come back under another spelling.
     if (remembered && IsMissing(error) && !native.empty() &&
-        !IsFolder(std::string(NativeFolderOf(native)))) {
+        IsMissing(LookForFolder(std::string(NativeFolderOf(native))))) {
         folders_.clear();
         error = ReachOnce(absolute, native, attempt);
     }
@@ -100,24 +76,33 @@ int PosixNames::Reach(std::string_view absolute, std::string& native, const Atte
 int PosixNames::ReachOnce(std::string_view absolute, std::string& native, const Attempt& attempt)
 {
     native.clear();
-    const std::string_view name = NameOf(absolute);
-    const std::optional<std::string> folder = FindFolder(FolderOf(absolute));
-    if (!folder)
-        return ENOENT;
-    native = name.empty() ? *folder : JoinNative(*folder, ToUtf8(name));
+    std::string folder;
+    if (const int error = FindFolder(FolderOf(absolute), folder))
+        return error;
+    if (const std::string_view name = NameOf(absolute); !name.empty())
+        return ReachIn(folder, name, native, attempt);
+    native = folder;
+    return attempt(native);
+}
+
+int PosixNames::ReachIn(const std::string& folder, std::string_view name, std::string& native,
+                        const Attempt& attempt)
+{
+    const std::string as_written = JoinNative(folder, ToUtf8(name));
+    native = as_written;
     int error = attempt(native);
-    const std::string as_written = native;
-    // References make a name longer than it is on the disk.
-    const auto may_be_another = [](int e) { return IsMissing(e) || e == ENAMETOOLONG; };
-    // The second round is for a remembered name that turned out to be gone.
-    for (int round = 0; round < 2 && may_be_another(error) && !name.empty(); ++round) {
-        const std::optional<PosixName> other = OtherSpelling(*folder, name);
+    // The second round is for a remembered name that turned out to be gone. What is too long as it
+    // is written may be shorter on the disk: references make a name longer.
+    for (int round = 0; round < 2 && IsAbsent(error); ++round) {
+        std::optional<std::string> other;
+        if (const int fault = OtherSpelling(folder, name, other); fault != 0 && !IsMissing(fault))
+            return fault;
         if (!other)
             break;
-        native = JoinNative(*folder, other->native);
+        native = JoinNative(folder, *other);
         error = attempt(native);
         if (IsMissing(error))
-            Drop(*folder);
+            Drop(folder);
     }
     if (IsMissing(error))
         native = as_written;
@@ -144,90 +129,109 @@ PosixNames::Memory PosixNames::Remembered(std::string_view absolute, std::string
     return as_written ? Memory::kFile : Memory::kUnknown;
 }
 
-std::optional<std::string> PosixNames::Folder(std::string_view absolute)
+int PosixNames::Folder(std::string_view absolute, std::string& native)
 {
-    std::optional<std::string> folder = FindFolder(absolute);
-    if (folder && !IsFolder(*folder)) {
+    int error = FindFolder(absolute, native);
+    if (error == 0 && IsMissing(LookForFolder(native))) {
         folders_.clear();
-        folder = FindFolder(absolute);
+        error = FindFolder(absolute, native);
     }
-    return folder;
+    return error;
 }
 
-std::optional<std::string> PosixNames::FindFolder(std::string_view absolute)
+int PosixNames::FindFolder(std::string_view absolute, std::string& native)
 {
     std::string key(absolute);
     const auto known = folders_.find(key);
-    if (known != folders_.end())
-        return known->second;
-    std::string native = AsWritten(absolute);
-    if (native.empty())
-        return std::nullopt;
-    if (!IsFolder(native)) {
-        if (NameOf(absolute).empty())
-            return std::nullopt;
-        const int error = ReachOnce(absolute, native, [](const std::string& place) {
-            return IsFolder(place) ? 0 : ENOENT;
-        });
-        if (error != 0)
-            return std::nullopt;
+    if (known != folders_.end()) {
+        native = known->second;
+        return 0;
     }
-    folders_.emplace(std::move(key), native);
-    return native;
+    native = AsWritten(absolute);
+    int error = native.empty() ? ENOENT : LookForFolder(native);
+    if (IsAbsent(error) && !native.empty())
+        error = FindFolderByParts(absolute, native);
+    if (error == 0)
+        folders_.emplace(std::move(key), native);
+    return error;
 }
 
-std::optional<PosixName> PosixNames::OtherSpelling(const std::string& folder, std::string_view name)
+int PosixNames::FindFolderByParts(std::string_view absolute, std::string& native)
 {
-    const std::vector<PosixName> alike = Alike(folder, name);
+    std::string folder = AsWritten(absolute.substr(0, 3)); // "C:\"
+    int error = LookForFolder(folder);
+    for (const std::string_view part : Split(FromChar(absolute, 4), '\\')) {
+        if (error != 0 || part.empty())
+            break;
+        error = ReachIn(folder, part, native, LookForFolder);
+        folder = native;
+    }
+    native = std::move(folder);
+    return error;
+}
+
+int PosixNames::OtherSpelling(const std::string& folder, std::string_view name,
+                              std::optional<std::string>& other)
+{
+    std::vector<PosixName> alike;
+    if (const int error = Alike(folder, name, alike))
+        return error;
     if (alike.empty())
-        return std::nullopt;
+        return 0;
     // A name that the code page cannot hold is found by its text, before others that differ from
     // that in case.
     const auto same = std::find_if(alike.begin(), alike.end(),
                                    [&](const PosixName& entry) { return entry.text == name; });
-    return same == alike.end() ? alike.front() : *same;
+    other = same == alike.end() ? alike.front().native : same->native;
+    return 0;
 }
 
-std::vector<PosixName> PosixNames::Alike(const std::string& folder, std::string_view name)
+int PosixNames::Alike(const std::string& folder, std::string_view name,
+                      std::vector<PosixName>& alike)
 {
-    const Listing* listing = ListingOf(folder);
-    if (listing == nullptr)
-        return {};
-    const auto alike = listing->find(UpperCase(name));
-    return alike == listing->end() ? std::vector<PosixName>() : alike->second;
+    const Listing* listing = nullptr;
+    if (const int error = ListingOf(folder, listing))
+        return error;
+    const auto found = listing->find(UpperCase(name));
+    if (found != listing->end())
+        alike = found->second;
+    return 0;
 }
 
-PosixNames::Listing* PosixNames::ListingOf(const std::string& folder)
+int PosixNames::ListingOf(const std::string& folder, const Listing*& listing)
 {
-    const auto known = identities_.find(folder);
-    if (known != identities_.end())
-        return &listings_[known->second];
-    FolderHandle handle;
-    struct stat state {};
-    std::vector<PosixName> names;
-    if (OpenFolder(folder, handle) != 0 || ::fstat(::dirfd(handle.get()), &state) != 0)
-        return nullptr;
-    const Identity identity(state.st_dev, state.st_ino);
-    const bool listed = listings_.count(identity) != 0;
-    if (!listed && ReadNames(handle.get(), names) != 0)
-        return nullptr;
-    identities_.emplace(folder, identity);
-    Listing& listing = listings_[identity];
-    for (PosixName& name : names)
-        listing[UpperCase(name.text)].push_back(std::move(name));
-    for (auto& [text, alike] : listing)
+    if (const auto known = identities_.find(folder); known != identities_.end()) {
+        listing = &listings_[known->second];
+        return 0;
+    }
+    Identity identity;
+    Listing names;
+    const auto skip = [&](const struct stat& state) {
+        identity = {state.st_dev, state.st_ino};
+        return listings_.contains(identity);
+    };
+    const int error = ForEachName(folder, skip, [&](std::string_view native, unsigned char type) {
+        std::string text = FromUtf8(native);
+        std::vector<PosixName>& alike = names[UpperCase(text)];
+        alike.push_back({std::string(native), std::move(text), type});
+    });
+    if (error != 0)
+        return error;
+    for (auto& [text, alike] : names)
         std::sort(alike.begin(), alike.end(), InByteOrder);
-    return &listing;
+    identities_.emplace(folder, identity);
+    listing = &listings_.try_emplace(identity, std::move(names)).first->second;
+    return 0;
 }
 
 int PosixNames::Read(const std::string& folder, std::vector<PosixName>& names)
 {
-    FolderHandle handle;
-    if (const int error = OpenFolder(folder, handle))
-        return error;
     // Who has seen the folder's present state must find these names, too.
     Drop(folder);
-    return ReadNames(handle.get(), names);
+    return ForEachName(folder, [&](std::string_view native, unsigned char type) {
+        if (!IsTemporaryName(native))
+            names.push_back({std::string(native), FromUtf8(native), type});
+    });
 }
 
 void PosixNames::Drop(const std::string& folder)

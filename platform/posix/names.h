@@ -23,9 +23,6 @@ struct PosixName {
     unsigned char type = 0; // DT_REG, DT_DIR, … or DT_UNKNOWN
 };
 
-/// An error that says that a name, or a folder on the way to it, is not there.
-bool IsMissing(int error);
-
 class PosixNames {
   public:
     /// Tries a native path with one system call: 0 or an error number.
@@ -37,7 +34,8 @@ class PosixNames {
 
     /// Makes the attempt on the path as written, then on the name that is the same when case is
     /// ignored. `native` is the path of the last attempt, or the path as written when nothing is
-    /// there, or empty when the folder is missing. Each attempt sees the present state; what is
+    /// there, or empty when the folder is not to be had. Gives 0 or an error number: that of the
+    /// attempt, or that of a look at a folder. Each attempt sees the present state; what is
     /// remembered only saves looking through folders. kTrustFolder spares the look at a remembered
     /// folder in which nothing was found.
     enum Trust { kLookAtFolder, kTrustFolder };
@@ -50,18 +48,22 @@ class PosixNames {
     enum class Memory { kUnknown, kFree, kFile };
     Memory Remembered(std::string_view absolute, std::string& native) const;
 
-    /// The native folder of a drive path; none when it is not there.
-    std::optional<std::string> Folder(std::string_view absolute);
+    /// The native folder of a drive path. 0 or an error number.
+    int Folder(std::string_view absolute, std::string& native);
 
     /// The native path as written, whether or not anything is there; empty when the drive is not
     /// there.
     std::string AsWritten(std::string_view absolute) const;
 
-    /// The names in a native folder that equal `name` (Windows-1252) when case is ignored, in byte
-    /// order.
-    std::vector<PosixName> Alike(const std::string& folder, std::string_view name);
+    /// Whether a path is longer than the system can take.
+    bool IsTooLong(std::string_view absolute) const;
 
-    /// All names in a native folder, fresh from the disk. An error number when it cannot be read.
+    /// The names in a native folder that equal `name` (Windows-1252) when case is ignored, in byte
+    /// order. 0 or an error number.
+    int Alike(const std::string& folder, std::string_view name, std::vector<PosixName>& alike);
+
+    /// All names in a native folder, fresh from the disk, without our temporary ones. 0 or an error
+    /// number.
     int Read(const std::string& folder, std::vector<PosixName>& names);
 
     /// This program has made or taken away a name.
@@ -76,10 +78,17 @@ class PosixNames {
     using Listing = std::unordered_map<std::string, std::vector<PosixName>>;
     using Identity = std::pair<dev_t, ino_t>; // two paths may lead to one folder
 
-    Listing* ListingOf(const std::string& folder);
+    int ListingOf(const std::string& folder, const Listing*& listing);
     void Drop(const std::string& folder);
-    std::optional<PosixName> OtherSpelling(const std::string& folder, std::string_view name);
-    std::optional<std::string> FindFolder(std::string_view absolute);
+    /// `other`: none when no name in the folder counts as `name`.
+    int OtherSpelling(const std::string& folder, std::string_view name,
+                      std::optional<std::string>& other);
+    int FindFolder(std::string_view absolute, std::string& native);
+    /// From the root on, part by part: a path may have thousands.
+    int FindFolderByParts(std::string_view absolute, std::string& native);
+    /// The attempt on a name in a folder, then on what counts as that name.
+    int ReachIn(const std::string& folder, std::string_view name, std::string& native,
+                const Attempt& attempt);
     int ReachOnce(std::string_view absolute, std::string& native, const Attempt& attempt);
 
     DriveMap drives_;

@@ -97,7 +97,7 @@ TEST_F(DriveNames, AMissedNameIsFoundOnceThisProgramWroteIt)
     EXPECT_FALSE(files->FileExists("About.htm"));
     files->WriteFile("about.HTM", "1");
     EXPECT_TRUE(files->FileExists("About.htm"));
-    files->AppendToFile("Batch.bat", "2");
+    files->WriteSource("Batch.bat", "2");
     EXPECT_EQ(files->ReadFile("BATCH.BAT"), "2");
     EXPECT_TRUE(files->MakeFolder("Sub"));
     EXPECT_TRUE(files->FolderExists("SUB"));

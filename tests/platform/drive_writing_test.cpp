@@ -1,8 +1,10 @@
 // Files are written whole: they hold their old content or the new, and nothing is left beside them.
 #include "tests/platform/drive_test.h"
 
+#include <atomic>
 #include <chrono>
 #include <gmock/gmock.h>
+#include <thread>
 
 namespace kiv {
 namespace {
@@ -129,8 +131,8 @@ TEST_F(DriveWriting, WrittenHasEveryClosingInOrder)
     files->WriteFile("b.htm", "1");
     files->WriteFile("c:sub/a.htm", "2");
     files->WriteFile("b.htm", "1");
-    files->AppendToFile("up.bat", "put");
-    files->AppendToFile("up.bat", "put");
+    files->WriteSource("up.bat", "put");
+    files->WriteSource("up.bat", "put");
     files->DeleteFile("up.bat");
     EXPECT_THAT(files->Written(), ElementsAre("C:\\b.htm", "C:\\sub\\a.htm", "C:\\b.htm",
                                               "C:\\up.bat", "C:\\up.bat"));
@@ -138,12 +140,63 @@ TEST_F(DriveWriting, WrittenHasEveryClosingInOrder)
     EXPECT_TRUE(files->Written().empty());
 }
 
-TEST_F(DriveWriting, AppendingMakesAMissingFile)
+TEST_F(DriveWriting, ANewSourceRefusesAnOldFile)
 {
-    files->AppendToFile("Up.bat", "one\r\n");
-    files->AppendToFile("up.BAT", "two\r\n");
-    EXPECT_EQ(NamesIn(), (Names{"Up.bat"}));
-    EXPECT_EQ(Content("Up.bat"), "one\r\ntwo\r\n");
+    files->WriteNewSource("Up.bat", "one");
+    EXPECT_THAT(ErrorOf([&] { files->WriteNewSource("up.BAT", "two"); }),
+                testing::AllOf(StartsWith("file: "), HasSubstr("C:\\up.BAT"),
+                               HasSubstr("there is a file of this name already")));
+    const OutputFile place = files->Open("come.txt");
+    Put("come.txt", "by another program");
+    EXPECT_THAT(ErrorOf([&] { files->CommitSource(place, "two", {Expectation::Kind::nothing}); }),
+                HasSubstr("there is a file of this name already"));
+    EXPECT_EQ(NamesIn(), (Names{"Up.bat", "come.txt"}));
+    EXPECT_EQ(Content("Up.bat"), "one");
+    EXPECT_EQ(Content("come.txt"), "by another program");
+}
+
+TEST_F(DriveWriting, ASourceIsReplacedWhileItIsWhatWasRead)
+{
+    Put("list.txt", "old");
+    files->ReplaceSource("LIST.txt", "old", "new");
+    EXPECT_EQ(Content("list.txt"), "new");
+    for (const char* const theirs : {"ald", "old and more", ""}) {
+        Put("list.txt", theirs);
+        EXPECT_THAT(ErrorOf([&] { files->ReplaceSource("list.txt", "old", "new"); }),
+                    testing::AllOf(StartsWith("file: "), HasSubstr("C:\\list.txt"),
+                                   HasSubstr("another program has changed it")));
+        EXPECT_EQ(Content("list.txt"), theirs);
+    }
+    EXPECT_THAT(ErrorOf([&] { files->ReplaceSource("gone.txt", "old", "new"); }),
+                HasSubstr("another program has changed it"));
+    EXPECT_EQ(NamesIn(), (Names{"list.txt"}));
+}
+
+TEST_F(DriveWriting, WhatWasWrittenCanBeFlushed)
+{
+    PutFolder("sub");
+    files->WriteFile("a.htm", "1");
+    files->WriteFile("sub\\b.htm", "2");
+    files->WriteFile("gone.htm", "3");
+    files->DeleteFile("gone.htm");
+    EXPECT_EQ(ErrorOf([&] { files->FlushWritten(); }), "");
+    EXPECT_EQ(Content("sub/b.htm"), "2");
+}
+
+TEST_F(DriveWriting, ALockHoldsOthersOff)
+{
+    const auto other = MakeDriveFiles({{'C', root}});
+    std::unique_ptr<FolderLock> lock = files->LockFolder("C:\\");
+    std::atomic<bool> is_free = false;
+    std::thread waiting([&] {
+        const auto second = other->LockFolder("C:\\");
+        EXPECT_TRUE(is_free);
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    is_free = true;
+    lock.reset();
+    waiting.join();
+    EXPECT_THAT(ErrorOf([&] { files->LockFolder("C:\\none"); }), HasSubstr("no such folder"));
 }
 
 TEST_F(DriveWriting, ManyNewPagesInOneFolder)

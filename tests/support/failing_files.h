@@ -5,6 +5,7 @@
 #include "platform/run_error.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,7 +13,6 @@
 namespace kiv::test {
 
 /// Passes everything on until the given step, which fails like a disk that is full or taken away.
-/// Questions that never throw are no steps.
 class FailingFiles : public Files {
   public:
     FailingFiles(Files& files, int failing_step) : files_(files), left_(failing_step) {}
@@ -21,9 +21,9 @@ class FailingFiles : public Files {
 
     const std::string& CurrentDirectory() const override { return files_.CurrentDirectory(); }
     void ChangeDirectory(std::string_view path) override { Step().ChangeDirectory(path); }
-    bool FileExists(std::string_view path) override { return files_.FileExists(path); }
-    bool FolderExists(std::string_view path) override { return files_.FolderExists(path); }
-    FileStamp Stamp(std::string_view path) override { return files_.Stamp(path); }
+    bool FileExists(std::string_view path) override { return Step().FileExists(path); }
+    bool FolderExists(std::string_view path) override { return Step().FolderExists(path); }
+    FileStamp Stamp(std::string_view path) override { return Step().Stamp(path); }
     std::string ReadFile(std::string_view path) override { return Step().ReadFile(path); }
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override
     {
@@ -34,12 +34,19 @@ class FailingFiles : public Files {
     {
         Step().Commit(file, bytes);
     }
-    void AppendToFile(std::string_view path, std::string_view bytes) override
+    void CommitSource(const OutputFile& file, std::string_view bytes,
+                      const Expectation& expected) override
     {
-        Step().AppendToFile(path, bytes);
+        Step().CommitSource(file, bytes, expected);
     }
-    bool MakeFolder(std::string_view path) override { return files_.MakeFolder(path); }
-    void DeleteFile(std::string_view path) override { Step().DeleteFile(path); }
+    void FlushWritten() override { Step().FlushWritten(); }
+    const std::vector<std::string>& Losses() const override { return files_.Losses(); }
+    std::unique_ptr<FolderLock> LockFolder(std::string_view folder) override
+    {
+        return Step().LockFolder(folder);
+    }
+    bool MakeFolder(std::string_view path) override { return Step().MakeFolder(path); }
+    bool DeleteFile(std::string_view path) override { return Step().DeleteFile(path); }
     NameChange RenameFile(std::string_view from, std::string_view to) override
     {
         return Step().RenameFile(from, to);
@@ -47,6 +54,10 @@ class FailingFiles : public Files {
     NameChange RenameExactly(std::string_view from, std::string_view to) override
     {
         return Step().RenameExactly(from, to);
+    }
+    bool FinishRename(std::string_view from, std::string_view to) override
+    {
+        return Step().FinishRename(from, to);
     }
     FolderListing List(std::string_view folder, std::string_view pattern) override
     {

@@ -41,7 +41,7 @@ TEST_F(DriveLinks, ALinkStaysAndItsFileIsReplaced)
     EXPECT_TRUE(S_ISLNK(State("relative").st_mode));
     EXPECT_EQ(Content("real/a.htm"), "new");
     EXPECT_EQ(NamesIn("real"), (Names{"a.htm"}));
-    files->AppendToFile("relative", " and more");
+    files->WriteSource("relative", "new and more");
     EXPECT_EQ(Content("real/a.htm"), "new and more");
 }
 

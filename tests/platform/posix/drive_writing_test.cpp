@@ -100,8 +100,9 @@ TEST_F(DriveRights, AFullDiskLeavesTheOldContent)
         EXPECT_THAT(ErrorOf([&] { files->WriteFile("old.htm", large); }),
                     testing::AllOf(StartsWith("file: "), HasSubstr("C:\\old.htm")));
         EXPECT_THAT(ErrorOf([&] { files->WriteFile("new.htm", large); }), StartsWith("file: "));
-        EXPECT_THAT(ErrorOf([&] { files->AppendToFile("old.htm", large); }), StartsWith("file: "));
-        EXPECT_THAT(ErrorOf([&] { files->AppendToFile("new.htm", large); }), StartsWith("file: "));
+        EXPECT_THAT(ErrorOf([&] { files->WriteSource("old.htm", large); }), StartsWith("file: "));
+        EXPECT_THAT(ErrorOf([&] { files->WriteNewSource("new.htm", large); }),
+                    StartsWith("file: "));
     }
     EXPECT_EQ(Content("old.htm"), "old");
     EXPECT_EQ(NamesIn(), (Names{"old.htm"}));
@@ -145,7 +146,7 @@ TEST_F(DriveRights, AFileThatMayNotBeWrittenIsKept)
     {
         const NotRoot somebody;
         EXPECT_THAT(ErrorOf([&] { files->WriteFile("a.htm", "new"); }), StartsWith("file: "));
-        EXPECT_THAT(ErrorOf([&] { files->AppendToFile("a.htm", "new"); }), StartsWith("file: "));
+        EXPECT_THAT(ErrorOf([&] { files->WriteSource("a.htm", "new"); }), StartsWith("file: "));
         EXPECT_EQ(ErrorOf([&] { files->WriteFile("a.htm", "old"); }), ""); // nothing to write
     }
     EXPECT_EQ(Content("a.htm"), "old");
@@ -162,7 +163,7 @@ TEST_F(DriveRights, AFolderThatMayNotBeWrittenIsKept)
         const NotRoot somebody;
         EXPECT_THAT(ErrorOf([&] { files->WriteFile("a.htm", "new"); }), StartsWith("file: "));
         EXPECT_THAT(ErrorOf([&] { files->WriteFile("b.htm", "new"); }), StartsWith("file: "));
-        EXPECT_FALSE(files->MakeFolder("sub"));
+        EXPECT_THAT(ErrorOf([&] { files->MakeFolder("sub"); }), StartsWith("file: "));
     }
     chmod(root.c_str(), 0755);
     EXPECT_EQ(Content("a.htm"), "old");

@@ -1,9 +1,10 @@
-// Files written as a whole on a POSIX file system. Every function gives 0 or an error number.
+// Open files of a POSIX system. Every function gives 0 or an error number.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
-#include <sys/stat.h>
+#include <sys/types.h>
 
 namespace kiv {
 
@@ -13,6 +14,7 @@ class Descriptor {
     explicit Descriptor(int fd) : fd_(fd) {}
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
+    Descriptor(Descriptor&& other) noexcept;
     ~Descriptor();
 
     int Get() const { return fd_; }
@@ -33,17 +35,13 @@ int WriteBytes(int fd, std::string_view bytes);
 /// Whether an open file, of the size of `bytes`, holds just these.
 bool HoldsBytes(int fd, std::string_view bytes);
 
-/// Makes a new file that holds `bytes`; EEXIST when the name is taken. The name appears with the
-/// whole content.
-int WriteNew(const std::string& native, std::string_view bytes);
+/// Asks a file that stays open for the faults that only its closing tells.
+int FaultAtClosing(int fd);
 
-/// Puts a file with `bytes` in the place of an old one, whose owner and mode it takes over.
-int WriteOver(const std::string& native, const struct stat& old, std::string_view bytes);
+/// Has the disk keep the file as it is now.
+int FlushFile(int fd);
 
-/// Renames; EEXIST when the new name is taken.
-int RenameToFree(const std::string& from, const std::string& to);
-
-/// Where the links lead that begin at `native`: the path of a file, or of one that could be made.
-std::string FollowLinks(std::string native);
+/// The same for the names in a folder.
+int FlushFolder(const std::string& folder);
 
 } // namespace kiv

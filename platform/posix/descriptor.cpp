@@ -1,0 +1,126 @@
+#include "platform/posix/descriptor.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <fcntl.h>
+#include <memory>
+#include <sys/mman.h>
+#include <unistd.h>
+#include <utility>
+
+namespace kiv {
+
+namespace {
+
+/// Has the kernel give a large buffer its memory at once and not page by page, at the first touch
+/// of each. A kernel that cannot do so refuses.
+void Populate([[maybe_unused]] char* buffer, [[maybe_unused]] std::size_t size)
+{
+#ifdef MADV_POPULATE_WRITE
+    constexpr std::size_t kLarge = std::size_t{256} * 1024;
+    if (size < kLarge)
+        return;
+    static const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    const std::size_t skipped = page - reinterpret_cast<std::uintptr_t>(buffer) % page;
+    ::madvise(buffer + skipped, (size - skipped) / page * page, MADV_POPULATE_WRITE);
+#endif
+}
+
+} // namespace
+
+Descriptor::Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+
+Descriptor::~Descriptor()
+{
+    if (IsOpen())
+        ::close(fd_);
+}
+
+int Descriptor::Close()
+{
+    const int fd = std::exchange(fd_, -1);
+    return ::close(fd) == 0 ? 0 : errno;
+}
+
+int ReadBytes(int fd, off_t offset, std::size_t count, std::string& bytes)
+{
+    bytes.reserve(count);
+    Populate(bytes.data(), count);
+    bytes.resize(count);
+    std::size_t done = 0;
+    while (done < count) {
+        const ssize_t got =
+            ::pread(fd, &bytes[done], count - done, offset + static_cast<off_t>(done));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            return errno;
+        if (got == 0)
+            break;
+        done += static_cast<std::size_t>(got);
+    }
+    bytes.resize(done);
+    return 0;
+}
+
+int WriteBytes(int fd, std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t put = ::write(fd, bytes.data(), bytes.size());
+        if (put < 0 && errno == EINTR)
+            continue;
+        if (put < 0)
+            return errno;
+        bytes.remove_prefix(static_cast<std::size_t>(put));
+    }
+    return 0;
+}
+
+bool HoldsBytes(int fd, std::string_view bytes)
+{
+    const std::size_t most = std::min<std::size_t>(bytes.size(), 64 * std::size_t{1024});
+    const std::unique_ptr<char[]> held(new char[most]); // not zeroed: it is read into
+    off_t offset = 0;
+    while (!bytes.empty()) {
+        const ssize_t got = ::pread(fd, held.get(), std::min(bytes.size(), most), offset);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0 || bytes.substr(0, static_cast<std::size_t>(got)) !=
+                            std::string_view(held.get(), static_cast<std::size_t>(got)))
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(got));
+        offset += got;
+    }
+    return true;
+}
+
+int FaultAtClosing(int fd)
+{
+    // Closing a second descriptor has a file system hand over what it kept back, as closing the
+    // only one would: a quota that is exceeded, a server that has gone.
+    const int second = ::fcntl(fd, F_DUPFD_CLOEXEC, 0);
+    if (second < 0)
+        return errno;
+    return ::close(second) == 0 ? 0 : errno;
+}
+
+int FlushFile(int fd)
+{
+    int result = 0;
+    do
+        result = ::fsync(fd);
+    while (result != 0 && errno == EINTR);
+    // What cannot be flushed, for it lies in memory alone, is as safe as it can be.
+    return result == 0 || errno == EINVAL || errno == ENOSYS ? 0 : errno;
+}
+
+int FlushFolder(const std::string& folder)
+{
+    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened.IsOpen())
+        return FlushFile(opened.Get());
+    return errno == EACCES ? 0 : errno; // one may write into a folder that one may not read
+}
+
+} // namespace kiv

@@ -1,0 +1,200 @@
+#include "platform/posix/drafts.h"
+
+#include "platform/posix/descriptor.h"
+#include "platform/posix/moving.h"
+#include "platform/posix/paths.h"
+#include "platform/posix/temporaries.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace kiv {
+
+namespace {
+
+constexpr mode_t kNewMode = 0666; // less the process's mask
+constexpr mode_t kPrivateMode = 0600;
+
+/// The file whose place the draft takes; none for a new one.
+struct Old {
+    const struct stat* state = nullptr;
+    Lost* lost = nullptr;
+
+    mode_t DraftMode() const { return state == nullptr ? kNewMode : kPrivateMode; }
+};
+
+/// Content, owner, mode and whatever else there is to keep.
+int Fill(int fd, const Draft& draft, const Old& old)
+{
+    int error = WriteBytes(fd, draft.bytes);
+    if (error == 0 && old.state != nullptr) {
+        old.lost->clear();
+        error = TakeOver(fd, draft.native, *old.state, *old.lost);
+    }
+    if (error == 0 && draft.is_source)
+        error = FlushFile(fd);
+    return error == 0 ? FaultAtClosing(fd) : error;
+}
+
+bool IsSameFile(const std::string& native, const struct stat& known)
+{
+    struct stat state {};
+    return ::lstat(native.c_str(), &state) == 0 && state.st_ino == known.st_ino &&
+           state.st_dev == known.st_dev;
+}
+
+bool HoldsContent(const std::string& native, std::string_view content)
+{
+    const Descriptor file(::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
+    struct stat state {};
+    return file.IsOpen() && ::fstat(file.Get(), &state) == 0 && S_ISREG(state.st_mode) &&
+           static_cast<std::size_t>(state.st_size) == content.size() &&
+           HoldsBytes(file.Get(), content);
+}
+
+/// Gives back its place to what somebody else has put there while the draft was on its way.
+void GiveBack(const std::string& temporary, const std::string& native, const struct stat& draft)
+{
+    if (Exchange(temporary, native) == 0) {
+        // Not the draft has come back but something newer still? Then that is the one to stay.
+        if (!IsSameFile(temporary, draft) && Exchange(temporary, native) != 0)
+            RenameToFree(temporary, native + ".saved");
+        ::unlink(temporary.c_str());
+    } else if (MoveOver(temporary, native) != 0) {
+        RenameToFree(temporary, native + ".saved"); // a temporary file would be tidied away
+    }
+}
+
+/// Puts a draft over a file that must still hold what it held when it was read. First the two
+/// change places; then what has come out of there is looked at, where nobody reaches it any more.
+int MoveOverExpected(const std::string& temporary, const Draft& draft)
+{
+    struct stat state {};
+    int error = ::lstat(temporary.c_str(), &state) == 0 ? Exchange(temporary, draft.native) : errno;
+    if (error == 0) {
+        if (HoldsContent(temporary, draft.expected.content))
+            return ::unlink(temporary.c_str()) == 0 ? 0 : errno;
+        GiveBack(temporary, draft.native, state);
+        return kChangedMeanwhile;
+    }
+    if (error == ENOSYS) // a look before is all that is left then
+        error = HoldsContent(draft.native, draft.expected.content)
+                    ? MoveOver(temporary, draft.native)
+                    : kChangedMeanwhile;
+    if (error != 0)
+        ::unlink(temporary.c_str());
+    return error == ENOENT ? kChangedMeanwhile : error;
+}
+
+/// Puts a draft that bears a temporary name in its place, or takes it away.
+int MoveIntoPlace(const std::string& temporary, const Draft& draft, const Old& old)
+{
+    if (old.state != nullptr && draft.expected.kind == Expectation::Kind::content)
+        return MoveOverExpected(temporary, draft);
+    const int error = old.state == nullptr ? RenameToFree(temporary, draft.native)
+                                           : MoveOver(temporary, draft.native);
+    if (error != 0)
+        ::unlink(temporary.c_str());
+    return error;
+}
+
+/// For file systems that want a name for every file: writes under a temporary one.
+int PlaceNamed(const Draft& draft, const Old& old)
+{
+    std::string temporary;
+    int fd = -1;
+    do {
+        temporary = TemporaryName(draft.native);
+        fd = ::open(temporary.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, old.DraftMode());
+    } while (fd < 0 && errno == EEXIST);
+    if (fd < 0)
+        return errno;
+    Descriptor opened(fd);
+    int error = Fill(opened.Get(), draft, old);
+    if (const int close_error = opened.Close(); error == 0)
+        error = close_error;
+    if (error == 0)
+        return MoveIntoPlace(temporary, draft, old);
+    ::unlink(temporary.c_str());
+    return error;
+}
+
+#ifdef O_TMPFILE
+
+/// Gives the open file, which has no name yet, a name that is free.
+int GiveName(int fd, const std::string& native)
+{
+    if (::linkat(fd, "", AT_FDCWD, native.c_str(), AT_EMPTY_PATH) == 0)
+        return 0;
+    if (errno != ENOENT)
+        return errno;
+    // Older kernels allow that to root alone, and say "no such file" to everybody else.
+    const std::string self = "/proc/self/fd/" + std::to_string(fd);
+    const int result =
+        ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, native.c_str(), AT_SYMLINK_FOLLOW);
+    return result == 0 ? 0 : errno;
+}
+
+int GiveTemporaryName(int fd, const std::string& native, std::string& temporary)
+{
+    int error = EEXIST;
+    while (error == EEXIST) {
+        temporary = TemporaryName(native);
+        error = GiveName(fd, temporary);
+    }
+    return error;
+}
+
+/// The draft has no name before it is whole, so nothing is left behind when the process is killed.
+int PlaceAny(const Draft& draft, const Old& old)
+{
+    const std::string folder(NativeFolderOf(draft.native));
+    const Descriptor opened(
+        ::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, old.DraftMode()));
+    if (!opened.IsOpen()) {
+        const bool unknown = errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL;
+        return unknown ? PlaceNamed(draft, old) : errno;
+    }
+    if (const int error = Fill(opened.Get(), draft, old))
+        return error;
+    // A free place is taken at once, another by way of a temporary name.
+    const bool is_new = old.state == nullptr;
+    std::string temporary;
+    const int error = is_new ? GiveName(opened.Get(), draft.native)
+                             : GiveTemporaryName(opened.Get(), draft.native, temporary);
+    if (error == 0)
+        return is_new ? 0 : MoveIntoPlace(temporary, draft, old);
+    // Where a draft cannot get a name, for want of /proc or by a ban on links, it begins with one.
+    return error == EEXIST ? error : PlaceNamed(draft, old);
+}
+
+#else
+
+int PlaceAny(const Draft& draft, const Old& old)
+{
+    return PlaceNamed(draft, old);
+}
+
+#endif
+
+int Place(const Draft& draft, const Old& old)
+{
+    const int error = PlaceAny(draft, old);
+    return error == 0 && draft.is_source ? FlushFolder(std::string(NativeFolderOf(draft.native)))
+                                         : error;
+}
+
+} // namespace
+
+int PlaceNew(const Draft& draft)
+{
+    return Place(draft, {});
+}
+
+int PlaceOver(const Draft& draft, const struct stat& old, Lost& lost)
+{
+    return Place(draft, {&old, &lost});
+}
+
+} // namespace kiv

@@ -1,0 +1,33 @@
+// Files written as a whole on a POSIX file system: a draft is filled, then put in its place by one
+// call.
+#pragma once
+
+#include "platform/files.h"
+#include "platform/posix/keeping.h"
+
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+
+namespace kiv {
+
+/// Another program has changed the file since it was read; an answer beside the error numbers.
+constexpr int kChangedMeanwhile = -1;
+
+/// What is to be put where.
+struct Draft {
+    const std::string& native;
+    std::string_view bytes;
+    bool is_source = false; // the disk keeps it, and its name, before the call ends
+    Expectation expected = {};
+};
+
+/// Makes a new file; EEXIST when the name is taken. The name appears with the whole content. 0 or
+/// an error number.
+int PlaceNew(const Draft& draft);
+
+/// Puts the draft in the place of a file of state `old`, from which it takes over what it may. 0,
+/// an error number, or kChangedMeanwhile, with the other program's file in its place.
+int PlaceOver(const Draft& draft, const struct stat& old, Lost& lost);
+
+} // namespace kiv
