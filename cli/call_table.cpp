@@ -63,7 +63,7 @@ constexpr OptionRow kRenameArguments[] = {
     {"REPLACEMENT", "", "What it becomes", Takes::text, kRequired},
 };
 constexpr OptionRow kUndoOptions[] = {
-    {"--report", "FILE", "The renamer's JSON report", Takes::file, kRequired},
+    {"--report", "FILE", "A renamer's JSON report (default: the last run in DIR)", Takes::file},
 };
 constexpr OptionRow kNewsOptions[] = {
     {"--site", "N", "Number of the site, from 1", Takes::number, kRequired},
@@ -133,7 +133,7 @@ constexpr CallRow kCalls[] = {
      .about = "Make the names of all files safe for the web (\"Fix names\")",
      .details = "My Photo (1).JPG becomes my-photo--1-.jpg: small letters, and hyphens for what "
          "a web address does not bear. Nothing is ever overwritten: the run stops at the first "
-         "name that is taken. undo-renames takes it back, from the report that --json prints.",
+         "name that is taken. undo-renames takes it back.",
      .example = "kiv-cli fix-names ~/pictures --dry-run\n"
                 "kiv-cli fix-names ~/pictures --json > names.json",
      .arguments = kOneDirectory, .options = kDryRun, .renames = true, .run = RunFixNames},
@@ -152,12 +152,14 @@ constexpr CallRow kCalls[] = {
                 "kiv-cli rename -- ~/pictures -old ''",
      .arguments = kRenameArguments, .options = kDryRun, .renames = true, .run = RunRename},
     {.name = "undo-renames",
-     .about = "Put the names of a renamer's report back",
-     .details = "FILE is what fix-names, thumb-names or rename printed with --json in the same "
-         "DIR. The last rename is undone first. Nothing is ever overwritten: the run stops at "
-         "the first name that is taken and at the first file that is gone. Started again, it "
-         "goes on from there.",
-     .example = "kiv-cli undo-renames ~/pictures --report names.json",
+     .about = "Take back what fix-names, thumb-names or rename did",
+     .details = "Puts the names back that the files of DIR had before the last run there, also "
+         "one that was cut short. With --report it takes back an earlier run: FILE is what the "
+         "renamer printed with --json in the same DIR. The last rename is undone first. Nothing "
+         "is ever overwritten: the run stops at the first name that is taken and at the first "
+         "file that is gone. Started again, it goes on from there.",
+     .example = "kiv-cli undo-renames ~/pictures\n"
+                "kiv-cli undo-renames ~/pictures --report names.json",
      .arguments = kOneDirectory, .options = kUndoOptions, .renames = true, .run = RunUndoRenames},
     {.name = "news",
      .about = "Add a news item to a site (\"New News\")",

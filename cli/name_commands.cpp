@@ -32,6 +32,10 @@ void RunRename(CallDesk& desk, const GivenValues& given)
 
 void RunUndoRenames(CallDesk& desk, const GivenValues& given)
 {
+    if (!given.Has("--report")) {
+        UndoLastRenames(desk.workspace);
+        return;
+    }
     Machine& machine = desk.workspace.machine();
     const std::string path = machine.native_paths.FromNative(given.Native("--report"));
     UndoRenames(desk.workspace, RenamesOfReport(machine.files.ReadFile(path), path));

@@ -7,6 +7,7 @@
 #include "cli/values.h"
 #include "platform/drives.h"
 #include "platform/machine.h"
+#include "shell/rename_records.h"
 #include "shell/workspace.h"
 #include "text/windows1252.h"
 
@@ -53,6 +54,8 @@ void EnterDirectory(Workspace& workspace, const Call& call)
         workspace.LookAt(directory);
     else
         workspace.StartUp(directory);
+    if (!call.row->renames)
+        TellOfUnfinishedRenames(workspace.machine());
 }
 
 RunReport RunCall(const Call& call, const CliSurroundings& around)
@@ -71,6 +74,8 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
     HeaderPictureLoader pictures(*files);
     Machine machine{*files, *files, *clock, clipboard, programs, reporter, pictures};
     Workspace workspace(machine);
+    if (const std::string records = RecordsFolderFrom(around.variable); !records.empty())
+        workspace.RecordsFolder = files->FromNative(records);
     RunReport report;
     CallDesk desk{workspace, around.in, report};
     report.error = workspace.Run([&] {

@@ -71,6 +71,8 @@ int RunDesktop(int count, char** arguments)
     MainWindow window({*files, *files, clock, programs, pictures});
     if (directory)
         directory = files->FromNative(*directory);
+    if (const std::string records = RecordsFolderFrom(Variable); !records.empty())
+        window.workspace().RecordsFolder = files->FromNative(records);
     window.show();
     window.Start(directory);
     return window.isVisible() ? QApplication::exec() : 0;

@@ -3,11 +3,13 @@
 #include "platform/drive_path.h"
 #include "platform/exact_names.h"
 #include "platform/file_errors.h"
+#include "platform/run_error.h"
 #include "text/joined_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
 #include <algorithm>
+#include <new>
 #include <tuple>
 #include <utility>
 
@@ -145,6 +147,17 @@ void DriveFiles::RefuseTooLarge(std::string_view path, std::uint64_t size)
     constexpr std::uint64_t kLargest = std::uint64_t{1} << 30U;
     if (size > kLargest)
         Refuse("read", path, "it is larger than 1 GiB");
+}
+
+std::string DriveFiles::RoomFor(std::string_view path, std::uint64_t size)
+{
+    try {
+        std::string bytes;
+        bytes.reserve(static_cast<std::size_t>(size));
+        return bytes;
+    } catch (const std::bad_alloc&) {
+        throw RunError(ErrorKind::memory, Joined({"there is not enough memory to read ", path}));
+    }
 }
 
 void DriveFiles::CountWritten(const std::string& absolute)

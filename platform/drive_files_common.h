@@ -62,6 +62,8 @@ class DriveFiles : public Drives {
     [[noreturn]] static void RefuseChanged(std::string_view path);
     /// Throws for a file that is too large to be read whole.
     static void RefuseTooLarge(std::string_view path, std::uint64_t size);
+    /// Makes room for a file that is read whole. Throws RunError of kind `memory`.
+    static std::string RoomFor(std::string_view path, std::uint64_t size);
 
     /// What the state of a file is told by. A file system's time stamps are coarse: two writes of
     /// this program may fall on one tick, so a young stamp counts the writes too. `now` and `young`

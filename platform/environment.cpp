@@ -76,6 +76,20 @@ DriveMap DrivesFrom(const Variables& variable, const std::optional<std::string>&
     return drives;
 }
 
+std::string RecordsFolderFrom(const Variables& variable)
+{
+    const auto below = [&](const char* name, const char* rest) {
+        const std::optional<std::string> folder = variable(name);
+        return folder && !folder->empty() ? *folder + rest : std::string();
+    };
+#ifdef _WIN32
+    return below("LOCALAPPDATA", "\\kiv\\renames");
+#else
+    const std::string state = below("XDG_STATE_HOME", "/kiv/renames");
+    return state.empty() ? below("HOME", "/.local/state/kiv/renames") : state;
+#endif
+}
+
 void MakeDriveC(const DriveMap& drives)
 {
     const auto drive = drives.find('C');

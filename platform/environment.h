@@ -17,6 +17,9 @@ using Variables = std::function<std::optional<std::string>(const char* name)>;
 DriveMap DrivesFrom(const Variables& variable,
                     const std::optional<std::string>& drive_c = std::nullopt);
 
+/// The native folder in which the program keeps its own records for this user; empty: none.
+std::string RecordsFolderFrom(const Variables& variable);
+
 /// Makes the folder that stands for drive C: with its utilities folder when it is missing.
 void MakeDriveC(const DriveMap& drives);
 

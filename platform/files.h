@@ -52,6 +52,7 @@ struct Expectation {
     enum class Kind { anything, nothing, content };
     Kind kind = Kind::anything;
     std::string_view content = {}; // for `content`: every byte of it
+    bool is_record = false; // it is the program's own record, which does not count as written
 };
 
 /// While it lives, no other run of this program works on the folder. It ends with the process.
@@ -109,6 +110,11 @@ class Files : public FileReader {
     void ReplaceSource(std::string_view path, std::string_view old, std::string_view bytes)
     {
         CommitSource(Open(path), bytes, {Expectation::Kind::content, old});
+    }
+    /// A record of the program's own, whatever is there now.
+    void WriteRecord(std::string_view path, std::string_view bytes)
+    {
+        CommitSource(Open(path), bytes, {.is_record = true});
     }
     /// Has the disk keep all that was written since the last Refresh.
     virtual void FlushWritten() = 0;

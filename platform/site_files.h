@@ -34,6 +34,9 @@ inline constexpr std::string_view kAddressFile = "c:\\utils\\kivaddr.ini";
 inline constexpr std::string_view kNewsSettingsFile = "c:\\utils\\kivnews.ini";
 inline constexpr std::string_view kQuizScriptFile = "c:\\utils\\quiz.txt";
 
+// In a folder whose files are being renamed, as long as that takes; no listing has it.
+inline constexpr std::string_view kRenameJournalFile = ".kiv-renames";
+
 // What the program leaves elsewhere.
 inline constexpr std::string_view kUploadBatchFile = "c:\\guestout2.bat";
 inline constexpr std::string_view kScratchFile = "c:\\$$$x.txt";

@@ -4,12 +4,14 @@
 #include "platform/exact_names.h"
 #include "platform/folder_work.h"
 #include "platform/run_error.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
 #include <algorithm>
 #include <array>
 #include <map>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -50,85 +52,17 @@ std::string_view FaultOf(std::string_view name)
     return {};
 }
 
-/// A folder in which renames take place.
-class Folder {
+[[noreturn]] void RefuseRename(const std::string& from, const std::string& to,
+                               std::string_view reason)
+{
+    throw RunError(ErrorKind::file, Joined({"cannot rename ", from, " to ", to, ": ", reason}));
+}
+
+/// The names of a folder as they would be after the renames so far.
+class ImaginedFolder {
   public:
-    explicit Folder(Files& files) : files_(files), folder_(WithSeparator(files.CurrentDirectory()))
-    {
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    virtual ~Folder() = default;
-
-    virtual FolderListing List(std::string_view pattern) = 0;
-
-    /// Gives a file a new name, if that changes it. `from` is an exact form.
-    void Apply(const std::string& from, const std::string& to, Renames& done)
-    {
-        if (TextOfName(from) == to)
-            return;
-        if (const std::string_view fault = FaultOf(to); !fault.empty())
-            Refuse(from, to, fault);
-        const NameChange change = Move(from, to);
-        done.push_back({change.from, change.to});
-    }
-
-  protected:
-    virtual NameChange Move(const std::string& from, const std::string& to) = 0;
-
-    /// The whole path: a name alone might look like a path with a drive.
-    std::string PathOf(std::string_view name) const { return folder_ + std::string(name); }
-
-    [[noreturn]] void Refuse(std::string_view from, std::string_view to,
-                             std::string_view reason) const
-    {
-        throw RunError(ErrorKind::file, "cannot rename " + PathOf(from) + " to " + PathOf(to) +
-                                            ": " + std::string(reason));
-    }
-
-    Files& files_;
-
-  private:
-    std::string folder_;
-};
-
-class RealFolder : public Folder {
-  public:
-    using Folder::Folder;
-    FolderListing List(std::string_view pattern) override { return files_.List(".", pattern); }
-
-  protected:
-    NameChange Move(const std::string& from, const std::string& to) override
-    {
-        return files_.RenameFile(PathOf(from), PathOf(to));
-    }
-};
-
-/// A folder in which files get back names in exact form.
-class UndoneFolder : public RealFolder {
-  public:
-    using RealFolder::RealFolder;
-
-    void PutBack(const Rename& rename, Renames& done)
-    {
-        // Put back already, by a run that was stopped: that one can be started again.
-        const bool is_back = !IsThere(rename.to) && IsThere(rename.from);
-        if (rename.from == rename.to || is_back)
-            return;
-        if (const std::string_view fault = FaultOf(rename.from); !fault.empty())
-            Refuse(rename.to, rename.from, fault);
-        const NameChange change = files_.RenameExactly(PathOf(rename.to), PathOf(rename.from));
-        done.push_back({change.from, change.to});
-    }
-
-  private:
-    bool IsThere(std::string_view exact) { return files_.FileExists(PathOf(TextOfName(exact))); }
-};
-
-/// The names as they would be after the renames so far.
-class ImaginedFolder : public Folder {
-  public:
-    explicit ImaginedFolder(Files& files) : Folder(files)
+    explicit ImaginedFolder(Files& files)
+        : files_(files), folder_(WithSeparator(files.CurrentDirectory()))
     {
         FolderListing listing = files.List(".", "*.*");
         for (const FileName& name : listing.files)
@@ -138,7 +72,7 @@ class ImaginedFolder : public Folder {
         left_out_ = std::move(listing.left_out);
     }
 
-    FolderListing List(std::string_view pattern) override
+    FolderListing List(std::string_view pattern)
     {
         FolderListing fitting;
         for (const auto& [key, name] : names_)
@@ -150,8 +84,23 @@ class ImaginedFolder : public Folder {
         return fitting;
     }
 
-  protected:
-    NameChange Move(const std::string& from, const std::string& to) override
+    /// Gives a file, named in exact form, a new name, if that changes it.
+    void Apply(const std::string& from, const std::string& to, Renames& done)
+    {
+        if (TextOfName(from) == to)
+            return;
+        if (const std::string_view fault = FaultOf(to); !fault.empty())
+            RefuseRename(PathOf(from), PathOf(to), fault);
+        done.push_back(Move(from, to));
+    }
+
+  private:
+    using Key = std::tuple<std::string, std::string, std::string>;
+
+    /// The whole path: a name alone might look like a path with a drive.
+    std::string PathOf(std::string_view name) const { return folder_ + std::string(name); }
+
+    Rename Move(const std::string& from, const std::string& to)
     {
         const std::string old_text = TextOfName(from);
         const std::string old_name = UpperCase(old_text);
@@ -160,16 +109,13 @@ class ImaginedFolder : public Folder {
         const bool is_listed = taken_.count(new_name) > 0;
         const int others = taken_[new_name] - (new_name == old_name ? 1 : 0);
         if (others > 0 || (!is_listed && files_.NameIsTaken(PathOf(to))))
-            Refuse(from, to, "target exists");
+            RefuseRename(PathOf(from), PathOf(to), "target exists");
         names_.erase({old_name, old_text, from});
         --taken_[old_name];
-        NameChange change{from, ExactNewName(to, from)};
-        Add({to, change.to});
-        return change;
+        Rename rename{from, ExactNewName(to, from)};
+        Add({to, rename.to});
+        return rename;
     }
-
-  private:
-    using Key = std::tuple<std::string, std::string, std::string>;
 
     void Add(const FileName& name)
     {
@@ -178,20 +124,75 @@ class ImaginedFolder : public Folder {
         names_.emplace(Key(std::move(upper), name.text, name.exact), name);
     }
 
+    Files& files_;
+    std::string folder_;
     std::map<Key, FileName> names_;    // by the upper-cased text, the text, the exact form
     std::map<std::string, int> taken_; // upper-cased: how many bear it
     std::vector<std::string> left_out_;
 };
 
-void RenameIn(Folder& folder, Reporter& reporter, const RenamePasses& passes, Renames& done)
-{
-    for (const RenamePass& pass : passes) {
-        const FolderListing listing = folder.List(pass.pattern);
-        WarnOfLeftOut(reporter, listing.left_out);
-        for (const FileName& name : listing.files)
-            folder.Apply(name.exact, pass.new_name(name), done);
+/// The names that files of the current directory bear, in exact form, and the renames of a run,
+/// some of which are done.
+class RenamedFolder {
+  public:
+    RenamedFolder(Files& files, const Renames& renames)
+        : files_(files), renames_(renames), folder_(WithSeparator(files.CurrentDirectory()))
+    {
+        for (FileName& name : files.List(".", "*.*").files)
+            names_.insert(std::move(name.exact));
+        for (const Rename& rename : renames)
+            FinishHalf(rename);
     }
-}
+
+    /// Whether a rename is done: its file bears the new name, and none the old one.
+    bool IsDone(const Rename& rename) const
+    {
+        return names_.contains(rename.to) && !names_.contains(rename.from);
+    }
+    /// Whether it is still to do, or was taken back.
+    bool IsNotDone(const Rename& rename) const
+    {
+        return names_.contains(rename.from) &&
+               (!names_.contains(rename.to) || WaitsForAnother(rename));
+    }
+
+    void Do(const std::string& from, const std::string& to, Renames& done)
+    {
+        if (const std::string_view fault = FaultOf(to); !fault.empty())
+            RefuseRename(PathOf(from), PathOf(to), fault);
+        const NameChange change = files_.RenameExactly(PathOf(from), PathOf(to));
+        names_.erase(change.from);
+        names_.insert(change.to);
+        done.push_back({change.from, change.to});
+    }
+
+  private:
+    std::string PathOf(std::string_view exact) const { return folder_ + std::string(exact); }
+
+    void FinishHalf(const Rename& rename)
+    {
+        if (names_.contains(rename.from) && names_.contains(rename.to) &&
+            files_.FinishRename(PathOf(rename.from), PathOf(rename.to)))
+            names_.erase(rename.from);
+    }
+
+    /// The new name is still that of a file which an earlier rename of the run calls otherwise.
+    bool WaitsForAnother(const Rename& rename) const
+    {
+        for (const Rename& earlier : renames_) {
+            if (&earlier == &rename)
+                return false;
+            if (earlier.from == rename.to)
+                return true;
+        }
+        return false;
+    }
+
+    Files& files_;
+    const Renames& renames_;
+    std::string folder_;
+    std::set<std::string> names_;
+};
 
 RenamePass ThumbnailPass(std::string_view pattern, std::string_view extension)
 {
@@ -241,15 +242,39 @@ RenamePasses ReplacementPasses(const std::string& find, const std::string& repla
              }}};
 }
 
-void RenameFiles(Machine& machine, const RenamePasses& passes, Renaming renaming, Renames& done)
+RenamePlan PlanRenames(Machine& machine, const RenamePasses& passes)
 {
-    if (renaming == Renaming::dry_run) {
-        ImaginedFolder folder(machine.files);
-        RenameIn(folder, machine.reporter, passes, done);
-    } else {
-        RealFolder folder(machine.files);
-        RenameIn(folder, machine.reporter, passes, done);
+    RenamePlan plan;
+    ImaginedFolder folder(machine.files);
+    try {
+        for (const RenamePass& pass : passes) {
+            const FolderListing listing = folder.List(pass.pattern);
+            WarnOfLeftOut(machine.reporter, listing.left_out);
+            for (const FileName& name : listing.files)
+                folder.Apply(name.exact, pass.new_name(name), plan.renames);
+        }
+    } catch (const RunError& fault) {
+        plan.fault = fault;
     }
+    return plan;
+}
+
+void DoRenames(Files& files, const Renames& renames, Renames& done)
+{
+    const std::string folder = WithSeparator(files.CurrentDirectory());
+    for (const Rename& rename : renames) {
+        const NameChange change =
+            files.RenameFile(folder + rename.from, folder + TextOfName(rename.to));
+        done.push_back({change.from, change.to});
+    }
+}
+
+void FinishRenames(Files& files, const Renames& renames, Renames& done)
+{
+    RenamedFolder folder(files, renames);
+    for (const Rename& rename : renames)
+        if (folder.IsNotDone(rename))
+            folder.Do(rename.from, rename.to, done);
 }
 
 void UndoRenames(Files& files, const Renames& renames, Renames& done)
@@ -259,9 +284,11 @@ void UndoRenames(Files& files, const Renames& renames, Renames& done)
             if (name.find_first_of("\\/") != npos)
                 throw RunError(ErrorKind::file,
                                "cannot rename " + name + ": a name has no folders");
-    UndoneFolder folder(files);
-    std::for_each(renames.rbegin(), renames.rend(),
-                  [&](const Rename& rename) { folder.PutBack(rename, done); });
+    RenamedFolder folder(files, renames);
+    std::for_each(renames.rbegin(), renames.rend(), [&](const Rename& rename) {
+        if (rename.from != rename.to && !folder.IsNotDone(rename))
+            folder.Do(rename.to, rename.from, done);
+    });
 }
 
 } // namespace kiv

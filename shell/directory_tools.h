@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/machine.h"
+#include "platform/run_error.h"
 
 #include <functional>
 #include <optional>
@@ -42,17 +43,27 @@ RenamePasses ThumbnailPasses();
 /// Every occurrence of `find` becomes `replacement`; case matters.
 RenamePasses ReplacementPasses(const std::string& find, const std::string& replacement);
 
-/// A dry run finds out what would be done and touches nothing.
-enum class Renaming { real, dry_run };
+/// What a run of a renamer comes to.
+struct RenamePlan {
+    Renames renames;               // in the order in which they are done
+    std::optional<RunError> fault; // of kind `file`: what ends the run behind the last of them
+};
 
-/// Renames the files of the current directory and adds each rename that is done, or would be, to
-/// `done`. A name that stays as it is is none. Warns of files that no path can name. Throws
-/// RunError of kind `file` at the first rename that is, or would be, impossible; those before it
-/// are done.
-void RenameFiles(Machine& machine, const RenamePasses& passes, Renaming renaming, Renames& done);
+/// Finds out which files of the current directory get which name, and renames nothing. A name that
+/// stays as it is is no rename. Warns of files that no path can name. Throws RunError of kind
+/// `file` when the folder cannot be read.
+RenamePlan PlanRenames(Machine& machine, const RenamePasses& passes);
+
+/// Does the renames in the current directory and adds each to `done`. Throws RunError of kind
+/// `file` at the first that is impossible; those before it are done.
+void DoRenames(Files& files, const Renames& renames, Renames& done);
+
+/// Does what is left of renames that were cut short.
+void FinishRenames(Files& files, const Renames& renames, Renames& done);
 
 /// Puts the names of `renames` back, last first, and adds each rename done to `done`. What was put
-/// back before is passed over. Throws RunError of kind `file` at the first that is impossible.
+/// back before, or never done, is passed over. Throws RunError of kind `file` at the first that is
+/// impossible.
 void UndoRenames(Files& files, const Renames& renames, Renames& done);
 
 } // namespace kiv

@@ -112,13 +112,13 @@ int loadftplist(Files& files, UploadEntries& entries)
 void ProvideJumpList(Files& files)
 {
     if (!files.FileExists(kJumpListFile))
-        files.WriteFile(kJumpListFile, kJumpSample);
+        files.WriteNewSource(kJumpListFile, kJumpSample);
 }
 
 void ProvideUploadList(Files& files)
 {
     if (!files.FileExists(kUploadListFile))
-        files.WriteFile(kUploadListFile, kUploadSample);
+        files.WriteNewSource(kUploadListFile, kUploadSample);
 }
 
 std::vector<std::string_view> AddressNames()

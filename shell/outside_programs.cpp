@@ -25,7 +25,7 @@ void Explore(Machine& machine, const std::string& folder)
 void StoreEditor(Workspace& workspace, std::string_view command)
 {
     Files& files = workspace.machine().files;
-    files.WriteFile(kEditorFile, std::string(command) + "\r\n");
+    files.WriteSource(kEditorFile, std::string(command) + "\r\n");
     workspace.EditorCommand = loadeditor(files).command;
 }
 

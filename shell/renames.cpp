@@ -1,8 +1,12 @@
 #include "shell/renames.h"
 
 #include "platform/run_error.h"
+#include "shell/rename_records.h"
 #include "shell/workspace.h"
+#include "text/joined_text.h"
+#include "text/text.h"
 
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -10,10 +14,91 @@ namespace kiv {
 
 namespace {
 
-void RenameAll(Workspace& workspace, const RenamePasses& passes, Renaming renaming,
-               std::string_view status)
+/// The folder in which a run renames, for itself alone.
+struct Run {
+    explicit Run(Workspace& workspace)
+        : files(workspace.machine().files), done(workspace.Renamed),
+          lock(files.LockFolder(files.CurrentDirectory())),
+          record(workspace.machine(), workspace.RecordsFolder)
+    {
+    }
+
+    Files& files;
+    Renames& done;
+    std::unique_ptr<FolderLock> lock;
+    RenameRecord record;
+};
+
+/// Finishes a run that was cut short; the record then has its renames and those to come.
+Renames FinishFormer(Run& run, Reporter& reporter)
 {
-    RenameFiles(workspace.machine(), passes, renaming, workspace.Renamed);
+    if (run.record.state() != RenameRecord::State::begun)
+        return {};
+    FinishRenames(run.files, run.record.renames(), run.done);
+    reporter.reportmsg("An earlier renaming of this folder was cut short. Its remaining names have "
+                       "been changed first.");
+    return run.record.renames();
+}
+
+/// A run that has failed is over with what it has done: the next one begins anew.
+void EndOnRecord(RenameRecord& record, const Renames& done)
+{
+    try {
+        record.Begin(done);
+        record.Finish();
+    } catch (const RunError&) {
+        // The disk that refused the rename refuses this as well; what is on record can be taken
+        // back all the same.
+    }
+}
+
+/// Does `renames`, the last of `all` that the run is to have on record.
+void DoOnRecord(Run& run, Renames all, const Renames& renames)
+{
+    run.record.Begin(all);
+    Renames done;
+    try {
+        DoRenames(run.files, renames, done);
+    } catch (const RunError&) {
+        run.done.insert(run.done.end(), done.begin(), done.end());
+        all.resize(all.size() - renames.size());
+        all.insert(all.end(), done.begin(), done.end());
+        EndOnRecord(run.record, all);
+        throw;
+    }
+    run.done.insert(run.done.end(), done.begin(), done.end());
+    run.record.Finish();
+}
+
+void RenameAll(Workspace& workspace, const RenamePasses& passes)
+{
+    Machine& machine = workspace.machine();
+    Run run(workspace);
+    Renames all = FinishFormer(run, machine.reporter);
+    const RenamePlan plan = PlanRenames(machine, passes);
+    all.insert(all.end(), plan.renames.begin(), plan.renames.end());
+    if (!all.empty())
+        DoOnRecord(run, std::move(all), plan.renames);
+    if (plan.fault)
+        throw RunError(*plan.fault);
+}
+
+void RenameOrPlan(Workspace& workspace, const RenamePasses& passes, Renaming renaming)
+{
+    if (renaming == Renaming::real) {
+        RenameAll(workspace, passes);
+        return;
+    }
+    RenamePlan plan = PlanRenames(workspace.machine(), passes);
+    workspace.Renamed = std::move(plan.renames);
+    if (plan.fault)
+        throw RunError(*plan.fault);
+}
+
+void RenameAndTell(Workspace& workspace, const RenamePasses& passes, Renaming renaming,
+                   std::string_view status)
+{
+    RenameOrPlan(workspace, passes, renaming);
     if (renaming == Renaming::real)
         workspace.machine().reporter.Status(status);
 }
@@ -22,27 +107,40 @@ void RenameAll(Workspace& workspace, const RenamePasses& passes, Renaming renami
 
 void dodirfix(Workspace& workspace, Renaming renaming)
 {
-    RenameAll(workspace, WebSafePasses(), renaming, "Names fixed");
+    RenameAndTell(workspace, WebSafePasses(), renaming, "Names fixed");
 }
 
 void dodirt(Workspace& workspace, Renaming renaming)
 {
-    RenameAll(workspace, ThumbnailPasses(), renaming, "_t complete");
+    RenameAndTell(workspace, ThumbnailPasses(), renaming, "_t complete");
 }
 
 void dorenamefiles(Workspace& workspace, const std::string& find, const std::string& replacement,
                    Renaming renaming)
 {
-    Machine& machine = workspace.machine();
     if (find.empty())
-        machine.reporter.reportmsg("Fill in find field, please");
+        workspace.machine().reporter.reportmsg("Fill in find field, please");
     else
-        RenameFiles(machine, ReplacementPasses(find, replacement), renaming, workspace.Renamed);
+        RenameOrPlan(workspace, ReplacementPasses(find, replacement), renaming);
 }
 
 void UndoRenames(Workspace& workspace, const Renames& renames)
 {
-    UndoRenames(workspace.machine().files, renames, workspace.Renamed);
+    Run run(workspace);
+    UndoRenames(run.files, renames, run.done);
+    if (renames == run.record.renames())
+        run.record.Forget();
+}
+
+void UndoLastRenames(Workspace& workspace)
+{
+    Run run(workspace);
+    if (run.record.state() == RenameRecord::State::none)
+        throw RunError(ErrorKind::file,
+                       Joined({"cannot undo the renaming of ", run.files.CurrentDirectory(),
+                               ": there is none on record, or it was undone already"}));
+    UndoRenames(run.files, run.record.renames(), run.done);
+    run.record.Forget();
 }
 
 std::string SampleFileName(Files& files)

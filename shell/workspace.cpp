@@ -2,9 +2,12 @@
 
 #include "platform/drive_path.h"
 #include "platform/site_files.h"
+#include "shell/rename_records.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
+#include <new>
+#include <stdexcept>
 #include <utility>
 
 namespace kiv {
@@ -12,6 +15,8 @@ namespace kiv {
 namespace {
 
 constexpr std::size_t kShownWhole = 40;
+
+constexpr std::string_view kNoMemory = "there is not enough memory for this";
 
 /// Drive letter in upper case, no "." and no "..", "\" at the end.
 std::string AbsoluteWorkDir(std::string_view path, std::string_view current)
@@ -30,6 +35,20 @@ std::string SpelledWorkDir(std::string_view path, std::string_view current)
     if (!work_dir.ends_with('\\'))
         work_dir += '\\';
     return work_dir;
+}
+
+std::optional<RunError> FatalErrorOf(const std::function<void()>& command)
+{
+    try {
+        command();
+    } catch (const RunError& error) {
+        return error;
+    } catch (const std::bad_alloc&) {
+        return RunError(ErrorKind::memory, std::string(kNoMemory));
+    } catch (const std::length_error&) {
+        return RunError(ErrorKind::memory, std::string(kNoMemory));
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -51,12 +70,10 @@ std::optional<RunError> Workspace::Run(const std::function<void()>& command)
 {
     machine_.files.Refresh();
     Renamed.clear();
-    try {
-        command();
-    } catch (const RunError& error) {
-        return error;
-    }
-    return std::nullopt;
+    const std::optional<RunError> error = FatalErrorOf(command);
+    for (const std::string& loss : machine_.files.Losses())
+        machine_.reporter.reportmsg(loss);
+    return error;
 }
 
 std::vector<RunError> Workspace::StartWindow(const std::optional<std::string>& argument)
@@ -85,6 +102,7 @@ std::vector<RunError> Workspace::StartWindow(const std::optional<std::string>& a
     // After the lists: an upload entry may be for this very directory.
     step([&] { checkgroup(); });
     step([&] { checkftpgroup(); });
+    step([&] { TellOfUnfinishedRenames(machine_); });
     showdir();
     return errors;
 }
@@ -114,7 +132,7 @@ void Workspace::loadworkdir(const std::optional<std::string>& argument)
 void Workspace::StartUp(std::string_view directory)
 {
     ReadLists();
-    changethedirectory(directory);
+    Enter(directory);
 }
 
 void Workspace::LookAt(std::string_view directory)
@@ -130,11 +148,17 @@ void Workspace::ReadLists()
     upload_count_ = loadftplist(machine_.files, upload_entries_);
 }
 
-void Workspace::changethedirectory(std::string_view path)
+void Workspace::Enter(std::string_view path)
 {
     GoTo(path, AbsoluteWorkDir(path, machine_.files.CurrentDirectory()));
     checkgroup();
     checkftpgroup();
+}
+
+void Workspace::changethedirectory(std::string_view path)
+{
+    Enter(path);
+    TellOfUnfinishedRenames(machine_);
 }
 
 void Workspace::switchto(std::string_view path)
@@ -143,6 +167,7 @@ void Workspace::switchto(std::string_view path)
     dirreset();
     checkgroup();
     checkftpgroup();
+    TellOfUnfinishedRenames(machine_);
 }
 
 void Workspace::GoTo(std::string_view path)
@@ -179,8 +204,7 @@ void Workspace::checkgroup()
 void Workspace::checkftpgroup()
 {
     Files& files = machine_.files;
-    if (files.FileExists(kUploadBatchFile))
-        files.DeleteFile(kUploadBatchFile);
+    files.DeleteFile(kUploadBatchFile);
     UploadListWanted = false;
     UploadCommand.clear();
     const std::string directory = LowerCase(WorkDir);
@@ -198,7 +222,7 @@ void Workspace::checkftpgroup()
 
 void Workspace::SaveDirectory()
 {
-    machine_.files.WriteFile(SettingsPath, WorkDir + "\r\n");
+    machine_.files.WriteSource(SettingsPath, WorkDir + "\r\n");
 }
 
 void Workspace::StoreDirectory()

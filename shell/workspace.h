@@ -91,6 +91,7 @@ class Workspace {
     bool UploadListWanted = false;
     std::string UploadCommand;
     std::string EditorCommand;
+    std::string RecordsFolder; // for the program's own records, a drive path; empty: none
     std::string SettingsPath;     // the file that "Store dir" writes
     std::vector<JumpEntry> Jumps; // at most ten
     bool IsGroup = false;         // the working directory has a group list
@@ -102,6 +103,7 @@ class Workspace {
     std::function<void()> on_change;
 
   private:
+    void Enter(std::string_view path);
     void loadworkdir(const std::optional<std::string>& argument);
     void ReadLists();
     void GoTo(std::string_view path, std::string work_dir);

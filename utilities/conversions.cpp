@@ -1,7 +1,10 @@
 #include "utilities/conversions.h"
 
+#include "platform/drive_path.h"
 #include "platform/site_files.h"
 #include "utilities/text_conversions.h"
+
+#include <memory>
 
 namespace kiv {
 
@@ -15,7 +18,21 @@ struct ConversionRun {
     /// file. It is not read back: it holds the bytes at hand.
     void WriteScratchFile(std::string_view text) const
     {
+        const auto lock = LockScratchFile();
         machine.files.WriteFile(kScratchFile, text);
+    }
+    void WriteAndDeleteScratchFile(std::string_view text) const
+    {
+        const auto lock = LockScratchFile();
+        machine.files.WriteFile(kScratchFile, text);
+        machine.files.DeleteFile(kScratchFile);
+    }
+
+  private:
+    /// Two conversions at once do not meet in the file.
+    std::unique_ptr<FolderLock> LockScratchFile() const
+    {
+        return machine.files.LockFolder(FolderOf(kScratchFile));
     }
 };
 
@@ -26,8 +43,7 @@ using Result = std::optional<std::string>;
 Result ConvertEmail(const ConversionRun& run, std::string_view text)
 {
     std::string html = EmailToHtml(text, run.window.boxes);
-    run.WriteScratchFile(text);
-    run.machine.files.DeleteFile(kScratchFile);
+    run.WriteAndDeleteScratchFile(text);
     return html;
 }
 

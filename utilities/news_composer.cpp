@@ -1,12 +1,17 @@
 #include "utilities/news_composer.h"
 
+#include "platform/drive_path.h"
 #include "platform/site_files.h"
 #include "text/joined_text.h"
 #include "text/text.h"
+#include "text/windows1252.h"
 #include "utilities/news_names.h"
 #include "utilities/text_conversions.h"
 
 #include <array>
+#include <map>
+#include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -40,19 +45,36 @@ NewsPaths PathsOf(const SitePreset& preset, const std::string& file_name)
     return paths;
 }
 
+/// The line end that makes a marker one.
+std::string MarkerLine(std::string_view marker)
+{
+    return Joined({marker, kCrLf});
+}
+
 /// Puts `lines` behind every line end that follows `marker`.
 void InsertAfter(std::string& page_list, std::string_view marker, std::string_view lines)
 {
-    const std::string line = Joined({marker, kCrLf});
+    const std::string line = MarkerLine(marker);
     ReplaceEach(page_list, line, line + std::string(lines));
 }
 
-/// The page entry. The empty line behind "@@EOY" lets the next run find and remove that switch.
-std::string PageEntry(const NewsItem& item, std::string_view bang)
+/// Whether `lines` stand behind a marker already: a run that was cut short has put them there. A
+/// list without the marker gets nothing, so it has all.
+bool HasAfter(std::string_view page_list, std::string_view marker, std::string_view lines)
+{
+    return !Contains(page_list, MarkerLine(marker)) || Contains(page_list, lines);
+}
+
+/// The page entry but for its end.
+std::string EntryHead(const NewsItem& item, std::string_view bang)
 {
     return Joined({"@file = ", item.file_name, "\r\n@title = ", item.title, "\r\n!!2",
-                   FromChar(bang, 4), "\r\n++txt\\", item.file_name, ".txt\r\n@@EOY\r\n\r\n"});
+                   FromChar(bang, 4), "\r\n++txt\\", item.file_name, ".txt\r\n"});
 }
+
+/// The end of the newest entry. The empty line behind "@@EOY" lets the next run find and remove
+/// that switch.
+constexpr std::string_view kEntryEnd = "@@EOY\r\n\r\n";
 
 /// The article as it was typed: lead first, line ends doubled when the text is single spaced.
 std::string ArticleText(const NewsItem& item)
@@ -72,54 +94,147 @@ void Highlight(std::string& text, const std::string& name)
         ReplaceEach(text, name, "<span class=\"highlighter\">" + name + "</span>");
 }
 
-void makehtml(Machine& machine, const NewsDesk& desk, const NewsItem& item,
-              const SitePreset& preset, const NewsPaths& paths, std::string text)
+/// One of the lists, as it was read and as it is to be.
+struct ListChange {
+    std::string path;
+    std::string old;
+    std::string changed;
+    bool is_done = false; // a run that was cut short has changed it already
+};
+
+/// What a run comes to.
+struct NewsRun {
+    std::string body;
+    ListChange site_list;
+    ListChange home_list; // without a path: none
+
+    bool IsDone() const
+    {
+        return site_list.is_done && (home_list.path.empty() || home_list.is_done);
+    }
+};
+
+ListChange HomeListChange(Files& files, const std::string& path, const std::string& bang_line)
 {
-    Files& files = machine.files;
-    const std::string bang = "!!1[" + SourceString(item) + "]";
+    ListChange list{path, files.ReadFile(path), {}};
+    list.is_done = HasAfter(list.old, kBangMarker, bang_line);
+    list.changed = list.old;
+    InsertAfter(list.changed, kBangMarker, bang_line);
+    return list;
+}
+
+ListChange SiteListChange(Files& files, const std::string& path, const NewsItem& item,
+                          const std::string& bang)
+{
     const std::string bang_line = Joined({bang, kCrLf});
+    const std::string head = EntryHead(item, bang);
+    ListChange list{path, files.ReadFile(path), {}};
+    list.is_done =
+        HasAfter(list.old, kBangMarker, bang_line) && HasAfter(list.old, kEntryMarker, head);
+    list.changed = list.old;
+    ReplaceEach(list.changed, kEntryEnd, "");
+    InsertAfter(list.changed, kBangMarker, bang_line);
+    InsertAfter(list.changed, kEntryMarker, head + std::string(kEntryEnd));
+    return list;
+}
+
+/// The article as its file has it, without the bang line.
+std::string BodyText(const NewsDesk& desk, const NewsItem& item, const SitePreset& preset)
+{
+    std::string text = ArticleText(item);
     if (!item.as_is)
         text = cleanme(text);
     if (preset.highlight)
         Highlight(text, desk.settings.highlight_name);
-    desk.switchto(preset.folder);
+    return text;
+}
 
-    if (!paths.home_list.empty()) {
-        std::string home_list = files.ReadFile(paths.home_list);
-        InsertAfter(home_list, kBangMarker, bang_line);
-        files.WriteFile(paths.home_list, home_list);
-    }
-    std::string site_list = files.ReadFile(paths.site_list);
-    if (!Contains(site_list, kBangMarker))
-        text.insert(0, bang_line);
-    ReplaceEach(site_list, "@@EOY\r\n\r\n", "");
-    InsertAfter(site_list, kBangMarker, bang_line);
-    InsertAfter(site_list, kEntryMarker, PageEntry(item, bang));
-
-    // Both places are found fit before either file is written.
-    const OutputFile body_file = files.Open(paths.body);
-    const OutputFile site_list_file = files.Open(paths.site_list);
-    files.Commit(body_file, text);
-    files.Commit(site_list_file, site_list);
+/// Reads the lists and works everything out.
+NewsRun makehtml(Files& files, const NewsDesk& desk, const NewsItem& item, const SitePreset& preset,
+                 const NewsPaths& paths)
+{
+    const std::string bang = "!!1[" + SourceString(item) + "]";
+    const std::string bang_line = Joined({bang, kCrLf});
+    NewsRun run;
     if (!paths.home_list.empty())
-        for (const std::string& path : {paths.body, paths.site_list, paths.home_list})
-            machine.programs.Start({desk.editor_command, path});
+        run.home_list = HomeListChange(files, paths.home_list, bang_line);
+    run.site_list = SiteListChange(files, paths.site_list, item, bang);
+    run.body = BodyText(desk, item, preset);
+    if (!Contains(run.site_list.old, kBangMarker))
+        run.body.insert(0, bang_line);
+    return run;
+}
+
+/// Writes the article and then the lists, each as long as it is what was read: a run that is cut
+/// short leaves no entry without its article, and can be started again.
+void WriteRun(Files& files, const NewsPaths& paths, const NewsRun& run, bool has_body)
+{
+    // All places are found fit before anything is written.
+    const OutputFile body = files.Open(paths.body);
+    std::vector<std::pair<OutputFile, const ListChange*>> lists;
+    for (const ListChange* const list : {&run.site_list, &run.home_list})
+        if (!list->path.empty() && !(has_body && list->is_done))
+            lists.emplace_back(files.Open(list->path), list);
+    if (!has_body)
+        files.CommitSource(body, run.body, {Expectation::Kind::nothing});
+    for (const auto& [place, list] : lists)
+        files.CommitSource(place, list->changed, {Expectation::Kind::content, list->old});
+}
+
+/// The folders of a run, for itself alone; always in the same order, so that no two runs wait for
+/// each other.
+std::vector<std::unique_ptr<FolderLock>> LockFolders(Files& files, const SitePreset& preset)
+{
+    std::map<std::string, std::string> folders; // by their names in upper case
+    for (const std::string& folder : {preset.folder, preset.home_folder})
+        if (!folder.empty() && files.FolderExists(folder))
+            folders.try_emplace(UpperCase(WithSeparator(folder)), folder);
+    std::vector<std::unique_ptr<FolderLock>> locks;
+    for (const auto& [upper, folder] : folders)
+        locks.push_back(files.LockFolder(folder));
+    return locks;
+}
+
+/// The run that was cut short when it had written this article; none when the article is another
+/// one, or when nothing is left to do.
+std::optional<NewsRun> RunCutShort(Files& files, const NewsDesk& desk, const NewsItem& item,
+                                   const SitePreset& preset, const NewsPaths& paths)
+{
+    const bool has_lists = files.FileExists(paths.site_list) &&
+                           (paths.home_list.empty() || files.FileExists(paths.home_list));
+    if (!has_lists)
+        return std::nullopt;
+    NewsRun run = makehtml(files, desk, item, preset, paths);
+    if (run.IsDone() || files.ReadFile(paths.body) != run.body)
+        return std::nullopt;
+    return run;
 }
 
 bool newsdoit(Machine& machine, const NewsDesk& desk, const NewsItem& item,
               const SitePreset& preset)
 {
-    std::string text = ArticleText(item);
+    Files& files = machine.files;
     const NewsPaths paths = PathsOf(preset, item.file_name);
     if (IsScratchSite(preset)) {
-        machine.files.MakeFolder(preset.folder);
-        machine.files.MakeFolder(preset.folder + "txt");
+        files.MakeFolder(preset.folder);
+        files.MakeFolder(preset.folder + "txt");
     }
-    if (machine.files.FileExists(paths.body)) {
+    const auto locks = LockFolders(files, preset);
+    const bool has_body = files.FileExists(paths.body);
+    std::optional<NewsRun> run;
+    if (has_body)
+        run = RunCutShort(files, desk, item, preset, paths);
+    if (has_body && !run) {
         machine.reporter.reportmsg("That file already exists. Try Again.");
         return false;
     }
-    makehtml(machine, desk, item, preset, paths, std::move(text));
+    desk.switchto(preset.folder);
+    if (!run)
+        run = makehtml(files, desk, item, preset, paths);
+    WriteRun(files, paths, *run, has_body);
+    if (!paths.home_list.empty())
+        for (const std::string& path : {paths.body, paths.site_list, paths.home_list})
+            machine.programs.Start({desk.editor_command, path});
     return true;
 }
 

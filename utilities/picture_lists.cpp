@@ -6,18 +6,38 @@
 #include "utilities/picture_records.h"
 #include "utilities/picture_sections.h"
 
+#include <memory>
+#include <optional>
 #include <vector>
 
 namespace kiv {
 
 namespace {
 
+/// The captions as they are written down; none when there are none yet.
+using AltText = std::optional<std::string>;
+
+AltText ReadAltText(Files& files)
+{
+    return files.FileExists(kAltFile) ? AltText(files.ReadFile(kAltFile)) : std::nullopt;
+}
+
+/// The captions may have been written by hand: they take the place of those that were read, and of
+/// no others.
+void WriteAltText(Files& files, const AltText& old, const std::string& text)
+{
+    if (old)
+        files.ReplaceSource(kAltFile, *old, text);
+    else
+        files.WriteNewSource(kAltFile, text);
+}
+
 /// Measures and describes every picture of the current directory. Returns how many there are.
-int ReadPictures(Machine& machine, PictureTable& pictures)
+int ReadPictures(Machine& machine, const AltText& alt_text, PictureTable& pictures)
 {
     AltTable alts;
-    if (machine.files.FileExists(kAltFile))
-        alts.Read(machine.files);
+    if (alt_text)
+        alts.Read(machine.files, *alt_text);
     const std::vector<std::string> names = PictureFiles(machine);
     const int all = static_cast<int>(names.size());
     const std::string folder = WithSeparator(machine.files.CurrentDirectory());
@@ -32,9 +52,9 @@ int ReadPictures(Machine& machine, PictureTable& pictures)
     return count;
 }
 
-void WritePictureFiles(Files& files, const PictureSections& sections)
+void WritePictureFiles(Files& files, const AltText& old, const PictureSections& sections)
 {
-    files.WriteFile(kAltFile, Joined({sections.new_alt_file, kCrLf}));
+    WriteAltText(files, old, Joined({sections.new_alt_file, kCrLf}));
     files.WriteFile(kPictureListFile, PictureListText(sections));
     if (!sections.pair.empty()) {
         files.WriteFile(kBangListFile, BangListText(sections));
@@ -48,10 +68,13 @@ void WritePictureFiles(Files& files, const PictureSections& sections)
 
 void SizePicturesHere(Machine& machine, const std::string& editor_command)
 {
+    Files& files = machine.files;
+    const std::unique_ptr<FolderLock> lock = files.LockFolder(files.CurrentDirectory());
+    const AltText alt_text = ReadAltText(files);
     PictureTable pictures("picture");
-    const int count = ReadPictures(machine, pictures);
-    const std::string folder_name = ThisDirNameOf(machine.files.CurrentDirectory());
-    WritePictureFiles(machine.files, EmitPictures(pictures, count, folder_name));
+    const int count = ReadPictures(machine, alt_text, pictures);
+    const std::string folder_name = ThisDirNameOf(files.CurrentDirectory());
+    WritePictureFiles(files, alt_text, EmitPictures(pictures, count, folder_name));
     machine.reporter.Status("sizer done. piclist.txt created.");
     for (const std::string_view file : {kAltFile, kPictureListFile})
         machine.programs.Start({editor_command, std::string(file)});

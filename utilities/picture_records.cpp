@@ -13,9 +13,8 @@
 
 namespace kiv {
 
-void AltTable::Read(Files& files)
+void AltTable::Read(const Files& files, std::string_view bytes)
 {
-    const std::string bytes = files.ReadFile(kAltFile);
     int line_number = 0;
     for (std::string_view rest = bytes; !rest.empty();) {
         const std::string_view line = TakeLine(rest);

@@ -26,7 +26,8 @@ class AltTable {
   public:
     /// Throws RunError: `subscript` for a line of one or three fields and for row 3001,
     /// `invalid_argument` for a file name without ".".
-    void Read(Files& files);
+    /// `bytes` are those of the file.
+    void Read(const Files& files, std::string_view bytes);
 
     /// The first entry whose file or thumbnail has exactly this name; without one, an empty entry.
     const AltEntry& Find(const std::string& name) const;

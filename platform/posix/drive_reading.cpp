@@ -31,9 +31,10 @@ std::string PosixDriveFiles::ReadFile(std::string_view path)
 {
     struct stat state {};
     const Descriptor file = OpenToRead(path, state);
-    RefuseTooLarge(path, static_cast<std::uint64_t>(state.st_size));
-    std::string bytes;
-    if (const int error = ReadBytes(file.Get(), 0, static_cast<std::size_t>(state.st_size), bytes))
+    const auto size = static_cast<std::uint64_t>(state.st_size);
+    RefuseTooLarge(path, size);
+    std::string bytes = RoomFor(path, size);
+    if (const int error = ReadBytes(file.Get(), 0, static_cast<std::size_t>(size), bytes))
         RefuseWith("read", path, error);
     return bytes;
 }

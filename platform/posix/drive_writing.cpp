@@ -121,6 +121,8 @@ void PosixDriveFiles::Write(const OutputFile& file, const Writing& writing)
         RefuseChanged(file.path);
     if (error != 0)
         RefuseWith("write", file.path, error);
+    if (writing.expected.is_record)
+        return;
     places_.push_back(place.native);
     CountWritten(file.path);
 }

@@ -80,9 +80,9 @@ TEST_F(NewsComposer, HomePageListGetsTheBangLineToo)
               "<span class=\"highlighter\">Kiv</span> and kiv and "
               "<span class=\"highlighter\">Kiv</span>");
     EXPECT_THAT(desk.machine.files.Written(),
-                ElementsAre("C:\\internet\\m\\_html.txt",
-                            "C:\\internet\\m\\news\\txt\\pr040504.txt",
-                            "C:\\internet\\m\\news\\_html.txt"));
+                ElementsAre("C:\\internet\\m\\news\\txt\\pr040504.txt",
+                            "C:\\internet\\m\\news\\_html.txt",
+                            "C:\\internet\\m\\_html.txt"));
     EXPECT_THAT(desk.programs.Launched(),
                 ElementsAre("edit.exe C:\\internet\\m\\news\\txt\\pr040504.txt",
                             "edit.exe C:\\internet\\m\\news\\_html.txt",
@@ -277,8 +277,8 @@ TEST_F(NewsComposer, MissingPlacesAreFatal)
     item.site = 1;
     fs::remove(desk.Root() / "internet/m/news/txt");
     EXPECT_EQ(KindOf([&] { Compose(); }), "file");
-    // The home page list is written before the folder of the body is looked at.
-    EXPECT_THAT(desk.machine.files.Written(), ElementsAre("C:\\internet\\m\\_html.txt"));
+    // All places are looked at before anything is written.
+    EXPECT_THAT(desk.machine.files.Written(), IsEmpty());
     EXPECT_EQ(desk.Content("internet/m/news/_html.txt"), kList);
 
     fs::remove(desk.Root() / "internet/m/news/_html.txt");

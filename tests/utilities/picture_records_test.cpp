@@ -12,7 +12,7 @@ AltTable ReadAlts(UtilityDesk& desk, const std::string& bytes)
 {
     desk.Put("site/_alt.txt", bytes);
     AltTable alts;
-    alts.Read(desk.machine.files);
+    alts.Read(desk.machine.files, bytes);
     return alts;
 }
 
