@@ -123,8 +123,7 @@ constexpr std::size_t kGifSize = 4;   // width and height
 constexpr int kGifExtension = 0x21;
 constexpr int kGifFrame = 0x2C;
 
-/// Goes behind the blocks of an extension, which end with an empty one. False at the end of the
-/// file.
+/// Goes behind the blocks of an extension, which end with an empty one. False when the file ends.
 bool PassBlocks(FileBytes& file, std::uint64_t& at)
 {
     int size = file.Byte(at);

@@ -25,8 +25,7 @@ std::int64_t Ticks(const FILETIME& time)
 
 constexpr std::size_t kLongestName = 255;
 
-/// Whether Windows allows the names in a path. A ":" would open a second content of the file before
-/// it.
+/// Whether Windows allows the names in a path. A ":" would open another content of the same file.
 bool HasGoodNames(std::string_view absolute)
 {
     const auto is_bad = [](char c) {
