@@ -164,7 +164,7 @@ OutputFile WindowsDriveFiles::Open(std::string_view path)
         Refuse("write", file.path, "a folder has this name");
     file.native = Utf8FromWide(native);
     if (WideFromUtf8(file.native) != native)
-        Refuse("write", file.path, "the name on the disk is no text");
+        Refuse("write", file.path, "its name on the disk is not valid Unicode; rename the file");
     return file;
 }
 

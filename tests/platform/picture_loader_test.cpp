@@ -191,7 +191,7 @@ TEST_F(HeaderPictureLoaderTest, TheErrorSaysWhatTheFileLooksLike)
     const std::string begin = "picture: cannot read the size of a.jpg: it ";
     EXPECT_EQ(ErrorOf(""), begin + "looks like an empty file");
     EXPECT_EQ(ErrorOf("<html>\r\n\t<body>\r\n"), begin + "looks like text");
-    EXPECT_EQ(ErrorOf("II\x2A\0\x08\0\0\0"s), begin + "is no picture that is known here");
+    EXPECT_EQ(ErrorOf("II\x2A\0\x08\0\0\0"s), begin + "is not a JPEG, GIF, PNG or BMP picture");
     EXPECT_EQ(ErrorOf(kBegin), begin + "looks like a JPEG, but says no size");
     EXPECT_EQ(ErrorOf("GIF89a"), begin + "looks like a GIF, but says no size");
     EXPECT_EQ(ErrorOf(Png("\0\0\0"s, "")), begin + "looks like a PNG, but says no size");
