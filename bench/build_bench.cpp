@@ -53,8 +53,7 @@ class Scratch {
     fs::path path_;
 };
 
-/// One generated site. Its folder lies in a C drive of its own, so that nobody's settings take
-/// part.
+/// One generated site. Its folder lies in a drive C: of its own, away from anybody's settings.
 class Site {
   public:
     Site(const kiv::SiteSize& size, const fs::path& drive)

@@ -21,15 +21,14 @@ struct Output {
 /// All files of `dir` but the two sources, by name.
 std::vector<Output> FindOutputs(const std::filesystem::path& dir);
 
-/// A list as kiv-bench-floor writes it. Throws std::runtime_error when it cannot be read or is
-/// empty.
+/// A list as kiv-bench-floor writes it. Throws std::runtime_error when there is nothing to read.
 std::vector<Output> ReadOutputList(const std::filesystem::path& list);
 
 /// Removes the files of these names from `dir`; a missing one is no error.
 void RemoveOutputs(const std::filesystem::path& dir, const std::vector<Output>& outputs);
 
-/// The sizes, added, of the files in `after` that are new or were written again since `before` was
-/// found.
+/// The sum of the sizes of those files in `after` that are new or were written again since `before`
+/// was found.
 std::uintmax_t BytesWritten(const std::vector<Output>& before, const std::vector<Output>& after);
 
 } // namespace kiv

@@ -134,8 +134,7 @@ void WriteLine(std::ostream& out, std::string_view line)
 
 void WritePage(std::ostream& out, const SiteSize& size, int page, int edition)
 {
-    // Each page has its own row of numbers, so that a change of one page leaves the others as they
-    // are.
+    // Each page has its own row of numbers, so that a change of one page leaves the others alone.
     Random random(static_cast<unsigned>(page));
     int line = 2;
     WriteLine(out, "@FILE = " + PageStem(page) + ".htm");

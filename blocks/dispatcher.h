@@ -1,6 +1,7 @@
 // Block tags: finds the tag of a line, decides which expander owns it, and hands over.
 #pragma once
 
+#include "blocks/block_memory.h"
 #include "blocks/line_source.h"
 #include "platform/file_reader.h"
 #include "platform/reporter.h"
@@ -10,11 +11,6 @@
 #include <vector>
 
 namespace kiv {
-
-/// What lives as long as the program, over builds and working directories.
-struct BlockMemory {
-    std::string last_unknown_tag;
-};
 
 /// What an expander may use.
 struct BlockContext {

@@ -8,8 +8,7 @@
 namespace kiv {
 
 /// Reads a play script up to "</zuplaywright>" and puts the finished table into `line`. When the
-/// block runs into an "@" line or another block, that is reported and `line` holds the line last
-/// read.
+/// block runs into an "@" line or another block, that is reported and `line` is the line last read.
 void zuplaywright(std::string& line, BlockContext& context);
 
 } // namespace kiv

@@ -37,8 +37,8 @@ BracketUse CutBracketUse(std::string_view line, std::size_t at, std::string_view
 /// Arguments cut at each "|", numbered from 1. An empty text has no field at all.
 class Fields {
   public:
-    /// `owner` says in an error whose arguments these are, such as "!!pop"; it must outlive the
-    /// fields.
+    /// `owner` says in an error whose arguments these are, such as "!!pop". It must outlive
+    /// the object.
     Fields(std::string_view arguments, std::string_view owner);
     explicit Fields(const BracketUse& use) : Fields(use.arguments, use.name) {}
 

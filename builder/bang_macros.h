@@ -36,8 +36,7 @@ inline constexpr Bang kFlash = {"!!flash[", ExpandFlash};
 /// All of them; a new bang has its row here and its step in the merge.
 inline constexpr const Bang* kBangs[] = {&kPopup, &kShowHide, &kFlv, &kMailto, &kSwap, &kFlash};
 
-/// Appends the script that the page's show/hide toggles call, when there are any, and empties their
-/// list.
+/// Appends the script that the page's show/hide toggles call, when there are any, and forgets them.
 void WriteShowHideScript(std::string& output, PageBangs& page);
 
 } // namespace kiv

@@ -1,7 +1,7 @@
 // The "Do it!" build.
 #pragma once
 
-#include "blocks/dispatcher.h"
+#include "blocks/block_memory.h"
 #include "builder/build_options.h"
 #include "builder/output_roots.h"
 #include "platform/machine.h"

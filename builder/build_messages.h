@@ -1,3 +1,4 @@
+// What a build tells its user.
 #pragma once
 
 #include "platform/reporter.h"

@@ -1,3 +1,4 @@
+// What a build is told before it begins.
 #pragma once
 
 #include "builder/addresses.h"

@@ -130,7 +130,7 @@ Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Bui
     const std::vector<std::string_view> halves = Split(definition, '|');
     if (halves.size() < 3)
         throw RunError(ErrorKind::subscript, "the definition of " + std::string(use.name) +
-                                                 " has fewer than three halves");
+                                                 " needs three parts with \"|\" between them");
     PageRecord& page = build.CurrentRecord();
     const std::string stem = build.CutToStem(page);
     return {Filled(halves[GroupCase(fields, page, stem)], fields, use.line.size())};

@@ -21,7 +21,7 @@ Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, Buil
 
 /// Takes the first half when group and page match, the second when only the group does, else the
 /// third. The folder is cut from the page's record for good. Throws `subscript` on a definition of
-/// fewer than three halves or a use of fewer than two fields.
+/// fewer than three parts or a use of fewer than two fields.
 Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Build& build);
 
 } // namespace kiv

@@ -13,8 +13,8 @@ void WritePageDropDown(Build& build);
 void WritePageList(Build& build);
 
 /// Writes the site map put together from `_sitemap.txt` of this folder and of each folder of
-/// `_group.txt` to the page's output. Throws `file` when one of them is missing; nothing is written
-/// then.
+/// `_group.txt` to the page's output. Throws `file` and writes nothing when one of them is
+/// not there.
 void WriteSiteMap(Build& build);
 
 /// Writes `_toc.txt` and `_sitemap.txt`.

@@ -1,3 +1,4 @@
+// The folders into which a page list sends its pages.
 #pragma once
 
 #include <string>

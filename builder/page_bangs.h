@@ -1,3 +1,4 @@
+// What is told of bangs from one line of a page to the next.
 #pragma once
 
 #include <string>

@@ -105,8 +105,7 @@ void TakePageDirective(BuildState& state, int page_number, std::string_view& lin
 {
     if (!line.starts_with('@'))
         return;
-    // The first word that fits takes the line: an emptied line fits no other, and a kept one
-    // neither.
+    // The first word that fits takes the line: no other fits it, emptied or kept.
     for (const Directive& directive : kDirectives)
         if (StartsWithNoCase(line, directive.word)) {
             directive.take(state, state.PageTable[page_number],

@@ -51,8 +51,8 @@ void PageListParser::Parse()
         if (!TakeDefinition(line.text) && !TakeRootOrPage(line))
             return;
         TakePageDirective(state_, page_, line.text);
-        // The format also bounds the pages here, by 5000; the page table's own bound always comes
-        // first.
+        // The format also bounds the pages here, by 5000; the page table's own bound is reached
+        // before that.
         state_.PageLines[page_][line_number_] = line;
     }
     CloseList();
@@ -140,8 +140,7 @@ std::size_t PageListParser::LinesOfPage() const
     return static_cast<std::size_t>(end - source_line_);
 }
 
-/// Closes the last page and sets the two entries that stand before the first page and after the
-/// last.
+/// Closes the last page and sets the entries before the first page and after the last one.
 void PageListParser::CloseList()
 {
     ++line_number_;

@@ -7,8 +7,7 @@ namespace kiv {
 struct Build;
 
 /// Fills SourceLines and SourceLineCount. A missing include or "@@start" is reported and ends the
-/// read there. Throws `subscript` past 40000 lines and `file` for an unclosed "@@EOY" in a "++"
-/// file.
+/// read there. Throws `subscript` past 40000 lines and `file` when a "++" file leaves "@@EOY" open.
 void ReadPageList(Build& build);
 
 } // namespace kiv

@@ -19,8 +19,7 @@ class SourceFile : public LineSource {
     explicit SourceFile(Build& build) : build_(build) {}
 
     /// Begins with the first line of a file, whose bytes and name are kept by the build. Returns
-    /// false, and changes nothing, when there is no such file; throws `file` when it cannot be
-    /// read.
+    /// false, and changes nothing, when there is no such file; throws `file` when reading fails.
     bool Open(std::string_view path);
     void Close() { is_open_ = false; }
 

@@ -146,8 +146,8 @@ bool PutServerScript(MergedLine& line)
     return ExpandServerScript(line.text, line.build.options.addresses);
 }
 
-/// Finds the first `mark` of a line that is changed step by step, without going over all of it each
-/// time.
+/// Finds the first `mark` of a line that is changed step by step, and each time looks only where
+/// one can be.
 class FirstMark {
   public:
     explicit FirstMark(std::string_view mark) : mark_(mark) {}
@@ -178,8 +178,7 @@ class FirstMark {
     bool line_is_free_ = false;
 };
 
-/// Puts the values of "@@1" or "%%1" and their kin. A value may bring one popup and one swap bang
-/// along.
+/// Puts the values of "@@1" or "%%1" and their kin. A value may bring one popup and one swap bang.
 template <Family Kind>
 bool PutNumberedVariables(MergedLine& line)
 {

@@ -65,8 +65,8 @@ void TemplateReader::TakeLineOf(SourceLine line)
     }
     ++counter_;
     if (EqualsNoCase(line.text, "<!--BODY HERE-->")) {
-        // A second marker, in the tail, is stored in the head too: lines between the markers are
-        // lost.
+        // A second marker, in the tail, is stored in the head, too: the lines between the two are
+        // lost by that.
         state_.TemplateHead[counter_] = line;
         state_.TemplateHeadCount = counter_;
         counter_ = 0;

@@ -62,8 +62,7 @@ std::string TitleKeywords(std::string_view title)
     std::erase_if(text, [](char c) { return c == '&' || c == '"'; });
     std::ranges::replace_if(
         text, [](char c) { return c == ',' || c == ':' || c == ';'; }, ' ');
-    // One pass a word: of two stop words that share a blank the second stays. The format wants it
-    // so.
+    // One pass a word: of two stop words that share a blank the second stays, as the format says.
     for (const std::string_view word : kStopWords)
         ReplaceEachNoCase(text, word, " ");
     // One pass as well: three blanks leave two, and so an empty keyword.

@@ -11,8 +11,8 @@ namespace kiv {
 /// The upload batch file, to which a build adds one command line for each file written.
 class UploadList {
   public:
-    /// `command` is a template that holds "@@" where the file name goes; one without "@@" records
-    /// nothing.
+    /// `command` is a template that holds "@@" where the file name goes. One without it records
+    /// nothing at all.
     UploadList(Files& files, std::string_view command) : files_(files), command_(command) {}
 
     /// Adds the line for a file unless the batch file holds it already.

@@ -22,11 +22,14 @@ using Words = std::vector<std::string>;
 /// were not there.
 constexpr const char* kSurplus = "SURPLUS";
 
+constexpr std::string_view kHelp = "--help";
+constexpr std::string_view kShortHelp = "-h";
+
 void DefineOption(CLI::App& app, const OptionRow& row)
 {
     const std::string name(row.name);
-    if (name == "--help") {
-        app.set_help_flag("--help,-h");
+    if (name == kHelp) {
+        app.set_help_flag(name + "," + std::string(kShortHelp));
         return;
     }
     if (name == "--version") {
@@ -38,8 +41,6 @@ void DefineOption(CLI::App& app, const OptionRow& row)
     option->required(row.required);
     if (row.takes != Takes::nothing)
         option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    if (!row.excludes.empty())
-        option->excludes(app.get_option(std::string(row.excludes)));
 }
 
 /// Whether an argument is required is not the library's business: DIR may be left out though others
@@ -65,41 +66,67 @@ void DefineCalls(CLI::App& app)
         DefineCall(app, row);
 }
 
-bool TakesAValue(std::string_view name)
+/// The option of this name, of whatever command: all of one name are of one kind. Null when there
+/// is none.
+const OptionRow* OptionNamed(std::string_view name)
 {
-    const auto is_it = [&](const OptionRow& row) {
-        return row.name == name && row.takes != Takes::nothing;
+    const auto among = [&](std::span<const OptionRow> rows) {
+        const auto found = std::ranges::find(rows, name, &OptionRow::name);
+        return found == rows.end() ? nullptr : &*found;
     };
-    const auto has_it = [&](const CallRow& call) {
-        return std::any_of(call.options.begin(), call.options.end(), is_it);
-    };
-    return std::any_of(GlobalOptions().begin(), GlobalOptions().end(), is_it) ||
-           std::any_of(Calls().begin(), Calls().end(), has_it);
+    const OptionRow* option = among(GlobalOptions());
+    for (auto call = Calls().begin(); option == nullptr && call != Calls().end(); ++call)
+        option = among(call->options);
+    return option;
 }
 
-/// The arguments, last first, as the library takes them. "--name=" becomes "--name" and an empty
-/// value, for which the library would take the next argument; "++", with which it would end the
-/// command, is refused.
-Words ForLibrary(const Words& arguments)
+/// What the library is not to see, as it would take it for something else: "++" would end the
+/// command, and "--help=false" show the help. "" when `argument` is none of these.
+std::string FaultIn(const std::string& argument)
 {
-    Words words;
+    if (argument == "++")
+        return "++ is no option; if it is a value, put -- before it";
+    const std::string name = argument.substr(0, argument.find('='));
+    const OptionRow* const option = OptionNamed(name == kShortHelp ? kHelp : name);
+    if (name == argument || option == nullptr || option->takes != Takes::nothing)
+        return "";
+    return name + " takes no value";
+}
+
+/// The arguments for the library, and what is wrong with those that are not among them.
+struct LibraryArguments {
+    Words words; // the last one first
+    std::string fault;
+};
+
+/// "--name=" becomes "--name" and an empty value, for which the library would take the next
+/// argument.
+LibraryArguments ForLibrary(const Words& arguments)
+{
+    LibraryArguments result;
+    Words& words = result.words;
     bool is_value = false;
     for (auto at = arguments.begin(); at != arguments.end(); ++at) {
-        if (*at == "--" && !is_value) {
+        if (is_value) {
+            words.push_back(*at);
+            is_value = false;
+        } else if (*at == "--") {
             words.insert(words.end(), at, arguments.end());
             break;
+        } else if (std::string fault = FaultIn(*at); !fault.empty()) {
+            result.fault = std::move(fault);
+        } else {
+            const std::string name = at->substr(0, at->size() - (at->ends_with('=') ? 1 : 0));
+            const OptionRow* const option = OptionNamed(name);
+            const bool takes_value = option != nullptr && option->takes != Takes::nothing;
+            is_value = takes_value && name == *at;
+            words.push_back(takes_value ? name : *at);
+            if (takes_value && !is_value)
+                words.emplace_back();
         }
-        if (*at == "++" && !is_value)
-            throw CLI::ValidationError("++ is no option; if it is a value, put -- before it");
-        const std::string name = at->substr(0, at->size() - (at->ends_with('=') ? 1 : 0));
-        const bool is_option = !is_value && TakesAValue(name);
-        is_value = is_option && name == *at;
-        words.push_back(is_option ? name : *at);
-        if (is_option && !is_value)
-            words.emplace_back();
     }
     std::reverse(words.begin(), words.end());
-    return words;
+    return result;
 }
 
 const CLI::App* CommandOf(const CLI::App& app)
@@ -131,13 +158,14 @@ void TakeOption(const CLI::App& app, const OptionRow& row, GivenValues& given)
             TakeValue(row, value, given); // the last one stays
         return;
     }
-    try {
-        if (option->count() > 0 && option->as<bool>())
-            given.Set(row.name, "");
-    } catch (const CLI::ConversionError&) {
-        throw CLI::ValidationError(std::string(row.name) + " takes true or false, not " +
-                                   option->results().back());
-    }
+    if (option->count() > 0)
+        given.Set(row.name, "");
+}
+
+std::string TooMany(const std::string& argument)
+{
+    return argument.empty() ? "there is an empty argument too many"
+                            : argument + " is one argument too many";
 }
 
 /// Deals the arguments out to their places. With as many as are required, these are they.
@@ -157,7 +185,7 @@ void DealOut(const Words& arguments, const CallRow& row, GivenValues& given)
         TakeValue(argument, *next++, given);
     }
     if (next != arguments.end())
-        throw CLI::ValidationError(*next + " is one argument too many");
+        throw CLI::ValidationError(TooMany(*next));
 }
 
 /// The call that the library has read.
@@ -172,8 +200,13 @@ Call Taken(const CLI::App& app)
     DealOut(arguments, *call.row, call.given);
     for (const OptionRow& option : GlobalOptions())
         TakeOption(app, option, call.given);
-    for (const OptionRow& option : call.row->options)
+    for (const OptionRow& option : call.row->options) {
         TakeOption(command, option, call.given);
+        if (call.given.Has(option.name) && call.given.Has(option.excludes))
+            throw CLI::ValidationError(std::string(option.excludes) + " and " +
+                                       std::string(option.name) +
+                                       " do not go together; give one of them");
+    }
     return call;
 }
 
@@ -212,6 +245,8 @@ std::string UnknownOption(const std::string& name, const CallRow* row)
 
 std::string UnknownCommand(const std::string& name)
 {
+    if (name.empty())
+        return "the name of the command is empty";
     Choices names;
     for (const CallRow& row : Calls())
         names.push_back(row.name);
@@ -230,14 +265,15 @@ std::string WhatIsWrong(const CLI::App& app, const CallRow* row, const CLI::Pars
     if (option != left.end())
         return UnknownOption(option->substr(0, option->find('=')), row);
     if (word != left.end())
-        return *word + " is one argument too many";
+        return TooMany(*word);
     return dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && row == nullptr
                ? "a command is missing"
                : error.what();
 }
 
-/// What to say instead of running a command.
-ReadCall Said(const CLI::App& app, const CLI::ParseError& error)
+/// What to say instead of running a command. `fault` is what was wrong before the library read the
+/// arguments; when it is empty, `error` says what is wrong.
+ReadCall Said(const CLI::App& app, const std::string& fault, const CLI::ParseError& error)
 {
     const CLI::App* const command = CommandOf(app);
     const CallRow* const row = RowOf(command);
@@ -246,7 +282,8 @@ ReadCall Said(const CLI::App& app, const CLI::ParseError& error)
             return {std::nullopt, HelpText(row), 0};
     if (app.count("--version") > 0)
         return {std::nullopt, std::string(kProgram) + " " KIV_VERSION "\n", 0};
-    std::string text = "kiv: error: " + WhatIsWrong(app, row, error) + "\nTry: " + kProgram;
+    std::string text = "kiv: error: " + (fault.empty() ? WhatIsWrong(app, row, error) : fault) +
+                       "\nTry: " + kProgram;
     if (row != nullptr)
         text.append(" ").append(row->name);
     return {std::nullopt, text + " --help\n", 2};
@@ -258,13 +295,16 @@ ReadCall ReadArguments(const std::vector<std::string>& arguments)
 {
     CLI::App app;
     DefineCalls(app);
+    LibraryArguments prepared = ForLibrary(arguments);
     try {
-        app.parse(ForLibrary(arguments));
+        app.parse(std::move(prepared.words));
+        if (!prepared.fault.empty())
+            throw CLI::ValidationError(prepared.fault);
         return {Taken(app), {}, 0};
     } catch (const CLI::ArgumentMismatch&) { // only the last option can lack its value
-        return Said(app, CLI::ValidationError(arguments.back() + " needs a value"));
+        return Said(app, arguments.back() + " needs a value", CLI::ValidationError(""));
     } catch (const CLI::ParseError& error) {
-        return Said(app, error);
+        return Said(app, prepared.fault, error);
     }
 }
 

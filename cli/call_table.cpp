@@ -104,7 +104,7 @@ constexpr CallRow kCalls[] = {
      .arguments = kOneDirectory, .options = kGrabOptions, .run = RunGrab},
     {.name = "pictures",
      .about = "Write picture lists (\"picture sizer\")",
-     .details = "Measures the JPEG and GIF pictures of the folder and writes _alt.txt, "
+     .details = "Measures the *.jpg and *.gif files of the folder and writes _alt.txt, "
          "_piclist.txt, the bang lists and _pichtml.txt there. Captions come from _alt.txt.",
      .example = "kiv-cli pictures ~/sites/museum --folder images",
      .arguments = kOneDirectory, .options = kPicturesOptions, .run = RunPictures},
@@ -139,7 +139,7 @@ constexpr CallRow kCalls[] = {
      .arguments = kOneDirectory, .options = kDryRun, .renames = true, .run = RunFixNames},
     {.name = "thumb-names",
      .about = "Mark all pictures as thumbnails (\"add \"_t.gif\"\")",
-     .details = "Photo.jpg becomes Photo_t.jpg, and so do all GIF and JPEG pictures that are not "
+     .details = "Photo.jpg becomes Photo_t.jpg, and so do all *.gif and *.jpg files that are not "
          "named so already. Nothing is ever overwritten: the run stops at the first name that is "
          "taken.",
      .example = "kiv-cli thumb-names ~/sites/museum/images",

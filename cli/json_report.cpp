@@ -80,7 +80,8 @@ void PrintJson(std::ostream& out, const RunReport& report)
 Renames RenamesOfReport(std::string_view json, const std::string& path)
 {
     const auto refuse = [&]() -> RunError {
-        return {ErrorKind::invalid_argument, "no report of a renamer", path};
+        return {ErrorKind::invalid_argument,
+                "this is not a JSON report of fix-names, thumb-names or rename", path};
     };
     const Json report = Json::parse(json, nullptr, false);
     if (!report.is_object() || !report.contains("renamed") || !report["renamed"].is_array())

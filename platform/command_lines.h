@@ -17,8 +17,7 @@ namespace kiv {
 std::vector<std::string> CutCommandLine(std::string_view command_line);
 
 /// The ways to read an unquoted program path with blanks, in the order tried: "C:\a b\c.exe -m" may
-/// be "C:\a", "C:\a b\c.exe" or the whole. Each with the position (0-based) where its arguments
-/// begin.
+/// be "C:\a", "C:\a b\c.exe" or the whole. Each with the position of its arguments (0-based).
 struct ProgramReading {
     std::string program;
     std::size_t arguments = 0;

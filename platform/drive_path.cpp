@@ -74,8 +74,7 @@ std::string_view NameOf(std::string_view absolute)
 
 std::string ThisDirNameOf(std::string_view directory)
 {
-    // The working directory is held with a "\" at its end; the colon leaves nothing of a bare
-    // drive.
+    // The working directory is held with a "\" at its end; the colon leaves a bare drive empty.
     directory = directory.substr(0, directory.find_last_not_of("/\\") + 1);
     return std::string(directory.substr(directory.find_last_of("/\\:") + 1));
 }

@@ -1,5 +1,4 @@
-// A table with fixed bounds. The bounds belong to the format; the store grows only as far as it is
-// used.
+// A table with fixed bounds. The bounds belong to the format; the store grows as it is used.
 #pragma once
 
 #include "platform/run_error.h"

@@ -10,14 +10,11 @@ void WarnOfLeftOut(Reporter& reporter, const std::vector<std::string>& left_out)
         reporter.reportmsg("Left out because of the backslash in its name: " + name);
 }
 
-std::vector<std::string> FilesToWorkOn(Machine& machine, std::string_view pattern)
+std::vector<FileName> FilesToWorkOn(Machine& machine, std::string_view pattern)
 {
     FolderListing listing = machine.files.List(".", pattern);
     WarnOfLeftOut(machine.reporter, listing.left_out);
-    std::vector<std::string> names;
-    for (FileName& name : listing.files)
-        names.push_back(std::move(name.text));
-    return names;
+    return std::move(listing.files);
 }
 
 } // namespace kiv

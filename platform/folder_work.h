@@ -12,8 +12,8 @@ namespace kiv {
 /// Tells the user of each file that a listing leaves out.
 void WarnOfLeftOut(Reporter& reporter, const std::vector<std::string>& left_out);
 
-/// The plain files of the current directory that fit a pattern, as Files::ListFiles has them. Warns
+/// The plain files of the current directory that fit a pattern, in the order of Files::List. Warns
 /// of those that it leaves out.
-std::vector<std::string> FilesToWorkOn(Machine& machine, std::string_view pattern);
+std::vector<FileName> FilesToWorkOn(Machine& machine, std::string_view pattern);
 
 } // namespace kiv

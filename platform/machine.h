@@ -1,4 +1,4 @@
-// The machine behind small interfaces. The faces make the real one, tests one of their own.
+// The machine behind small interfaces. The faces make the real one, tests make their own.
 #pragma once
 
 #include "platform/clipboard.h"
@@ -13,7 +13,7 @@ namespace kiv {
 
 struct Machine {
     Files& files;
-    NativePaths& native_paths; // for the faces alone
+    NativePaths& native_paths; // drive letters, and paths as the user types them in a shell
     Clock& clock;
     Clipboard& clipboard;
     Programs& programs;

@@ -123,8 +123,7 @@ constexpr std::size_t kGifSize = 4;   // width and height
 constexpr int kGifExtension = 0x21;
 constexpr int kGifFrame = 0x2C;
 
-/// Goes behind the blocks of an extension, which end with an empty one. False at the end of the
-/// file.
+/// Goes behind the blocks of an extension, which end with an empty one. False when the file ends.
 bool PassBlocks(FileBytes& file, std::uint64_t& at)
 {
     int size = file.Byte(at);
@@ -176,17 +175,28 @@ std::string PngHeader(FileBytes& file)
     return header.size() == kHeader ? std::string(header) : std::string();
 }
 
-/// The two headers of a BMP.
+// What is told of the packing of a BMP's pixels: runs of eight bits or of four.
+constexpr std::string_view kRunLengths8 = "\1\0\0\0"sv;
+constexpr std::string_view kRunLengths4 = "\2\0\0\0"sv;
+
+/// The two headers of a BMP. How its pixels are packed is left out: only the size is asked for.
 std::string BmpHeader(FileBytes& file)
 {
     constexpr std::size_t kFirst = 14; // where the second begins, with its size
+    constexpr std::size_t kPacking = kFirst + 16;
+    constexpr std::size_t kWithPacking = 40; // a smaller second header does not tell it
     constexpr std::size_t kLargest = 124;
     constexpr std::size_t kMasks = 12; // may stand behind it
     std::uint64_t size = 0;
     for (std::size_t i = 4; i > 0; --i)
         size = size * 256 + static_cast<std::uint64_t>(std::max(file.Byte(kFirst + i - 1), 0));
     std::string header(file.Part(0, kFirst + kLargest + kMasks));
-    return size <= kLargest && header.size() >= kFirst + size ? header : std::string();
+    if (size > kLargest || header.size() < kFirst + size)
+        return {};
+    for (const std::string_view runs : {kRunLengths8, kRunLengths4})
+        if (size >= kWithPacking && header.compare(kPacking, runs.size(), runs) == 0)
+            header.replace(kPacking, runs.size(), runs.size(), '\0');
+    return header;
 }
 
 struct Format {

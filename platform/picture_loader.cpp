@@ -82,7 +82,7 @@ PictureSize HeaderPictureLoader::Size(std::string_view path)
     if (size.width > 0 && size.height > 0)
         return size;
     if (header.kind.empty())
-        Refuse(path, "it is no picture that is known here");
+        Refuse(path, "it is not a JPEG, GIF, PNG or BMP picture");
     Refuse(path, "it looks like " + header.kind +
                      (header.kind.starts_with("a ") ? ", but says no size" : ""));
 }

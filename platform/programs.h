@@ -1,5 +1,5 @@
-// Starting programs. No shell runs a command line: it is cut into program and arguments and started
-// directly.
+// Starting programs. No shell runs a command line: it is cut into the program and its arguments,
+// and the program is started directly.
 #pragma once
 
 #include "platform/drives.h"

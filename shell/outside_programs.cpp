@@ -11,7 +11,7 @@ namespace kiv {
 
 namespace {
 
-constexpr const char* kUploadProgram = "C:\\progs\\WS_FTP Pro\\ftp95pro.exe -m c:\\guestout2.bat";
+constexpr std::string_view kUploadProgram = "C:\\progs\\WS_FTP Pro\\ftp95pro.exe -m ";
 constexpr const char* kLanthorn = "c:\\utils\\lanthorn.exe";
 constexpr std::string_view kCaseProgram = "c:\\utils\\dosutils\\case ";
 
@@ -70,7 +70,8 @@ void ExploreLastRoot(Workspace& workspace)
 
 void RunUploadBatch(Workspace& workspace)
 {
-    workspace.machine().programs.Start({.command = kUploadProgram, .minimised = true});
+    workspace.machine().programs.Start(
+        {.command = std::string(kUploadProgram).append(kUploadBatchFile), .minimised = true});
 }
 
 void RunLanthorn(Workspace& workspace)

@@ -126,7 +126,7 @@ void Workspace::loadworkdir(const std::optional<std::string>& argument)
     if (directory.empty() || !files.FolderExists(directory))
         GoTo("\\");
     else
-        GoTo(directory, SpelledWorkDir(directory, files.CurrentDirectory()));
+        GoToAs(directory, SpelledWorkDir(directory, files.CurrentDirectory()));
 }
 
 void Workspace::StartUp(std::string_view directory)
@@ -138,7 +138,7 @@ void Workspace::StartUp(std::string_view directory)
 void Workspace::LookAt(std::string_view directory)
 {
     ReadLists();
-    GoTo(directory, AbsoluteWorkDir(directory, machine_.files.CurrentDirectory()));
+    GoToAs(directory, AbsoluteWorkDir(directory, machine_.files.CurrentDirectory()));
     checkgroup();
 }
 
@@ -150,7 +150,7 @@ void Workspace::ReadLists()
 
 void Workspace::Enter(std::string_view path)
 {
-    GoTo(path, AbsoluteWorkDir(path, machine_.files.CurrentDirectory()));
+    GoToAs(path, AbsoluteWorkDir(path, machine_.files.CurrentDirectory()));
     checkgroup();
     checkftpgroup();
 }
@@ -163,7 +163,7 @@ void Workspace::changethedirectory(std::string_view path)
 
 void Workspace::switchto(std::string_view path)
 {
-    GoTo(path, SpelledWorkDir(path, machine_.files.CurrentDirectory()));
+    GoToAs(path, SpelledWorkDir(path, machine_.files.CurrentDirectory()));
     dirreset();
     checkgroup();
     checkftpgroup();
@@ -172,10 +172,10 @@ void Workspace::switchto(std::string_view path)
 
 void Workspace::GoTo(std::string_view path)
 {
-    GoTo(path, std::string(path));
+    GoToAs(path, std::string(path));
 }
 
-void Workspace::GoTo(std::string_view path, std::string work_dir)
+void Workspace::GoToAs(std::string_view path, std::string work_dir)
 {
     // An empty path would be where we are, and a tool would be let loose on the wrong folder.
     if (path.empty())

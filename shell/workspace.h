@@ -3,7 +3,7 @@
 // functions over it, see shell/commands.h.
 #pragma once
 
-#include "blocks/dispatcher.h"
+#include "blocks/block_memory.h"
 #include "builder/output_roots.h"
 #include "platform/machine.h"
 #include "platform/run_error.h"
@@ -106,7 +106,8 @@ class Workspace {
     void Enter(std::string_view path);
     void loadworkdir(const std::optional<std::string>& argument);
     void ReadLists();
-    void GoTo(std::string_view path, std::string work_dir);
+    /// The same, with `work_dir` as `WorkDir`.
+    void GoToAs(std::string_view path, std::string work_dir);
 
     Machine machine_;
     const DateTime program_start_;

@@ -1,5 +1,4 @@
-// Text as the format sees it: characters are counted from 1, a cut past the end gives what is
-// there.
+// Text as the format sees it: characters are counted from 1, a cut past the end ends there.
 #pragma once
 
 #include <cstddef>

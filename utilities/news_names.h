@@ -10,8 +10,8 @@
 namespace kiv {
 
 /// "April 5, 2004" for the file name of an article with a date code: six digits "mmddyy" at its
-/// end, or before one last letter "a" to "w". Empty when there is none; a month that is none has no
-/// name.
+/// end, or before one last letter "a" to "w". Empty when there is none; a number that is no month
+/// gives no month's name.
 std::string DateOfName(std::string_view file_name);
 
 /// The publication whose code stands before the date code, in any case; empty when there is none.

@@ -69,8 +69,8 @@ std::vector<std::string> PictureFiles(Machine& machine)
     using Keyed = std::pair<std::string, std::string>; // the name in upper case, the name
     std::vector<Keyed> keyed;
     for (const std::string_view pattern : {"*.jpg", "*.gif"})
-        for (std::string& name : FilesToWorkOn(machine, pattern))
-            keyed.emplace_back(UpperCase(name), std::move(name));
+        for (FileName& name : FilesToWorkOn(machine, pattern))
+            keyed.emplace_back(UpperCase(name.text), std::move(name.text));
     std::sort(keyed.begin(), keyed.end());
     std::vector<std::string> names;
     names.reserve(keyed.size());

@@ -57,7 +57,8 @@ using PictureTable = FixedTable<PictureRecord, 1, 3000>;
 /// Whether a file name is that of a thumbnail: it holds "_t.", or "_T." and no small letter.
 bool IsThumbnail(std::string_view file);
 
-/// The JPEG and GIF files of the current directory, sorted by name, ignoring case.
+/// The "*.jpg" and "*.gif" files of the current directory, whatever is in them, sorted by name,
+/// ignoring case.
 std::vector<std::string> PictureFiles(Machine& machine);
 
 /// Fills in a record but for its size.

@@ -59,10 +59,17 @@ std::string TitleIn(std::string_view page, const std::string& path)
     return text.substr(begin, closing - begin);
 }
 
+/// The path of a listed page: its name alone might look like a path with a drive.
+std::string PathOf(const Files& files, std::string_view name)
+{
+    return WithSeparator(files.CurrentDirectory()).append(name);
+}
+
 void grab_title_of(Files& files, const std::string& file, GrabbedPage& page)
 {
+    const std::string path = PathOf(files, file);
     page.file = LowerCase(file);
-    page.title = TitleIn(files.ReadFile(file), AbsolutePath(file, files.CurrentDirectory()));
+    page.title = TitleIn(files.ReadFile(path), path);
 }
 
 /// Adds the lines of a page, tabs and runs of blanks as one blank. The line with "<body" is still
@@ -94,7 +101,8 @@ void WriteGrabbedTitles(Machine& machine, const GrabbedPages& pages, int count, 
         if (with_redirect)
             Append(list, {"@redirect|..\\", page.file, kCrLf});
         if (grab.grab_all)
-            CopyLines(list, machine.files.ReadFile(page.file), grab.grab_trimmed);
+            CopyLines(list, machine.files.ReadFile(PathOf(machine.files, page.file)),
+                      grab.grab_trimmed);
         list.append(kCrLf);
     }
     machine.files.WriteFile(kGrabbedTitlesFile, list);
@@ -105,8 +113,8 @@ void WriteGrabbedTitles(Machine& machine, const GrabbedPages& pages, int count, 
 void grab_titles(Machine& machine, bool with_redirect, GrabFlags& flags)
 {
     Files& files = machine.files;
-    std::vector<std::string> names = FilesToWorkOn(machine, "*.htm*");
-    for (std::string& name : FilesToWorkOn(machine, "*.asp"))
+    std::vector<FileName> names = FilesToWorkOn(machine, "*.htm*");
+    for (FileName& name : FilesToWorkOn(machine, "*.asp"))
         names.push_back(std::move(name));
     if (names.empty()) {
         machine.reporter.reportmsg("Empty directory!");
@@ -115,9 +123,9 @@ void grab_titles(Machine& machine, bool with_redirect, GrabFlags& flags)
     GrabbedPages pages("page of the title grab");
     const int all = static_cast<int>(names.size());
     int count = 0;
-    for (const std::string& name : names) {
+    for (const FileName& name : names) {
         ++count;
-        grab_title_of(files, name, pages[count]);
+        grab_title_of(files, name.text, pages[count]);
         machine.reporter.Step(count, all);
     }
     WriteGrabbedTitles(machine, pages, count, with_redirect, flags);

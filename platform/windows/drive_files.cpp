@@ -25,8 +25,7 @@ std::int64_t Ticks(const FILETIME& time)
 
 constexpr std::size_t kLongestName = 255;
 
-/// Whether Windows allows the names in a path. A ":" would open a second content of the file before
-/// it.
+/// Whether Windows allows the names in a path. A ":" would open another content of the same file.
 bool HasGoodNames(std::string_view absolute)
 {
     const auto is_bad = [](char c) {
@@ -165,7 +164,7 @@ OutputFile WindowsDriveFiles::Open(std::string_view path)
         Refuse("write", file.path, "a folder has this name");
     file.native = Utf8FromWide(native);
     if (WideFromUtf8(file.native) != native)
-        Refuse("write", file.path, "the name on the disk is no text");
+        Refuse("write", file.path, "its name on the disk is not valid Unicode; rename the file");
     return file;
 }
 

@@ -26,8 +26,7 @@ class WindowsNames {
     /// A drive in `drives` stands for its folder; all others are the machine's own.
     explicit WindowsNames(const DriveMap& drives);
 
-    /// The native path of an absolute drive path. It may be long, and its names are taken as
-    /// written.
+    /// The native path of an absolute drive path. It may be long; its names are kept as written.
     std::wstring Native(std::string_view absolute) const;
     /// The same where the last name is to be new: it is taken as written.
     std::wstring NativeOfNew(std::string_view absolute) const;

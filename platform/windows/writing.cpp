@@ -56,8 +56,7 @@ DWORD MoveIntoPlace(const std::wstring& draft, const std::wstring& native, DWORD
     return error;
 }
 
-/// Gives the draft the attributes and rights of the file that it replaces, as far as it may have
-/// them.
+/// Gives the draft the attributes and rights of the file that it replaces, as far as is allowed.
 void TakeOver(const std::wstring& native, const WindowsState& old, const std::wstring& draft)
 {
     constexpr DWORD kKept = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |

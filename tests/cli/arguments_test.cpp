@@ -24,6 +24,14 @@ TEST_F(Arguments, WrongCallsTouchNothing)
         {"--eoy", "build", site}, // an option of a command comes after its name
         {"build", site, "--eoy=maybe"},
         {"--json=maybe", "build", site},
+        {"--json=no", "build", site},
+        {"build", site, "--json="},
+        {"build", site, "--eoy=true"},
+        {"--help=false"},
+        {"build", "--help=false"},
+        {"-h=0"},
+        {"--version=false"},
+        {""},
         {"build", "--eoy", "--", site, "--json"},
         {"build", site, "--", "--json"},
         {"-x", "build", site},
@@ -110,9 +118,17 @@ TEST_F(Arguments, AWrongCallIsToldWhatIsWrong)
          "there is no option --old; if it is a value, put -- before it\nTry: kiv-cli rename "
          "--help"},
         {{"rename", "plus", "++"},
-         "++ is no option; if it is a value, put -- before it\nTry: kiv-cli --help"},
+         "++ is no option; if it is a value, put -- before it\nTry: kiv-cli rename --help"},
+        {{"++"}, "++ is no option; if it is a value, put -- before it\nTry: kiv-cli --help"},
         {{"--eoy", "build"}, "--eoy must come after build\nTry: kiv-cli build --help"},
-        {{"build", "--eoy=x"}, "--eoy takes true or false, not x\nTry: kiv-cli build --help"},
+        {{"build", "--eoy=x"}, "--eoy takes no value\nTry: kiv-cli build --help"},
+        {{"--help=false"}, "--help takes no value\nTry: kiv-cli --help"},
+        {{"build", "-h=false"}, "-h takes no value\nTry: kiv-cli build --help"},
+        {{"group", "--json=no"}, "--json takes no value\nTry: kiv-cli group --help"},
+        {{"--version=", "group"}, "--version takes no value\nTry: kiv-cli group --help"},
+        {{""}, "the name of the command is empty\nTry: kiv-cli --help"},
+        {{"reference", "1", ""},
+         "there is an empty argument too many\nTry: kiv-cli reference --help"},
         {{"--drive-c"}, "--drive-c needs a value\nTry: kiv-cli --help"},
         {{"build", "--drive-c"}, "--drive-c needs a value\nTry: kiv-cli build --help"},
         {{"--drive-c", "", "build"}, "--drive-c needs a folder\nTry: kiv-cli build --help"},
@@ -128,7 +144,8 @@ TEST_F(Arguments, AWrongCallIsToldWhatIsWrong)
          "Try: kiv-cli convert --help"},
         {{"news", "--site", "x", "--name", "a", "--text", "b"},
          "--site takes a number, not x\nTry: kiv-cli news --help"},
-        {{"grab", "--all", "--trimmed"}, "--all excludes --trimmed\nTry: kiv-cli grab --help"},
+        {{"grab", "--trimmed", "--all"},
+         "--all and --trimmed do not go together; give one of them\nTry: kiv-cli grab --help"},
     };
     for (const WrongCallRow& row : rows)
         EXPECT_EQ(Call(row.call).err, std::string("kiv: error: ") + row.text + "\n");
@@ -150,6 +167,8 @@ TEST_F(Arguments, HelpAnywhere)
                                                 {"--now", "bad", "-h"},
                                                 {"--unknown", "-h"},
                                                 {"--help", "--drive-c"},
+                                                {"--help", "++"},
+                                                {"++", "--help"},
                                                 {"no-such", "--help"}}) {
         const Printed printed = Call(call);
         EXPECT_EQ(printed.code, 0);
@@ -224,12 +243,18 @@ TEST_F(Arguments, OptionsStandAnywhere)
               "kiv: OOPS! Missing _html.txt, _template.txt\n");
 }
 
-TEST_F(Arguments, ASwitchCanBeTurnedOff)
+// "--dry-run=false" once renamed the files, and "--help=false" showed the help.
+TEST_F(Arguments, ASwitchTakesNoValue)
 {
     Put("site/a b", "");
-    EXPECT_EQ(Call({"fix-names", "--dry-run=true", "C:\\site"}).out, "a b -> a-b\n");
-    EXPECT_EQ(Call({"fix-names", "C:\\site", "--dry-run", "--dry-run=false"}).out, "Names fixed\n");
-    EXPECT_EQ(NamesIn("site"), (Texts{"a-b"}));
+    for (const char* given : {"--dry-run=true", "--dry-run=false", "--dry-run=", "--dry-run={}"})
+        EXPECT_EQ(Call({"fix-names", "C:\\site", given}).err,
+                  "kiv: error: --dry-run takes no value\nTry: kiv-cli fix-names --help\n");
+    EXPECT_EQ(Call({"fix-names", "C:\\site", "--dry-run", "--dry-run=false"}).code, 2);
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b"}));
+    input = "a\tb"; // behind an option that takes one it is a value
+    EXPECT_EQ(Call({"convert", "--mode", "tabtopipe", "--prefix", "--json=no"}).out,
+              "<table width=\"100%\">\r\n--json=no[a|b]\r\n</table>");
 }
 
 TEST_F(Arguments, NumbersAndALoneDashAreValues)

@@ -1,6 +1,7 @@
 // The commands of the main window: from the button to the files, and what is seen meanwhile.
 #include "tests/desktop/main_window_desk.h"
 #include "tests/desktop/window_test_main.h"
+#include "tests/support/recorders.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -140,6 +141,23 @@ class CommandsTest : public QObject {
         QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place.center());
         QCOMPARE(desk.programs.Launched(), Texts{"pad C:\\site\\_html.txt"});
         QVERIFY(list.isVisible()); // opening a file is no command that they would be of
+    }
+
+    void AFileWithABlankInItsPathIsOpenedWhole()
+    {
+        test::StartRecorder programs;
+        MainWindowDesk desk;
+        desk.Put("my site/_template.txt", "<!--BODY HERE-->\r\n");
+        desk.Put("my site/_html.txt", "@FILE = a\r\n@TITLE = A\r\nx !!FLV[p\r\n");
+        desk.starter = &programs;
+        const MainWindow& window = desk.Start("C:\\my site");
+        Press(window, u"Command1"_s);
+        const QTreeWidget& list = Messages(window);
+        const QRect place = list.visualItemRect(list.topLevelItem(0));
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place.center());
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place.center());
+        QCOMPARE(programs.started, Texts{"pad C:\\my site\\_html.txt"});
+        QCOMPARE(programs.files, Texts{"C:\\my site\\_html.txt"});
     }
 
     void MessagesGoWithTheNextCommandAndWithEscape()

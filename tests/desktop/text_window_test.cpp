@@ -1,4 +1,4 @@
-// Text on its way between the system and Qt.
+// Text on its way between this program and Qt.
 #include "desktop/mnemonics.h"
 #include "desktop/qt_text.h"
 #include "tests/desktop/window_test_main.h"

@@ -66,8 +66,7 @@ std::string PowerAttack::WhyLeftOut()
     return WhyNotTraced();
 }
 
-/// Files that somebody wrote are at stake, or names; one build stands for all that can be made
-/// again.
+/// Files that somebody wrote are at stake, or names; one build stands for all that is made anew.
 bool IsAtStake(const Scenario& scenario)
 {
     return !scenario.sources.empty() || scenario.renames || scenario.name == "build-over-old";

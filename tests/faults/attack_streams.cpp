@@ -1,5 +1,4 @@
-// Standard streams that are closed, a standard output that nobody reads, files that may not become
-// longer.
+// Standard streams that are closed, a standard output that nobody reads, files that may not grow.
 #include "faults/attack.h"
 #include "faults/judge.h"
 

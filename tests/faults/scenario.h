@@ -35,8 +35,8 @@ struct Scenario {
     std::set<std::string> passing;
     /// Whether the report is asked for; without it, standard output is compared as it is.
     bool json = true;
-    /// Files get other names: their bytes are looked for under any, and taken back is as good as
-    /// done.
+    /// Files get other names: their bytes are looked for under any, and a renaming that was taken
+    /// back is as good as done.
     bool renames = false;
 };
 

@@ -28,8 +28,8 @@ void Put(Tree& tree, const std::string& path, std::string bytes, mode_t mode = 0
 void PutFolder(Tree& tree, const std::string& path);
 void PutLink(Tree& tree, const std::string& path, std::string target);
 
-/// Whether two trees hold the same files and links with the same bytes; folders, owners and rights
-/// aside.
+/// Whether two trees hold the same files and links with the same bytes. Folders, owners and rights
+/// do not count.
 bool SameBytes(const Tree& a, const Tree& b);
 /// The first path in which they differ so, with what differs; "" when none does.
 std::string FirstDifference(const Tree& wanted, const Tree& found);

@@ -164,6 +164,14 @@ std::string Bmp(const std::string& sides)
     return kBitmap + "\x28\0\0\0"s + sides + "\1\0\x18\0"s + std::string(24, '\0');
 }
 
+/// A BMP of 300 x 200 whose pixels stand in runs of `bits`, 8 (`packing` 1) or 4 (`packing` 2): its
+/// size is told as in any other.
+std::string PackedBmp(char packing, char bits)
+{
+    return kBitmap + "\x28\0\0\0\x2C\1\0\0\xC8\0\0\0\1\0"s + bits + "\0"s + packing +
+           std::string(23, '\0') + "\0\1"s;
+}
+
 TEST_F(HeaderPictureLoaderTest, ReadsPngAndBmpWhateverTheFileIsCalled)
 {
     struct Row {
@@ -178,6 +186,8 @@ TEST_F(HeaderPictureLoaderTest, ReadsPngAndBmpWhateverTheFileIsCalled)
         {"PNG with a palette, and nothing behind", Png(sides, "\x04\3\0\0\0"s)},
         {"BMP", Bmp("\x2C\1\0\0\xC8\0\0\0"s)},
         {"BMP from the upper row on", Bmp("\x2C\1\0\0\x38\xFF\xFF\xFF"s)},
+        {"BMP of runs of eight bits", PackedBmp('\1', '\x08')},
+        {"BMP of runs of four bits", PackedBmp('\2', '\4')},
         {"BMP of the first kind", kBitmap + "\x0C\0\0\0\x2C\1\xC8\0\1\0\x18\0"s},
     };
     for (const Row& row : rows)
@@ -191,7 +201,7 @@ TEST_F(HeaderPictureLoaderTest, TheErrorSaysWhatTheFileLooksLike)
     const std::string begin = "picture: cannot read the size of a.jpg: it ";
     EXPECT_EQ(ErrorOf(""), begin + "looks like an empty file");
     EXPECT_EQ(ErrorOf("<html>\r\n\t<body>\r\n"), begin + "looks like text");
-    EXPECT_EQ(ErrorOf("II\x2A\0\x08\0\0\0"s), begin + "is no picture that is known here");
+    EXPECT_EQ(ErrorOf("II\x2A\0\x08\0\0\0"s), begin + "is not a JPEG, GIF, PNG or BMP picture");
     EXPECT_EQ(ErrorOf(kBegin), begin + "looks like a JPEG, but says no size");
     EXPECT_EQ(ErrorOf("GIF89a"), begin + "looks like a GIF, but says no size");
     EXPECT_EQ(ErrorOf(Png("\0\0\0"s, "")), begin + "looks like a PNG, but says no size");
@@ -213,6 +223,7 @@ TEST_F(HeaderPictureLoaderTest, AnythingElseIsAnError)
         {"PNG without its first chunk",
          "\x89PNG\r\n\x1A\n\0\0\0\x0DIDAT\0\0\1\x2C\0\0\0\xC8\x08\2\0\0\0"s},
         {"BMP cut in its header", Bmp("\x2C\1\0\0\xC8\0\0\0"s).substr(0, 53)},
+        {"BMP whose pixels are a JPEG", PackedBmp('\4', '\0')},
         {"BMP of no height", Bmp("\x2C\1\0\0\0\0\0\0"s)},
         {"text that begins as a BMP does",
          "BM is how this text begins, which is longer than the headers of a BMP are"},

@@ -9,8 +9,7 @@ namespace kiv::test {
 
 enum class TokenKind { word, number, text, sign };
 
-/// A word in lower case, a number, a sign, or the characters of a literal text with "" as one
-/// quote.
+/// A word in lower case, a number, a sign, or the characters of a literal text, "" as one quote.
 struct Token {
     TokenKind kind;
     std::string value;

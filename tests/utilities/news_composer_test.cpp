@@ -64,7 +64,7 @@ TEST_F(NewsComposer, WritesBodyBangLineAndEntry)
     EXPECT_THAT(desk.machine.files.Written(), ElementsAre("C:\\internet\\plain\\txt\\pr040504.txt",
                                                           "C:\\internet\\plain\\_html.txt"));
     EXPECT_THAT(switched, ElementsAre("C:\\internet\\plain\\"));
-    EXPECT_THAT(desk.programs.Launched(), IsEmpty()); // only with a home page list
+    EXPECT_THAT(desk.programs.started, IsEmpty()); // only with a home page list
     EXPECT_THAT(desk.reporter.shown, IsEmpty());
     EXPECT_THAT(desk.reporter.statuses, IsEmpty());
 }
@@ -83,7 +83,7 @@ TEST_F(NewsComposer, HomePageListGetsTheBangLineToo)
                 ElementsAre("C:\\internet\\m\\news\\txt\\pr040504.txt",
                             "C:\\internet\\m\\news\\_html.txt",
                             "C:\\internet\\m\\_html.txt"));
-    EXPECT_THAT(desk.programs.Launched(),
+    EXPECT_THAT(desk.programs.started,
                 ElementsAre("edit.exe C:\\internet\\m\\news\\txt\\pr040504.txt",
                             "edit.exe C:\\internet\\m\\news\\_html.txt",
                             "edit.exe C:\\internet\\m\\_html.txt"));
@@ -296,7 +296,7 @@ TEST_F(NewsComposer, MissingPlacesAreFatal)
     EXPECT_EQ(KindOf([&] { Compose(); }), "file");
     EXPECT_THAT(switched, IsEmpty());
     EXPECT_FALSE(desk.Exists("internet/plain"));
-    EXPECT_THAT(desk.programs.Launched(), IsEmpty());
+    EXPECT_THAT(desk.programs.started, IsEmpty());
 }
 
 TEST(NewsItem, FilledFromItsName)

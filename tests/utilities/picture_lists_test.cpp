@@ -49,8 +49,7 @@ TEST(PictureLists, FullSizePictureAlone)
         desk.machine.files.Written(),
         ElementsAre("C:\\site\\_alt.txt", "C:\\site\\_piclist.txt", "C:\\site\\_pichtml.txt"));
     EXPECT_THAT(desk.reporter.statuses, ElementsAre("cat.jpg", "sizer done. piclist.txt created."));
-    EXPECT_THAT(desk.programs.Launched(),
-                ElementsAre("edit.exe _alt.txt", "edit.exe _piclist.txt"));
+    EXPECT_THAT(desk.programs.started, ElementsAre("edit.exe _alt.txt", "edit.exe _piclist.txt"));
     EXPECT_THAT(desk.programs.files, ElementsAre("_alt.txt", "_piclist.txt"));
 }
 
@@ -254,7 +253,7 @@ TEST(PictureLists, NoPicturesAtAll)
     EXPECT_EQ(desk.Content("site/_piclist.txt"), "");
     EXPECT_EQ(desk.Content("site/_pichtml.txt"), "old");
     EXPECT_THAT(desk.reporter.statuses, ElementsAre("sizer done. piclist.txt created."));
-    EXPECT_EQ(desk.programs.Launched().size(), 2U);
+    EXPECT_EQ(desk.programs.started.size(), 2U);
 }
 
 TEST(PictureLists, Subfolder)
@@ -270,8 +269,7 @@ TEST(PictureLists, Subfolder)
     EXPECT_EQ(desk.machine.files.Written()[0], "C:\\site\\images\\_alt.txt");
     EXPECT_FALSE(desk.Exists("site/_alt.txt"));
     EXPECT_EQ(desk.machine.files.CurrentDirectory(), "C:\\site");
-    EXPECT_THAT(desk.programs.Launched(),
-                ElementsAre("edit.exe _alt.txt", "edit.exe _piclist.txt"));
+    EXPECT_THAT(desk.programs.started, ElementsAre("edit.exe _alt.txt", "edit.exe _piclist.txt"));
 }
 
 #ifndef _WIN32 // where no name holds a backslash
@@ -335,7 +333,7 @@ TEST(PictureLists, MissingFolder)
     }
     EXPECT_THAT(desk.machine.files.Written(), IsEmpty());
     EXPECT_THAT(desk.reporter.statuses, IsEmpty());
-    EXPECT_THAT(desk.programs.Launched(), IsEmpty());
+    EXPECT_THAT(desk.programs.started, IsEmpty());
     EXPECT_THAT(desk.pictures.measured, IsEmpty());
 }
 

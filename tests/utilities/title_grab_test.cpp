@@ -47,7 +47,16 @@ TEST(TitleGrab, ListsNameAndTitleOfEachPage)
     EXPECT_THAT(desk.machine.files.Written(), ElementsAre("C:\\site\\grabtitles.txt"));
 }
 
-#ifndef _WIN32 // where no name holds a backslash
+#ifndef _WIN32 // where no name holds a colon or a backslash
+// "b:1.htm" was once looked for on drive B:.
+TEST(TitleGrab, AColonInANameIsNoDrive)
+{
+    UtilityDesk desk;
+    desk.Put("site/b:1.htm", "<title>One</title>\n<body>\nText\n</body>");
+    EXPECT_EQ(Grab(desk, {.grab_all = true, .grab_trimmed = true}),
+              "@file = b:1.htm\r\n@title = One\r\nText\r\n</body>\r\n\r\n");
+}
+
 TEST(TitleGrab, APageThatNoPathCanNameIsPassedOver)
 {
     UtilityDesk desk;

@@ -19,18 +19,6 @@
 
 namespace kiv {
 
-/// Keeps the files that programs were started for, besides the command lines.
-class StartedPrograms : public ProgramList {
-  public:
-    void Start(const Launch& launch) override
-    {
-        files.push_back(launch.file);
-        ProgramList::Start(launch);
-    }
-
-    std::vector<std::string> files;
-};
-
 /// Picture sizes by name, in whatever folder; a picture without one cannot be read.
 class HeldPictures : public PictureLoader {
   public:
@@ -61,7 +49,7 @@ class UtilityDesk : public test::DriveFolder {
 
   public:
     HeldClipboard clipboard;
-    StartedPrograms programs;
+    test::StartRecorder programs;
     test::RecordingReporter reporter;
     HeldPictures pictures;
     Machine machine{*files_, *files_, clock_, clipboard, programs, reporter, pictures};

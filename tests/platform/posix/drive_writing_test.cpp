@@ -3,6 +3,7 @@
 
 #include <csignal>
 #include <fcntl.h>
+#include <functional>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -14,8 +15,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-using DriveRights = DriveTest;
 
 /// While it lives, no file of this process grows beyond `bytes`: a write stops short there, as on a
 /// full disk.
@@ -60,6 +59,26 @@ class NotRoot {
 
   private:
     bool was_root_ = geteuid() == 0;
+};
+
+class DriveRights : public DriveTest {
+  protected:
+    /// Does `work` without root's rights, on a file "a.htm" and a folder of these rights; the file
+    /// must be what it was, and alone.
+    void KeepsAFile(mode_t file_rights, mode_t folder_rights, const std::function<void()>& work)
+    {
+        Put("a.htm", "old");
+        chmod((root + "/a.htm").c_str(), file_rights);
+        chmod(root.c_str(), folder_rights);
+        chmod(top.c_str(), 0755);
+        {
+            const NotRoot somebody;
+            work();
+        }
+        chmod(root.c_str(), 0755);
+        EXPECT_EQ(Content("a.htm"), "old");
+        EXPECT_EQ(NamesIn(), (Names{"a.htm"}));
+    }
 };
 
 TEST_F(DriveRights, ANewFileObeysTheMask)
@@ -139,35 +158,20 @@ TEST_F(DriveRights, AKilledRunLeavesTheOldContentAndNothingElse)
 
 TEST_F(DriveRights, AFileThatMayNotBeWrittenIsKept)
 {
-    Put("a.htm", "old");
-    chmod((root + "/a.htm").c_str(), 0444);
-    chmod(root.c_str(), 0777);
-    chmod(top.c_str(), 0755);
-    {
-        const NotRoot somebody;
+    KeepsAFile(0444, 0777, [this] {
         EXPECT_THAT(ErrorOf([&] { files->WriteFile("a.htm", "new"); }), StartsWith("file: "));
         EXPECT_THAT(ErrorOf([&] { files->WriteSource("a.htm", "new"); }), StartsWith("file: "));
         EXPECT_EQ(ErrorOf([&] { files->WriteFile("a.htm", "old"); }), ""); // nothing to write
-    }
-    EXPECT_EQ(Content("a.htm"), "old");
-    EXPECT_EQ(NamesIn(), (Names{"a.htm"}));
+    });
 }
 
 TEST_F(DriveRights, AFolderThatMayNotBeWrittenIsKept)
 {
-    Put("a.htm", "old");
-    chmod((root + "/a.htm").c_str(), 0666);
-    chmod(root.c_str(), 0555);
-    chmod(top.c_str(), 0755);
-    {
-        const NotRoot somebody;
+    KeepsAFile(0666, 0555, [this] {
         EXPECT_THAT(ErrorOf([&] { files->WriteFile("a.htm", "new"); }), StartsWith("file: "));
         EXPECT_THAT(ErrorOf([&] { files->WriteFile("b.htm", "new"); }), StartsWith("file: "));
         EXPECT_THAT(ErrorOf([&] { files->MakeFolder("sub"); }), StartsWith("file: "));
-    }
-    chmod(root.c_str(), 0755);
-    EXPECT_EQ(Content("a.htm"), "old");
-    EXPECT_EQ(NamesIn(), (Names{"a.htm"}));
+    });
 }
 
 } // namespace

@@ -69,8 +69,7 @@ const std::vector<Recipe>& Recipes()
     return recipes;
 }
 
-/// The first of ImageMagick's programs that answers to a name; its other names are those of other
-/// versions.
+/// The first of these names that ImageMagick answers to: they differ from version to version.
 std::string ProgramOf(const std::vector<std::string>& names)
 {
     for (const std::string& name : names)
