@@ -204,7 +204,8 @@ void Workspace::checkgroup()
 void Workspace::checkftpgroup()
 {
     Files& files = machine_.files;
-    files.DeleteFile(kUploadBatchFile);
+    if (files.FileExists(kUploadBatchFile)) // a folder of this name is none
+        files.DeleteFile(kUploadBatchFile);
     UploadListWanted = false;
     UploadCommand.clear();
     const std::string directory = LowerCase(WorkDir);
