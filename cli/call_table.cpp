@@ -29,6 +29,10 @@ constexpr OptionRow kOneDirectory[] = {kDirectory};
 constexpr OptionRow kDryRun[] = {{"--dry-run", "", "Show the renames and touch nothing"}};
 constexpr OptionRow kBuildOptions[] = {
     {"--eoy", "", "Keep the New Year text between @@EOY lines"},
+    {"--sync", "", "Wait until the disk keeps what was written"},
+};
+constexpr OptionRow kGroupOptions[] = {
+    {"--sync", "", "Wait until the disk keeps what was written"},
 };
 constexpr OptionRow kGrabOptions[] = {
     {"--redirect", "", "Add a redirect line to each page, one folder up"},
@@ -91,7 +95,7 @@ constexpr CallRow kCalls[] = {
      .about = "Build a site section and every folder of its _group.txt (\"group\")",
      .details = "The New Year blocks are switched on. Without _group.txt nothing is built.",
      .example = "kiv-cli group ~/sites/museum",
-     .arguments = kOneDirectory, .run = RunGroup},
+     .arguments = kOneDirectory, .options = kGroupOptions, .run = RunGroup},
     {.name = "sitemap",
      .about = "Merge the site maps of a group into _sitemap-master.txt (\"Assemble Site Map\")",
      .details = "Without _group.txt nothing is done.",

@@ -1,6 +1,6 @@
 #include "cli/face.h"
 
-#include "text/windows1252.h"
+#include "cli/shown_text.h"
 
 #include <ostream>
 
@@ -46,7 +46,7 @@ void CliReporter::Show(std::string_view text)
     if (err_ == nullptr)
         return;
     terminal_line_.Clear();
-    *err_ << "kiv: " << ToUtf8(text) << '\n' << std::flush;
+    *err_ << "kiv: " << ShownText(text) << '\n' << std::flush;
 }
 
 } // namespace kiv

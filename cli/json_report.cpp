@@ -50,6 +50,27 @@ Json WarningObject(const Warning& warning)
                 {"page", TextOrNull(warning.page)}};
 }
 
+/// A report as it may be shown on a terminal: the library writes these as they are.
+std::string WithoutOrders(const std::string& json)
+{
+    std::string shown;
+    shown.reserve(json.size());
+    for (std::size_t at = 0; at < json.size(); ++at) {
+        const auto next = static_cast<unsigned char>(at + 1 < json.size() ? json[at + 1] : 0);
+        if (json[at] == '\x7F') {
+            shown.append("\\u007f");
+        } else if (json[at] == '\xC2' && next >= 0x80 && next <= 0x9F) {
+            constexpr std::string_view kDigits = "0123456789abcdef";
+            shown.append("\\u00").push_back(kDigits[next >> 4U]);
+            shown.push_back(kDigits[next & 0xFU]);
+            ++at;
+        } else {
+            shown.push_back(json[at]);
+        }
+    }
+    return shown;
+}
+
 bool IsPair(const Json& pair)
 {
     return pair.is_array() && pair.size() == 2 && pair[0].is_string() && pair[1].is_string();
@@ -74,7 +95,7 @@ void PrintJson(std::ostream& out, const RunReport& report)
         object["renamed"] = Pairs(*report.renamed);
     if (report.result)
         object["result"] = ToUtf8(*report.result);
-    out << object.dump(2) << '\n';
+    out << WithoutOrders(object.dump(2)) << '\n';
 }
 
 Renames RenamesOfReport(std::string_view json, const std::string& path)

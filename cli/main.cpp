@@ -1,4 +1,5 @@
 #include "cli/run_cli.h"
+#include "platform/process.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -57,6 +58,11 @@ std::optional<std::string> Variable(const char* name)
     return value != nullptr ? std::optional(kiv::Utf8FromWide(value)) : std::nullopt;
 }
 
+bool OutIsTerminal()
+{
+    return _isatty(_fileno(stdout)) != 0;
+}
+
 /// The arguments as UTF-8, whatever the code page of the process. Texts pass as they are.
 std::vector<std::string> Arguments(int, char**)
 {
@@ -86,6 +92,11 @@ std::optional<std::string> Variable(const char* name)
     return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
 }
 
+bool OutIsTerminal()
+{
+    return isatty(STDOUT_FILENO) != 0;
+}
+
 std::vector<std::string> Arguments(int count, char** arguments)
 {
     return {arguments + 1, arguments + count};
@@ -97,9 +108,11 @@ std::vector<std::string> Arguments(int count, char** arguments)
 
 int main(int count, char** arguments)
 {
+    kiv::PrepareProcess();
     // With buffers of their own the streams also tell when reading fails.
     std::ios::sync_with_stdio(false);
     const Utf8Console console;
-    const kiv::CliSurroundings around{std::cin, std::cout, std::cerr, console.HasLine(), Variable};
+    const kiv::CliSurroundings around{std::cin,          std::cout, std::cerr,
+                                      console.HasLine(), Variable,  OutIsTerminal()};
     return kiv::RunCli(Arguments(count, arguments), around);
 }

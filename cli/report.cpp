@@ -1,5 +1,6 @@
 #include "cli/report.h"
 
+#include "cli/shown_text.h"
 #include "text/windows1252.h"
 
 #include <ostream>
@@ -10,27 +11,29 @@ namespace {
 
 std::string InBrackets(const std::string& place)
 {
-    return place.empty() ? std::string() : " (" + ToUtf8(place) + ")";
+    return place.empty() ? std::string() : " (" + ShownText(place) + ")";
 }
 
 } // namespace
 
-void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, bool verbose)
+void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, bool verbose,
+                bool out_is_terminal)
 {
     if (verbose)
         for (const Warning& warning : report.warnings)
             if (!warning.was_shown)
-                err << "kiv: " << ToUtf8(warning.text) << InBrackets(warning.PlaceText()) << '\n';
+                err << "kiv: " << ShownText(warning.text) << InBrackets(warning.PlaceText())
+                    << '\n';
     if (report.error)
-        err << "kiv: error: " << ToUtf8(report.error->text) << InBrackets(report.error->where)
+        err << "kiv: error: " << ShownText(report.error->text) << InBrackets(report.error->where)
             << '\n';
     if (report.dry_run && report.renamed)
         for (const Rename& rename : *report.renamed)
-            out << ToUtf8(rename.from) << " -> " << ToUtf8(rename.to) << '\n';
+            out << ShownText(rename.from) << " -> " << ShownText(rename.to) << '\n';
     if (report.result)
-        out << ToUtf8(*report.result);
+        out << (out_is_terminal ? ShownText(*report.result) : ToUtf8(*report.result));
     else if (!report.status.empty())
-        out << ToUtf8(report.status) << '\n';
+        out << ShownText(report.status) << '\n';
 }
 
 } // namespace kiv

@@ -28,6 +28,8 @@ struct RunReport {
 /// The result on `out`, or the renames of a dry run, or the status; a fatal error on `err`, and
 /// with `verbose` the warnings that were kept back. The messages went to standard error while the
 /// command ran.
-void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, bool verbose);
+/// Nothing of it steers a terminal but a result that goes to no terminal.
+void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, bool verbose,
+                bool out_is_terminal);
 
 } // namespace kiv

@@ -4,6 +4,7 @@
 #include "cli/face.h"
 #include "cli/json_report.h"
 #include "cli/report.h"
+#include "cli/shown_text.h"
 #include "cli/values.h"
 #include "platform/drives.h"
 #include "platform/machine.h"
@@ -11,8 +12,11 @@
 #include "shell/workspace.h"
 #include "text/windows1252.h"
 
+#include <algorithm>
 #include <memory>
+#include <new>
 #include <ostream>
+#include <string_view>
 #include <utility>
 
 namespace kiv {
@@ -58,11 +62,19 @@ void EnterDirectory(Workspace& workspace, const Call& call)
         TellOfUnfinishedRenames(workspace.machine());
 }
 
+/// A folder that somebody names and that is not there is a slip, not an order to make it.
+void CheckDriveC(Files& files, const Call& call)
+{
+    if (!files.FolderExists("C:\\"))
+        throw RunError(ErrorKind::file, "cannot use \"" + FromUtf8(call.given.Native("--drive-c")) +
+                                            "\" as drive C: no such folder");
+}
+
 RunReport RunCall(const Call& call, const CliSurroundings& around)
 {
     const bool json = call.given.Has("--json");
     const DriveMap drives = DrivesOf(call, around.variable);
-    if (call.row->start != Start::nothing && !IsDryRun(call))
+    if (call.row->start != Start::nothing && !IsDryRun(call) && !call.given.Has("--drive-c"))
         MakeDriveC(drives);
     const std::unique_ptr<Drives> files = MakeDriveFiles(drives);
     const std::unique_ptr<Clock> clock = MakeClock(call.given);
@@ -79,6 +91,8 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
     RunReport report;
     CallDesk desk{workspace, around.in, report};
     report.error = workspace.Run([&] {
+        if (call.row->start != Start::nothing && call.given.Has("--drive-c"))
+            CheckDriveC(*files, call);
         if (call.row->start == Start::site)
             EnterDirectory(workspace, call);
         call.row->run(desk, call.given);
@@ -97,11 +111,13 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
 
 } // namespace
 
-int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& around)
+namespace {
+
+int RunAndPrint(const std::vector<std::string>& arguments, const CliSurroundings& around)
 {
     const ReadCall read = ReadArguments(arguments);
     if (!read.call) {
-        (read.exit_code == 0 ? around.out : around.err) << read.text;
+        (read.exit_code == 0 ? around.out : around.err) << ShownUtf8(read.text);
         return read.exit_code;
     }
     const RunReport report = RunCall(*read.call, around);
@@ -109,12 +125,40 @@ int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& aro
     if (given.Has("--json"))
         PrintJson(around.out, report);
     else
-        PrintPlain(around.out, around.err, report, given.Has("--verbose"));
+        PrintPlain(around.out, around.err, report, given.Has("--verbose"), around.out_is_terminal);
+    return report.error ? 1 : 0;
+}
+
+/// Tells that there is no memory with what needs none: not even the arguments can be read.
+int TellNoMemory(const std::vector<std::string>& arguments, const CliSurroundings& around)
+{
+    constexpr std::string_view kJson =
+        R"({"status": "", "messages": [], "error": {"kind": "memory", "text": "there is not enough )"
+        R"(memory", "where": ""}, "files": [], "launched": [], "warnings": []})";
+    if (std::find(arguments.begin(), arguments.end(), std::string_view("--json")) !=
+        arguments.end())
+        around.out << kJson << '\n';
+    else
+        around.err << "kiv: error: there is not enough memory\n";
+    return 1;
+}
+
+} // namespace
+
+int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& around)
+{
+    int code = 1;
+    try {
+        code = RunAndPrint(arguments, around);
+    } catch (const std::bad_alloc&) {
+        code = TellNoMemory(arguments, around);
+    }
     // A result that could not be handed over must not look like success.
     around.out.flush();
-    if (!around.out)
-        around.err << "kiv: error: cannot write to standard output\n";
-    return report.error || !around.out ? 1 : 0;
+    if (around.out)
+        return code;
+    around.err << "kiv: error: cannot write to standard output\n";
+    return 1;
 }
 
 } // namespace kiv

@@ -16,6 +16,7 @@ struct CliSurroundings {
     std::ostream& err;
     bool err_is_terminal = false;
     Variables variable;
+    bool out_is_terminal = false;
 };
 
 /// Runs a call; `arguments` are UTF-8 and without the program's name. Returns the exit code: 0

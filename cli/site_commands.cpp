@@ -7,15 +7,27 @@
 
 namespace kiv {
 
+namespace {
+
+void FlushIfWanted(CallDesk& desk, const GivenValues& given)
+{
+    if (given.Has("--sync"))
+        desk.workspace.machine().files.FlushWritten();
+}
+
+} // namespace
+
 void RunBuild(CallDesk& desk, const GivenValues& given)
 {
     desk.workspace.EoyEnabled = given.Has("--eoy");
     BuildWorkDir(desk.workspace);
+    FlushIfWanted(desk, given);
 }
 
-void RunGroup(CallDesk& desk, const GivenValues&)
+void RunGroup(CallDesk& desk, const GivenValues& given)
 {
     BuildGroup(desk.workspace);
+    FlushIfWanted(desk, given);
 }
 
 void RunSiteMap(CallDesk& desk, const GivenValues&)

@@ -1,6 +1,8 @@
 #include "desktop/application.h"
+#include "platform/process.h"
 
 int main(int count, char** arguments)
 {
+    kiv::PrepareProcess();
     return kiv::RunDesktop(count, arguments);
 }

@@ -137,7 +137,7 @@ TEST_F(Arguments, AWrongCallIsToldWhatIsWrong)
         {{"pictures", "--folder"}, "--folder needs a value\nTry: kiv-cli pictures --help"},
         {{"rename", "a"}, "REPLACEMENT is required\nTry: kiv-cli rename --help"},
         {{"build", "a", "b"}, "b is one argument too many\nTry: kiv-cli build --help"},
-        {{"undo-renames"}, "--report is required\nTry: kiv-cli undo-renames --help"},
+        {{"undo-renames", "--report"}, "--report needs a value\nTry: kiv-cli undo-renames --help"},
         {{"reference", "5"}, "SECTION takes 1, 2, 3 or 4, not 5\nTry: kiv-cli reference --help"},
         {{"convert", "--mode", "x"},
          "--mode takes rs, js, getnames, cleanquotes, newsgrabber, tabtopipe or ptop, not x\n"

@@ -91,22 +91,38 @@ TEST_F(Drives, FormsOfDrivePaths)
     EXPECT_EQ(Built(c, "\\\\server\\share"), "file");
 }
 
-TEST_F(Drives, TheFolderOfDriveCIsMade)
+TEST_F(Drives, AFolderThatIsNamedAndNotThereIsNotMade)
 {
     const std::string drive = Native("new/c").string();
     for (const Texts& call : std::vector<Texts>{{"dimensions", "1", "1", "1", "1"},
                                                 {"reference", "1"},
-                                                {"fix-names", "--dry-run", "C:\\"}}) {
+                                                {"fix-names", "--dry-run", "C:\\"},
+                                                {"convert"},
+                                                {"build", "C:\\gone"}}) {
         Texts all = {"--drive-c", drive};
         all.insert(all.end(), call.begin(), call.end());
-        CallBare(all);
+        const Printed printed = CallBare(all);
+        EXPECT_FALSE(Exists("new")) << call[0];
+        const bool needs_it = call[0] != "dimensions" && call[0] != "reference";
+        EXPECT_EQ(printed.code, needs_it ? 1 : 0) << call[0];
+        EXPECT_EQ(printed.err, needs_it ? "kiv: error: cannot use \"" + drive +
+                                              "\" as drive C: no such folder\n"
+                                        : "")
+            << call[0];
+    }
+}
+
+TEST_F(Drives, TheFolderOfDriveCIsMadeAtTheFirstStart)
+{
+    variables["KIV_DRIVE_C"] = Native("new/c").string();
+    for (const Texts& call : std::vector<Texts>{
+             {"dimensions", "1", "1", "1", "1"}, {"fix-names", "--dry-run", "C:\\"}}) {
+        CallBare(call);
         EXPECT_FALSE(Exists("new")) << call[0];
     }
     for (const Texts& call : std::vector<Texts>{{"convert"}, {"build", "C:\\gone"}}) {
         std::filesystem::remove_all(Native("new"));
-        Texts all = {"--drive-c", drive};
-        all.insert(all.end(), call.begin(), call.end());
-        CallBare(all);
+        CallBare(call);
         EXPECT_TRUE(Exists("new/c/utils")) << call[0];
     }
     // A folder that is there stays as it is.

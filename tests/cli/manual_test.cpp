@@ -78,7 +78,7 @@ TEST(CallTable, ASynopsisShowsWhatGoesWithWhat)
     EXPECT_EQ(synopses["sitemap"], "sitemap [DIR]");
     EXPECT_EQ(synopses["grab"], "grab [DIR] [--redirect] [--all | --trimmed]");
     EXPECT_EQ(synopses["rename"], "rename [DIR] FIND REPLACEMENT [--dry-run]");
-    EXPECT_EQ(synopses["undo-renames"], "undo-renames [DIR] --report FILE");
+    EXPECT_EQ(synopses["undo-renames"], "undo-renames [DIR] [--report FILE]");
 }
 
 TEST(CallTable, TheHelpOfConvertTellsOfEveryMode)
@@ -186,7 +186,8 @@ TEST_F(Completion, OffersWhatMayFollow)
         {{"build", ""}, folders},
         {{"build", "hol"}, {"holiday pics"}},
         {{"build", "--"},
-         {"--drive-c", "--eoy", "--help", "--json", "--launch", "--now", "--verbose", "--version"}},
+         {"--drive-c", "--eoy", "--help", "--json", "--launch", "--now", "--sync", "--verbose",
+          "--version"}},
         {{"build", "--j"}, {"--json"}},
         {{"build", "--drive-c", "hol"}, {"holiday pics"}},
         {{"build", "site", "--e"}, {"--eoy"}},

@@ -1,0 +1,16 @@
+// Text as it may be shown on a terminal.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kiv {
+
+/// Windows-1252 text as UTF-8 in which nothing steers a terminal: all that is no character to be
+/// seen, but for tabs and line ends, becomes `\xHH`, its number in the code page. CR LF becomes LF.
+std::string ShownText(std::string_view text);
+
+/// The same for text that is UTF-8 already.
+std::string ShownUtf8(std::string_view utf8);
+
+} // namespace kiv

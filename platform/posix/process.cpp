@@ -1,0 +1,23 @@
+#include "platform/process.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace kiv {
+
+void PrepareProcess()
+{
+    // The lowest free number is the one that is closed. What is to be read from it is opened for
+    // writing, and the other way round.
+    for (int standard = STDIN_FILENO; standard <= STDERR_FILENO; ++standard)
+        if (::fcntl(standard, F_GETFD) < 0) {
+            const int mode = standard == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+            if (::open("/dev/null", mode) != standard)
+                break; // the machine is in a bad way: the streams stay as they are
+        }
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
+} // namespace kiv
