@@ -21,8 +21,8 @@ class Drives : public CliTest {
     {
         Texts call = options;
         call.insert(call.end(), {"--json", "build", directory});
-        const Json report = Json::parse(CallBare(call).out);
-        return report["files"].empty() ? KindOf(report) : report["files"][0].get<std::string>();
+        const Json report = Json::Parse(CallBare(call).out);
+        return report["files"].Size() == 0 ? KindOf(report) : report["files"][0].Text();
     }
 };
 
