@@ -1,4 +1,5 @@
 // Runs the kiv-cli program over every golden site of this folder, see README.md.
+//   site_tests [KIV-CLI]    that of the build, or another one
 #include "tests/support/folders.h"
 #include "tests/support/json.h"
 
@@ -27,7 +28,9 @@ std::vector<std::string> LinesOf(const fs::path& path)
 
 class SiteTest : public testing::Test {
   public:
-    explicit SiteTest(fs::path site) : site_(std::move(site)) {}
+    SiteTest(fs::path program, fs::path site) : program_(std::move(program)), site_(std::move(site))
+    {
+    }
 
     void TestBody() override
     {
@@ -58,7 +61,7 @@ class SiteTest : public testing::Test {
     {
         const std::string arguments = LinesOf(site_ / "cmd").at(0);
         std::ostringstream command;
-        command << "\"" << fs::absolute(KIV_CLI).make_preferred().string() << "\" --drive-c \""
+        command << "\"" << fs::absolute(program_).make_preferred().string() << "\" --drive-c \""
                 << drive.string() << "\" --now 2004-03-05T14:07:09 --json " << arguments << " > \""
                 << output.string() << "\"";
 #ifdef _WIN32
@@ -81,6 +84,7 @@ class SiteTest : public testing::Test {
         return tree;
     }
 
+    fs::path program_;
     fs::path site_;
     kiv::test::TemporaryFolder folder_;
 };
@@ -98,13 +102,15 @@ std::string TestName(const fs::path& site)
 int main(int count, char** arguments)
 {
     testing::InitGoogleTest(&count, arguments);
+    const fs::path program = count > 1 ? arguments[1] : KIV_CLI;
     std::vector<fs::path> sites;
     for (const auto& entry : fs::directory_iterator(KIV_SITES))
         if (fs::exists(entry.path() / "cmd"))
             sites.push_back(entry.path());
     std::sort(sites.begin(), sites.end());
     for (const fs::path& site : sites)
-        testing::RegisterTest("sites", TestName(site).c_str(), nullptr, nullptr, __FILE__, __LINE__,
-                              [site]() -> testing::Test* { return new SiteTest(site); });
+        testing::RegisterTest(
+            "sites", TestName(site).c_str(), nullptr, nullptr, __FILE__, __LINE__,
+            [program, site]() -> testing::Test* { return new SiteTest(program, site); });
     return RUN_ALL_TESTS();
 }
