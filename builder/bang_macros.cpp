@@ -27,7 +27,7 @@ Expansion ExpandShowHide(const BracketUse& use, Build& build)
 
 Expansion ExpandFlv(const BracketUse& use, Build& build)
 {
-    const Expansion as_it_stands = {std::string(use.Text())};
+    Expansion as_it_stands = {std::string(use.Text())};
     if (!use.is_closed)
         return as_it_stands;
     const Fields fields(use);

@@ -13,14 +13,53 @@ else()
     endif()
 endif()
 if(KIV_SANITIZE)
-    target_compile_options(kiv_options INTERFACE
-        -fsanitize=${KIV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    target_link_options(kiv_options INTERFACE -fsanitize=${KIV_SANITIZE})
+    add_compile_options(-fsanitize=${KIV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${KIV_SANITIZE})
 endif()
 
-# kiv_library(NAME SOURCES … USES …): one folder as one static library, kiv_NAME.
+# Most of the time to compile goes into headers of the standard library, of Qt and of GoogleTest, so these are compiled once
+# for many units. ccache keeps no objects that were made with such headers.
+set(pch ON)
+if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES "ccache")
+    set(pch OFF)
+endif()
+set(KIV_PCH ${pch} CACHE BOOL "Compile headers of libraries once for many units")
+if(KIV_PCH AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # GCC no longer takes such a header for the system's when it optimises, and warns of the library's own copying of text.
+    # Builds with ccache keep these warnings.
+    target_compile_options(kiv_options INTERFACE -Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread)
+endif()
+
+# kiv_headers(NAME USES … HEADERS …): a library that holds compiled headers for other targets to use.
+function(kiv_headers name)
+    if(NOT KIV_PCH)
+        return()
+    endif()
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "HEADERS;USES")
+    file(CONFIGURE OUTPUT ${name}.cpp CONTENT "") # the headers need a unit to stand before
+    add_library(${name} OBJECT ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
+    target_link_libraries(${name} PRIVATE kiv_options ${ARG_USES})
+    target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
+endfunction()
+
+# kiv_use_headers(TARGET NAME): compiles a target with the headers of a kiv_headers library.
+function(kiv_use_headers target name)
+    if(KIV_PCH)
+        target_precompile_headers(${target} REUSE_FROM ${name})
+    endif()
+endfunction()
+
+kiv_headers(kiv_std_headers
+    HEADERS <algorithm> <array> <functional> <map> <memory> <optional> <string> <string_view> <vector>)
+
+# kiv_library(NAME SOURCES … USES … [HEADERS …]): one folder as one static library, kiv_NAME, compiled with the headers of the
+# kiv_headers library, or with those of the standard library.
 function(kiv_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;USES")
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "HEADERS" "SOURCES;USES")
     add_library(kiv_${name} STATIC ${ARG_SOURCES})
     target_link_libraries(kiv_${name} PUBLIC kiv_options ${ARG_USES})
+    if(NOT ARG_HEADERS)
+        set(ARG_HEADERS kiv_std_headers)
+    endif()
+    kiv_use_headers(kiv_${name} ${ARG_HEADERS})
 endfunction()

@@ -9,7 +9,7 @@ test_packages=(libgtest-dev libgmock-dev libbenchmark-dev tidy imagemagick
     chromium chromium-driver python3-selenium)
 # A screen, a window manager and a client for the test of the window from outside.
 outside_packages=(xvfb xauth openbox x11-utils dbus at-spi2-core python3-gi gir1.2-atspi-2.0)
-lint_packages=(clang clang-format clang-tidy) # clang builds the tests with sanitizers, too
+clang_packages=(clang lld clang-format clang-tidy) # Clang builds the tests with sanitizers, too
 windows_packages=(g++-mingw-w64-x86-64-posix wine64 fonts-wine fonts-liberation2 googletest nsis dpkg-dev file)
 windows_qt_packages=(qt6-base-dev qt6-base-dev-tools dpkg-dev)
 

@@ -2,9 +2,8 @@
 
 #include "cli/run_cli.h"
 #include "tests/support/folders.h"
+#include "tests/support/json.h"
 #include "text/windows1252.h"
-
-#include <nlohmann/json.hpp>
 
 #include <filesystem>
 #include <iterator>
@@ -15,7 +14,6 @@ namespace kiv::test {
 namespace {
 
 namespace fs = std::filesystem;
-using Json = nlohmann::json;
 
 /// The C folder of one case.
 class CaseFolder {
@@ -87,14 +85,14 @@ class CaseRun {
         if (code != (case_.error.empty() ? 0 : 1))
             differences_ << "exit code " << code << "\n" << err.str() << out.str();
         else
-            report_ = Json::parse(out.str());
+            report_ = Json::Parse(out.str());
     }
 
     static std::vector<std::string> Texts(const Json& list)
     {
         std::vector<std::string> texts;
-        for (const Json& item : list)
-            texts.push_back(FromUtf8(item.get<std::string>()));
+        for (const Json& item : list.Items())
+            texts.push_back(FromUtf8(item.Text()));
         return texts;
     }
 
@@ -113,28 +111,27 @@ class CaseRun {
 
     void CompareReport()
     {
-        const Json& error = report_.at("error");
-        const std::string kind = error.is_null() ? "" : error.at("kind").get<std::string>();
+        const Json error = (*report_)["error"];
+        const std::string kind = error.IsNull() ? "" : error["kind"].Text();
         Compare("error", {case_.error}, {kind});
-        Compare("messages", case_.messages, Texts(report_.at("messages")));
-        Compare("launched", case_.launched, Texts(report_.at("launched")));
+        Compare("messages", case_.messages, Texts((*report_)["messages"]));
+        Compare("launched", case_.launched, Texts((*report_)["launched"]));
         if (case_.status)
-            Compare("status", {*case_.status}, {FromUtf8(report_.at("status").get<std::string>())});
+            Compare("status", {*case_.status}, {FromUtf8((*report_)["status"].Text())});
         if (case_.files)
-            Compare("files", *case_.files, Texts(report_.at("files")));
+            Compare("files", *case_.files, Texts((*report_)["files"]));
         if (!case_.warnings.empty()) {
             std::vector<std::string> warnings;
-            for (const Json& warning : report_.at("warnings"))
-                warnings.push_back(FromUtf8(warning.at("text").get<std::string>()));
+            for (const Json& warning : (*report_)["warnings"].Items())
+                warnings.push_back(FromUtf8(warning["text"].Text()));
             Compare("warnings", case_.warnings, warnings);
         }
         if (case_.result)
-            Compare("result", {*case_.result}, {FromUtf8(report_.at("result").get<std::string>())});
+            Compare("result", {*case_.result}, {FromUtf8((*report_)["result"].Text())});
         if (case_.renamed) {
             std::vector<std::string> pairs;
-            for (const Json& pair : report_.at("renamed"))
-                pairs.push_back(FromUtf8(pair.at(0).get<std::string>() + " -> " +
-                                         pair.at(1).get<std::string>()));
+            for (const Json& pair : (*report_)["renamed"].Items())
+                pairs.push_back(FromUtf8(pair[0].Text() + " -> " + pair[1].Text()));
             Compare("renamed", *case_.renamed, pairs);
         }
     }
@@ -173,7 +170,7 @@ class CaseRun {
     const Case& case_;
     CaseFolder folder_;
     FileTree before_;
-    Json report_;
+    std::optional<Json> report_;
     std::ostringstream differences_;
 };
 

@@ -236,7 +236,7 @@ TEST_F(Arguments, OptionsStandAnywhere)
                             {"rename", "--dry-run", "--json", "--", "C:\\site", "a", "b"}}) {
         const Printed printed = Call(call);
         EXPECT_EQ(printed.code, 0);
-        EXPECT_EQ(Json::parse(printed.out)["renamed"], Json::parse(R"([["ab", "bb"]])"));
+        EXPECT_EQ(Json::Parse(printed.out)["renamed"], Json::Parse(R"([["ab", "bb"]])"));
     }
     EXPECT_EQ(NamesIn("site"), (Texts{"ab"}));
     EXPECT_EQ(CallBare({"build", "C:\\site", "--drive-c", Root().string()}).err,
@@ -261,31 +261,31 @@ TEST_F(Arguments, NumbersAndALoneDashAreValues)
 {
     Put("site/a-b", "");
     EXPECT_EQ(Report({"rename", "C:\\site", "-", "-5"})["renamed"],
-              Json::parse(R"([["a-b", "a-5b"]])"));
+              Json::Parse(R"([["a-b", "a-5b"]])"));
     EXPECT_EQ(Report({"rename", "C:\\site", "-5", "{}"})["renamed"],
-              Json::parse(R"([["a-5b", "a{}b"]])"));
+              Json::Parse(R"([["a-5b", "a{}b"]])"));
     EXPECT_EQ(Report({"rename", "C:\\site", "--dry-run", "a", "[b]"})["renamed"],
-              Json::parse(R"([["a{}b", "[b]{}b"]])"));
+              Json::Parse(R"([["a{}b", "[b]{}b"]])"));
 }
 
 TEST_F(Arguments, TwoDashesEndTheOptions)
 {
     Put("site/a{}b", "");
     EXPECT_EQ(Report({"rename", "C:\\site", "--", "{}", "--x"})["renamed"],
-              Json::parse(R"([["a{}b", "a--xb"]])"));
+              Json::Parse(R"([["a{}b", "a--xb"]])"));
     EXPECT_EQ(Report({"rename", "--", "C:\\site", "--x", "--report="})["renamed"],
-              Json::parse(R"([["a--xb", "a--report=b"]])"));
+              Json::Parse(R"([["a--xb", "a--report=b"]])"));
     EXPECT_EQ(Report({"rename", "C:\\site", "--", "--report=", "++"})["renamed"],
-              Json::parse(R"([["a--report=b", "a++b"]])"));
+              Json::Parse(R"([["a--report=b", "a++b"]])"));
     EXPECT_EQ(Report({"rename", "--", "C:\\site", "++", ""})["renamed"],
-              Json::parse(R"([["a++b", "ab"]])"));
+              Json::Parse(R"([["a++b", "ab"]])"));
 }
 
 TEST_F(Arguments, ANameOfACommandIsAValueBehindACommand)
 {
     Put("site/build", "");
     EXPECT_EQ(Report({"rename", "C:\\site", "build", "group"})["renamed"],
-              Json::parse(R"([["build", "group"]])"));
+              Json::Parse(R"([["build", "group"]])"));
 }
 
 TEST_F(Arguments, TheFieldsOfTheCalculatorAreValues)

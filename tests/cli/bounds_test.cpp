@@ -52,7 +52,7 @@ TEST_F(LargestSites, OneSourceLineMore)
     Put("site/_html.txt", PageList("y\n"));
     const Json report = Report({"build", "C:\\site"});
     EXPECT_EQ(KindOf(report), "subscript");
-    EXPECT_THAT(report["error"].dump(), testing::HasSubstr("40001"));
+    EXPECT_THAT(report["error"].Dump(), testing::HasSubstr("40001"));
     EXPECT_FALSE(Exists("site/p1.htm")); // the whole list is read before a page is written
 }
 
@@ -81,7 +81,7 @@ TEST_F(LargestSites, TheBlockOfALineTooManyIsExpandedBeforeTheLineIsStored)
     Put("site/_html.txt", PageList("<zufoo>\n"));
     const Json report = Report({"build", "C:\\site"});
     EXPECT_EQ(KindOf(report), "subscript");
-    EXPECT_EQ(report["messages"], Json::parse(R"(["<zufoo> is unknown!"])"));
+    EXPECT_EQ(report["messages"], Json::Parse(R"(["<zufoo> is unknown!"])"));
     Put("site/_html.txt", PageList("<zutable>\n"));
     EXPECT_EQ(KindOf(Report({"build", "C:\\site"})), "end-of-file");
 }
@@ -100,7 +100,7 @@ TEST_F(LargestSites, AThousandPagesAndOneMore)
         Put("site/_html.txt", list(pages));
         const Json report = Report({"build", "C:\\site"});
         EXPECT_EQ(KindOf(report), "subscript") << pages;
-        EXPECT_THAT(report["error"]["where"].get<std::string>(), testing::HasSubstr(place));
+        EXPECT_THAT(report["error"]["where"].Text(), testing::HasSubstr(place));
         EXPECT_FALSE(Exists("site/p1.htm"));
     }
 }

@@ -3,10 +3,10 @@
 
 #include "cli/run_cli.h"
 #include "tests/support/folders.h"
+#include "tests/support/json.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include <map>
 #include <optional>
@@ -18,7 +18,7 @@ namespace kiv {
 
 class CliTest : public testing::Test, public test::DriveFolder {
   protected:
-    using Json = nlohmann::ordered_json;
+    using Json = test::Json;
     using Texts = std::vector<std::string>;
 
     struct Printed {
@@ -33,11 +33,16 @@ class CliTest : public testing::Test, public test::DriveFolder {
         std::istringstream in(input);
         std::ostringstream out;
         std::ostringstream err;
-        const CliSurroundings around{in, out, err, false, [this](const char* name) {
+        const CliSurroundings around{in,
+                                     out,
+                                     err,
+                                     false,
+                                     [this](const char* name) {
                                          const auto set = variables.find(name);
                                          return set == variables.end() ? std::nullopt
                                                                        : std::optional(set->second);
-                                     }};
+                                     },
+                                     out_is_terminal};
         const int code = RunCli(arguments, around);
         return {code, out.str(), err.str()};
     }
@@ -57,18 +62,19 @@ class CliTest : public testing::Test, public test::DriveFolder {
         all.insert(all.end(), arguments.begin(), arguments.end());
         const Printed printed = Call(all);
         EXPECT_EQ(printed.err, "");
-        Json report = Json::parse(printed.out);
-        EXPECT_EQ(printed.code, report["error"].is_null() ? 0 : 1);
+        Json report = Json::Parse(printed.out);
+        EXPECT_EQ(printed.code, report["error"].IsNull() ? 0 : 1);
         return report;
     }
 
     static std::string KindOf(const Json& report)
     {
-        const Json& error = report["error"];
-        return error.is_null() ? "" : error["kind"].get<std::string>();
+        const Json error = report["error"];
+        return error.IsNull() ? "" : error["kind"].Text();
     }
 
     std::string input;
+    bool out_is_terminal = false;
     std::map<std::string, std::string> variables;
 };
 

@@ -21,8 +21,8 @@ class Drives : public CliTest {
     {
         Texts call = options;
         call.insert(call.end(), {"--json", "build", directory});
-        const Json report = Json::parse(CallBare(call).out);
-        return report["files"].empty() ? KindOf(report) : report["files"][0].get<std::string>();
+        const Json report = Json::Parse(CallBare(call).out);
+        return report["files"].Size() == 0 ? KindOf(report) : report["files"][0].Text();
     }
 };
 
@@ -105,9 +105,9 @@ TEST_F(Drives, AFolderThatIsNamedAndNotThereIsNotMade)
         EXPECT_FALSE(Exists("new")) << call[0];
         const bool needs_it = call[0] != "dimensions" && call[0] != "reference";
         EXPECT_EQ(printed.code, needs_it ? 1 : 0) << call[0];
-        EXPECT_EQ(printed.err, needs_it ? "kiv: error: cannot use \"" + drive +
-                                              "\" as drive C: no such folder\n"
-                                        : "")
+        EXPECT_EQ(printed.err,
+                  needs_it ? "kiv: error: cannot use \"" + drive + "\" as drive C: no such folder\n"
+                           : "")
             << call[0];
     }
 }
@@ -115,8 +115,8 @@ TEST_F(Drives, AFolderThatIsNamedAndNotThereIsNotMade)
 TEST_F(Drives, TheFolderOfDriveCIsMadeAtTheFirstStart)
 {
     variables["KIV_DRIVE_C"] = Native("new/c").string();
-    for (const Texts& call : std::vector<Texts>{
-             {"dimensions", "1", "1", "1", "1"}, {"fix-names", "--dry-run", "C:\\"}}) {
+    for (const Texts& call : std::vector<Texts>{{"dimensions", "1", "1", "1", "1"},
+                                                {"fix-names", "--dry-run", "C:\\"}}) {
         CallBare(call);
         EXPECT_FALSE(Exists("new")) << call[0];
     }

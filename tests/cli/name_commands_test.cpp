@@ -33,8 +33,8 @@ TEST_F(NameCommands, ThumbNames)
     EXPECT_EQ(Call({"thumb-names", "--dry-run", "C:\\site"}).out, "Pic.Gif -> Pic_t.Gif\n");
     const Json report = Report({"thumb-names", "C:\\site"});
     EXPECT_EQ(report["status"], "_t complete");
-    EXPECT_EQ(report["renamed"], Json::parse(R"([["Pic.Gif", "Pic_t.Gif"]])"));
-    EXPECT_EQ(report["files"], Json::array()); // renamed files are not written
+    EXPECT_EQ(report["renamed"], Json::Parse(R"([["Pic.Gif", "Pic_t.Gif"]])"));
+    EXPECT_EQ(report["files"], Json::Parse("[]")); // renamed files are not written
 }
 
 TEST_F(NameCommands, Rename)
@@ -42,9 +42,9 @@ TEST_F(NameCommands, Rename)
     Put("site/a.htm", "");
     const Json report = Report({"rename", "C:\\site", ".htm", ".html"});
     EXPECT_EQ(report["status"], "");
-    EXPECT_EQ(report["renamed"], Json::parse(R"([["a.htm", "a.html"]])"));
+    EXPECT_EQ(report["renamed"], Json::Parse(R"([["a.htm", "a.html"]])"));
     EXPECT_EQ(Report({"rename", "C:\\site", "", "x"})["messages"],
-              Json::parse(R"(["Fill in find field, please"])"));
+              Json::Parse(R"(["Fill in find field, please"])"));
     EXPECT_EQ(NamesIn("site"), (Texts{"a.html"}));
 }
 
@@ -53,12 +53,12 @@ TEST_F(NameCommands, WithoutDirTheCurrentDirectoryIsMeant)
     const std::filesystem::path old = std::filesystem::current_path();
     Put("site/a.htm", "");
     std::filesystem::current_path(Native("site"));
-    EXPECT_EQ(Report({"rename", "a", "b"})["renamed"], Json::parse(R"([["a.htm", "b.htm"]])"));
+    EXPECT_EQ(Report({"rename", "a", "b"})["renamed"], Json::Parse(R"([["a.htm", "b.htm"]])"));
     EXPECT_EQ(Report({"rename", "--dry-run", "b", "c"})["renamed"],
-              Json::parse(R"([["b.htm", "c.htm"]])"));
+              Json::Parse(R"([["b.htm", "c.htm"]])"));
     std::filesystem::current_path(Native("."));
     EXPECT_EQ(Report({"rename", "./site/", "b", "d"})["renamed"],
-              Json::parse(R"([["b.htm", "d.htm"]])"));
+              Json::Parse(R"([["b.htm", "d.htm"]])"));
     std::filesystem::current_path(old);
     EXPECT_EQ(NamesIn("site"), (Texts{"d.htm"}));
 }
@@ -68,9 +68,9 @@ TEST_F(NameCommands, NamesOutsideTheCodePage)
     Put("site/\xE4\xB8\xAD \xC3\x89.jpg", "1");
     const Json report = Report({"fix-names", "C:\\site"});
     EXPECT_EQ(report["renamed"],
-              Json::parse("[[\"&#20013; \xC3\x89.jpg\", \"-20013--\xC3\xA9.jpg\"]]"));
+              Json::Parse("[[\"&#20013; \xC3\x89.jpg\", \"-20013--\xC3\xA9.jpg\"]]"));
     EXPECT_EQ(Content("site/-20013--\xC3\xA9.jpg"), "1");
-    EXPECT_EQ(Call({"undo-renames", "C:\\site", "--report", Keep(report.dump())}).code, 0);
+    EXPECT_EQ(Call({"undo-renames", "C:\\site", "--report", Keep(report.Dump())}).code, 0);
     EXPECT_EQ(NamesIn("site"), (Texts{"\xE4\xB8\xAD \xC3\x89.jpg"}));
 }
 
@@ -116,9 +116,9 @@ TEST_F(NameCommands, AReportTakesItsRenamesBack)
     EXPECT_EQ(NamesIn("site"), names);
     for (const std::string& name : names)
         EXPECT_EQ(Content("site/" + name), name);
-    EXPECT_EQ(undone["renamed"].size(), 3U);
+    EXPECT_EQ(undone["renamed"].Size(), 3U);
     // Its own report takes that back again.
-    Keep(undone.dump());
+    Keep(undone.Dump());
     EXPECT_EQ(Call({"undo-renames", "C:\\site", "--report=" + report}).code, 0);
     EXPECT_EQ(NamesIn("site"), (Texts{"b-c.txt", "photo.jpg", "\xC3\xA9-1.htm"}));
 }
@@ -141,7 +141,7 @@ TEST_F(NameCommands, UndoingNeverOverwrites)
     const std::string report = Keep(R"({"renamed": [["a b", "a-b"], ["c d", "c-d"]]})");
     const Json undone = Report({"undo-renames", "C:\\site", "--report", report});
     EXPECT_EQ(KindOf(undone), "file");
-    EXPECT_EQ(undone["renamed"], Json::parse(R"([["c-d", "c d"]])"));
+    EXPECT_EQ(undone["renamed"], Json::Parse(R"([["c-d", "c d"]])"));
     EXPECT_EQ(Content("site/a b"), "2");
     EXPECT_EQ(Content("site/a-b"), "1");
 }

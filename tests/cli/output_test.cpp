@@ -20,14 +20,6 @@ class Output : public CliTest {
         Put("site/_template.txt", ";\n");
         Put("site/_html.txt", "@FILE = index\n@TITLE = T\n");
     }
-
-    static Texts KeysOf(const Json& object)
-    {
-        Texts keys;
-        for (const auto& [key, value] : object.items())
-            keys.push_back(key);
-        return keys;
-    }
 };
 
 TEST_F(Output, PlainStatus)
@@ -67,39 +59,39 @@ TEST_F(Output, WarningsThatWereKeptBackAreVerbose)
                                                  "kiv: Missing closed bracket: b (C:\\site\\"
                                                  "_html.txt, line 5, page index"));
     const Json report = Report({"build", "C:\\site"});
-    EXPECT_EQ(report["messages"].size(), 1U);
-    ASSERT_EQ(report["warnings"].size(), 2U);
-    EXPECT_THAT(KeysOf(report["warnings"][1]), ElementsAre("text", "file", "line", "page"));
-    EXPECT_EQ(report["warnings"][1]["line"], 5);
+    EXPECT_EQ(report["messages"].Size(), 1U);
+    ASSERT_EQ(report["warnings"].Size(), 2U);
+    EXPECT_THAT(report["warnings"][1].Keys(), ElementsAre("text", "file", "line", "page"));
+    EXPECT_EQ(report["warnings"][1]["line"], Json::Parse("5"));
     EXPECT_EQ(report["warnings"][1]["file"], "C:\\site\\_html.txt");
 }
 
 TEST_F(Output, KeysOfTheReport)
 {
-    EXPECT_THAT(KeysOf(Report({"build", "C:\\site"})),
+    EXPECT_THAT(Report({"build", "C:\\site"}).Keys(),
                 ElementsAre("status", "messages", "error", "files", "launched", "warnings"));
     EXPECT_THAT(
-        KeysOf(Report({"fix-names", "C:\\site"})),
+        Report({"fix-names", "C:\\site"}).Keys(),
         ElementsAre("status", "messages", "error", "files", "launched", "warnings", "renamed"));
     EXPECT_THAT(
-        KeysOf(Report({"reference", "1"})),
+        Report({"reference", "1"}).Keys(),
         ElementsAre("status", "messages", "error", "files", "launched", "warnings", "result"));
     const Json failed = Report({"dimensions", "0", "0", "1", "1"});
-    EXPECT_THAT(KeysOf(failed),
+    EXPECT_THAT(failed.Keys(),
                 ElementsAre("status", "messages", "error", "files", "launched", "warnings"));
-    EXPECT_THAT(KeysOf(failed["error"]), ElementsAre("kind", "text", "where"));
+    EXPECT_THAT(failed["error"].Keys(), ElementsAre("kind", "text", "where"));
     EXPECT_EQ(KindOf(failed), "division");
-    EXPECT_EQ(Report({"fix-names", "C:\\gone"})["renamed"], Json::array());
+    EXPECT_EQ(Report({"fix-names", "C:\\gone"})["renamed"], Json::Parse("[]"));
 }
 
 TEST_F(Output, MessagesOfToolsAreWarningsWithoutPlace)
 {
     const Json report = Report({"grab", "C:\\utils"});
     EXPECT_EQ(report["status"], "");
-    EXPECT_EQ(report["messages"], Json::parse(R"(["Empty directory!"])"));
+    EXPECT_EQ(report["messages"], Json::Parse(R"(["Empty directory!"])"));
     EXPECT_EQ(
         report["warnings"],
-        Json::parse(R"([{"text": "Empty directory!", "file": null, "line": null, "page": null}])"));
+        Json::Parse(R"([{"text": "Empty directory!", "file": null, "line": null, "page": null}])"));
 }
 
 TEST_F(Output, TextIsUtf8)
@@ -114,7 +106,7 @@ TEST_F(Output, FilesAreListedEachTimeTheyAreClosed)
 {
     Put("utils/ftplist.txt", "C:\\site\\|put it\r\n");
     EXPECT_EQ(Report({"build", "C:\\site"})["files"],
-              Json::parse(R"(["C:\\guestout2.bat", "C:\\site\\index.htm", "C:\\site\\_toc.txt",
+              Json::Parse(R"(["C:\\guestout2.bat", "C:\\site\\index.htm", "C:\\site\\_toc.txt",
                               "C:\\site\\_sitemap.txt"])"));
 }
 
@@ -124,10 +116,10 @@ TEST_F(Output, ProgramsAreOnlyListed)
     Put("site/_sitemap.txt", "");
     Put("utils/kiv_editpad.txt", "c:\\no\\such\\pad.exe\r\n");
     EXPECT_EQ(Report({"sitemap", "C:\\site"})["launched"],
-              Json::parse(R"(["c:\\no\\such\\pad.exe C:\\site\\_sitemap-master.txt"])"));
+              Json::Parse(R"(["c:\\no\\such\\pad.exe C:\\site\\_sitemap-master.txt"])"));
     const Json launched = Report({"--launch", "sitemap", "C:\\site"});
     EXPECT_EQ(KindOf(launched), "file");
-    EXPECT_EQ(launched["launched"], Json::array());
+    EXPECT_EQ(launched["launched"], Json::Parse("[]"));
 }
 
 TEST_F(Output, TheClockCanBeSet)
@@ -182,13 +174,13 @@ TEST_F(Output, AWarningOfABlockStandsAtTheLineLastRead)
         "@ASP = asp\n@FILE = a.htm\n@TITLE = A\n<zutable>\na\n@x\n++p.txt\n<zu\n");
     Put("site/p.txt", "x\n<zutab\na\n@y\n");
     const Json warnings = Report({"build", "C:\\site"})["warnings"];
-    ASSERT_EQ(warnings.size(), 6U); // two passes, alike
+    ASSERT_EQ(warnings.Size(), 6U); // two passes, alike
     for (const std::size_t pass : {0U, 3U}) {
-        EXPECT_EQ(warnings[pass], Json::parse(R"({"text": "@x\r\nForgot to close your zutable!",
+        EXPECT_EQ(warnings[pass], Json::Parse(R"({"text": "@x\r\nForgot to close your zutable!",
             "file": "C:\\site\\_html.txt", "line": 6, "page": null})"));
-        EXPECT_EQ(warnings[pass + 1], Json::parse(R"({"text": "BIG OOPS! zutable!!",
+        EXPECT_EQ(warnings[pass + 1], Json::Parse(R"({"text": "BIG OOPS! zutable!!",
             "file": "C:\\site\\p.txt", "line": 4, "page": null})"));
-        EXPECT_EQ(warnings[pass + 2], Json::parse(R"({"text": "Oops! Missing close '>' in: <zu",
+        EXPECT_EQ(warnings[pass + 2], Json::Parse(R"({"text": "Oops! Missing close '>' in: <zu",
             "file": "C:\\site\\_html.txt", "line": 8, "page": null})"));
     }
 }
@@ -200,7 +192,7 @@ TEST_F(Output, AWarningNamesTheFileThatItsLineComesFrom)
     Put("site/body.txt", "x\n;c\n!!mailto[q\n");
     Put("site/_html.txt", "@FILE = a\n@TITLE = T\n\n++body.txt\n!!mailto[z\n");
     const Json warnings = Report({"build", "C:\\site"})["warnings"];
-    EXPECT_EQ(warnings, Json::parse(R"([
+    EXPECT_EQ(warnings, Json::Parse(R"([
         {"text": "Missing closed bracket: t", "file": "C:\\site\\inc.txt", "line": 2, "page": "a.htm"},
         {"text": "Missing closed bracket: q", "file": "C:\\site\\body.txt", "line": 3, "page": "a.htm"},
         {"text": "Missing closed bracket: z", "file": "C:\\site\\_html.txt", "line": 5, "page": "a.htm"}])"));

@@ -15,9 +15,9 @@ TEST_F(CommandStart, TheUploadBatchIsWorkedOut)
 {
     Put("utils/ftplist.txt", "C:\\site\\|put it|surplus\r\n");
     Put("guestout2.bat", "old");
-    EXPECT_EQ(Report({"fix-names", "C:\\site"})["files"], Json::parse(R"(["C:\\guestout2.bat"])"));
+    EXPECT_EQ(Report({"fix-names", "C:\\site"})["files"], Json::Parse(R"(["C:\\guestout2.bat"])"));
     EXPECT_EQ(Content("guestout2.bat"), "put it\r\n");
-    EXPECT_EQ(Report({"fix-names", "C:\\utils"})["files"], Json::array());
+    EXPECT_EQ(Report({"fix-names", "C:\\utils"})["files"], Json::Parse("[]"));
     EXPECT_FALSE(Exists("guestout2.bat"));
 }
 
@@ -60,9 +60,9 @@ TEST_F(CommandStart, ADryRunLeavesTheBatchAlone)
     Put("guestout2.bat", "old");
     Put("site/a b", "");
     const Json report = Report({"fix-names", "--dry-run", "C:\\site"});
-    EXPECT_EQ(report["files"], Json::array());
+    EXPECT_EQ(report["files"], Json::Parse("[]"));
     EXPECT_EQ(report["status"], "");
-    EXPECT_EQ(report["renamed"], Json::parse(R"([["a b", "a-b"]])"));
+    EXPECT_EQ(report["renamed"], Json::Parse(R"([["a b", "a-b"]])"));
     EXPECT_EQ(Content("guestout2.bat"), "old");
     EXPECT_EQ(NamesIn("site"), (Texts{"a b"}));
 }

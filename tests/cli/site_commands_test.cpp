@@ -38,7 +38,7 @@ TEST_F(SiteCommands, Group)
     Put("site/a/_html.txt", "@FILE = a\n@TITLE = T\n");
     const Json report = Report({"group", "C:\\site"});
     EXPECT_EQ(report["status"], "1 files written");
-    EXPECT_EQ(report["files"], Json::parse(R"(["C:\\site\\index.htm", "C:\\site\\_toc.txt",
+    EXPECT_EQ(report["files"], Json::Parse(R"(["C:\\site\\index.htm", "C:\\site\\_toc.txt",
                               "C:\\site\\_sitemap.txt", "C:\\site\\a\\a.htm",
                               "C:\\site\\a\\_toc.txt", "C:\\site\\a\\_sitemap.txt"])"));
     const std::string with_new_year = Content("site/index.htm");
@@ -48,16 +48,16 @@ TEST_F(SiteCommands, Group)
 
 TEST_F(SiteCommands, SiteMap)
 {
-    EXPECT_EQ(Report({"sitemap", "C:\\site"})["files"], Json::array());
+    EXPECT_EQ(Report({"sitemap", "C:\\site"})["files"], Json::Parse("[]"));
     Put("site/_sitemap.txt", "own\r\n");
     Put("site/_group.txt", "a\r\n");
     EXPECT_EQ(KindOf(Report({"sitemap", "C:\\site"})), "file");
     Put("site/a/_sitemap.txt", "ay\r\n");
     const Json report = Report({"sitemap", "C:\\site"});
     EXPECT_EQ(report["status"], "");
-    EXPECT_EQ(report["files"], Json::parse(R"(["C:\\site\\_sitemap-master.txt"])"));
+    EXPECT_EQ(report["files"], Json::Parse(R"(["C:\\site\\_sitemap-master.txt"])"));
     EXPECT_EQ(report["launched"],
-              Json::parse(R"(["c:\\utils\\editpad.exe C:\\site\\_sitemap-master.txt"])"));
+              Json::Parse(R"(["c:\\utils\\editpad.exe C:\\site\\_sitemap-master.txt"])"));
 }
 
 TEST_F(SiteCommands, Grab)
@@ -81,12 +81,12 @@ TEST_F(SiteCommands, Pictures)
 {
     Put("site/images/a.gif", std::string("GIF89a\x08\0\x06\0", 10) + std::string(8, '\0'));
     const Json none = Report({"pictures", "C:\\site", "--folder", "pics"});
-    EXPECT_EQ(none["messages"], Json::parse(R"(["There is no Images subdirectory. Aborting"])"));
+    EXPECT_EQ(none["messages"], Json::Parse(R"(["There is no Images subdirectory. Aborting"])"));
     EXPECT_EQ(none["status"], "");
     const Json report = Report({"pictures", "C:\\site", "--folder", "images"});
     EXPECT_EQ(report["status"], "sizer done. piclist.txt created.");
     EXPECT_EQ(report["files"][0], "C:\\site\\images\\_alt.txt");
-    EXPECT_EQ(report["launched"], Json::parse(R"(["c:\\utils\\editpad.exe _alt.txt",
+    EXPECT_EQ(report["launched"], Json::Parse(R"(["c:\\utils\\editpad.exe _alt.txt",
                                                   "c:\\utils\\editpad.exe _piclist.txt"])"));
     EXPECT_EQ(Report({"pictures", "C:\\site", "--folder", ""})["files"][0], "C:\\site\\_alt.txt");
     Put("site/b.jpg", "no picture");
@@ -118,11 +118,11 @@ TEST_F(SiteCommands, NewsReadsItsFilesFirst)
     EXPECT_EQ(KindOf(News({"--name", "a", "--lead", "/no/such"})), "file");
     const Json none = News({"--name", "", "--site", "7"});
     EXPECT_EQ(none["messages"],
-              Json::parse(R"(["Choose a Website", "Finish filling in the information"])"));
-    EXPECT_EQ(none["error"], nullptr);
+              Json::Parse(R"(["Choose a Website", "Finish filling in the information"])"));
+    EXPECT_TRUE(none["error"].IsNull());
     for (const char* site : {"0", "-1", "99999999999999999999"})
         EXPECT_EQ(News({"--name", "a", "--site", site})["messages"],
-                  Json::parse(R"(["Choose a Website"])"))
+                  Json::Parse(R"(["Choose a Website"])"))
             << site;
     EXPECT_FALSE(Exists("temp"));
 }

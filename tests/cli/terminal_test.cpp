@@ -27,7 +27,9 @@ TEST(ShownText, WhatSteersATerminalIsShownByItsNumber)
              {"\xe9\x80", "\xc3\xa9\xe2\x82\xac"},
          })
         EXPECT_EQ(ShownText(row.text), row.shown);
-    EXPECT_EQ(ShownUtf8("\xc2\x9b" "2J\xc2\xa0"), "\\x9B2J\xc2\xa0");
+    EXPECT_EQ(ShownUtf8("\xc2\x9b"
+                        "2J\xc2\xa0"),
+              "\\x9B2J\xc2\xa0");
 }
 
 class Terminal : public CliTest {

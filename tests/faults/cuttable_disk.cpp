@@ -22,7 +22,6 @@ namespace kiv::faults {
 
 namespace {
 
-constexpr std::uint64_t kFolderNode = FUSE_ROOT_ID;
 constexpr std::uint64_t kDiskNode = FUSE_ROOT_ID + 1;
 constexpr std::uint32_t kMostBytes = 128 * 1024; // in one write
 constexpr std::string_view kDiskName = "disk";

@@ -1,8 +1,9 @@
 // Runs the kiv-cli program over every golden site of this folder, see README.md.
+//   site_tests [KIV-CLI]    that of the build, or another one
 #include "tests/support/folders.h"
+#include "tests/support/json.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cstdlib>
@@ -13,8 +14,8 @@
 namespace {
 
 namespace fs = std::filesystem;
-using Json = nlohmann::json;
 using kiv::test::FileTree;
+using kiv::test::Json;
 
 std::vector<std::string> LinesOf(const fs::path& path)
 {
@@ -25,33 +26,22 @@ std::vector<std::string> LinesOf(const fs::path& path)
     return lines;
 }
 
-/// `expected` with members left out of it taken as they are in `actual`.
-Json Completed(Json expected, const Json& actual)
-{
-    if (expected.is_object() && actual.is_object()) {
-        for (const auto& [key, value] : actual.items())
-            expected[key] = expected.contains(key) ? Completed(expected[key], value) : value;
-    } else if (expected.is_array() && actual.is_array() && expected.size() == actual.size()) {
-        for (std::size_t i = 0; i < expected.size(); ++i)
-            expected[i] = Completed(expected[i], actual[i]);
-    }
-    return expected;
-}
-
 class SiteTest : public testing::Test {
   public:
-    explicit SiteTest(fs::path site) : site_(std::move(site)) {}
+    SiteTest(fs::path program, fs::path site) : program_(std::move(program)), site_(std::move(site))
+    {
+    }
 
     void TestBody() override
     {
         const fs::path drive = folder_.Path() / "c";
         LayOut(drive);
-        const Json expected = Json::parse(kiv::test::ReadBytes(site_ / "report.json"));
+        const Json expected = Json::Parse(kiv::test::ReadBytes(site_ / "report.json"));
         const fs::path output = folder_.Path() / "report.json";
         const int code = Run(drive, output);
-        const Json report = Json::parse(kiv::test::ReadBytes(output));
-        EXPECT_EQ(code == 0, expected.at("error").is_null()) << code;
-        EXPECT_EQ(Completed(expected, report).dump(1), report.dump(1));
+        const Json report = Json::Parse(kiv::test::ReadBytes(output));
+        EXPECT_EQ(code == 0, expected["error"].IsNull()) << code;
+        EXPECT_EQ(expected.CompletedFrom(report).Dump(), report.Dump());
         const std::string differences =
             kiv::test::Differences(ExpectedTree(), kiv::test::ReadTree(drive));
         EXPECT_TRUE(differences.empty()) << differences;
@@ -71,7 +61,7 @@ class SiteTest : public testing::Test {
     {
         const std::string arguments = LinesOf(site_ / "cmd").at(0);
         std::ostringstream command;
-        command << "\"" << fs::absolute(KIV_CLI).make_preferred().string() << "\" --drive-c \""
+        command << "\"" << fs::absolute(program_).make_preferred().string() << "\" --drive-c \""
                 << drive.string() << "\" --now 2004-03-05T14:07:09 --json " << arguments << " > \""
                 << output.string() << "\"";
 #ifdef _WIN32
@@ -94,6 +84,7 @@ class SiteTest : public testing::Test {
         return tree;
     }
 
+    fs::path program_;
     fs::path site_;
     kiv::test::TemporaryFolder folder_;
 };
@@ -111,13 +102,15 @@ std::string TestName(const fs::path& site)
 int main(int count, char** arguments)
 {
     testing::InitGoogleTest(&count, arguments);
+    const fs::path program = count > 1 ? arguments[1] : KIV_CLI;
     std::vector<fs::path> sites;
     for (const auto& entry : fs::directory_iterator(KIV_SITES))
         if (fs::exists(entry.path() / "cmd"))
             sites.push_back(entry.path());
     std::sort(sites.begin(), sites.end());
     for (const fs::path& site : sites)
-        testing::RegisterTest("sites", TestName(site).c_str(), nullptr, nullptr, __FILE__, __LINE__,
-                              [site]() -> testing::Test* { return new SiteTest(site); });
+        testing::RegisterTest(
+            "sites", TestName(site).c_str(), nullptr, nullptr, __FILE__, __LINE__,
+            [program, site]() -> testing::Test* { return new SiteTest(program, site); });
     return RUN_ALL_TESTS();
 }
