@@ -10,6 +10,9 @@
 #include "platform/site_files.h"
 #include "text/text.h"
 
+#include <new>
+#include <stdexcept>
+
 namespace kiv {
 
 namespace {
@@ -83,6 +86,13 @@ void BuildPasses(Build& build, bool as_single_page)
     machine.reporter.Status(Decimal(build.state.PageCount) + " files written");
 }
 
+/// The fatal error of a build that asked for more memory than there is, in the line in work.
+RunError NoMemory(const Build& build)
+{
+    return {ErrorKind::memory, "there is not enough memory for what this line makes or reads",
+            build.state.place.Text()};
+}
+
 } // namespace
 
 void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& blocks,
@@ -97,6 +107,10 @@ void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& block
         if (error.where.empty())
             error.where = build.state.place.Text();
         throw;
+    } catch (const std::bad_alloc&) {
+        throw NoMemory(build);
+    } catch (const std::length_error&) { // a text longer than any can be
+        throw NoMemory(build);
     }
 }
 

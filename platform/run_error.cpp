@@ -19,6 +19,8 @@ std::string_view KindName(ErrorKind kind)
         return "division";
     case ErrorKind::picture:
         return "picture";
+    case ErrorKind::memory:
+        return "memory";
     }
     return "";
 }

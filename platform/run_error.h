@@ -16,6 +16,7 @@ enum class ErrorKind {
     overflow,
     division,
     picture,
+    memory,
 };
 
 /// The kind's name in reports, such as "end-of-file".
