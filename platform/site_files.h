@@ -34,6 +34,11 @@ inline constexpr std::string_view kAddressFile = "c:\\utils\\kivaddr.ini";
 inline constexpr std::string_view kNewsSettingsFile = "c:\\utils\\kivnews.ini";
 inline constexpr std::string_view kQuizScriptFile = "c:\\utils\\quiz.txt";
 
+/// What the program goes by itself: nothing that a site should write.
+inline constexpr std::string_view kOwnSettings[] = {
+    kSettingsFile, kEditorFile, kJumpListFile, kUploadListFile, kAddressFile, kNewsSettingsFile,
+};
+
 // What the program leaves elsewhere.
 inline constexpr std::string_view kUploadBatchFile = "c:\\guestout2.bat";
 inline constexpr std::string_view kScratchFile = "c:\\$$$x.txt";
