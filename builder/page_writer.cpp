@@ -165,18 +165,18 @@ void PageWriter::OpenPage()
 }
 
 /// A page may be written anywhere, but one in such a place is most likely a slip, or somebody's
-/// intent. It is told each time, and the first warning of the build stays the first.
+/// intent. It is told in the report alone: what a build shows stays as it was.
 void PageWriter::WarnOfPlace()
 {
     const std::string& path = state_.page.file.path;
     if (state_.sources.HoldFile(path))
-        build_.messages.reportmsg("The page \"" + state_.page.name +
-                                  "\" is written over a source of this build: " + path);
+        build_.messages.NoteBuildMessage("The page \"" + state_.page.name +
+                                         "\" is written over a source of this build: " + path);
     else if (std::ranges::any_of(kOwnSettings, [&](std::string_view settings) {
                  return EqualsNoCase(path, settings);
              }))
-        build_.messages.reportmsg("The page \"" + state_.page.name +
-                                  "\" is written over a settings file of kiv: " + path);
+        build_.messages.NoteBuildMessage("The page \"" + state_.page.name +
+                                         "\" is written over a settings file of kiv: " + path);
 }
 
 void PageWriter::SetNames(std::string path)
