@@ -93,6 +93,29 @@ RunError NoMemory(const Build& build)
             build.state.place.Text()};
 }
 
+/// The run for the single page, where there is one, and the ordinary one.
+void BuildRuns(Build& build)
+{
+    try {
+        if (build.machine.files.FileExists(kSinglePageFile))
+            BuildPasses(build, true);
+        BuildPasses(build, false);
+    } catch (const std::bad_alloc&) {
+        throw NoMemory(build);
+    } catch (const std::length_error&) { // a text longer than any can be
+        throw NoMemory(build);
+    }
+}
+
+/// After a fatal error, which stays the one that is told.
+void RemoveDoublesQuietly(UploadList& uploads)
+{
+    try {
+        uploads.RemoveDoubles();
+    } catch (const RunError&) {
+    }
+}
+
 } // namespace
 
 void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& blocks,
@@ -100,18 +123,14 @@ void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& block
 {
     Build build(machine, options, blocks, roots);
     try {
-        if (machine.files.FileExists(kSinglePageFile))
-            BuildPasses(build, true);
-        BuildPasses(build, false);
+        BuildRuns(build);
     } catch (RunError& error) {
         if (error.where.empty())
             error.where = build.state.place.Text();
+        RemoveDoublesQuietly(build.uploads);
         throw;
-    } catch (const std::bad_alloc&) {
-        throw NoMemory(build);
-    } catch (const std::length_error&) { // a text longer than any can be
-        throw NoMemory(build);
     }
+    build.uploads.RemoveDoubles();
 }
 
 } // namespace kiv

@@ -3,6 +3,9 @@
 #include "platform/site_files.h"
 #include "text/text.h"
 
+#include <cstdint>
+#include <utility>
+
 namespace kiv {
 
 void UploadList::RecordUpload(std::string_view file)
@@ -18,8 +21,39 @@ void UploadList::RecordUpload(std::string_view file)
     if (lines_.contains(line))
         return;
     files_.AppendToFile(kUploadBatchFile, line + "\r\n");
-    lines_.insert(std::move(line));
+    const std::uint64_t size = seen_.size + line.size() + 2;
     seen_ = files_.Stamp(kUploadBatchFile);
+    added_.insert(line);
+    lines_.insert(std::move(line));
+    if (seen_.size != size) {
+        is_shared_ = true;
+        ReadAnew();
+    }
+}
+
+void UploadList::RemoveDoubles()
+{
+    if (added_.empty() || (!is_shared_ && files_.Stamp(kUploadBatchFile) == seen_) ||
+        !files_.FileExists(kUploadBatchFile))
+        return;
+    const std::string bytes = files_.ReadFile(kUploadBatchFile);
+    std::string single;
+    std::unordered_set<std::string> met;
+    for (std::string_view rest = bytes; !rest.empty();) {
+        const std::string_view before = rest;
+        std::string line(TakeLine(rest));
+        if (!added_.contains(line) || met.insert(std::move(line)).second)
+            single.append(before.substr(0, before.size() - rest.size()));
+    }
+    if (single.size() != bytes.size())
+        Replace(single);
+}
+
+/// What was added between the reading and this is lost: a call that replaces a file only as it was
+/// read belongs here.
+void UploadList::Replace(std::string_view bytes)
+{
+    files_.WriteFile(kUploadBatchFile, bytes);
 }
 
 void UploadList::ReadAnew()
