@@ -2,7 +2,9 @@
 #include "blocks/fragments.h"
 #include "blocks/table_cells.h"
 #include "blocks/tables.h"
+#include "platform/run_error.h"
 #include "text/joined_text.h"
+#include "text/loop_bound.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -12,6 +14,9 @@
 namespace kiv {
 
 namespace {
+
+/// Where the heading goes when the table is finished.
+constexpr std::string_view kHeadingMark = "%%headtext%%";
 
 /// A table while its block is read.
 struct IncludedTable {
@@ -27,7 +32,7 @@ bool TakeSetting(IncludedTable& table, std::string_view text)
 {
     if (text.starts_with("h:")) {
         // Every heading line leaves a mark; all of them become the last heading.
-        table.output += "%%headtext%%";
+        table.output += kHeadingMark;
         table.heading = "<tr><td colspan=%%colcounter%%>";
         table.heading.append(Trim(FromChar(text, 3))).append("</td></tr>");
         return true;
@@ -75,9 +80,13 @@ std::string Finish(IncludedTable& table)
     std::string output = std::move(table.output.append("</table>"));
     ApplyAlign(output, table.align);
     if (!table.heading.empty()) {
+        const std::size_t added = CountNoCase(output, kHeadingMark) * table.heading.size();
+        if (added > LongestLine(output.size() + table.heading.size()))
+            throw RunError(ErrorKind::overflow, "the heading of the table is too long to stand in "
+                                                "it so often");
         ReplaceEach(table.heading, "%%colcounter%%",
                     Decimal(static_cast<long long>(table.widest_row)));
-        ReplaceEach(output, "%%headtext%%", table.heading);
+        ReplaceEach(output, kHeadingMark, table.heading);
     }
     return zuorange(std::move(output));
 }

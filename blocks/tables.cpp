@@ -2,7 +2,9 @@
 
 #include "blocks/fragments.h"
 #include "blocks/table_cells.h"
+#include "platform/run_error.h"
 #include "text/joined_text.h"
+#include "text/loop_bound.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -81,9 +83,19 @@ std::string TableText(const Table& table)
     return text.append(table.rows).append("</table>\r\n");
 }
 
+/// A long class name in the styles of many columns must not eat the memory.
+void BoundStyles(const Table& table)
+{
+    const std::size_t source = table.css_class.size() + table.rows.size();
+    if (table.widest_row * table.css_class.size() > LongestLine(source))
+        throw RunError(ErrorKind::overflow,
+                       "the class of the table is too long a name for so many columns");
+}
+
 /// The finished table. The styles of a class of the user's own go to the shared style sheet.
 std::string Finish(const Table& table, std::string& style_sheet)
 {
+    BoundStyles(table);
     if (table.css_class.starts_with("zutable"))
         return StyleText(table).append(TableText(table));
     style_sheet += StyleText(table);

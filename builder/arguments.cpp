@@ -5,17 +5,17 @@
 
 namespace kiv {
 
-BracketUse CutBracketUse(std::string_view line, std::size_t at, std::string_view name,
+BracketUse CutBracketUse(std::string_view before, std::string_view rest, std::string_view name,
                          BuildMessages& messages)
 {
     const std::size_t head = name.size() + 1; // with the "["
-    const std::string_view rest = FromChar(line, at + head + 1);
-    const std::size_t close = rest.find(']');
+    const std::string_view arguments = FromChar(rest, head + 1);
+    const std::size_t close = arguments.find(']');
     if (close == npos) {
-        messages.ShowBuildMessage("Missing closed bracket: " + std::string(rest));
-        return {line, at, line.size() - at, name, rest, false};
+        messages.ShowBuildMessage("Missing closed bracket: " + std::string(arguments));
+        return {before, rest, rest.size(), name, arguments, false};
     }
-    return {line, at, head + close + 1, name, rest.substr(0, close), true};
+    return {before, rest, head + close + 1, name, arguments.substr(0, close), true};
 }
 
 Fields::Fields(std::string_view arguments, std::string_view owner)

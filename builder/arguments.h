@@ -12,14 +12,16 @@ namespace kiv {
 
 /// One use of a construct in a line, from its mark up to its "]".
 struct BracketUse {
-    std::string_view line;      // the whole
-    std::size_t at = 0;         // where the mark begins, 0-based
+    std::string_view before;    // what stands before it in the line
+    std::string_view rest;      // the line from the mark on
     std::size_t size = 0;       // in characters, with mark and "]"
     std::string_view name;      // of the construct, for errors: "!!pop", "??1"
     std::string_view arguments; // between "[" and "]"
     bool is_closed = true;
 
-    std::string_view Text() const { return line.substr(at, size); }
+    std::string_view Text() const { return rest.substr(0, size); }
+    std::string Line() const { return std::string(before).append(rest); }
+    std::size_t LineSize() const { return before.size() + rest.size(); }
 };
 
 /// What an expander makes of one use.
@@ -28,10 +30,10 @@ struct Expansion {
     bool replaces_line = false; // the whole line, not the use alone
 };
 
-/// Cuts the use of `name` that begins at `at` (0-based). Whatever character stands behind the name
-/// counts as the bracket. A missing "]" is reported and taken to stand at the line's end, and
-/// `is_closed` is false then. The views are those of `line` and `name`.
-BracketUse CutBracketUse(std::string_view line, std::size_t at, std::string_view name,
+/// Cuts the use of `name` with which `rest` begins, the line being `before` and `rest`. Whatever
+/// character stands behind the name counts as the bracket. A missing "]" is reported and taken to
+/// stand at the line's end, and `is_closed` is false then. The views are those that were given.
+BracketUse CutBracketUse(std::string_view before, std::string_view rest, std::string_view name,
                          BuildMessages& messages);
 
 /// Arguments cut at each "|", numbered from 1. An empty text has no field at all.

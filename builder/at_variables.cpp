@@ -2,6 +2,7 @@
 
 #include "builder/build_state.h"
 #include "builder/text_helpers.h"
+#include "platform/run_error.h"
 #include "text/table_column.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -138,6 +139,8 @@ constexpr std::array<RowSet, 128> kRowsBySecond = [] {
     return rows;
 }();
 
+constexpr std::size_t kLook = 800; // what RowsIn costs for a character
+
 /// The rows whose name stands in the line, of those from `first` on. "<style>" is looked for only
 /// where it may stand.
 RowSet RowsIn(std::string_view line, std::size_t first, bool may_hold_style)
@@ -170,6 +173,20 @@ bool MayBringNames(std::string_view before, std::string_view value)
            (tag != npos && StartsWithNoCase(kAtVariables[kStyleRow].name, before.substr(tag)));
 }
 
+[[noreturn]] void ThrowTooLong(std::string_view name)
+{
+    throw RunError(ErrorKind::overflow,
+                   "the values of " + std::string(name) + " and others make the line too long");
+}
+
+void PutEverywhere(MergedLine& line, std::string_view name, std::string_view value)
+{
+    const std::size_t added = CountNoCase(line.text, name) * value.size();
+    if (line.text.size() + added > line.bound.Longest())
+        ThrowTooLong(name);
+    ReplaceEachNoCase(line.text, name, value);
+}
+
 } // namespace
 
 std::vector<std::string_view> AtVariableNames()
@@ -190,15 +207,19 @@ bool ReplaceAtVariables(MergedLine& line)
         if (at == npos) // it was the head of a longer name
             continue;
         const std::string value = kAtVariables[row].value(line.build);
+        line.bound.AddSource(value.size());
         bool brings_names = true;
         if (FindNoCase(text, name, at + name.size()) != npos) {
-            ReplaceEachNoCase(text, name, value);
+            PutEverywhere(line, name, value);
         } else {
             brings_names = MayBringNames(std::string_view(text).substr(0, at), value);
             text.replace(at, name.size(), value);
         }
-        if (brings_names)
-            present = RowsIn(text, row + 1, true);
+        if (!brings_names)
+            continue;
+        if (!line.bound.Spend(kLook * text.size()))
+            ThrowTooLong(name);
+        present = RowsIn(text, row + 1, true);
     }
     return found;
 }

@@ -10,6 +10,9 @@
 #include "platform/site_files.h"
 #include "text/text.h"
 
+#include <new>
+#include <stdexcept>
+
 namespace kiv {
 
 namespace {
@@ -83,6 +86,36 @@ void BuildPasses(Build& build, bool as_single_page)
     machine.reporter.Status(Decimal(build.state.PageCount) + " files written");
 }
 
+/// The fatal error of a build that asked for more memory than there is, in the line in work.
+RunError NoMemory(const Build& build)
+{
+    return {ErrorKind::memory, "there is not enough memory for what this line makes or reads",
+            build.state.place.Text()};
+}
+
+/// The run for the single page, where there is one, and the ordinary one.
+void BuildRuns(Build& build)
+{
+    try {
+        if (build.machine.files.FileExists(kSinglePageFile))
+            BuildPasses(build, true);
+        BuildPasses(build, false);
+    } catch (const std::bad_alloc&) {
+        throw NoMemory(build);
+    } catch (const std::length_error&) { // a text longer than any can be
+        throw NoMemory(build);
+    }
+}
+
+/// After a fatal error, which stays the one that is told.
+void RemoveDoublesQuietly(UploadList& uploads)
+{
+    try {
+        uploads.RemoveDoubles();
+    } catch (const RunError&) {
+    }
+}
+
 } // namespace
 
 void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& blocks,
@@ -90,14 +123,14 @@ void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& block
 {
     Build build(machine, options, blocks, roots);
     try {
-        if (machine.files.FileExists(kSinglePageFile))
-            BuildPasses(build, true);
-        BuildPasses(build, false);
+        BuildRuns(build);
     } catch (RunError& error) {
         if (error.where.empty())
             error.where = build.state.place.Text();
+        RemoveDoublesQuietly(build.uploads);
         throw;
     }
+    build.uploads.RemoveDoubles();
 }
 
 } // namespace kiv

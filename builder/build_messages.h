@@ -31,6 +31,9 @@ class BuildMessages {
         MessageLatch = true;
     }
 
+    /// A warning that is kept back whatever was shown, and leaves the first one to others.
+    void NoteBuildMessage(std::string_view text) { KeepBack(text); }
+
     bool MessageLatch = false;
 
     static constexpr std::size_t kMostKept = 10'000'000;

@@ -1,11 +1,13 @@
 #include "builder/cross_references.h"
 
 #include "builder/build_state.h"
+#include "builder/merge_steps.h"
 #include "platform/run_error.h"
 #include "text/text.h"
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kiv {
@@ -23,6 +25,8 @@ Fields FilledFields(const BracketUse& use)
 std::size_t GreatestPlaceholder(std::string_view text, std::size_t limit)
 {
     std::size_t greatest = 0;
+    if (limit == 0)
+        return 0;
     for (std::size_t at = text.find('!'); at != npos; at = text.find('!', at + 1)) {
         std::size_t number = 0;
         for (const char c : text.substr(at + 1)) {
@@ -38,22 +42,61 @@ std::size_t GreatestPlaceholder(std::string_view text, std::size_t limit)
     return greatest;
 }
 
+/// Whether a "!2" to "!10" stands in `text`. The loop has no branch, so that it takes many
+/// characters at once: a use in a use in a use is looked through again and again.
+bool HoldsPlaceholderPast1(std::string_view text)
+{
+    const std::string_view padded =
+        text.substr(0, text.size() - std::min<std::size_t>(2, text.size()));
+    unsigned char found = 0;
+    for (std::size_t i = 0; i < padded.size(); ++i) {
+        const unsigned char mark = text[i] == '!';
+        const unsigned char from_2 = static_cast<unsigned char>(text[i + 1] - '2') <= '9' - '2';
+        const unsigned char ten = (text[i + 1] == '1') & (text[i + 2] == '0');
+        found |= mark & (from_2 | ten);
+    }
+    const std::string_view end = LastChars(text, 2); // too short for the loop
+    return found != 0 || (end.size() == 2 && end[0] == '!' && end[1] >= '2' && end[1] <= '9');
+}
+
+/// Puts one field for its placeholder, "!" and `number`, wherever that stands in `text`. Stops when
+/// the result is longer than `longest`.
+std::string WithField(std::string_view text, std::string_view number, std::string_view field,
+                      std::size_t longest)
+{
+    std::string filled;
+    std::size_t done = 0;
+    for (std::size_t at = text.find('!'); at != npos && filled.size() <= longest;
+         at = text.find('!', at)) {
+        ++at;
+        if (!StartsWithNoCase(text.substr(at), number))
+            continue;
+        filled.append(text, done, at - 1 - done).append(field);
+        at += number.size();
+        done = at;
+    }
+    return filled.append(text, done);
+}
+
 /// Puts the fields into a template, the last one first so that "!10" comes before "!1". Each goes
 /// over the whole text as it then stands, so a placeholder inside a field is filled as well.
 /// Placeholders that do not occur cost nothing. Fields that double each other must not eat the
 /// memory: growth has a bound far above any real page.
-std::string Filled(std::string_view pattern, const Fields& fields, std::size_t line_size)
+std::string Filled(std::string_view pattern, const Fields& fields, std::size_t line_size,
+                   LineBound& bound)
 {
+    constexpr std::size_t kLook = 220; // for a text of which every other character is a "!"
     const std::size_t longest = 10'000'000 + 100 * line_size;
     std::string text(pattern);
     for (std::size_t k = GreatestPlaceholder(text, fields.Count()); k > 0;
          k = GreatestPlaceholder(text, k - 1)) {
-        const std::string placeholder = "!" + std::to_string(k);
-        if (text.size() + CountNoCase(text, placeholder) * fields[k].size() > longest)
+        const std::size_t size = text.size();
+        text = WithField(text, std::to_string(k), fields[k], longest);
+        const std::size_t looked_at = size + (k > 1 ? text.size() : 0);
+        if (text.size() > longest || !bound.Spend(text.size() + kLook * looked_at))
             throw RunError(ErrorKind::overflow, "field " + std::to_string(k) + " of " +
                                                     std::string(fields.Owner()) +
                                                     " grows the line without end");
-        ReplaceEach(text, placeholder, fields[k]);
     }
     return text;
 }
@@ -89,21 +132,23 @@ std::size_t GroupCase(const Fields& fields, const PageRecord& page, const std::s
 
 } // namespace
 
-Expansion ExpandNumbered(const BracketUse& use, std::string_view definition, Build&)
+Expansion ExpandNumbered(const BracketUse& use, std::string_view definition, MergedLine& line)
 {
-    std::string filled = Filled(definition, FilledFields(use), use.line.size());
+    std::string filled = Filled(definition, FilledFields(use), use.LineSize(), line.bound);
     // Placeholders without a field go, but a "!1" stays. The format wants it so.
-    for (int k = 2; k <= 10; ++k)
-        ReplaceEach(filled, "!" + Decimal(k), "");
-    return {filled};
+    if (HoldsPlaceholderPast1(filled))
+        for (int k = 2; k <= 10; ++k)
+            ReplaceEach(filled, "!" + Decimal(k), "");
+    return {std::move(filled)};
 }
 
-Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, Build& build)
+Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, MergedLine& line)
 {
+    Build& build = line.build;
     const Fields fields = FilledFields(use);
     if (definition.empty()) {
         build.messages.ShowBuildMessage("You're missing ?? = in the _html.txt file: \r\n" +
-                                        std::string(use.line));
+                                        use.Line());
         return {"", true};
     }
     const std::size_t bar = definition.find('|');
@@ -117,11 +162,12 @@ Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, Buil
         return field == stem || field == page.file;
     });
     const std::string_view half = named ? definition.substr(0, bar) : definition.substr(bar + 1);
-    return {Filled(half, fields, use.line.size())};
+    return {Filled(half, fields, use.LineSize(), line.bound)};
 }
 
-Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Build& build)
+Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, MergedLine& line)
 {
+    Build& build = line.build;
     const Fields fields = FilledFields(use);
     if (definition.empty()) {
         build.messages.ShowBuildMessage("You're missing a ?! = in the _html.txt file");
@@ -133,7 +179,7 @@ Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Bui
                                                  " needs three parts with \"|\" between them");
     PageRecord& page = build.CurrentRecord();
     const std::string stem = build.CutToStem(page);
-    return {Filled(halves[GroupCase(fields, page, stem)], fields, use.line.size())};
+    return {Filled(halves[GroupCase(fields, page, stem)], fields, use.LineSize(), line.bound)};
 }
 
 } // namespace kiv

@@ -9,19 +9,19 @@
 
 namespace kiv {
 
-struct Build;
+struct MergedLine;
 
 /// A use without a definition vanishes.
-Expansion ExpandNumbered(const BracketUse& use, std::string_view definition, Build& build);
+Expansion ExpandNumbered(const BracketUse& use, std::string_view definition, MergedLine& line);
 
 /// Takes the yes half of the definition when the use names the current page, else the no half. The
 /// folder is cut from the page's record for good. Throws `invalid-argument` on a definition without
 /// "|", `subscript` on a use without a field.
-Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, Build& build);
+Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, MergedLine& line);
 
 /// Takes the first half when group and page match, the second when only the group does, else the
 /// third. The folder is cut from the page's record for good. Throws `subscript` on a definition of
 /// fewer than three parts or a use of fewer than two fields.
-Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Build& build);
+Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, MergedLine& line);
 
 } // namespace kiv

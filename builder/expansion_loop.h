@@ -1,13 +1,13 @@
-// The loops that expand what a line holds. Each goes on while a mark is left in the line, has a
-// bound, and looks only where the change before may have made a mark.
+// The loops that expand what a line holds. Each goes on while a mark is left in the line and looks
+// only where the change before may have made a mark. Together they keep to the line's bound.
 #pragma once
 
 #include "builder/arguments.h"
 #include "builder/build_state.h"
 #include "builder/merge_steps.h"
 #include "platform/run_error.h"
-#include "text/loop_bound.h"
 #include "text/text.h"
+#include "text/text_cursor.h"
 
 #include <algorithm>
 #include <string>
@@ -15,51 +15,63 @@
 
 namespace kiv {
 
-/// The place from which a search sees every `mark` that a change at `changed` (0-based) may have
-/// made: what was put in can join what stands before it.
-inline std::size_t SearchStart(std::size_t changed, std::string_view mark)
+/// Where a line has changed. Places are 0-based.
+struct Change {
+    std::size_t from = npos; // the first character that may be another one now; npos: nothing has
+    std::size_t behind = 0;  // how many characters stand behind what was put in
+};
+
+[[noreturn]] inline void ThrowEndless(std::string_view mark)
 {
-    return changed < mark.size() ? 0 : changed - mark.size() + 1;
+    throw RunError(ErrorKind::overflow, "expanding \"" + std::string(mark) +
+                                            "\" does not come to an end, or makes too much text");
 }
 
-/// Calls `change(position)` for the first `mark` (whatever its case; position 0-based) while the
-/// line holds one. `change` gives the first character that it has changed, or npos when it left the
-/// line as it was, which ends the loop quietly. Returns whether the line held a mark. Throws
-/// `overflow` when the changes would not end.
-template <typename Change>
-bool ChangeWhileLeft(MergedLine& line, std::string_view mark, Change change)
+/// Calls `change(cursor)` with the cursor at the first `mark` (whatever its case) while the line
+/// holds one. `change` gives the first character that it has changed, or npos when it left the line
+/// as it was, which ends the loop quietly. Returns whether the line held a mark. Throws `overflow`
+/// when the line goes past its bound.
+template <typename ChangeAt>
+bool ChangeWhileLeft(MergedLine& line, std::string_view mark, ChangeAt change)
 {
     std::size_t at = FindNoCase(line.text, mark);
     if (at == npos)
         return false;
-    LoopBound bound(CountNoCase(line.text, mark), line.text.size());
+    line.bound.AddMarks(CountNoCase(line.text, mark));
+    TextCursor cursor(line.text, line.store);
     while (at != npos) {
-        const std::size_t changed = change(at);
+        cursor.MoveTo(cursor.At() + at);
+        const std::size_t place = cursor.At();
+        const std::size_t changed = change(cursor);
         if (changed == npos)
-            return true;
-        at = FindNoCase(line.text, mark, SearchStart(std::min(at, changed), mark));
-        if (!bound.Allows(line.text.size(), at != npos))
-            throw RunError(ErrorKind::overflow,
-                           "\"" + std::string(mark) + "\" expands to itself without end");
+            break;
+        cursor.MoveTo(SearchStart(std::min(place, changed), mark));
+        at = FindNoCase(cursor.Rest(), mark);
+        if (!line.bound.Allows(cursor.Size(), at != npos) ||
+            !line.bound.Spend(2 * cursor.TakeMoved()))
+            ThrowEndless(mark);
     }
+    cursor.Close();
     return true;
 }
 
-/// Replaces the use of `name` at `at` (0-based) by what `expand(use)` makes of it. Returns the
-/// first character that may be another one now; npos when the line is as it was.
+/// Replaces the use of `name` at the cursor by what `expand(use)` makes of it.
 template <typename Expand>
-std::size_t ExpandUse(MergedLine& line, std::size_t at, std::string_view name, Expand expand)
+Change ExpandUse(MergedLine& line, TextCursor& cursor, std::string_view name, Expand expand)
 {
-    const BracketUse use = CutBracketUse(line.text, at, name, line.build.messages);
+    const BracketUse use = CutBracketUse(cursor.Before(), cursor.Rest(), name, line.build.messages);
     const Expansion expansion = expand(use);
+    if (!line.bound.Spend(2 * (use.size + expansion.text.size())))
+        ThrowEndless(name);
     if (expansion.replaces_line) {
-        line.text = expansion.text;
-        return 0;
+        cursor.PutAll(expansion.text);
+        return {0, 0};
     }
     if (use.Text() == expansion.text)
-        return npos;
-    line.text.replace(at, use.size, expansion.text);
-    return at;
+        return {};
+    const std::size_t behind = cursor.Rest().size() - use.size;
+    cursor.Put(use.size, expansion.text);
+    return {cursor.At(), behind};
 }
 
 } // namespace kiv

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "builder/line_triggers.h"
+#include "text/loop_bound.h"
 
 #include <span>
 #include <string>
@@ -21,11 +22,14 @@ struct MergedLine {
     {
         text = line;
         triggers = line_triggers;
+        bound = LineBound(line.size());
     }
 
     Build& build;
     std::string text;
     Triggers triggers = 0; // of the text
+    LineBound bound{0};    // of all that the steps make of the line
+    std::string store;     // for the loops
 };
 
 struct Step {

@@ -13,6 +13,7 @@
 #include "text/text.h"
 #include "text/windows1252.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -65,6 +66,7 @@ class PageWriter {
     void WriteSinglePage();
     void WriteFilePage();
     void OpenPage();
+    void WarnOfPlace();
     void SetNames(std::string path);
     void WriteStart();
     void WriteShell(std::string_view text);
@@ -156,9 +158,25 @@ void PageWriter::OpenPage()
     SetNames(OutputPath(FromChar(LineOf(page.number, 1), 9), state_, build_.pass));
     build_.machine.reporter.Status(ShortenedPath(page.CurrentOutputPath));
     page.file = build_.machine.files.Open(page.CurrentOutputPath);
+    WarnOfPlace();
     if (build_.options.UploadListWanted)
         build_.uploads.RecordUpload(page.CurrentOutputPath);
     WriteStart();
+}
+
+/// A page may be written anywhere, but one in such a place is most likely a slip, or somebody's
+/// intent. It is told in the report alone: what a build shows stays as it was.
+void PageWriter::WarnOfPlace()
+{
+    const std::string& path = state_.page.file.path;
+    if (state_.sources.HoldFile(path))
+        build_.messages.NoteBuildMessage("The page \"" + state_.page.name +
+                                         "\" is written over a source of this build: " + path);
+    else if (std::ranges::any_of(kOwnSettings, [&](std::string_view settings) {
+                 return EqualsNoCase(path, settings);
+             }))
+        build_.messages.NoteBuildMessage("The page \"" + state_.page.name +
+                                         "\" is written over a settings file of kiv: " + path);
 }
 
 void PageWriter::SetNames(std::string path)

@@ -15,6 +15,7 @@ bool SourceFile::Open(std::string_view path)
     Sources& sources = build_.state.sources;
     name_ = sources.Keep(AbsolutePath(path, files.CurrentDirectory()));
     rest_ = sources.Keep(files.ReadFile(path));
+    sources.AddFile(name_);
     line_ = 0;
     is_open_ = true;
     return true;

@@ -1,9 +1,12 @@
 // The texts of a build and where their lines come from.
 #pragma once
 
+#include "text/windows1252.h"
+
 #include <deque>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
 namespace kiv {
@@ -26,8 +29,14 @@ class Sources {
         return prefix.empty() ? text : Keep(std::string(prefix).append(text));
     }
 
+    /// Lines come from this file, an absolute drive path.
+    void AddFile(std::string_view path) { files_.insert(UpperCase(path)); }
+    /// Whether lines came from a file, whatever the case of its path.
+    bool HoldFile(std::string_view path) const { return files_.contains(UpperCase(path)); }
+
   private:
     std::deque<std::string> texts_;
+    std::unordered_set<std::string> files_; // upper-cased
 };
 
 } // namespace kiv

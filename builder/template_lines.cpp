@@ -13,18 +13,20 @@ namespace kiv {
 
 namespace {
 
-void FillMeta(std::string& line, std::string_view name, std::string_view content)
+void FillMeta(MergedLine& line, std::string_view name, std::string_view content)
 {
-    if (content.empty() || !ContainsNoCase(line, "<META NAME=\"" + std::string(name) + "\""))
+    if (content.empty() || !ContainsNoCase(line.text, "<META NAME=\"" + std::string(name) + "\""))
         return;
-    line = "<meta NAME=\"" + std::string(name) + "\" CONTENT=\"" + std::string(content) + "\">";
+    line.bound.AddSource(content.size());
+    line.text =
+        "<meta NAME=\"" + std::string(name) + "\" CONTENT=\"" + std::string(content) + "\">";
 }
 
 bool FillMetas(MergedLine& line)
 {
     const PageRecord& page = line.build.CurrentRecord();
-    FillMeta(line.text, "keywords", page.keywords);
-    FillMeta(line.text, "description", page.description);
+    FillMeta(line, "keywords", page.keywords);
+    FillMeta(line, "description", page.description);
     return true;
 }
 

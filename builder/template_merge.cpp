@@ -9,6 +9,7 @@
 #include "builder/server_scripts.h"
 #include "builder/text_helpers.h"
 #include "text/text.h"
+#include "text/text_cursor.h"
 
 #include <algorithm>
 #include <utility>
@@ -53,6 +54,7 @@ bool PlaceLists(MergedLine& line)
 bool CloseWrapper(MergedLine& line)
 {
     line.text = line.build.state.PendingWrapTail;
+    line.bound.AddSource(line.text.size());
     return true;
 }
 
@@ -72,14 +74,15 @@ bool OpenWrappers(MergedLine& line)
                            "the wrapper " + std::string(mark.View()) + " has no \"|\"");
         }
         line.text = value.substr(0, bar);
+        line.bound.AddSource(bar);
         state.PendingWrapTail = value.substr(bar + 1);
     }
     return true;
 }
 
-std::size_t ExpandBangAt(MergedLine& line, std::size_t at, const Bang& bang)
+Change ExpandBang(MergedLine& line, TextCursor& cursor, const Bang& bang)
 {
-    return ExpandUse(line, at, bang.Name(),
+    return ExpandUse(line, cursor, bang.Name(),
                      [&](const BracketUse& use) { return bang.expand(use, line.build); });
 }
 
@@ -87,14 +90,20 @@ template <const Bang& Kind>
 bool ExpandFirst(MergedLine& line)
 {
     const std::size_t at = FindNoCase(line.text, Kind.mark);
-    return at != npos && ExpandBangAt(line, at, Kind) != npos;
+    if (at == npos)
+        return false;
+    TextCursor cursor(line.text, line.store);
+    cursor.MoveTo(at);
+    const Change change = ExpandBang(line, cursor, Kind);
+    cursor.Close();
+    return change.from != npos;
 }
 
 template <const Bang& Kind>
 bool ExpandAll(MergedLine& line)
 {
     return ChangeWhileLeft(line, Kind.mark,
-                           [&](std::size_t at) { return ExpandBangAt(line, at, Kind); });
+                           [&](TextCursor& cursor) { return ExpandBang(line, cursor, Kind).from; });
 }
 
 /// The smallest digit from `from` to 9 whose mark stands in the line; 10 when there is none.
@@ -106,12 +115,14 @@ int NextDigit(std::string_view line, Family family, int from)
         const char c = at + 2 < line.size() ? line[at + 2] : '\0';
         if (c >= '0' + from && c <= '9')
             smallest = std::min(smallest, c - '0');
+        if (smallest == from)
+            break;
     }
     return smallest;
 }
 
-/// Calls `change(mark, value, position)` for every numbered use of a family, for each digit from 1
-/// to 9 in turn, as ChangeWhileLeft does; `value` is what the page list defines for the digit.
+/// Calls `change(mark, value, cursor)` for every numbered use of a family, for each digit from 1 to
+/// 9 in turn, as ChangeWhileLeft does; `value` is what the page list defines for the digit.
 template <typename Change>
 bool ChangeNumbered(MergedLine& line, Family family, Change change)
 {
@@ -120,85 +131,101 @@ bool ChangeNumbered(MergedLine& line, Family family, Change change)
     for (int digit = NextDigit(line.text, family, 1); digit <= 9;
          digit = NextDigit(line.text, family, digit + 1)) {
         const NumberedMark mark(family, digit);
-        found |= ChangeWhileLeft(line, mark.View(), [&](std::size_t at) {
-            return change(mark.View(), slots[digit], at);
+        line.bound.AddSource(slots[digit].size());
+        found |= ChangeWhileLeft(line, mark.View(), [&](TextCursor& cursor) {
+            return change(mark.View(), slots[digit], cursor);
         });
     }
     return found;
 }
 
 using ReferenceExpander = Expansion(const BracketUse& use, std::string_view definition,
-                                    Build& build);
+                                    MergedLine& line);
 
 template <Family Kind, ReferenceExpander& Expand>
 bool ExpandNumberedUses(MergedLine& line)
 {
-    return ChangeNumbered(line, Kind,
-                          [&](std::string_view mark, std::string_view definition, std::size_t at) {
-                              return ExpandUse(line, at, mark, [&](const BracketUse& use) {
-                                  return Expand(use, definition, line.build);
-                              });
-                          });
+    return ChangeNumbered(
+        line, Kind, [&](std::string_view mark, std::string_view definition, TextCursor& cursor) {
+            return ExpandUse(line, cursor, mark,
+                             [&](const BracketUse& use) { return Expand(use, definition, line); })
+                .from;
+        });
 }
 
 bool PutServerScript(MergedLine& line)
 {
-    return ExpandServerScript(line.text, line.build.options.addresses);
+    if (!ExpandServerScript(line.text, line.build.options.addresses))
+        return false;
+    if (line.text.size() > line.bound.Longest())
+        throw RunError(ErrorKind::overflow, "the server script has too much text");
+    return true;
 }
 
-/// Finds the first `mark` of a line that is changed step by step, and each time looks only where
-/// one can be.
+/// Finds the first `mark` of a line that is changed step by step, without going over all of it each
+/// time: it knows the part of the line in which a mark may begin.
 class FirstMark {
   public:
-    explicit FirstMark(std::string_view mark) : mark_(mark) {}
-
-    /// The line is another one from `at` (0-based) on.
-    void Changed(std::size_t at)
+    FirstMark(std::string_view mark, std::string_view line)
+        : mark_(mark), from_(FindNoCase(line, mark)), behind_(from_ == npos ? npos : 0)
     {
-        free_to_ = std::min(free_to_, SearchStart(at, mark_));
-        line_is_free_ = false;
     }
 
-    /// The first mark after `size` characters were put in at `at` (0-based), and nothing else was
-    /// changed since the last call; npos when there is none.
-    std::size_t Find(std::string_view line, std::size_t at, std::size_t size)
+    void Changed(const Change& change)
     {
-        if (line_is_free_)
-            line = line.substr(0, at + size + mark_.size() - 1);
-        const std::size_t start = std::min(free_to_, SearchStart(at, mark_));
-        const std::size_t found = FindNoCase(line, mark_, start);
-        line_is_free_ = found == npos;
-        free_to_ = line_is_free_ ? npos : SearchStart(found, mark_);
-        return found;
+        from_ = std::min(from_, SearchStart(change.from, mark_));
+        behind_ = std::min(behind_, change.behind);
+    }
+
+    /// Moves the cursor to the first mark. When there is none, returns false; the cursor may then
+    /// stand somewhere before.
+    bool Reach(TextCursor& cursor)
+    {
+        if (from_ == npos)
+            return false;
+        if (from_ < cursor.At())
+            cursor.MoveTo(from_);
+        std::string_view part = cursor.Rest();
+        part.remove_suffix(behind_ - std::min(behind_, mark_.size() - 1));
+        const std::size_t found = FindNoCase(part, mark_, from_ - cursor.At());
+        from_ = found == npos ? npos : cursor.At() + found;
+        if (found == npos)
+            behind_ = npos;
+        else
+            cursor.MoveTo(from_);
+        return found != npos;
     }
 
   private:
     std::string_view mark_;
-    std::size_t free_to_ = 0; // no mark begins before
-    bool line_is_free_ = false;
+    std::size_t from_;   // no mark begins before
+    std::size_t behind_; // in how many characters at the line's end no mark begins
 };
 
 /// Puts the values of "@@1" or "%%1" and their kin. A value may bring one popup and one swap bang.
 template <Family Kind>
 bool PutNumberedVariables(MergedLine& line)
 {
-    FirstMark popups(kPopup.mark);
-    FirstMark swaps(kSwap.mark);
-    return ChangeNumbered(
-        line, Kind, [&](std::string_view mark, std::string_view value, std::size_t at) {
-            std::string& text = line.text;
-            std::size_t changed = text.compare(at, mark.size(), value) == 0 ? npos : at;
-            text.replace(at, mark.size(), value);
-            if (const std::size_t popup = popups.Find(text, at, value.size()); popup != npos) {
-                changed = std::min(changed, ExpandBangAt(line, popup, kPopup));
-                swaps.Changed(popup);
-            }
-            if (const std::size_t swap = swaps.Find(text, at, value.size()); swap != npos) {
-                changed = std::min(changed, ExpandBangAt(line, swap, kSwap));
-                popups.Changed(swap);
-            }
-            return changed;
-        });
+    FirstMark popups(kPopup.mark, line.text);
+    FirstMark swaps(kSwap.mark, line.text);
+    return ChangeNumbered(line, Kind,
+                          [&](std::string_view mark, std::string_view value, TextCursor& cursor) {
+                              std::size_t changed = npos;
+                              const auto note = [&](const Change& change) {
+                                  changed = std::min(changed, change.from);
+                                  popups.Changed(change);
+                                  swaps.Changed(change);
+                              };
+                              if (cursor.Rest().substr(0, mark.size()) != value) {
+                                  cursor.Put(mark.size(), value);
+                                  note({cursor.At(), cursor.Rest().size() - value.size()});
+                              }
+                              if (popups.Reach(cursor))
+                                  note(ExpandBang(line, cursor, kPopup));
+                              if (swaps.Reach(cursor))
+                                  note(ExpandBang(line, cursor, kSwap));
+                              return changed;
+                          });
 }
 
 void MarkSelected(std::string& line)

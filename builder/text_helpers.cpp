@@ -1,6 +1,7 @@
 #include "builder/text_helpers.h"
 
 #include "platform/run_error.h"
+#include "text/loop_bound.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -92,10 +93,12 @@ void ExpandTitleVariables(std::string& text, const VariableSlots& at_slots)
 {
     if (!Contains(text, "@@"))
         return;
+    LineBound bound(text.size());
     for (int digit = 1; digit <= 9; ++digit) {
         const std::string mark = "@@" + Decimal(digit);
-        if (!ReplaceWhileLeft(text, mark, at_slots[digit]))
-            throw RunError(ErrorKind::overflow, "title variable " + mark + " brings itself back");
+        if (!ReplaceWhileLeft(text, mark, at_slots[digit], bound))
+            throw RunError(ErrorKind::overflow, "the title does not come to an end: " + mark +
+                                                    " brings itself back, or too much text");
     }
 }
 

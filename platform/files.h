@@ -91,6 +91,10 @@ class Files : public FileReader {
     virtual void Commit(const OutputFile& file, std::string_view bytes) = 0;
     /// Open and Commit.
     void WriteFile(std::string_view path, std::string_view bytes) { Commit(Open(path), bytes); }
+    /// Adds `bytes` at the end of a file, which is made when missing: other programs may add to it,
+    /// too. Counts as written.
+    virtual void AppendToFile(std::string_view path, std::string_view bytes) = 0;
+
     /// Replaces a source, a file that nobody can make again, as Commit does. When this returns, the
     /// disk keeps it even if the power fails. Throws when the place does not hold what is expected:
     /// another program has been there.

@@ -37,6 +37,11 @@ inline constexpr std::string_view kQuizScriptFile = "c:\\utils\\quiz.txt";
 // In a folder whose files are being renamed, as long as that takes; no listing has it.
 inline constexpr std::string_view kRenameJournalFile = ".kiv-renames";
 
+/// What the program goes by itself: nothing that a site should write.
+inline constexpr std::string_view kOwnSettings[] = {
+    kSettingsFile, kEditorFile, kJumpListFile, kUploadListFile, kAddressFile, kNewsSettingsFile,
+};
+
 // What the program leaves elsewhere.
 inline constexpr std::string_view kUploadBatchFile = "c:\\guestout2.bat";
 inline constexpr std::string_view kScratchFile = "c:\\$$$x.txt";

@@ -1,6 +1,7 @@
 #include "text/text.h"
 
 #include "text/loop_bound.h"
+#include "text/text_cursor.h"
 
 #include <algorithm>
 
@@ -115,21 +116,27 @@ std::string QuoteEscape(std::string_view text)
     return escaped;
 }
 
-bool ReplaceWhileLeft(std::string& text, std::string_view word, std::string_view value)
+bool ReplaceWhileLeft(std::string& text, std::string_view word, std::string_view value,
+                      LineBound& bound)
 {
     std::size_t at = FindNoCase(text, word);
     if (at == npos)
         return true;
-    LoopBound bound(CountNoCase(text, word), text.size());
+    bound.AddMarks(CountNoCase(text, word));
+    bound.AddSource(value.size());
+    std::string before;
+    TextCursor cursor(text, before);
     while (at != npos) {
-        if (text.compare(at, word.size(), value) == 0)
-            return true;
-        text.replace(at, word.size(), value);
-        // A value may join what stands before it to a new word, so the search steps back a little.
-        at = FindNoCase(text, word, at < word.size() ? 0 : at - word.size() + 1);
-        if (!bound.Allows(text.size(), at != npos))
+        cursor.MoveTo(cursor.At() + at);
+        if (cursor.Rest().substr(0, word.size()) == value)
+            break;
+        cursor.Put(word.size(), value);
+        cursor.MoveTo(SearchStart(cursor.At(), word));
+        at = FindNoCase(cursor.Rest(), word);
+        if (!bound.Allows(cursor.Size(), at != npos) || !bound.Spend(2 * cursor.TakeMoved()))
             return false;
     }
+    cursor.Close();
     return true;
 }
 

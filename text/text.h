@@ -8,6 +8,8 @@
 
 namespace kiv {
 
+class LineBound;
+
 inline constexpr std::size_t npos = std::string_view::npos;
 
 /// The text from character `n` (1-based) on; empty when the text is shorter.
@@ -73,8 +75,16 @@ bool ReplaceEachNoCase(std::string& text, std::string_view word, std::string_vie
 std::string QuoteEscape(std::string_view text);
 
 /// Puts `value` for the first `word` again and again while one is left, ignoring case. Ends quietly
-/// when a pass changes nothing; returns false when it would not end (see LoopBound).
-bool ReplaceWhileLeft(std::string& text, std::string_view word, std::string_view value);
+/// when a pass changes nothing; returns false, with a text of no use, when it goes past the bound.
+bool ReplaceWhileLeft(std::string& text, std::string_view word, std::string_view value,
+                      LineBound& bound);
+
+/// The place from which a search sees every `word` that a change at `changed` (0-based) may have
+/// made: what was put in can join what stands before it.
+inline std::size_t SearchStart(std::size_t changed, std::string_view word)
+{
+    return changed < word.size() ? 0 : changed - word.size() + 1;
+}
 
 /// The pieces between separators; an empty text has none.
 std::vector<std::string_view> Split(std::string_view text, char separator);

@@ -138,6 +138,26 @@ void PosixDriveFiles::CommitSource(const OutputFile& file, std::string_view byte
     Write(file, {bytes, true, expected});
 }
 
+void PosixDriveFiles::AppendToFile(std::string_view path, std::string_view bytes)
+{
+    const OutputFile file = LookedUp(path);
+    Descriptor target(::open(file.native.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
+    struct stat old {};
+    if (!target.IsOpen() || ::fstat(target.Get(), &old) != 0)
+        RefuseWith("write", file.path, errno);
+    int error = WriteBytes(target.Get(), bytes);
+    if (error != 0 && ::ftruncate(target.Get(), old.st_size) == 0 && old.st_size == 0)
+        ::unlink(file.native.c_str());
+    if (const int fault = target.Close(); error == 0)
+        error = fault;
+    if (error != 0)
+        RefuseWith("write", file.path, error);
+    if (!file.exists)
+        names_.Added(file.native);
+    places_.push_back(file.native);
+    CountWritten(file.path);
+}
+
 void PosixDriveFiles::FlushWritten()
 {
     std::set<std::string> folders;

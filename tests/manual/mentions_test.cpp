@@ -117,7 +117,7 @@ TEST(Mentions, EveryPlaceForAListIsTold)
 TEST(Mentions, EveryMessageIsTold)
 {
     Words texts;
-    for (const char* const opening : {"reportmsg(", "ShowBuildMessage("})
+    for (const char* const opening : {"reportmsg(", "ShowBuildMessage(", "NoteBuildMessage("})
         for (std::string& text : TextsBehind(opening))
             texts.push_back(std::move(text));
     for (const std::string& text : TextsBehind("bigoops("))

@@ -140,6 +140,15 @@ TEST_F(DriveWriting, WrittenHasEveryClosingInOrder)
     EXPECT_TRUE(files->Written().empty());
 }
 
+TEST_F(DriveWriting, AppendingMakesAMissingFile)
+{
+    files->AppendToFile("Up.bat", "one\r\n");
+    files->AppendToFile("up.BAT", "two\r\n");
+    EXPECT_EQ(NamesIn(), (Names{"Up.bat"}));
+    EXPECT_EQ(Content("Up.bat"), "one\r\ntwo\r\n");
+    EXPECT_THAT(files->Written(), ElementsAre("C:\\Up.bat", "C:\\up.BAT"));
+}
+
 TEST_F(DriveWriting, ANewSourceRefusesAnOldFile)
 {
     files->WriteNewSource("Up.bat", "one");

@@ -34,6 +34,10 @@ class FailingFiles : public Files {
     {
         Step().Commit(file, bytes);
     }
+    void AppendToFile(std::string_view path, std::string_view bytes) override
+    {
+        Step().AppendToFile(path, bytes);
+    }
     void CommitSource(const OutputFile& file, std::string_view bytes,
                       const Expectation& expected) override
     {

@@ -1,6 +1,7 @@
 #include "text/text.h"
 
 #include "text/loop_bound.h"
+#include "text/text_cursor.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -112,47 +113,118 @@ TEST(Text, EscapesQuotes)
     EXPECT_EQ(QuoteEscape("\x93yes\x94"), "\x93yes\x94"); // curly quotes stay
 }
 
+/// Whether the replacing came to an end within the bound of a line of that text.
+bool ReplacedWhileLeft(std::string& text, std::string_view word, std::string_view value)
+{
+    LineBound bound(text.size());
+    return ReplaceWhileLeft(text, word, value, bound);
+}
+
 TEST(Text, ReplacesWhileOneIsLeft)
 {
     std::string text = "a@@1b@@1";
-    EXPECT_TRUE(ReplaceWhileLeft(text, "@@1", "x"));
+    EXPECT_TRUE(ReplacedWhileLeft(text, "@@1", "x"));
     EXPECT_EQ(text, "axbx");
     text = "@@@11"; // the value completes a new mark with what stands around it
-    EXPECT_TRUE(ReplaceWhileLeft(text, "@@1", ""));
+    EXPECT_TRUE(ReplacedWhileLeft(text, "@@1", ""));
     EXPECT_EQ(text, "@1");
     text = "@@@@11";
-    EXPECT_TRUE(ReplaceWhileLeft(text, "@@1", ""));
+    EXPECT_TRUE(ReplacedWhileLeft(text, "@@1", ""));
     EXPECT_EQ(text, "");
 }
 
 TEST(Text, ReplacementByItselfEndsQuietly)
 {
     std::string text = "a @@1 b";
-    EXPECT_TRUE(ReplaceWhileLeft(text, "@@1", "@@1"));
+    EXPECT_TRUE(ReplacedWhileLeft(text, "@@1", "@@1"));
     EXPECT_EQ(text, "a @@1 b");
 }
 
 TEST(Text, ReplacementWithoutEndIsNoticed)
 {
     std::string growing = "@@1";
-    EXPECT_FALSE(ReplaceWhileLeft(growing, "@@1", "x@@1"));
+    EXPECT_FALSE(ReplacedWhileLeft(growing, "@@1", "x@@1"));
     std::string shrinking_never = "y@@1";
-    EXPECT_FALSE(ReplaceWhileLeft(shrinking_never, "@@1", std::string(2'000'000, 'x') + "@@1"));
+    EXPECT_FALSE(ReplacedWhileLeft(shrinking_never, "@@1", std::string(200'000, 'x') + "@@1"));
 }
 
-TEST(LoopBound, AllowsManyPassesAndMuchText)
+TEST(LineBound, AllowsManyPassesAndMuchText)
 {
-    LoopBound passes(3, 10);
+    LineBound passes(10);
+    passes.AddMarks(3);
     for (int pass = 1; pass < 10'003; ++pass)
         ASSERT_TRUE(passes.Allows(10, true)) << pass;
     EXPECT_FALSE(passes.Allows(10, true)); // 10,000 and the marks there were
-    LoopBound last_pass(0, 10);
+    LineBound last_pass(10);
     for (int pass = 1; pass < 10'000; ++pass)
         ASSERT_TRUE(last_pass.Allows(10, true));
     EXPECT_TRUE(last_pass.Allows(10, false)); // done with the last pass allowed
-    LoopBound length(1, 10);
+    LineBound length(10);
     EXPECT_TRUE(length.Allows(1'001'000, true)); // a million, and a hundred for each character
     EXPECT_FALSE(length.Allows(1'001'001, false));
+}
+
+TEST(LineBound, IsOneForAllLoops)
+{
+    LineBound bound(0);
+    for (int loop = 0; loop < 3; ++loop) {
+        bound.AddMarks(2);
+        for (int pass = 0; pass < 3'000; ++pass)
+            ASSERT_TRUE(bound.Allows(10, true));
+    }
+    bound.AddSource(5);
+    EXPECT_EQ(bound.Longest(), 1'000'500U);
+    int passes = 0;
+    while (bound.Allows(10, true))
+        ++passes;
+    EXPECT_EQ(passes, 1'005); // of 10,006 in all, and the last is not for a mark that is left
+}
+
+TEST(LineBound, CountsWork)
+{
+    LineBound bound(1);
+    EXPECT_TRUE(bound.Spend(4'000'003'000));
+    EXPECT_FALSE(bound.Spend(1));
+}
+
+TEST(TextCursor, ChangesATextInItsMiddle)
+{
+    std::string text = "one two three";
+    std::string store = "old";
+    TextCursor cursor(text, store);
+    EXPECT_EQ(cursor.At(), 0U);
+    cursor.MoveTo(4);
+    cursor.Put(3, "2");
+    EXPECT_EQ(cursor.Before(), "one ");
+    EXPECT_EQ(cursor.Rest(), "2 three");
+    EXPECT_EQ(cursor.Size(), 11U);
+    cursor.Put(1, "something longer than was there");
+    cursor.MoveTo(2); // back, over text that is kept apart
+    cursor.Put(1, "");
+    EXPECT_EQ(cursor.Before(), "on");
+    cursor.Close();
+    EXPECT_EQ(text, "on something longer than was there three");
+}
+
+TEST(TextCursor, GoesToTheEndAndBack)
+{
+    std::string text = "abc";
+    std::string store;
+    TextCursor cursor(text, store);
+    cursor.MoveTo(3);
+    EXPECT_EQ(cursor.Rest(), "");
+    cursor.Put(0, "def");
+    EXPECT_EQ(cursor.Rest(), "def");
+    cursor.MoveTo(0);
+    EXPECT_EQ(cursor.Rest(), "abcdef");
+    EXPECT_GT(cursor.TakeMoved(), 0U);
+    EXPECT_EQ(cursor.TakeMoved(), 0U);
+    cursor.MoveTo(1);
+    cursor.PutAll("new");
+    EXPECT_EQ(cursor.Rest(), "new");
+    EXPECT_EQ(cursor.At(), 0U);
+    cursor.Close();
+    EXPECT_EQ(text, "new");
 }
 
 TEST(Text, Splits)

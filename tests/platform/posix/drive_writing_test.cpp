@@ -120,6 +120,8 @@ TEST_F(DriveRights, AFullDiskLeavesTheOldContent)
                     testing::AllOf(StartsWith("file: "), HasSubstr("C:\\old.htm")));
         EXPECT_THAT(ErrorOf([&] { files->WriteFile("new.htm", large); }), StartsWith("file: "));
         EXPECT_THAT(ErrorOf([&] { files->WriteSource("old.htm", large); }), StartsWith("file: "));
+        EXPECT_THAT(ErrorOf([&] { files->AppendToFile("old.htm", large); }), StartsWith("file: "));
+        EXPECT_THAT(ErrorOf([&] { files->AppendToFile("new.htm", large); }), StartsWith("file: "));
         EXPECT_THAT(ErrorOf([&] { files->WriteNewSource("new.htm", large); }),
                     StartsWith("file: "));
     }
