@@ -4,7 +4,7 @@
 #include "platform/exact_names.h"
 #include "platform/posix/folders.h"
 #include "platform/posix/paths.h"
-#include "platform/posix/temporaries.h"
+#include "platform/temporary_names.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
