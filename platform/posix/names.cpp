@@ -4,8 +4,7 @@
 #include "platform/exact_names.h"
 #include "platform/posix/folders.h"
 #include "platform/posix/paths.h"
-#include "platform/posix/temporaries.h"
-#include "platform/site_files.h"
+#include "platform/temporary_names.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -230,7 +229,7 @@ int PosixNames::Read(const std::string& folder, std::vector<PosixName>& names)
     // Who has seen the folder's present state must find these names, too.
     Drop(folder);
     return ForEachName(folder, [&](std::string_view native, unsigned char type) {
-        if (!IsTemporaryName(native) && native != kRenameJournalFile)
+        if (!IsOwnName(native))
             names.push_back({std::string(native), FromUtf8(native), type});
     });
 }

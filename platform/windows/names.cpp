@@ -1,7 +1,9 @@
 #include "platform/windows/names.h"
 
 #include "platform/drive_path.h"
+#include "platform/file_errors.h"
 #include "platform/windows/api.h"
+#include "platform/windows/folders.h"
 #include "platform/windows/paths.h"
 #include "platform/windows/wide_text.h"
 #include "text/text.h"
@@ -11,47 +13,25 @@ namespace kiv {
 
 namespace {
 
-/// The name of a folder that a text with references stands for; the text itself when there is none.
-std::wstring FindByReference(const std::wstring& folder, std::string_view text)
+/// Finds the name in a folder that a text with references stands for. 0 or an error number.
+DWORD FindByReference(const std::wstring& folder, std::string_view text, std::wstring& found)
 {
-    std::wstring found = WideText(text);
-    if (IsThere(folder + L"\\" + found))
-        return found;
+    WindowsState state;
+    const DWORD error = StateOfName(InNativeFolder(folder, found), state);
+    if (!IsAbsent(error))
+        return error;
     const std::string wanted = UpperCase(text);
-    ForEachName(folder, [&](const WindowsName& name) {
-        if (UpperCase(FromWide(name.native)) != wanted)
-            return true;
-        found = name.native;
-        return false;
+    bool is_there = false;
+    const DWORD fault = ForEachName(folder, [&](const WindowsName& name) {
+        is_there = UpperCase(FromWide(name.native)) == wanted;
+        if (is_there)
+            found = name.native;
+        return !is_there;
     });
-    return found;
+    return fault == 0 && !is_there ? ERROR_FILE_NOT_FOUND : fault;
 }
 
 } // namespace
-
-unsigned long ForEachName(const std::wstring& folder,
-                          const std::function<bool(const WindowsName&)>& take)
-{
-    WIN32_FIND_DATAW entry{};
-    const std::wstring all = folder + (folder.back() == L'\\' ? L"*" : L"\\*");
-    const HANDLE search =
-        ::FindFirstFileExW(all.c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, 0);
-    if (search == INVALID_HANDLE_VALUE) {
-        const DWORD error = ::GetLastError();
-        return error == ERROR_FILE_NOT_FOUND ? 0 : error; // an empty root has not even "."
-    }
-    DWORD error = 0;
-    while (error == 0) {
-        const std::wstring_view name(&entry.cFileName[0]);
-        const bool is_folder = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        if (name != L"." && name != L".." && !take({std::wstring(name), is_folder}))
-            break;
-        if (::FindNextFileW(search, &entry) == 0)
-            error = ::GetLastError();
-    }
-    ::FindClose(search);
-    return error == ERROR_NO_MORE_FILES ? 0 : error;
-}
 
 WindowsNames::WindowsNames(const DriveMap& drives)
 {
@@ -70,6 +50,17 @@ std::wstring WindowsNames::Root(char letter) const
     return LongForm(WideText(std::string_view(&letter, 1)) + L":");
 }
 
+bool WindowsNames::IsTooLong(std::string_view absolute) const
+{
+    constexpr std::size_t kLongest = 32766; // units of UTF-16, with what stands for the drive
+    if (!HasDrive(absolute))
+        return false;
+    const std::size_t root = Root(absolute[0]).size();
+    const std::string_view below = FromChar(absolute, 3);
+    // References are longer than what they stand for.
+    return root + below.size() > kLongest && root + WideFromExact(below).size() > kLongest;
+}
+
 std::wstring WindowsNames::Native(std::string_view absolute) const
 {
     std::wstring native = Root(absolute[0]);
@@ -78,18 +69,21 @@ std::wstring WindowsNames::Native(std::string_view absolute) const
         return native.back() == L':' ? native + L"\\" : native;
     if (!Contains(below, "&#"))
         return native + L"\\" + WideText(below);
+    DWORD error = 0;
     for (const std::string_view part : Split(below, '\\')) {
-        const std::wstring name =
-            Contains(part, "&#") ? FindByReference(native, part) : WideText(part);
+        std::wstring name = WideText(part);
+        if (error == 0 && Contains(part, "&#")) // there is nothing below a name that is not there
+            error = FindByReference(native, part, name);
         native += L"\\" + name;
     }
+    if (error != 0 && !IsAbsent(error))
+        RefuseWith("look at", absolute, static_cast<int>(error));
     return native;
 }
 
 std::wstring WindowsNames::NativeOfNew(std::string_view absolute) const
 {
-    const std::wstring folder = Native(FolderOf(absolute));
-    return folder + (folder.back() == L'\\' ? L"" : L"\\") + WideText(NameOf(absolute));
+    return InNativeFolder(Native(FolderOf(absolute)), WideText(NameOf(absolute)));
 }
 
 std::wstring WindowsNames::Plain(std::string_view absolute) const

@@ -3,30 +3,23 @@
 
 #include "platform/drives.h"
 
-#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
 
 namespace kiv {
 
-/// One name in a folder.
-struct WindowsName {
-    std::wstring native;
-    bool is_folder = false;
-};
-
-/// Calls `take` for every name in a native folder but "." and "..", until it returns false. 0 or an
-/// error number of Windows.
-unsigned long ForEachName(const std::wstring& folder,
-                          const std::function<bool(const WindowsName&)>& take);
-
 class WindowsNames {
   public:
     /// A drive in `drives` stands for its folder; all others are the machine's own.
     explicit WindowsNames(const DriveMap& drives);
 
-    /// The native path of an absolute drive path. It may be long; its names are kept as written.
+    /// Whether a path is longer than Windows can take.
+    bool IsTooLong(std::string_view absolute) const;
+
+    /// The native path of an absolute drive path. It may be long, and its names are taken as
+    /// written; for references a folder may have to be looked through, which throws "cannot look
+    /// at …" when that fails.
     std::wstring Native(std::string_view absolute) const;
     /// The same where the last name is to be new: it is taken as written.
     std::wstring NativeOfNew(std::string_view absolute) const;

@@ -12,22 +12,23 @@ namespace {
 constexpr std::wstring_view kLongPath = LR"(\\?\)";
 constexpr std::wstring_view kLongShare = LR"(\\?\UNC)";
 
-DWORD AttributesOf(const std::wstring& native)
-{
-    return ::GetFileAttributesW(native.c_str());
-}
-
 } // namespace
 
-bool IsThere(const std::wstring& native)
+std::wstring NativeFolderOf(std::wstring_view native)
 {
-    return AttributesOf(native) != INVALID_FILE_ATTRIBUTES;
+    return std::wstring(native.substr(0, native.rfind(L'\\')));
 }
 
-bool IsFolder(const std::wstring& native)
+std::wstring NativeNameOf(std::wstring_view native)
 {
-    const DWORD attributes = AttributesOf(native);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return std::wstring(native.substr(native.rfind(L'\\') + 1));
+}
+
+std::wstring InNativeFolder(std::wstring folder, std::wstring_view name)
+{
+    if (!folder.ends_with(L'\\'))
+        folder += L'\\';
+    return folder.append(name);
 }
 
 std::wstring ProcessPath(const std::wstring& path)

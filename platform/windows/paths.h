@@ -1,13 +1,15 @@
-// Native paths of Windows, and whether anything is there.
+// Native paths of Windows. But for ProcessPath nothing here asks the system.
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace kiv {
 
-/// Whether there is a file or a folder of this native path, and whether it is a folder.
-bool IsThere(const std::wstring& native);
-bool IsFolder(const std::wstring& native);
+/// The folder and the name in a native path, and a path of these.
+std::wstring NativeFolderOf(std::wstring_view native);
+std::wstring NativeNameOf(std::wstring_view native);
+std::wstring InNativeFolder(std::wstring folder, std::wstring_view name);
 
 /// The full form of a path by the process's own directories, one for each drive.
 std::wstring ProcessPath(const std::wstring& path);

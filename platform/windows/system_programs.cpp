@@ -3,6 +3,7 @@
 #include "platform/file_errors.h"
 #include "platform/programs.h"
 #include "platform/windows/api.h"
+#include "platform/windows/folders.h"
 #include "platform/windows/paths.h"
 #include "platform/windows/wide_text.h"
 #include "text/text.h"
@@ -30,7 +31,7 @@ std::wstring FindIn(const wchar_t* folders, const std::string& name)
 std::wstring FindInPath(const std::string& name)
 {
     std::wstring program = FindIn(nullptr, name);
-    if (program.empty() || !IsFolder(program))
+    if (program.empty() || LookForFolder(program) != 0)
         return program;
     // A folder of that name ended Windows' own search.
     const DWORD size = ::GetEnvironmentVariableW(L"PATH", nullptr, 0);
@@ -39,7 +40,7 @@ std::wstring FindInPath(const std::string& name)
     std::wistringstream rest(folders);
     for (std::wstring folder; std::getline(rest, folder, L';');) {
         program = folder.empty() ? std::wstring() : FindIn(folder.c_str(), name);
-        if (!program.empty() && !IsFolder(program))
+        if (!program.empty() && LookForFolder(program) != 0)
             return program;
     }
     return {};
@@ -164,7 +165,7 @@ void SystemPrograms::Start(const Launch& launch)
         const DWORD error = ::GetLastError();
         const std::string reason = SystemReason(static_cast<int>(error));
         Refuse("start", Trim(launch.Text()),
-               error == ERROR_DIRECTORY || !IsFolder(folder)
+               error == ERROR_DIRECTORY || LookForFolder(folder) != 0
                    ? drives_.CurrentDirectory() + ": " + reason
                    : reason);
     }

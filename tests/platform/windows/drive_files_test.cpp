@@ -1,8 +1,6 @@
-// What the machine's own drives, names and locks of Windows ask for.
-#include "platform/windows/api.h"
+// What the machine's own drives and names of Windows ask for.
 #include "platform/windows/wide_text.h"
-#include "platform/windows/writing.h"
-#include "tests/platform/drive_test.h"
+#include "tests/platform/windows/drive_windows_test.h"
 #include "text/windows1252.h"
 
 #include <gmock/gmock.h>
@@ -14,27 +12,6 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-/// The test's folder twice: as drive C and, by `machine`, as it lies on the machine's own drives.
-class DriveWindows : public DriveTest {
-  protected:
-    /// A file held open as another program would.
-    WindowsHandle Hold(const std::string& name, DWORD shared) const
-    {
-        return WindowsHandle(::CreateFileW(Native(name).c_str(), GENERIC_READ, shared, nullptr,
-                                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    }
-
-    DWORD Attributes(const std::string& name) const
-    {
-        return ::GetFileAttributesW(Native(name).c_str());
-    }
-
-    /// The root as a drive path of the machine.
-    std::string MachineRoot() const { return machine->FromNative(root); }
-
-    std::unique_ptr<Drives> machine = MakeDriveFiles({});
-};
 
 TEST_F(DriveWindows, WithoutMappedDrivesTheMachinesOwnStand)
 {
@@ -127,9 +104,8 @@ TEST_F(DriveWindows, LongPathsAreReached)
     }
     const std::string file = folder + "\\Page.htm";
     machine->WriteFile(file, "1");
-    machine->WriteFile(file, "2");
-    machine->AppendToFile(file, "3");
-    EXPECT_EQ(machine->ReadFile(folder + "/PAGE.htm"), "23");
+    machine->ReplaceSource(file, "1", "2");
+    EXPECT_EQ(machine->ReadFile(folder + "/PAGE.htm"), "2");
     machine->RenameFile(file, folder + "\\b.htm");
     EXPECT_THAT(machine->ListFiles(folder, "*.*"), ElementsAre("b.htm"));
     machine->ChangeDirectory(folder);
@@ -175,64 +151,37 @@ TEST_F(DriveWindows, HalfACharacterInANameIsNotLost)
     EXPECT_EQ(WideText("\x80\xE9\x81"), L"\u20AC\u00E9\u0081");
 }
 
-TEST_F(DriveWindows, AReadOnlyFileIsKept)
+TEST_F(DriveWindows, ARefusedPathIsTooLongOnlyBeyondWhatWindowsTakes)
 {
-    Put("a.htm", "old");
-    ::SetFileAttributesW(Native("a.htm").c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_THAT(ErrorOf([&] { files->WriteFile("a.htm", "new"); }),
-                AllOf(HasSubstr("C:\\a.htm"), HasSubstr("read-only")));
-    EXPECT_THAT(ErrorOf([&] { files->AppendToFile("a.htm", "new"); }), StartsWith("file: "));
-    EXPECT_EQ(ErrorOf([&] { files->WriteFile("a.htm", "old"); }), ""); // nothing to write
-    EXPECT_EQ(Content("a.htm"), "old");
-    EXPECT_EQ(NamesIn(), Names{"a.htm"});
-    ::SetFileAttributesW(Native("a.htm").c_str(), FILE_ATTRIBUTE_NORMAL);
+    std::string many = "C:\\";
+    while (many.size() < 32'000)
+        many += "a\\";
+    EXPECT_FALSE(files->FileExists(many + "b")); // may be long, but is not there
+    while (many.size() < 33'000)
+        many += "a\\";
+    for (const std::string& name : {many + "b", std::string(40'000, 'n')})
+        EXPECT_THAT(ErrorOf([&] { files->FileExists(name); }),
+                    AllOf(StartsWith("file: cannot look at "), HasSubstr("the path is too long")));
+    std::string references = "C:";
+    while (references.size() < 40'000)
+        references += "\\&#20013;"; // two units each
+    EXPECT_FALSE(files->FolderExists(references));
 }
 
-TEST_F(DriveWindows, AFileThatAnotherProgramHasOpenIsKept)
+TEST_F(DriveWindows, AFileBeyondOneGibibyteIsRefusedByItsSize)
 {
-    Put("a.htm", "old");
     {
-        const WindowsHandle held = Hold("a.htm", FILE_SHARE_READ);
-        ASSERT_TRUE(held.IsOpen());
-        EXPECT_THAT(ErrorOf([&] { files->WriteFile("a.htm", "new"); }),
-                    AllOf(HasSubstr("C:\\a.htm"), HasSubstr("another program has the file open")));
-        EXPECT_THAT(ErrorOf([&] { files->AppendToFile("a.htm", "new"); }),
-                    HasSubstr("another program has the file open"));
-        EXPECT_THAT(ErrorOf([&] { files->DeleteFile("a.htm"); }), StartsWith("file: "));
-        EXPECT_EQ(files->ReadFile("a.htm"), "old"); // others may look
+        const WindowsHandle file(::CreateFileW(Native("large.txt").c_str(), GENERIC_WRITE, 0,
+                                               nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
+                                               nullptr));
+        LARGE_INTEGER end;
+        end.QuadPart = (1LL << 30) + 1;
+        ASSERT_NE(::SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN), 0);
+        ASSERT_NE(::SetEndOfFile(file.Get()), 0);
     }
-    EXPECT_EQ(Content("a.htm"), "old");
-    EXPECT_EQ(NamesIn(), Names{"a.htm"});
-    files->WriteFile("a.htm", "new");
-    EXPECT_EQ(Content("a.htm"), "new");
-}
-
-TEST_F(DriveWindows, AFileThatNobodyMayLookIntoIsKept)
-{
-    Put("a.htm", "old");
-    {
-        const WindowsHandle held = Hold("a.htm", 0);
-        ASSERT_TRUE(held.IsOpen());
-        EXPECT_TRUE(files->FileExists("a.htm"));
-        for (const char* bytes : {"new", "old"})
-            EXPECT_THAT(ErrorOf([&] { files->WriteFile("a.htm", bytes); }),
-                        HasSubstr("another program has the file open"));
-        EXPECT_THAT(ErrorOf([&] { files->ReadFile("a.htm"); }),
-                    HasSubstr("another program has the file open"));
-    }
-    EXPECT_EQ(Content("a.htm"), "old");
-    EXPECT_EQ(NamesIn(), Names{"a.htm"});
-}
-
-TEST_F(DriveWindows, AReplacedFileKeepsItsAttributes)
-{
-    Put("a.htm", "old");
-    constexpr DWORD kHidden = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
-    ::SetFileAttributesW(Native("a.htm").c_str(), kHidden);
-    ASSERT_EQ(Attributes("a.htm") & kHidden, kHidden);
-    files->WriteFile("a.htm", "new");
-    EXPECT_EQ(Attributes("a.htm") & kHidden, kHidden);
-    EXPECT_EQ(Content("a.htm"), "new");
+    EXPECT_THAT(ErrorOf([&] { files->ReadFile("large.txt"); }),
+                AllOf(HasSubstr("C:\\large.txt"), HasSubstr("larger than 1 GiB")));
+    EXPECT_EQ(files->ReadPart("large.txt", 1U << 30U, 5), std::string(1, '\0'));
 }
 
 TEST_F(DriveWindows, ListingsHaveHiddenFilesToo)

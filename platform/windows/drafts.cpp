@@ -1,0 +1,110 @@
+#include "platform/windows/drafts.h"
+
+#include "platform/windows/api.h"
+#include "platform/windows/handle.h"
+#include "platform/windows/moving.h"
+#include "platform/windows/temporaries.h"
+
+namespace kiv {
+
+namespace {
+
+Durable DurabilityOf(const Draft& draft)
+{
+    return draft.is_source ? Durable::kAtOnce : Durable::kLater;
+}
+
+/// What a draft begins with; of a new file, what its folder gives.
+struct Beginning {
+    Rights rights;
+    DWORD attributes = FILE_ATTRIBUTE_NORMAL;
+};
+
+WindowsHandle CreateNew(const std::wstring& native, Beginning& beginning)
+{
+    SECURITY_ATTRIBUTES rights{sizeof(SECURITY_ATTRIBUTES), beginning.rights.data(), FALSE};
+    return WindowsHandle(::CreateFileW(native.c_str(), GENERIC_WRITE, 0,
+                                       beginning.rights.empty() ? nullptr : &rights, CREATE_NEW,
+                                       beginning.attributes, nullptr));
+}
+
+/// Writes a file of a name of its own beside the place.
+DWORD Write(const Draft& draft, Beginning beginning, std::wstring& temporary)
+{
+    DWORD error = ERROR_FILE_EXISTS;
+    while (error == ERROR_FILE_EXISTS) {
+        temporary = TemporaryName(draft.native);
+        WindowsHandle file = CreateNew(temporary, beginning);
+        error = file.IsOpen() ? WriteBytes(file, draft.bytes) : ::GetLastError();
+        if (!file.IsOpen())
+            continue;
+        if (error == 0 && draft.is_source)
+            error = FlushFile(file);
+        if (const DWORD fault = file.Close(); error == 0)
+            error = fault;
+        if (error != 0)
+            ::DeleteFileW(temporary.c_str());
+    }
+    return error;
+}
+
+/// The error that keeps a file from being replaced; 0 when nothing does.
+DWORD WhyNotReplaced(const std::wstring& native, const WindowsState& old)
+{
+    if ((old.attributes & FILE_ATTRIBUTE_READONLY) != 0)
+        return ERROR_FILE_READ_ONLY;
+    // The move would only say "access denied" of a file that another program holds.
+    const WindowsHandle file(::CreateFileW(native.c_str(), GENERIC_WRITE | DELETE,
+                                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                           nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    return file.IsOpen() ? 0 : ::GetLastError();
+}
+
+/// How a draft begins for the place of a file: nobody else may read it who could not before.
+DWORD BeginLike(const std::wstring& native, const WindowsState& old, Beginning& beginning)
+{
+    if ((old.attributes & FILE_ATTRIBUTE_ENCRYPTED) != 0)
+        beginning.attributes = FILE_ATTRIBUTE_ENCRYPTED;
+    return ReadFirstRights(native, beginning.rights);
+}
+
+DWORD MoveOverOld(const std::wstring& temporary, const Draft& draft)
+{
+    return draft.expected.kind == Expectation::Kind::content
+               ? MoveOverContent(temporary, draft.native, draft.expected.content)
+               : MoveOver(temporary, draft.native, DurabilityOf(draft));
+}
+
+} // namespace
+
+unsigned long PlaceNew(const Draft& draft)
+{
+    std::wstring temporary;
+    DWORD error = Write(draft, {}, temporary);
+    if (error != 0)
+        return error;
+    error = MoveToFree(temporary, draft.native, DurabilityOf(draft));
+    if (error != 0)
+        ::DeleteFileW(temporary.c_str());
+    return error;
+}
+
+unsigned long PlaceOver(const Draft& draft, const WindowsState& old, Lost& lost)
+{
+    Beginning beginning;
+    std::wstring temporary;
+    DWORD error = WhyNotReplaced(draft.native, old);
+    if (error == 0)
+        error = BeginLike(draft.native, old, beginning);
+    if (error == 0)
+        error = Write(draft, std::move(beginning), temporary);
+    if (error != 0)
+        return error;
+    TakeOver(temporary, draft.native, old, lost);
+    error = MoveOverOld(temporary, draft);
+    if (error != 0)
+        ::DeleteFileW(temporary.c_str());
+    return error;
+}
+
+} // namespace kiv

@@ -1,0 +1,31 @@
+// Files written as a whole on Windows: a draft is filled, then put in its place by one call. Every
+// function gives 0 or an error number of Windows.
+#pragma once
+
+#include "platform/files.h"
+#include "platform/windows/folders.h"
+#include "platform/windows/keeping.h"
+
+#include <string>
+#include <string_view>
+
+namespace kiv {
+
+/// What is to be put where.
+struct Draft {
+    const std::wstring& native;
+    std::string_view bytes;
+    bool is_source = false; // the disk keeps it, and its name, before the call ends
+    Expectation expected = {};
+};
+
+/// Makes a new file; ERROR_ALREADY_EXISTS when the name is taken. The name appears with the whole
+/// content.
+unsigned long PlaceNew(const Draft& draft);
+
+/// Puts the draft in the place of a file of state `old`, from which it takes over what it may. A
+/// file that is read-only, or that another program has open, keeps its old content.
+/// kChangedMeanwhile when the file does not hold what is expected.
+unsigned long PlaceOver(const Draft& draft, const WindowsState& old, Lost& lost);
+
+} // namespace kiv

@@ -1,0 +1,170 @@
+#include "platform/drive_path.h"
+#include "platform/file_errors.h"
+#include "platform/windows/api.h"
+#include "platform/windows/drafts.h"
+#include "platform/windows/drive_files.h"
+#include "platform/windows/moving.h"
+#include "platform/windows/paths.h"
+#include "platform/windows/patience.h"
+#include "platform/windows/temporaries.h"
+#include "platform/windows/wide_text.h"
+
+namespace kiv {
+
+OutputFile WindowsDriveFiles::Open(std::string_view path)
+{
+    OutputFile file;
+    file.path = PossibleFile(path, "write");
+    std::wstring native = names_.Native(file.path);
+    DWORD error = FollowLink(native);
+    if (NativeNameOf(native).size() > kLongestName)
+        Refuse("write", file.path, "the name is too long");
+    WindowsState state;
+    if (error == 0)
+        error = StateOf(native, state);
+    if (error != 0 && !IsMissing(error))
+        RefuseWith("write", file.path, static_cast<int>(error));
+    file.exists = error == 0;
+    if (!file.exists && !IsFolderAt(std::string(FolderOf(file.path))))
+        Refuse("write", file.path, "no such folder");
+    if (state.is_folder)
+        Refuse("write", file.path, "a folder has this name");
+    file.native = Utf8FromWide(native);
+    if (WideFromUtf8(file.native) != native)
+        Refuse("write", file.path, "its name on the disk is not valid Unicode; rename the file");
+    return file;
+}
+
+void WindowsDriveFiles::TidyFolderOf(const std::wstring& native)
+{
+    std::wstring folder = NativeFolderOf(native);
+    if (tidied_.contains(folder))
+        return;
+    DeleteLeftTemporaries(folder);
+    tidied_.insert(std::move(folder));
+}
+
+unsigned long WindowsDriveFiles::PlaceInOld(const OutputFile& file, const Writing& writing)
+{
+    const std::wstring native = WideFromUtf8(file.native);
+    WindowsState old;
+    if (const DWORD error = StateOf(native, old))
+        return error;
+    if (old.is_folder)
+        return ERROR_ALREADY_EXISTS;
+    if (old.size == writing.bytes.size()) {
+        const WindowsHandle held = OpenWindowsFile(native);
+        if (held.IsOpen() && HoldsBytes(held, writing.bytes))
+            return writing.is_source ? FlushFileAt(native) : 0;
+    }
+    Lost lost;
+    const DWORD error =
+        PlaceOver({native, writing.bytes, writing.is_source, writing.expected}, old, lost);
+    if (error == 0)
+        CountLost(file.path, lost);
+    return error;
+}
+
+unsigned long WindowsDriveFiles::Place(const OutputFile& file, const Writing& writing)
+{
+    RefuseUnexpected(file, writing.expected);
+    const std::wstring native = WideFromUtf8(file.native);
+    TidyFolderOf(native);
+    return file.exists ? PlaceInOld(file, writing)
+                       : PlaceNew({native, writing.bytes, writing.is_source});
+}
+
+void WindowsDriveFiles::Write(const OutputFile& file, const Writing& writing)
+{
+    OutputFile place = file;
+    DWORD error = Place(place, writing);
+    // Another program has made or taken away the file, or moved its folder, since it was opened.
+    if (IsTaken(error) || IsMissing(error)) {
+        place = Open(file.path);
+        error = Place(place, writing);
+    }
+    if (error == kChangedMeanwhile)
+        RefuseChanged(file.path);
+    if (error != 0)
+        RefuseWith("write", file.path, static_cast<int>(error));
+    if (writing.expected.is_record)
+        return;
+    places_.push_back(std::move(place));
+    CountWritten(file.path);
+}
+
+void WindowsDriveFiles::Commit(const OutputFile& file, std::string_view bytes)
+{
+    Write(file, {bytes});
+}
+
+void WindowsDriveFiles::CommitSource(const OutputFile& file, std::string_view bytes,
+                                     const Expectation& expected)
+{
+    Write(file, {bytes, true, expected});
+}
+
+void WindowsDriveFiles::AppendToFile(std::string_view path, std::string_view bytes)
+{
+    OutputFile file = Open(path);
+    const std::wstring native = WideFromUtf8(file.native);
+    WindowsState old;
+    if (file.exists && StateOf(native, old) == 0 && (old.attributes & FILE_ATTRIBUTE_READONLY) != 0)
+        RefuseWith("write", file.path, ERROR_FILE_READ_ONLY);
+    WindowsHandle target(::CreateFileW(native.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                       OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    LARGE_INTEGER end{};
+    if (!target.IsOpen() || ::SetFilePointerEx(target.Get(), {}, &end, FILE_END) == 0)
+        RefuseWith("write", file.path, static_cast<int>(::GetLastError()));
+    DWORD error = WriteBytes(target, bytes);
+    if (error != 0) {
+        ::SetFilePointerEx(target.Get(), end, nullptr, FILE_BEGIN);
+        ::SetEndOfFile(target.Get());
+    }
+    if (const DWORD fault = target.Close(); error == 0)
+        error = fault;
+    if (error != 0 && !file.exists)
+        ::DeleteFileW(native.c_str());
+    if (error != 0)
+        RefuseWith("write", file.path, static_cast<int>(error));
+    CountWritten(file.path);
+    places_.push_back(std::move(file));
+}
+
+void WindowsDriveFiles::FlushWritten()
+{
+    for (const OutputFile& place : places_) {
+        const DWORD error = FlushFileAt(WideFromUtf8(place.native));
+        // Another program may have taken it away since.
+        if (error != 0 && !IsMissing(error))
+            RefuseWith("flush", place.path, static_cast<int>(error));
+    }
+    places_.clear();
+}
+
+bool WindowsDriveFiles::MakeFolder(std::string_view path)
+{
+    const std::string absolute = Absolute(path);
+    WindowsState state;
+    if (absolute.empty() || !HasGoodNames(absolute) || StateAt(absolute, StateOfName, state))
+        return false;
+    if (::CreateDirectoryW(names_.NativeOfNew(absolute).c_str(), nullptr) != 0)
+        return true;
+    const DWORD error = ::GetLastError();
+    if (!IsAbsent(error) && !IsTaken(error))
+        RefuseWith("make the folder", absolute, static_cast<int>(error));
+    return false;
+}
+
+bool WindowsDriveFiles::DeleteFile(std::string_view path)
+{
+    const std::string absolute = PossibleFile(path, "delete");
+    const std::wstring native = names_.Native(absolute);
+    const DWORD error = Patiently(
+        [&]() -> DWORD { return ::DeleteFileW(native.c_str()) != 0 ? 0 : ::GetLastError(); });
+    if (error != 0 && !IsMissing(error))
+        RefuseWith("delete", absolute, static_cast<int>(error));
+    return error == 0;
+}
+
+} // namespace kiv
