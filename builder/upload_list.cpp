@@ -1,5 +1,6 @@
 #include "builder/upload_list.h"
 
+#include "platform/run_error.h"
 #include "platform/site_files.h"
 #include "text/text.h"
 
