@@ -139,7 +139,7 @@ constexpr std::array<RowSet, 128> kRowsBySecond = [] {
     return rows;
 }();
 
-constexpr std::size_t kLook = 800; // what RowsIn costs for a character
+constexpr std::size_t kLook = 1000; // what RowsIn costs for a character
 
 /// The rows whose name stands in the line, of those from `first` on. "<style>" is looked for only
 /// where it may stand.

@@ -65,17 +65,26 @@ std::string WithField(std::string_view text, std::string_view number, std::strin
                       std::size_t longest)
 {
     std::string filled;
+    filled.reserve(text.size() + field.size());
     std::size_t done = 0;
     for (std::size_t at = text.find('!'); at != npos && filled.size() <= longest;
          at = text.find('!', at)) {
         ++at;
-        if (!StartsWithNoCase(text.substr(at), number))
+        if (!text.substr(at).starts_with(number))
             continue;
         filled.append(text, done, at - 1 - done).append(field);
         at += number.size();
         done = at;
     }
     return filled.append(text, done);
+}
+
+constexpr std::size_t kLook = 220; // the work for each character of a text that is full of "!"
+
+[[noreturn]] void ThrowGrown(std::string_view name)
+{
+    throw RunError(ErrorKind::overflow,
+                   "the fields of " + std::string(name) + " grow the line without end");
 }
 
 /// Puts the fields into a template, the last one first so that "!10" comes before "!1". Each goes
@@ -85,7 +94,6 @@ std::string WithField(std::string_view text, std::string_view number, std::strin
 std::string Filled(std::string_view pattern, const Fields& fields, std::size_t line_size,
                    LineBound& bound)
 {
-    constexpr std::size_t kLook = 220; // for a text of which every other character is a "!"
     const std::size_t longest = 10'000'000 + 100 * line_size;
     std::string text(pattern);
     for (std::size_t k = GreatestPlaceholder(text, fields.Count()); k > 0;
@@ -94,9 +102,7 @@ std::string Filled(std::string_view pattern, const Fields& fields, std::size_t l
         text = WithField(text, std::to_string(k), fields[k], longest);
         const std::size_t looked_at = size + (k > 1 ? text.size() : 0);
         if (text.size() > longest || !bound.Spend(text.size() + kLook * looked_at))
-            throw RunError(ErrorKind::overflow, "field " + std::to_string(k) + " of " +
-                                                    std::string(fields.Owner()) +
-                                                    " grows the line without end");
+            ThrowGrown(fields.Owner());
     }
     return text;
 }
@@ -136,9 +142,12 @@ Expansion ExpandNumbered(const BracketUse& use, std::string_view definition, Mer
 {
     std::string filled = Filled(definition, FilledFields(use), use.LineSize(), line.bound);
     // Placeholders without a field go, but a "!1" stays. The format wants it so.
-    if (HoldsPlaceholderPast1(filled))
+    if (HoldsPlaceholderPast1(filled)) {
+        if (!line.bound.Spend(9 * kLook * filled.size()))
+            ThrowGrown(use.name);
         for (int k = 2; k <= 10; ++k)
             ReplaceEach(filled, "!" + Decimal(k), "");
+    }
     return {std::move(filled)};
 }
 

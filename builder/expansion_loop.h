@@ -61,7 +61,9 @@ Change ExpandUse(MergedLine& line, TextCursor& cursor, std::string_view name, Ex
 {
     const BracketUse use = CutBracketUse(cursor.Before(), cursor.Rest(), name, line.build.messages);
     const Expansion expansion = expand(use);
-    if (!line.bound.Spend(2 * (use.size + expansion.text.size())))
+    // The warning of a missing "]" quotes the rest of the line.
+    const std::size_t each = use.is_closed ? 2 : 20;
+    if (!line.bound.Spend(each * (use.size + expansion.text.size())))
         ThrowEndless(name);
     if (expansion.replaces_line) {
         cursor.PutAll(expansion.text);

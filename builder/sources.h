@@ -3,11 +3,12 @@
 
 #include "text/windows1252.h"
 
+#include <algorithm>
 #include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
+#include <vector>
 
 namespace kiv {
 
@@ -30,13 +31,18 @@ class Sources {
     }
 
     /// Lines come from this file, an absolute drive path.
-    void AddFile(std::string_view path) { files_.insert(UpperCase(path)); }
+    void AddFile(std::string_view path) { files_.push_back(UpperCase(path)); }
     /// Whether lines came from a file, whatever the case of its path.
-    bool HoldFile(std::string_view path) const { return files_.contains(UpperCase(path)); }
+    bool HoldFile(std::string_view path) const
+    {
+        return std::ranges::any_of(files_, [&](const std::string& file) {
+            return file.size() == path.size() && file == UpperCase(path);
+        });
+    }
 
   private:
     std::deque<std::string> texts_;
-    std::unordered_set<std::string> files_; // upper-cased
+    std::vector<std::string> files_; // upper-cased, few
 };
 
 } // namespace kiv

@@ -53,7 +53,7 @@ class LineBound {
 
     long long passes_left_ = 10'000;
     std::size_t length_ = 0; // of the line and the texts that it uses
-    long long work_left_ = 4'000'000'000;
+    long long work_left_ = 2'500'000'000;
 };
 
 } // namespace kiv

@@ -7,14 +7,15 @@
 
 namespace kiv {
 
-/// A place in a text that is changed there again and again. What stands before the place and what
-/// stands behind it are kept apart with room between them, so that a change costs what it changes
-/// and not what follows it.
+/// A place in a text that is changed there again and again. In a long text, what stands before the
+/// place and what stands behind it are kept apart with room between them, so that a change costs
+/// what it changes and not what follows it.
 class TextCursor {
   public:
     /// Stands at the beginning. Until Close `text` is not to be looked at; `store` takes what
     /// stands before the cursor, and its old content goes.
-    TextCursor(std::string& text, std::string& store) : text_(text), before_(store)
+    TextCursor(std::string& text, std::string& store)
+        : text_(text), before_(store), is_apart_(text.size() > kShort)
     {
         before_.clear();
     }
@@ -22,15 +23,20 @@ class TextCursor {
     TextCursor& operator=(const TextCursor&) = delete;
 
     /// Where it stands, 0-based.
-    std::size_t At() const { return before_.size(); }
-    std::string_view Before() const { return before_; }
+    std::size_t At() const { return is_apart_ ? before_.size() : from_; }
+    std::string_view Before() const
+    {
+        return is_apart_ ? std::string_view(before_) : std::string_view(text_).substr(0, from_);
+    }
     std::string_view Rest() const { return std::string_view(text_).substr(from_); }
-    std::size_t Size() const { return before_.size() + text_.size() - from_; }
+    std::size_t Size() const { return At() + text_.size() - from_; }
 
     /// Goes to a place in the text, 0-based.
     void MoveTo(std::size_t at)
     {
-        if (at >= At())
+        if (!is_apart_)
+            from_ = at;
+        else if (at >= At())
             Advance(at - At());
         else
             GoBack(At() - at);
@@ -39,11 +45,13 @@ class TextCursor {
     /// Puts `value` in the place of the first `size` characters of the rest, and stays before it.
     void Put(std::size_t size, std::string_view value)
     {
-        if (value.size() > from_ + size)
-            MakeRoom(value.size() - size);
-        from_ = from_ + size - value.size();
-        value.copy(text_.data() + from_, value.size());
-        moved_ += size + value.size();
+        if (is_apart_)
+            return PutIntoRoom(size, value);
+        text_.replace(from_, size, value);
+        if (text_.size() > kShort) {
+            before_.assign(text_, 0, from_);
+            is_apart_ = true;
+        }
     }
 
     /// Puts `value` in the place of the whole text, and stands at its beginning.
@@ -57,15 +65,25 @@ class TextCursor {
     /// The text is whole again, and the cursor is no longer of use.
     void Close()
     {
-        text_.replace(0, from_, before_);
-        from_ = 0;
-        before_.clear();
+        if (is_apart_)
+            text_.replace(0, from_, before_);
     }
 
-    /// How many characters were moved since the last call.
+    /// How many characters of a long text were moved since the last call.
     std::size_t TakeMoved() { return std::exchange(moved_, 0); }
 
   private:
+    static constexpr std::size_t kShort = 1000; // moving these costs next to nothing
+
+    void PutIntoRoom(std::size_t size, std::string_view value)
+    {
+        if (value.size() > from_ + size)
+            MakeRoom(value.size() - size);
+        from_ = from_ + size - value.size();
+        value.copy(text_.data() + from_, value.size());
+        moved_ += size + value.size();
+    }
+
     void Advance(std::size_t size)
     {
         before_.append(text_, from_, size);
@@ -92,10 +110,11 @@ class TextCursor {
         from_ += room;
     }
 
-    std::string& text_;   // its first `from_` characters are room
-    std::string& before_; // what stands before the cursor
-    std::size_t from_ = 0;
+    std::string& text_;    // when apart, its first `from_` characters are room
+    std::string& before_;  // when apart, what stands before the cursor
+    std::size_t from_ = 0; // where the rest begins in `text_`
     std::size_t moved_ = 0;
+    bool is_apart_;
 };
 
 } // namespace kiv

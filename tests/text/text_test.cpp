@@ -183,41 +183,61 @@ TEST(LineBound, IsOneForAllLoops)
 TEST(LineBound, CountsWork)
 {
     LineBound bound(1);
-    EXPECT_TRUE(bound.Spend(4'000'003'000));
+    EXPECT_TRUE(bound.Spend(2'500'003'000));
     EXPECT_FALSE(bound.Spend(1));
 }
 
-TEST(TextCursor, ChangesATextInItsMiddle)
+/// A short text, and one that is long enough to be kept apart.
+class TextCursorAt : public testing::TestWithParam<std::string> {};
+INSTANTIATE_TEST_SUITE_P(Text, TextCursorAt, testing::Values("", std::string(2'000, '.')));
+
+TEST_P(TextCursorAt, ChangesATextInItsMiddle)
 {
-    std::string text = "one two three";
+    std::string text = "one two three" + GetParam();
     std::string store = "old";
     TextCursor cursor(text, store);
     EXPECT_EQ(cursor.At(), 0U);
     cursor.MoveTo(4);
     cursor.Put(3, "2");
     EXPECT_EQ(cursor.Before(), "one ");
-    EXPECT_EQ(cursor.Rest(), "2 three");
-    EXPECT_EQ(cursor.Size(), 11U);
+    EXPECT_EQ(cursor.Rest(), "2 three" + GetParam());
+    EXPECT_EQ(cursor.Size(), 11U + GetParam().size());
     cursor.Put(1, "something longer than was there");
     cursor.MoveTo(2); // back, over text that is kept apart
     cursor.Put(1, "");
     EXPECT_EQ(cursor.Before(), "on");
     cursor.Close();
-    EXPECT_EQ(text, "on something longer than was there three");
+    EXPECT_EQ(text, "on something longer than was there three" + GetParam());
 }
 
-TEST(TextCursor, GoesToTheEndAndBack)
+TEST(TextCursor, BecomesLongWhileItStandsInTheMiddle)
 {
     std::string text = "abc";
     std::string store;
     TextCursor cursor(text, store);
-    cursor.MoveTo(3);
+    cursor.MoveTo(1);
+    const std::string value(3'000, 'x');
+    cursor.Put(1, value);
+    EXPECT_EQ(cursor.Before(), "a");
+    EXPECT_EQ(cursor.Rest(), value + "c");
+    cursor.Put(0, "y");
+    cursor.MoveTo(0);
+    cursor.Close();
+    EXPECT_EQ(text, "ay" + value + "c");
+}
+
+TEST_P(TextCursorAt, GoesToTheEndAndBack)
+{
+    std::string text = GetParam() + "abc";
+    std::string store;
+    TextCursor cursor(text, store);
+    cursor.MoveTo(text.size());
     EXPECT_EQ(cursor.Rest(), "");
     cursor.Put(0, "def");
     EXPECT_EQ(cursor.Rest(), "def");
     cursor.MoveTo(0);
-    EXPECT_EQ(cursor.Rest(), "abcdef");
-    EXPECT_GT(cursor.TakeMoved(), 0U);
+    EXPECT_EQ(cursor.Rest(), GetParam() + "abcdef");
+    EXPECT_EQ(cursor.TakeMoved() > 0, !GetParam().empty());
     EXPECT_EQ(cursor.TakeMoved(), 0U);
     cursor.MoveTo(1);
     cursor.PutAll("new");
