@@ -59,7 +59,6 @@ TEST_F(Arguments, WrongCallsTouchNothing)
         {"rename", site, "--a", "b"},
         {"rename", site, "-a", "b"},
         {"rename", site, "b", "++"},
-        {"undo-renames", site},
         {"undo-renames", site, "--report"},
         {"convert", "text"},
         {"convert", "--mode", "RS"},
