@@ -92,7 +92,7 @@ Triggers StartTriggers(std::string_view line)
             triggers |= kWrapEnd;
         break;
     case '<':
-        if (line.starts_with("<!--"))
+        if (line.size() > 3 && line[1] == '!' && line.starts_with("<!--"))
             triggers |= kMarker;
         break;
     case '!':

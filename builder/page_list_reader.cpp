@@ -82,7 +82,7 @@ bool PageListReader::TakeLineOf(SourceFile& list, SourceLine line)
     if (const std::string_view prefix = TakeIncludePrefix(line.text, kIncludePrefixes, "++");
         !prefix.empty())
         prefix_ = prefix;
-    if (line.text.starts_with("++"))
+    if (line.text.starts_with('+') && line.text.starts_with("++"))
         return Include(FromChar(line.text, 3));
     ++state_.SourceLineCount;
     if (HoldsBlockTag(line.text))

@@ -228,7 +228,7 @@ void PageWriter::WriteBody()
         SetPlace(line);
         line_.Begin(line.text, triggers);
         MergeLine(line_);
-        if (line_.text.starts_with("!++"))
+        if (line_.text.starts_with('!') && line_.text.starts_with("!++"))
             line_.text = build_.machine.files.ReadFile(Trim(FromChar(line_.text, 4)));
         WriteBodyLine(number, line_.text);
     }

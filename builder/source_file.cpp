@@ -21,12 +21,9 @@ bool SourceFile::Open(std::string_view path)
     return true;
 }
 
-bool SourceFile::AtEnd() const
+void SourceFile::RefuseClosed() const
 {
-    if (!is_open_)
-        throw RunError(ErrorKind::file,
-                       std::string(name_) + " was closed before its end was found");
-    return rest_.empty();
+    throw RunError(ErrorKind::file, std::string(name_) + " was closed before its end was found");
 }
 
 SourceLine SourceFile::NextLine()
@@ -39,12 +36,10 @@ SourceLine SourceFile::NextLine()
     return Here(line);
 }
 
-std::string_view TakeIncludePrefix(std::string_view& line,
-                                   std::span<const std::string_view> prefixes,
-                                   std::string_view mark)
+std::string_view CutIncludePrefix(std::string_view& line,
+                                  std::span<const std::string_view> prefixes, std::string_view mark)
 {
     for (const std::string_view prefix : prefixes)
-        // Few lines have the mark there, so it is looked for first.
         if (line.size() > prefix.size() && line[prefix.size()] == mark.front() &&
             line.substr(prefix.size()).starts_with(mark) && StartsWithNoCase(line, prefix)) {
             line.remove_prefix(prefix.size());

@@ -24,7 +24,12 @@ class SourceFile : public LineSource {
     void Close() { is_open_ = false; }
 
     /// Whether no byte is left. Throws `file` when no file is open.
-    bool AtEnd() const;
+    bool AtEnd() const
+    {
+        if (!is_open_)
+            RefuseClosed();
+        return rest_.empty();
+    }
     /// Throws `end-of-file` past the last line, `file` when no file is open.
     SourceLine NextLine();
     std::string_view Next() override { return NextLine().text; }
@@ -33,6 +38,8 @@ class SourceFile : public LineSource {
     SourceLine Here(std::string_view text) const { return {text, name_, line_}; }
 
   private:
+    [[noreturn]] void RefuseClosed() const;
+
     Build& build_;
     std::string_view rest_;
     std::string_view name_; // absolute drive path
@@ -40,10 +47,19 @@ class SourceFile : public LineSource {
     bool is_open_ = false;
 };
 
+std::string_view CutIncludePrefix(std::string_view& line,
+                                  std::span<const std::string_view> prefixes,
+                                  std::string_view mark);
+
 /// Cuts the prefix of a pass off a line such as "ASP:++menu.txt", where `mark` stands behind it,
 /// and returns it; "" when the line has none of `prefixes`.
-std::string_view TakeIncludePrefix(std::string_view& line,
-                                   std::span<const std::string_view> prefixes,
-                                   std::string_view mark);
+inline std::string_view TakeIncludePrefix(std::string_view& line,
+                                          std::span<const std::string_view> prefixes,
+                                          std::string_view mark)
+{
+    // A prefix ends in ":", its fourth or fifth character; few lines have one there.
+    const bool may_have_one = line.size() > 4 && (line[3] == ':' || line[4] == ':');
+    return may_have_one ? CutIncludePrefix(line, prefixes, mark) : std::string_view();
+}
 
 } // namespace kiv
