@@ -52,8 +52,9 @@ bool HoldsPlaceholderPast1(std::string_view text)
     for (std::size_t i = 0; i < padded.size(); ++i) {
         const unsigned char mark = text[i] == '!';
         const unsigned char from_2 = static_cast<unsigned char>(text[i + 1] - '2') <= '9' - '2';
-        const unsigned char ten = (text[i + 1] == '1') & (text[i + 2] == '0');
-        found |= mark & (from_2 | ten);
+        const unsigned char one = text[i + 1] == '1';
+        const unsigned char zero = text[i + 2] == '0';
+        found |= mark & (from_2 | (one & zero));
     }
     const std::string_view end = LastChars(text, 2); // too short for the loop
     return found != 0 || (end.size() == 2 && end[0] == '!' && end[1] >= '2' && end[1] <= '9');
