@@ -52,7 +52,7 @@ inline constexpr std::string_view kSiteFiles[] = {
     kMasterSiteMapFile, kSinglePageFile, kGrabbedTitlesFile, kAltFile,        kPictureListFile,
     kBangListFile,      kBangTableFile2, kBangTableFile3,    kBangTableFile4, kPicturePagesFile,
     kSettingsFile,      kEditorFile,     kJumpListFile,      kUploadListFile, kAddressFile,
-    kNewsSettingsFile,  kQuizScriptFile, kUploadBatchFile,   kScratchFile,
+    kNewsSettingsFile,  kQuizScriptFile, kUploadBatchFile,   kScratchFile,    kRenameJournalFile,
 };
 
 } // namespace kiv

@@ -115,6 +115,19 @@ int FlushFile(int fd)
     return result == 0 || errno == EINVAL || errno == ENOSYS ? 0 : errno;
 }
 
+int FlushDisk(const std::string& folder)
+{
+#ifdef __linux__
+    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened.IsOpen())
+        return ::syncfs(opened.Get()) == 0 ? 0 : errno;
+    if (errno != EACCES)
+        return errno;
+#endif
+    ::sync(); // knows no errors, and no single disk
+    return 0;
+}
+
 int FlushFolder(const std::string& folder)
 {
     const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));

@@ -44,4 +44,8 @@ int FlushFile(int fd);
 /// The same for the names in a folder.
 int FlushFolder(const std::string& folder);
 
+/// The same for all that was written to the disk on which a folder lies, by whatever program. For
+/// many files that is faster by far than one after the other.
+int FlushDisk(const std::string& folder);
+
 } // namespace kiv

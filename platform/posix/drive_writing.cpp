@@ -160,17 +160,14 @@ void PosixDriveFiles::AppendToFile(std::string_view path, std::string_view bytes
 
 void PosixDriveFiles::FlushWritten()
 {
-    std::set<std::string> folders;
+    std::set<dev_t> disks;
     for (const std::string& place : places_) {
-        folders.emplace(NativeFolderOf(place));
-        const Descriptor file(::open(place.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-        const int error = file.IsOpen() ? FlushFile(file.Get()) : errno;
+        struct stat state {};
+        const std::string folder(NativeFolderOf(place));
+        int error = StateOf(folder, state);
+        if (error == 0 && disks.insert(state.st_dev).second)
+            error = FlushDisk(folder);
         // Another program may have taken it away since.
-        if (error != 0 && !IsMissing(error))
-            RefuseWith("flush", DrivePathOf(place), error);
-    }
-    for (const std::string& folder : folders) {
-        const int error = FlushFolder(folder);
         if (error != 0 && !IsMissing(error))
             RefuseWith("flush", DrivePathOf(folder), error);
     }
