@@ -62,18 +62,12 @@ void EnterDirectory(Workspace& workspace, const Call& call)
         TellOfUnfinishedRenames(workspace.machine());
 }
 
-/// A folder that somebody names and that is not there is a slip, not an order to make it.
-void CheckDriveC(Files& files, const Call& call)
-{
-    if (!files.FolderExists("C:\\"))
-        throw RunError(ErrorKind::file, "cannot use \"" + FromUtf8(call.given.Native("--drive-c")) +
-                                            "\" as drive C: no such folder");
-}
-
 RunReport RunCall(const Call& call, const CliSurroundings& around)
 {
     const bool json = call.given.Has("--json");
     const DriveMap drives = DrivesOf(call, around.variable);
+    // A folder that somebody names and that is not there is an empty drive, not an order to make
+    // it.
     if (call.row->start != Start::nothing && !IsDryRun(call) && !call.given.Has("--drive-c"))
         MakeDriveC(drives);
     const std::unique_ptr<Drives> files = MakeDriveFiles(drives);
@@ -91,8 +85,6 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
     RunReport report;
     CallDesk desk{workspace, around.in, report};
     report.error = workspace.Run([&] {
-        if (call.row->start != Start::nothing && call.given.Has("--drive-c"))
-            CheckDriveC(*files, call);
         if (call.row->start == Start::site)
             EnterDirectory(workspace, call);
         call.row->run(desk, call.given);
