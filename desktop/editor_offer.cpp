@@ -1,6 +1,7 @@
 #include "desktop/editor_offer.h"
 
 #include "desktop/qt_text.h"
+#include "platform/run_error.h"
 #include "shell/list_files.h"
 
 #include <QComboBox>
@@ -39,11 +40,21 @@ QStringList InstalledEditors()
     return installed;
 }
 
+/// A setting that cannot be read was told of at the start.
+bool EditorIsMissing(Files& files)
+{
+    try {
+        return loadeditor(files).editor_is_missing;
+    } catch (const RunError&) {
+        return false;
+    }
+}
+
 } // namespace
 
 std::optional<std::string> AskForEditor(QWidget* parent, Files& files)
 {
-    if (kUsualEditorRuns || !loadeditor(files).editor_is_missing)
+    if (kUsualEditorRuns || !EditorIsMissing(files))
         return std::nullopt;
     QDialog dialog(parent);
     dialog.setObjectName(QStringLiteral("EditorOffer"));

@@ -82,11 +82,8 @@ std::vector<RunError> Workspace::StartWindow(const std::optional<std::string>& a
     files.Refresh();
     std::vector<RunError> errors;
     const auto step = [&](const std::function<void()>& run) {
-        try {
-            run();
-        } catch (const RunError& error) {
-            errors.push_back(error);
-        }
+        if (const std::optional<RunError> error = FatalErrorOf(run))
+            errors.push_back(*error);
     };
     // Whatever fails below, there is a working directory.
     WorkDir = WithSeparator(files.CurrentDirectory());

@@ -165,7 +165,9 @@ std::string PosixDriveFiles::DrivePathOf(std::string_view native) const
 std::string PosixDriveFiles::FromNative(std::string_view utf8)
 {
     if (HasDrive(utf8) || (!utf8.empty() && utf8[0] == '\\'))
-        return Absolute(FromUtf8(utf8));
+        return utf8.find('\0') == std::string_view::npos
+                   ? AbsolutePath(FromUtf8(utf8), CurrentDirectory())
+                   : std::string();
     if (!utf8.empty() && utf8[0] == '/')
         return DrivePathOf(CleanNative(utf8));
     return DrivePathOf(CleanNative(JoinNative(ProcessDirectory(), utf8)));

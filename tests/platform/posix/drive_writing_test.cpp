@@ -1,5 +1,6 @@
 // Writing where it depends on rights, limits and signals, which Windows has not or has otherwise.
 #include "tests/platform/drive_test.h"
+#include "tests/platform/posix/not_root.h"
 
 #include <csignal>
 #include <fcntl.h>
@@ -37,28 +38,6 @@ class FullDisk {
   private:
     rlimit old_limit_{};
     void (*old_handler_)(int);
-};
-
-/// While it lives, root, who may write everything, is somebody else.
-class NotRoot {
-  public:
-    NotRoot()
-    {
-        if (was_root_) {
-            EXPECT_EQ(seteuid(65534), 0);
-        }
-    }
-    NotRoot(const NotRoot&) = delete;
-    NotRoot& operator=(const NotRoot&) = delete;
-    ~NotRoot()
-    {
-        if (was_root_) {
-            EXPECT_EQ(seteuid(0), 0);
-        }
-    }
-
-  private:
-    bool was_root_ = geteuid() == 0;
 };
 
 class DriveRights : public DriveTest {
