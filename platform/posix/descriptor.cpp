@@ -95,16 +95,6 @@ bool HoldsBytes(int fd, std::string_view bytes)
     return true;
 }
 
-int FaultAtClosing(int fd)
-{
-    // Closing a second descriptor has a file system hand over what it kept back, as closing the
-    // only one would: a quota that is exceeded, a server that has gone.
-    const int second = ::fcntl(fd, F_DUPFD_CLOEXEC, 0);
-    if (second < 0)
-        return errno;
-    return ::close(second) == 0 ? 0 : errno;
-}
-
 int FlushFile(int fd)
 {
     int result = 0;

@@ -35,9 +35,6 @@ int WriteBytes(int fd, std::string_view bytes);
 /// Whether an open file, of the size of `bytes`, holds just these.
 bool HoldsBytes(int fd, std::string_view bytes);
 
-/// Asks a file that stays open for the faults that only its closing tells.
-int FaultAtClosing(int fd);
-
 /// Has the disk keep the file as it is now.
 int FlushFile(int fd);
 

@@ -32,9 +32,7 @@ int Fill(int fd, const Draft& draft, const Old& old)
         old.lost->clear();
         error = TakeOver(fd, draft.native, *old.state, *old.lost);
     }
-    if (error == 0 && draft.is_source)
-        error = FlushFile(fd);
-    return error == 0 ? FaultAtClosing(fd) : error;
+    return error == 0 && draft.is_source ? FlushFile(fd) : error;
 }
 
 bool IsSameFile(const std::string& native, const struct stat& known)
@@ -150,8 +148,7 @@ int GiveTemporaryName(int fd, const std::string& native, std::string& temporary)
 int PlaceAny(const Draft& draft, const Old& old)
 {
     const std::string folder(NativeFolderOf(draft.native));
-    const Descriptor opened(
-        ::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, old.DraftMode()));
+    Descriptor opened(::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, old.DraftMode()));
     if (!opened.IsOpen()) {
         const bool unknown = errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL;
         return unknown ? PlaceNamed(draft, old) : errno;
@@ -163,8 +160,15 @@ int PlaceAny(const Draft& draft, const Old& old)
     std::string temporary;
     const int error = is_new ? GiveName(opened.Get(), draft.native)
                              : GiveTemporaryName(opened.Get(), draft.native, temporary);
-    if (error == 0)
-        return is_new ? 0 : MoveIntoPlace(temporary, draft, old);
+    if (error == 0) {
+        const int close_error = opened.Close();
+        if (is_new)
+            return close_error;
+        if (close_error == 0)
+            return MoveIntoPlace(temporary, draft, old);
+        ::unlink(temporary.c_str());
+        return close_error;
+    }
     // Where a draft cannot get a name, for want of /proc or by a ban on links, it begins with one.
     return error == EEXIST ? error : PlaceNamed(draft, old);
 }
