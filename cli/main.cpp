@@ -1,3 +1,4 @@
+#include "cli/no_memory.h"
 #include "cli/run_cli.h"
 #include "platform/process.h"
 
@@ -109,6 +110,7 @@ std::vector<std::string> Arguments(int count, char** arguments)
 int main(int count, char** arguments)
 {
     kiv::PrepareProcess();
+    kiv::EndWellWithoutMemory(count, arguments);
     // With buffers of their own the streams also tell when reading fails.
     std::ios::sync_with_stdio(false);
     const Utf8Console console;

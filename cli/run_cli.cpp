@@ -3,6 +3,7 @@
 #include "cli/arguments.h"
 #include "cli/face.h"
 #include "cli/json_report.h"
+#include "cli/no_memory.h"
 #include "cli/report.h"
 #include "cli/shown_text.h"
 #include "cli/values.h"
@@ -124,14 +125,9 @@ int RunAndPrint(const std::vector<std::string>& arguments, const CliSurroundings
 /// Tells that there is no memory with what needs none: not even the arguments can be read.
 int TellNoMemory(const std::vector<std::string>& arguments, const CliSurroundings& around)
 {
-    constexpr std::string_view kJson =
-        R"({"status": "", "messages": [], "error": {"kind": "memory", "text": "there is not enough )"
-        R"(memory", "where": ""}, "files": [], "launched": [], "warnings": []})";
-    if (std::find(arguments.begin(), arguments.end(), std::string_view("--json")) !=
-        arguments.end())
-        around.out << kJson << '\n';
-    else
-        around.err << "kiv: error: there is not enough memory\n";
+    const bool json = std::find(arguments.begin(), arguments.end(), std::string_view("--json")) !=
+                      arguments.end();
+    (json ? around.out : around.err) << NoMemoryText(json);
     return 1;
 }
 

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <map>
 #include <set>
 #include <tuple>
@@ -131,6 +132,20 @@ class ImaginedFolder {
     std::vector<std::string> left_out_;
 };
 
+/// Notes a rename among those done, and does it. Noted afterwards, it would be lost where memory is
+/// short; what is noted and was not done, undoing passes over.
+void NoteAndDo(Renames& done, const Rename& rename, const std::function<NameChange()>& work)
+{
+    done.push_back(rename);
+    try {
+        NameChange change = work();
+        done.back() = {std::move(change.from), std::move(change.to)};
+    } catch (const RunError&) {
+        done.pop_back();
+        throw;
+    }
+}
+
 /// The names that files of the current directory bear, in exact form, and the renames of a run,
 /// some of which are done.
 class RenamedFolder {
@@ -160,10 +175,9 @@ class RenamedFolder {
     {
         if (const std::string_view fault = FaultOf(to); !fault.empty())
             RefuseRename(PathOf(from), PathOf(to), fault);
-        const NameChange change = files_.RenameExactly(PathOf(from), PathOf(to));
-        names_.erase(change.from);
-        names_.insert(change.to);
-        done.push_back({change.from, change.to});
+        NoteAndDo(done, {from, to}, [&] { return files_.RenameExactly(PathOf(from), PathOf(to)); });
+        names_.erase(done.back().from);
+        names_.insert(done.back().to);
     }
 
   private:
@@ -263,9 +277,9 @@ void DoRenames(Files& files, const Renames& renames, Renames& done)
 {
     const std::string folder = WithSeparator(files.CurrentDirectory());
     for (const Rename& rename : renames) {
-        const NameChange change =
-            files.RenameFile(folder + rename.from, folder + TextOfName(rename.to));
-        done.push_back({change.from, change.to});
+        NoteAndDo(done, rename, [&] {
+            return files.RenameFile(folder + rename.from, folder + TextOfName(rename.to));
+        });
     }
 }
 

@@ -6,6 +6,8 @@
 #include "text/joined_text.h"
 #include "text/text.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -56,18 +58,28 @@ void EndOnRecord(RenameRecord& record, const Renames& done)
 void DoOnRecord(Run& run, Renames all, const Renames& renames)
 {
     run.record.Begin(all);
-    Renames done;
+    const auto before = static_cast<std::ptrdiff_t>(run.done.size());
     try {
-        DoRenames(run.files, renames, done);
+        DoRenames(run.files, renames, run.done);
     } catch (const RunError&) {
-        run.done.insert(run.done.end(), done.begin(), done.end());
         all.resize(all.size() - renames.size());
-        all.insert(all.end(), done.begin(), done.end());
+        all.insert(all.end(), run.done.begin() + before, run.done.end());
         EndOnRecord(run.record, all);
         throw;
     }
-    run.done.insert(run.done.end(), done.begin(), done.end());
     run.record.Finish();
+}
+
+/// Whether a report tells of the run that is on record. That of a run that was cut short does not
+/// tell of the rename at which it was.
+bool IsReportOf(const RenameRecord& record, const Renames& renames)
+{
+    const Renames& recorded = record.renames();
+    if (record.state() != RenameRecord::State::begun)
+        return renames == recorded;
+    return std::all_of(renames.begin(), renames.end(), [&](const Rename& rename) {
+        return std::find(recorded.begin(), recorded.end(), rename) != recorded.end();
+    });
 }
 
 void RenameAll(Workspace& workspace, const RenamePasses& passes)
@@ -127,8 +139,9 @@ void dorenamefiles(Workspace& workspace, const std::string& find, const std::str
 void UndoRenames(Workspace& workspace, const Renames& renames)
 {
     Run run(workspace);
-    UndoRenames(run.files, renames, run.done);
-    if (renames == run.record.renames())
+    const bool is_on_record = IsReportOf(run.record, renames);
+    UndoRenames(run.files, is_on_record ? run.record.renames() : renames, run.done);
+    if (is_on_record)
         run.record.Forget();
 }
 

@@ -20,6 +20,7 @@ namespace kiv {
 namespace {
 
 constexpr std::string_view kBangMarker = ";inserthere1";
+constexpr std::string_view kArticleFolder = "txt\\"; // below that of the page list
 constexpr std::string_view kEntryMarker = ";inserthere2";
 
 /// The header fields in the order of the bang line.
@@ -38,7 +39,7 @@ struct NewsPaths {
 NewsPaths PathsOf(const SitePreset& preset, const std::string& file_name)
 {
     NewsPaths paths;
-    paths.body = Joined({preset.folder, "txt\\", file_name, ".txt"});
+    paths.body = Joined({preset.folder, kArticleFolder, file_name, ".txt"});
     paths.site_list = Joined({preset.folder, kPageListFile});
     if (!preset.home_folder.empty())
         paths.home_list = Joined({preset.home_folder, kPageListFile});
@@ -181,12 +182,13 @@ void WriteRun(Files& files, const NewsPaths& paths, const NewsRun& run, bool has
         files.CommitSource(place, list->changed, {Expectation::Kind::content, list->old});
 }
 
-/// The folders of a run, for itself alone; always in the same order, so that no two runs wait for
-/// each other.
+/// The folders that a run writes into, for itself alone; always in the same order, so that no two
+/// runs wait for each other.
 std::vector<std::unique_ptr<FolderLock>> LockFolders(Files& files, const SitePreset& preset)
 {
     std::map<std::string, std::string> folders; // by their names in upper case
-    for (const std::string& folder : {preset.folder, preset.home_folder})
+    for (const std::string& folder :
+         {preset.folder, preset.folder + std::string(kArticleFolder), preset.home_folder})
         if (!folder.empty() && files.FolderExists(folder))
             folders.try_emplace(UpperCase(WithSeparator(folder)), folder);
     std::vector<std::unique_ptr<FolderLock>> locks;

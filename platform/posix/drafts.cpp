@@ -70,6 +70,8 @@ int MoveOverExpected(const std::string& temporary, const Draft& draft)
 {
     struct stat state {};
     int error = ::lstat(temporary.c_str(), &state) == 0 ? Exchange(temporary, draft.native) : errno;
+    if (MayBeDone(error) && IsSameFile(draft.native, state))
+        error = 0;
     if (error == 0) {
         if (HoldsContent(temporary, draft.expected.content))
             return ::unlink(temporary.c_str()) == 0 ? 0 : errno;
@@ -121,7 +123,7 @@ int PlaceNamed(const Draft& draft, const Old& old)
 #ifdef O_TMPFILE
 
 /// Gives the open file, which has no name yet, a name that is free.
-int GiveName(int fd, const std::string& native)
+int TryToGiveName(int fd, const std::string& native)
 {
     if (::linkat(fd, "", AT_FDCWD, native.c_str(), AT_EMPTY_PATH) == 0)
         return 0;
@@ -132,6 +134,15 @@ int GiveName(int fd, const std::string& native)
     const int result =
         ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, native.c_str(), AT_SYMLINK_FOLLOW);
     return result == 0 ? 0 : errno;
+}
+
+/// The same, where it was done in spite of an error.
+int GiveName(int fd, const std::string& native)
+{
+    const int error = TryToGiveName(fd, native);
+    struct stat state {};
+    const bool is_done = MayBeDone(error) && ::fstat(fd, &state) == 0 && IsSameFile(native, state);
+    return is_done ? 0 : error;
 }
 
 int GiveTemporaryName(int fd, const std::string& native, std::string& temporary)

@@ -136,6 +136,7 @@ std::unique_ptr<FolderLock> PosixDriveFiles::LockFolder(std::string_view folder)
     if (!lock)
         Refuse("work in", absolute, "another run of kiv is at work there");
     names_.Forget(); // who held it before has left other names there
+    TidyFolder(*native);
     return lock;
 }
 

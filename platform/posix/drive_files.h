@@ -80,8 +80,8 @@ class PosixDriveFiles : public DriveFiles {
     int Place(const OutputFile& file, const Writing& writing);
     int PlaceInOld(const OutputFile& file, const Writing& writing);
     void Write(const OutputFile& file, const Writing& writing);
-    /// Tidies the folder of a file that is written, once after each Refresh.
-    void TidyFolderOf(const std::string& native);
+    /// Tidies a folder that is written into, once after each Refresh.
+    void TidyFolder(const std::string& native);
 
     PosixNames names_;
     std::unordered_set<std::string> tidied_; // native folders

@@ -14,20 +14,6 @@
 
 namespace kiv {
 
-namespace {
-
-/// How many names a file has to which both of these lead; 0 when they lead to two.
-nlink_t NamesOfOneFile(const std::string& a, const std::string& b)
-{
-    struct stat first {};
-    struct stat second {};
-    const bool is_one = StateOfName(a, first) == 0 && StateOfName(b, second) == 0 &&
-                        first.st_ino == second.st_ino && first.st_dev == second.st_dev;
-    return is_one ? first.st_nlink : 0;
-}
-
-} // namespace
-
 std::string PosixDriveFiles::ExactNameOf(const std::string& absolute)
 {
     struct stat state {};

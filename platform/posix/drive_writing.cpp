@@ -59,13 +59,10 @@ OutputFile PosixDriveFiles::LookedUp(std::string_view path)
     return file;
 }
 
-void PosixDriveFiles::TidyFolderOf(const std::string& native)
+void PosixDriveFiles::TidyFolder(const std::string& native)
 {
-    std::string folder(NativeFolderOf(native));
-    if (tidied_.contains(folder))
-        return;
-    DeleteLeftTemporaries(folder);
-    tidied_.insert(std::move(folder));
+    if (tidied_.insert(native).second)
+        DeleteLeftTemporaries(native);
 }
 
 int PosixDriveFiles::PlaceInOld(const OutputFile& file, const Writing& writing)
@@ -98,7 +95,7 @@ int PosixDriveFiles::PlaceInOld(const OutputFile& file, const Writing& writing)
 int PosixDriveFiles::Place(const OutputFile& file, const Writing& writing)
 {
     RefuseUnexpected(file, writing.expected);
-    TidyFolderOf(file.native);
+    TidyFolder(std::string(NativeFolderOf(file.native)));
     if (file.exists)
         return PlaceInOld(file, writing);
     const int error = PlaceNew({file.native, writing.bytes, writing.is_source});

@@ -2,8 +2,16 @@
 #pragma once
 
 #include <string>
+#include <sys/types.h>
 
 namespace kiv {
+
+/// Whether a call that ended with this error may have done its work all the same: a disk or a
+/// server that was away for a moment does not know what became of it.
+bool MayBeDone(int error);
+
+/// How many names a file has to which both of these lead; 0 when they lead to two.
+nlink_t NamesOfOneFile(const std::string& a, const std::string& b);
 
 /// Renames; EEXIST when the new name is taken. Where the file system cannot do that in one step, a
 /// file bears both names for a moment.

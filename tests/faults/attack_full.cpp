@@ -66,7 +66,7 @@ Verdict FullDiskAttack::Run(const Workbench& bench, const std::vector<Case>& cas
     const Ending ending = RunOnce(bench.LaunchOf(with.scenario));
     Complaints complaints = JudgeRun(bench, with, ending, {});
     Limit(bench, "size=16m,nr_inodes=10000", MS_REMOUNT); // somebody has made room
-    for (const Complaint& complaint : JudgeNextRun(bench, with))
+    for (const Complaint& complaint : JudgeNextRun(bench, with, ending))
         complaints.push_back(complaint);
     if (::umount2(bench.Drive().c_str(), MNT_DETACH) != 0)
         Fail("cannot unmount " + bench.Drive());

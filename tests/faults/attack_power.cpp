@@ -174,7 +174,7 @@ Verdict PowerAttack::Run(const Workbench& bench, const std::vector<Case>& cases,
     const Mounted mounted(system, image, bench.Drive());
     ::unlink(OthersFile(bench).c_str());
     verdict.complaints = JudgeSources(with, bench.Look(), at == 0);
-    for (const Complaint& complaint : JudgeNextRun(bench, with))
+    for (const Complaint& complaint : JudgeNextRun(bench, with, outcome.ending))
         verdict.complaints.push_back(complaint);
     return verdict;
 }

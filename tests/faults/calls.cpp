@@ -203,6 +203,8 @@ std::vector<int> ErrorsOf(const Call& call)
     case Role::resize:
         return {EIO, ENOSPC, EDQUOT, EFBIG, EPERM, EINTR, EOPNOTSUPP};
     case Role::attributes:
+        if (call.kind->name.find("list") != std::string_view::npos)
+            return {EIO, EPERM, ENOSPC}; // who does not know attributes has none to list
         return {EIO, EPERM, EROFS, EOPNOTSUPP, ENOSPC};
     case Role::lock:
         return {ENOLCK, EINTR, EIO, EOPNOTSUPP};

@@ -19,11 +19,15 @@ Case MakeCase(const Workbench& bench, const Scenario& scenario, Complaints& comp
 /// What is wrong with a run and the files behind it. Files are left as they are then.
 Complaints JudgeRun(const Workbench& bench, const Case& with, const Ending& ending,
                     const Circumstances& circumstances);
-/// Runs the same command again, and looks whether that ends well.
-Complaints JudgeNextRun(const Workbench& bench, const Case& with);
+/// Runs the same command again after a run that ended so, and looks whether that ends well.
+Complaints JudgeNextRun(const Workbench& bench, const Case& with, const Ending& former);
 /// For a renaming that has told what it did: takes it back by its report. The files are as the run
 /// left them.
 Complaints JudgeUndoing(const Workbench& bench, const Case& with, const Ending& ending);
+
+/// For a renaming, whatever became of it: takes it back by what the program has on record. The
+/// files are as the run left them.
+Complaints JudgeUndoingLast(const Workbench& bench, const Case& with, const Ending& ending);
 
 /// After a power cut: sources are old or new, and new when they were told as done; what can be made
 /// again may be anything.

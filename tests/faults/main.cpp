@@ -42,6 +42,12 @@ std::string NewFolder()
     return name;
 }
 
+/// The program is started from another folder.
+std::string Absolute(const std::string& path)
+{
+    return std::filesystem::absolute(path).string();
+}
+
 struct Task {
     Wishes wishes;
     std::string one_try;
@@ -64,9 +70,9 @@ Task TaskOf(const std::vector<std::string>& arguments)
              wishes.settings.seed = static_cast<unsigned>(std::stoul(value));
          }},
         {"--try", [&](const std::string& value) { task.one_try = value; }},
-        {"--program", [&](const std::string& value) { wishes.settings.program = value; }},
+        {"--program", [&](const std::string& value) { wishes.settings.program = Absolute(value); }},
         {"--memory-program",
-         [&](const std::string& value) { wishes.settings.memory_program = value; }},
+         [&](const std::string& value) { wishes.settings.memory_program = Absolute(value); }},
     };
     for (std::size_t i = 0; i < arguments.size(); i += 2) {
         if (arguments[i] == "--all") {

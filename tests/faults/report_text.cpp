@@ -29,6 +29,7 @@ std::optional<Report> ReportOf(const std::string& text)
     report.failed = !error.is_null();
     if (report.failed)
         report.error = error["text"];
+    report.tells_of_renames = json.contains("renamed");
     for (const nlohmann::json& file : json["files"])
         report.files.push_back(file);
     return report;

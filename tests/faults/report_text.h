@@ -10,6 +10,7 @@ namespace kiv::faults {
 
 struct Report {
     bool failed = false;
+    bool tells_of_renames = false;
     std::string error; // its words; "" without one
     std::vector<std::string> files;
 };

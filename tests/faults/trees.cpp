@@ -66,7 +66,9 @@ std::vector<std::string> NamesIn(const std::string& folder)
     return names;
 }
 
-void ReadFolder(const std::string& root, const std::string& below, Tree& tree)
+using Numbers = std::map<std::string, ino_t>; // by path, of files with more than one name
+
+void ReadFolder(const std::string& root, const std::string& below, Tree& tree, Numbers& numbers)
 {
     for (const std::string& name : NamesIn(root + "/" + below)) {
         const std::string path = below.empty() ? name : below + "/" + name;
@@ -76,8 +78,18 @@ void ReadFolder(const std::string& root, const std::string& below, Tree& tree)
             Fail("cannot look at " + native);
         const Entry& entry = tree[path] = ReadEntry(native, state);
         if (entry.kind == Entry::Kind::folder)
-            ReadFolder(root, path, tree);
+            ReadFolder(root, path, tree, numbers);
+        else if (state.st_nlink > 1)
+            numbers[path] = state.st_ino;
     }
+}
+
+void NoteTwins(const Numbers& numbers, Tree& tree)
+{
+    std::map<ino_t, std::string> first;
+    for (const auto& [path, number] : numbers)
+        if (const auto [place, is_new] = first.try_emplace(number, path); !is_new)
+            tree[path].twin = place->second;
 }
 
 void Remove(const std::string& native, const Entry& entry)
@@ -100,10 +112,13 @@ void SetRights(const std::string& native, const Entry& entry)
         ::setxattr(native.c_str(), kNote, entry.note.data(), entry.note.size(), 0);
 }
 
-void Make(const std::string& native, const Entry& entry)
+void Make(const std::string& root, const std::string& path, const Entry& entry)
 {
+    const std::string native = root + "/" + path;
     int error = 0;
-    if (entry.kind == Entry::Kind::folder)
+    if (!entry.twin.empty())
+        error = ::link((root + "/" + entry.twin).c_str(), native.c_str());
+    else if (entry.kind == Entry::Kind::folder)
         error = ::mkdir(native.c_str(), kFolderMode);
     else if (entry.kind == Entry::Kind::link)
         error = ::symlink(entry.bytes.c_str(), native.c_str());
@@ -121,7 +136,7 @@ bool IsContent(const Entry& entry)
 
 Entry Own(Entry::Kind kind, std::string bytes, mode_t mode)
 {
-    return {kind, std::move(bytes), mode, ::geteuid(), ::getegid(), {}};
+    return {kind, std::move(bytes), mode, ::geteuid(), ::getegid(), {}, {}};
 }
 
 } // namespace
@@ -183,7 +198,9 @@ std::string OtherRights(const Entry& wanted, const Entry& found)
 Tree ReadTree(const std::string& root)
 {
     Tree tree;
-    ReadFolder(root, "", tree);
+    Numbers numbers;
+    ReadFolder(root, "", tree, numbers);
+    NoteTwins(numbers, tree);
     return tree;
 }
 
@@ -205,7 +222,7 @@ void MakeSo(const std::string& root, const Tree& wanted)
         if (other != found.end() && entry.kind == Entry::Kind::folder)
             SetRights(root + "/" + path, entry);
         else
-            Make(root + "/" + path, entry);
+            Make(root, path, entry);
     }
 }
 

@@ -17,6 +17,7 @@ struct Entry {
     uid_t owner = 0;
     gid_t group = 0;
     std::string note; // the extended attribute "user.note"
+    std::string twin; // the first path of the same file, if that is another
     bool operator==(const Entry&) const = default;
 };
 

@@ -22,7 +22,7 @@ Launch Workbench::LaunchOf(const Scenario& scenario, const Arguments& arguments)
     launch.arguments.insert(launch.arguments.end(), arguments.begin(), arguments.end());
     launch.directory = Drive() + "/site";
     launch.input = scenario.input;
-    launch.variables = {"PATH=/usr/bin:/bin", "HOME=" + folder_,
+    launch.variables = {"PATH=/usr/bin:/bin", "HOME=" + folder_, "XDG_STATE_HOME=" + State(),
                         "ASAN_OPTIONS=detect_leaks=0:exitcode=99",
                         "UBSAN_OPTIONS=print_stacktrace=1"};
     return launch;

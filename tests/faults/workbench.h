@@ -17,8 +17,16 @@ class Workbench {
     const std::string& Folder() const { return folder_; }
     /// Where drive C: lies.
     std::string Drive() const { return folder_ + "/c"; }
-    void Lay(const Tree& tree) const { MakeSo(Drive(), tree); }
+    /// Where the program keeps records of its own, as of the last renames in a folder.
+    std::string State() const { return folder_ + "/state"; }
+    /// Lays down the files of drive C:, and what the program has on record elsewhere.
+    void Lay(const Tree& tree, const Tree& records = {}) const
+    {
+        MakeSo(Drive(), tree);
+        MakeSo(State(), records);
+    }
     Tree Look() const { return ReadTree(Drive()); }
+    Tree Records() const { return ReadTree(State()); }
 
     /// A call of the program as the scenario wants it, with other arguments if need be.
     Launch LaunchOf(const Scenario& scenario, const Arguments& arguments) const;

@@ -6,6 +6,8 @@
 #include "tests/support/failing_files.h"
 
 #include <filesystem>
+#include <limits>
+#include <new>
 
 namespace kiv {
 namespace {
@@ -99,6 +101,18 @@ TEST_F(RecordedRenames, ARunThatWasKilledIsTakenBack)
         EXPECT_EQ(workspace.Renamed.size(), done);
     }
 }
+
+#ifndef _WIN32
+TEST_F(RecordedRenames, TheReportOfARunThatWasCutShortTakesItBackToo)
+{
+    PutNames({"a b", "c d", "e f"});
+    CutShort(kPlan, 1);
+    std::filesystem::create_hard_link(Native("site/c d"), Native("site/c-d"));
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, {kPlan[0]}); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b", "c d", "e f"}));
+    EXPECT_FALSE(HasJournal());
+}
+#endif
 
 TEST_F(RecordedRenames, NamesThatFollowEachOther)
 {
@@ -218,6 +232,30 @@ TEST_F(RecordedRenames, ARunWithAnyStepFailingCanBeStartedAgain)
         EXPECT_EQ(NamesIn("site"), (Texts{"a-b"})) << step;
         std::filesystem::rename(Native("site/a-b"), Native("site/a b"));
     }
+}
+
+/// Files with no memory left right behind a rename.
+class ForgetfulFiles : public test::FailingFiles {
+  public:
+    explicit ForgetfulFiles(Files& files) : FailingFiles(files, std::numeric_limits<int>::max()) {}
+
+    NameChange RenameFile(std::string_view from, std::string_view to) override
+    {
+        FailingFiles::RenameFile(from, to);
+        throw std::bad_alloc();
+    }
+};
+
+TEST_F(RecordedRenames, WithoutMemoryARunStillKnowsWhatItHasDone)
+{
+    PutNames({"a b", "c d"});
+    ForgetfulFiles forgetful(*files);
+    Machine broken{forgetful, *files, clock, clipboard, programs, reporter, pictures};
+    Workspace unlucky(broken);
+    const std::optional<RunError> error = unlucky.Run([&] { dodirfix(unlucky); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->kind, ErrorKind::memory);
+    EXPECT_EQ(unlucky.Renamed, (Renames{{"a b", "a-b"}}));
 }
 
 } // namespace

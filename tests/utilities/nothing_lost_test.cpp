@@ -80,7 +80,7 @@ TEST(NothingLost, NewsComposer)
     };
     // Two folders looked at and locked, the article looked for, the folder entered, two lists read,
     // three places found and written to.
-    EXPECT_EQ(RunsThatFail(lay_out, tool), 14);
+    EXPECT_EQ(RunsThatFail(lay_out, tool), 16);
 }
 
 TEST(NothingLost, PictureLists)
@@ -114,6 +114,28 @@ TEST(NothingLost, TitleGrab)
     // Two listings, two pages read twice, one file to find a place for and to write.
     EXPECT_EQ(RunsThatFail(lay_out, tool), 8);
 }
+
+#ifndef _WIN32
+/// A run that was killed when all but the tidying was done is over; the next one tidies.
+TEST(NothingLost, NewsLeavesNothingOfAKilledRun)
+{
+    UtilityDesk desk;
+    desk.Put("site/_html.txt", ";inserthere1\r\n;inserthere2\r\n");
+    desk.Put("site/txt/pr040504.txt", "new");
+    constexpr const char* kLeft = "/.kiv-2147483647-1.tmp"; // no process has that number
+    for (const char* const folder : {"site", "site/txt"})
+        desk.Put(folder + std::string(kLeft), "half");
+    NewsDesk news;
+    news.settings.presets = {{"Site", "C:\\site\\", "", "", "", false}};
+    NewsItem item;
+    item.site = 1;
+    item.file_name = "pr040504";
+    item.text = "another";
+    EXPECT_FALSE(ComposeNews(desk.machine, news, item)); // there is such an article
+    for (const char* const folder : {"site", "site/txt"})
+        EXPECT_FALSE(desk.Tree().contains(folder + std::string(kLeft))) << folder;
+}
+#endif
 
 } // namespace
 } // namespace kiv

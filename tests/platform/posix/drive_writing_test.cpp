@@ -155,5 +155,27 @@ TEST_F(DriveRights, AFolderThatMayNotBeWrittenIsKept)
     });
 }
 
+/// A process that is there no more.
+pid_t ProcessThatEnded()
+{
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(0);
+    int status = 0;
+    waitpid(child, &status, 0);
+    return child;
+}
+
+/// Who begins to work in a folder finds it as the runs that ended in the regular way left it, even
+/// when nothing is to be written any more.
+TEST_F(DriveRights, ALockedFolderHasNothingOfKilledRuns)
+{
+    Put(".kiv-" + std::to_string(ProcessThatEnded()) + "-1.tmp", "half");
+    const std::string ours = ".kiv-" + std::to_string(getpid()) + "-900.tmp";
+    Put(ours, "in work");
+    const auto lock = files->LockFolder("C:\\");
+    EXPECT_EQ(NamesIn(), (Names{ours}));
+}
+
 } // namespace
 } // namespace kiv
