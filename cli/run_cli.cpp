@@ -39,6 +39,14 @@ bool IsDryRun(const Call& call)
     return call.row->renames && call.given.Has("--dry-run");
 }
 
+std::unique_ptr<Drives> MachineDrives(const Call& call, const CliSurroundings& around)
+{
+    const DriveMap drives = DrivesOf(call, around.variable);
+    if (call.row->start != Start::nothing && !IsDryRun(call))
+        MakeDriveC(drives);
+    return MakeDriveFiles(drives);
+}
+
 /// Makes the folder of the call the working directory.
 void EnterDirectory(Workspace& workspace, const Call& call)
 {
@@ -58,24 +66,22 @@ void EnterDirectory(Workspace& workspace, const Call& call)
         TellOfUnfinishedRenames(workspace.machine());
 }
 
-RunReport RunCall(const Call& call, const CliSurroundings& around)
+RunReport ReportOf(const Call& call, const CliSurroundings& around)
 {
     const bool json = call.given.Has("--json");
-    const DriveMap drives = DrivesOf(call, around.variable);
-    if (call.row->start != Start::nothing && !IsDryRun(call))
-        MakeDriveC(drives);
-    const std::unique_ptr<Drives> files = MakeDriveFiles(drives);
+    const std::unique_ptr<Drives> own = around.drives ? nullptr : MachineDrives(call, around);
+    Drives& files = own ? *own : *around.drives;
     const std::unique_ptr<Clock> clock = MakeClock(call.given);
     HeldClipboard clipboard;
-    SystemPrograms system_programs(*files);
-    ProgramList programs(call.given.Has("--launch") ? &system_programs : nullptr);
+    SystemPrograms system_programs(files);
+    ProgramList programs(own && call.given.Has("--launch") ? &system_programs : nullptr);
     TerminalLine terminal_line(around.err_is_terminal && !json ? &around.err : nullptr);
     CliReporter reporter(json ? nullptr : &around.err, terminal_line);
-    HeaderPictureLoader pictures(*files);
-    Machine machine{*files, *files, *clock, clipboard, programs, reporter, pictures};
+    HeaderPictureLoader pictures(files);
+    Machine machine{files, files, *clock, clipboard, programs, reporter, pictures};
     Workspace workspace(machine);
     if (const std::string records = RecordsFolderFrom(around.variable); !records.empty())
-        workspace.RecordsFolder = files->FromNative(records);
+        workspace.RecordsFolder = files.FromNative(records);
     RunReport report;
     CallDesk desk{workspace, around.in, report};
     report.error = workspace.Run([&] {
@@ -86,7 +92,7 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
     terminal_line.Clear();
     report.status = reporter.FinalStatus();
     report.messages = reporter.Messages();
-    report.files = files->Written();
+    report.files = files.Written();
     report.launched = programs.Launched();
     report.warnings = reporter.Warnings();
     report.dry_run = IsDryRun(call);
@@ -104,12 +110,16 @@ int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& aro
         (read.exit_code == 0 ? around.out : around.err) << read.text;
         return read.exit_code;
     }
-    const RunReport report = RunCall(*read.call, around);
-    const GivenValues& given = read.call->given;
-    if (given.Has("--json"))
+    return RunCall(*read.call, around);
+}
+
+int RunCall(const Call& call, const CliSurroundings& around)
+{
+    const RunReport report = ReportOf(call, around);
+    if (call.given.Has("--json"))
         PrintJson(around.out, report);
     else
-        PrintPlain(around.out, around.err, report, given.Has("--verbose"));
+        PrintPlain(around.out, around.err, report, call.given.Has("--verbose"));
     // A result that could not be handed over must not look like success.
     around.out.flush();
     if (!around.out)
