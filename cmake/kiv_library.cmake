@@ -17,6 +17,10 @@ if(KIV_SANITIZE)
         -fsanitize=${KIV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(kiv_options INTERFACE -fsanitize=${KIV_SANITIZE})
 endif()
+if(KIV_FUZZ)
+    # Each branch counts how often it is taken; tests/fuzz alone looks at that.
+    target_compile_options(kiv_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # kiv_library(NAME SOURCES … USES …): one folder as one static library, kiv_NAME.
 function(kiv_library name)
