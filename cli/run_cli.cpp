@@ -44,6 +44,16 @@ bool IsDryRun(const Call& call)
     return call.row->renames && call.given.Has("--dry-run");
 }
 
+std::unique_ptr<Drives> MachineDrives(const Call& call, const CliSurroundings& around)
+{
+    const DriveMap drives = DrivesOf(call, around.variable);
+    // A folder that somebody names and that is not there is an empty drive, not an order to make
+    // it.
+    if (call.row->start != Start::nothing && !IsDryRun(call) && !call.given.Has("--drive-c"))
+        MakeDriveC(drives);
+    return MakeDriveFiles(drives);
+}
+
 /// Makes the folder of the call the working directory.
 void EnterDirectory(Workspace& workspace, const Call& call)
 {
@@ -63,26 +73,22 @@ void EnterDirectory(Workspace& workspace, const Call& call)
         TellOfUnfinishedRenames(workspace.machine());
 }
 
-RunReport RunCall(const Call& call, const CliSurroundings& around)
+RunReport ReportOf(const Call& call, const CliSurroundings& around)
 {
     const bool json = call.given.Has("--json");
-    const DriveMap drives = DrivesOf(call, around.variable);
-    // A folder that somebody names and that is not there is an empty drive, not an order to make
-    // it.
-    if (call.row->start != Start::nothing && !IsDryRun(call) && !call.given.Has("--drive-c"))
-        MakeDriveC(drives);
-    const std::unique_ptr<Drives> files = MakeDriveFiles(drives);
+    const std::unique_ptr<Drives> own = around.drives ? nullptr : MachineDrives(call, around);
+    Drives& files = own ? *own : *around.drives;
     const std::unique_ptr<Clock> clock = MakeClock(call.given);
     HeldClipboard clipboard;
-    SystemPrograms system_programs(*files);
-    ProgramList programs(call.given.Has("--launch") ? &system_programs : nullptr);
+    SystemPrograms system_programs(files);
+    ProgramList programs(own && call.given.Has("--launch") ? &system_programs : nullptr);
     TerminalLine terminal_line(around.err_is_terminal && !json ? &around.err : nullptr);
     CliReporter reporter(json ? nullptr : &around.err, terminal_line);
-    HeaderPictureLoader pictures(*files);
-    Machine machine{*files, *files, *clock, clipboard, programs, reporter, pictures};
+    HeaderPictureLoader pictures(files);
+    Machine machine{files, files, *clock, clipboard, programs, reporter, pictures};
     Workspace workspace(machine);
     if (const std::string records = RecordsFolderFrom(around.variable); !records.empty())
-        workspace.RecordsFolder = files->FromNative(records);
+        workspace.RecordsFolder = files.FromNative(records);
     RunReport report;
     CallDesk desk{workspace, around.in, report};
     report.error = workspace.Run([&] {
@@ -93,7 +99,7 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
     terminal_line.Clear();
     report.status = reporter.FinalStatus();
     report.messages = reporter.Messages();
-    report.files = files->Written();
+    report.files = files.Written();
     report.launched = programs.Launched();
     report.warnings = reporter.Warnings();
     report.dry_run = IsDryRun(call);
@@ -104,24 +110,6 @@ RunReport RunCall(const Call& call, const CliSurroundings& around)
 
 } // namespace
 
-namespace {
-
-int RunAndPrint(const std::vector<std::string>& arguments, const CliSurroundings& around)
-{
-    const ReadCall read = ReadArguments(arguments);
-    if (!read.call) {
-        (read.exit_code == 0 ? around.out : around.err) << ShownUtf8(read.text);
-        return read.exit_code;
-    }
-    const RunReport report = RunCall(*read.call, around);
-    const GivenValues& given = read.call->given;
-    if (given.Has("--json"))
-        PrintJson(around.out, report);
-    else
-        PrintPlain(around.out, around.err, report, given.Has("--verbose"), around.out_is_terminal);
-    return report.error ? 1 : 0;
-}
-
 /// Tells that there is no memory with what needs none: not even the arguments can be read.
 int TellNoMemory(const std::vector<std::string>& arguments, const CliSurroundings& around)
 {
@@ -131,22 +119,45 @@ int TellNoMemory(const std::vector<std::string>& arguments, const CliSurrounding
     return 1;
 }
 
-} // namespace
-
-int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& around)
+/// A result that could not be handed over must not look like success.
+int CodeOfPrinted(int code, const CliSurroundings& around)
 {
-    int code = 1;
-    try {
-        code = RunAndPrint(arguments, around);
-    } catch (const std::bad_alloc&) {
-        code = TellNoMemory(arguments, around);
-    }
-    // A result that could not be handed over must not look like success.
     around.out.flush();
     if (around.out)
         return code;
     around.err << "kiv: error: cannot write to standard output\n";
     return 1;
+}
+
+int ReadAndRun(const std::vector<std::string>& arguments, const CliSurroundings& around)
+{
+    const ReadCall read = ReadArguments(arguments);
+    if (read.call)
+        return RunCall(*read.call, around);
+    (read.exit_code == 0 ? around.out : around.err) << ShownUtf8(read.text);
+    return CodeOfPrinted(read.exit_code, around);
+}
+
+} // namespace
+
+int RunCall(const Call& call, const CliSurroundings& around)
+{
+    const RunReport report = ReportOf(call, around);
+    if (call.given.Has("--json"))
+        PrintJson(around.out, report);
+    else
+        PrintPlain(around.out, around.err, report, call.given.Has("--verbose"),
+                   around.out_is_terminal);
+    return CodeOfPrinted(report.error ? 1 : 0, around);
+}
+
+int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& around)
+{
+    try {
+        return ReadAndRun(arguments, around);
+    } catch (const std::bad_alloc&) {
+        return CodeOfPrinted(TellNoMemory(arguments, around), around);
+    }
 }
 
 } // namespace kiv

@@ -1,6 +1,7 @@
 // `kiv-cli` as a function, so that tests make the very call that a user makes.
 #pragma once
 
+#include "platform/drives.h"
 #include "platform/environment.h"
 
 #include <iosfwd>
@@ -17,10 +18,16 @@ struct CliSurroundings {
     bool err_is_terminal = false;
     Variables variable;
     bool out_is_terminal = false;
+    Drives* drives = nullptr; // instead of the machine's own; no program is started then
 };
+
+struct Call;
 
 /// Runs a call; `arguments` are UTF-8 and without the program's name. Returns the exit code: 0
 /// done, 1 a fatal error of the run, 2 a wrong call.
 int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& around);
+
+/// The same for a call that was read already, as those make it who need thousands a second.
+int RunCall(const Call& call, const CliSurroundings& around);
 
 } // namespace kiv

@@ -16,6 +16,10 @@ if(KIV_SANITIZE)
     add_compile_options(-fsanitize=${KIV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${KIV_SANITIZE})
 endif()
+if(KIV_FUZZ)
+    # Each branch counts how often it is taken; tests/fuzz alone looks at that.
+    target_compile_options(kiv_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # Most of the time to compile goes into headers of the standard library, of Qt and of GoogleTest, so these are compiled once
 # for many units. ccache keeps no objects that were made with such headers.

@@ -1,0 +1,102 @@
+#include "tests/fuzz/report.h"
+
+#include "platform/run_error.h"
+#include "tests/fuzz/fail.h"
+#include "text/windows1252.h"
+
+#include <nlohmann/json.hpp>
+
+namespace kiv::fuzz {
+
+namespace {
+
+using Json = nlohmann::json;
+
+const Json& Field(const Json& object, const char* name)
+{
+    const auto found = object.find(name);
+    if (found == object.end())
+        Fail(std::string("the report has no \"") + name + '"');
+    return *found;
+}
+
+std::string Text(const Json& value)
+{
+    Expect(value.is_string(), "the report has something else where a text should be");
+    return FromUtf8(value.get_ref<const std::string&>());
+}
+
+std::vector<std::string> Texts(const Json& list)
+{
+    Expect(list.is_array(), "the report has something else where a list should be");
+    std::vector<std::string> texts;
+    for (const Json& text : list)
+        texts.push_back(Text(text));
+    return texts;
+}
+
+bool IsKind(const std::string& name)
+{
+    for (int kind = 0; kind <= static_cast<int>(ErrorKind::memory); ++kind)
+        if (KindName(static_cast<ErrorKind>(kind)) == name)
+            return true;
+    return false;
+}
+
+std::string ErrorKindOf(const Json& error)
+{
+    if (error.is_null())
+        return {};
+    Expect(error.is_object(), "the report's error is no object");
+    std::string kind = Text(Field(error, "kind"));
+    Expect(IsKind(kind), "the report has an error of a kind that there is not");
+    Expect(!Text(Field(error, "text")).empty(), "the report's error says nothing");
+    Text(Field(error, "where"));
+    return kind;
+}
+
+void CheckWarning(const Json& warning)
+{
+    Expect(warning.is_object() && !Text(Field(warning, "text")).empty(),
+           "the report has a warning that says nothing");
+    for (const char* const name : {"file", "page"}) {
+        const Json& place = Field(warning, name);
+        Expect(place.is_null() || !Text(place).empty(), "a warning's place is empty");
+    }
+    const Json& line = Field(warning, "line");
+    Expect(line.is_null() || (line.is_number_integer() && line > 0), "a warning's line is none");
+}
+
+std::vector<std::pair<std::string, std::string>> Pairs(const Json& list)
+{
+    std::vector<std::pair<std::string, std::string>> pairs;
+    for (const Json& pair : list) {
+        Expect(pair.is_array() && pair.size() == 2, "the report has a rename without two names");
+        pairs.emplace_back(Text(pair[0]), Text(pair[1]));
+    }
+    return pairs;
+}
+
+} // namespace
+
+Report ReadReport(std::string_view json, int exit_code)
+{
+    const Json object = Json::parse(json, nullptr, false);
+    Expect(object.is_object(), "the report is no JSON object");
+    Report report;
+    Text(Field(object, "status"));
+    Texts(Field(object, "messages"));
+    Texts(Field(object, "launched"));
+    report.error = ErrorKindOf(Field(object, "error"));
+    Expect(report.error.empty() == (exit_code == 0), "report and exit code say different things");
+    report.files = Texts(Field(object, "files"));
+    for (const Json& warning : Field(object, "warnings"))
+        CheckWarning(warning);
+    if (object.contains("renamed"))
+        report.renamed = Pairs(object["renamed"]);
+    if (object.contains("result"))
+        report.result = Text(object["result"]);
+    return report;
+}
+
+} // namespace kiv::fuzz
