@@ -2,6 +2,7 @@
 // library, passes through here (the linker's --wrap). Requests count from main on.
 #include "faults/memory_control.h"
 
+#include <cerrno>
 #include <cstddef>
 #include <cstdlib>
 #include <sys/mman.h>
@@ -25,7 +26,10 @@ bool IsToFail()
         return false;
     const std::uint64_t number = ++control->requests;
     const bool onward = control->onward != 0 && control->fail_at != 0;
-    return number == control->fail_at || (onward && number > control->fail_at);
+    const bool fails = number == control->fail_at || (onward && number > control->fail_at);
+    if (fails)
+        errno = ENOMEM; // who asked hands that on
+    return fails;
 }
 
 void TakeControl()

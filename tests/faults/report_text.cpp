@@ -1,38 +1,47 @@
 #include "faults/report_text.h"
 
+#include "tests/support/json.h"
+
 #include <algorithm>
 #include <cctype>
-#include <nlohmann/json.hpp>
+#include <exception>
 
 namespace kiv::faults {
 
 namespace {
 
-bool IsError(const nlohmann::json& error)
+using test::Json;
+
+/// Throws an exception when this is no report.
+Report Read(const Json& json)
 {
-    return error.is_object() && error.contains("kind") && error["kind"].is_string() &&
-           error.contains("text") && error["text"].is_string() && !error["text"].empty();
+    Report report;
+    for (const char* const key : {"status", "messages", "warnings"})
+        json[key]; // must be there
+    if (const Json error = json["error"]; !error.IsNull()) {
+        report.failed = true;
+        error["kind"].Text();
+        report.error = error["text"].Text();
+    }
+    for (const Json& file : json["files"].Items())
+        report.files.push_back(file.Text());
+    const std::vector<std::string> keys = json.Keys();
+    report.tells_of_renames = std::find(keys.begin(), keys.end(), "renamed") != keys.end();
+    return report;
 }
 
 } // namespace
 
 std::optional<Report> ReportOf(const std::string& text)
 {
-    const nlohmann::json json = nlohmann::json::parse(text, nullptr, false);
-    for (const char* const key : {"status", "messages", "error", "files", "warnings"})
-        if (!json.is_object() || !json.contains(key))
+    try {
+        Report report = Read(Json::Parse(text));
+        if (report.failed && report.error.empty())
             return std::nullopt;
-    const nlohmann::json& error = json["error"];
-    if (!error.is_null() && !IsError(error))
+        return report;
+    } catch (const std::exception&) {
         return std::nullopt;
-    Report report;
-    report.failed = !error.is_null();
-    if (report.failed)
-        report.error = error["text"];
-    report.tells_of_renames = json.contains("renamed");
-    for (const nlohmann::json& file : json["files"])
-        report.files.push_back(file);
-    return report;
+    }
 }
 
 bool IsPathOf(std::string_view drive_path, std::string_view native)

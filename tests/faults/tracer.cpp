@@ -115,9 +115,33 @@ bool ByProc(pid_t id, const Call& call)
     return call.kind->number == SYS_linkat && TextAt(id, call.arguments[1]).starts_with("/proc/");
 }
 
-/// Locks alone count; what else fcntl does cannot fail.
-bool IsOther(const Call& call)
+/// Whether an open file is handed on to programs that are started.
+bool IsHandedOn(pid_t id, std::uint64_t fd)
 {
+    std::ifstream file("/proc/" + std::to_string(id) + "/fdinfo/" + std::to_string(fd));
+    for (std::string word; file >> word;)
+        if (int flags = 0; word == "flags:" && file >> std::oct >> flags)
+            return (flags & O_CLOEXEC) == 0;
+    return false;
+}
+
+/// What the sanitizers do for themselves: they find out by a pipe whether memory can be read, and
+/// end a program that has none. The program hands no pipe of its own on.
+bool IsOfSanitizers(pid_t id, const Call& call)
+{
+    const long number = call.kind->number;
+    if (number == SYS_pipe2)
+        return (call.arguments[1] & O_CLOEXEC) == 0;
+    const bool may_be = number == SYS_write || number == SYS_close;
+    const std::uint64_t fd = call.arguments[0];
+    return may_be && fd > 2 && OpenPath(id, fd).starts_with("pipe:") && IsHandedOn(id, fd);
+}
+
+/// Of fcntl, locks alone count; what else it does cannot fail.
+bool IsOther(pid_t id, const Call& call)
+{
+    if (IsOfSanitizers(id, call))
+        return true;
     if (call.kind->number != SYS_fcntl)
         return false;
     const auto command = static_cast<int>(call.arguments[1]);
@@ -328,7 +352,7 @@ void Tracer::OnCall(pid_t id)
     Registers registers = RegistersOf(id);
     const Call call = CallOf(registers);
     int error = 0;
-    if (!counting_ || others_.contains(id) || call.kind == nullptr || IsOther(call)) {
+    if (!counting_ || others_.contains(id) || call.kind == nullptr || IsOther(id, call)) {
         Continue(id);
     } else if (IsForbidden(id, call, error)) {
         SkipCall(id, registers, error);
