@@ -43,16 +43,16 @@ bool IsKind(const std::string& name)
     return false;
 }
 
-std::string ErrorKindOf(const Json& error)
+void TakeError(const Json& error, Report& report)
 {
     if (error.is_null())
-        return {};
+        return;
     Expect(error.is_object(), "the report's error is no object");
-    std::string kind = Text(Field(error, "kind"));
-    Expect(IsKind(kind), "the report has an error of a kind that there is not");
-    Expect(!Text(Field(error, "text")).empty(), "the report's error says nothing");
+    report.error = Text(Field(error, "kind"));
+    Expect(IsKind(report.error), "the report has an error of a kind that there is not");
+    report.error_text = Text(Field(error, "text"));
+    Expect(!report.error_text.empty(), "the report's error says nothing");
     Text(Field(error, "where"));
-    return kind;
 }
 
 void CheckWarning(const Json& warning)
@@ -87,7 +87,7 @@ Report ReadReport(std::string_view json, int exit_code)
     Text(Field(object, "status"));
     Texts(Field(object, "messages"));
     Texts(Field(object, "launched"));
-    report.error = ErrorKindOf(Field(object, "error"));
+    TakeError(Field(object, "error"), report);
     Expect(report.error.empty() == (exit_code == 0), "report and exit code say different things");
     report.files = Texts(Field(object, "files"));
     for (const Json& warning : Field(object, "warnings"))

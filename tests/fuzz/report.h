@@ -11,6 +11,7 @@ namespace kiv::fuzz {
 /// Texts are Windows-1252.
 struct Report {
     std::string error; // kind; empty: none
+    std::string error_text;
     std::vector<std::string> files;
     std::vector<std::pair<std::string, std::string>> renamed; // old name, new name
     std::string result;                                       // empty where there is none

@@ -45,8 +45,9 @@ class Seeds {
         if (bytes.size() > kLargestSeed)
             return;
         const fs::path path = folder_ / target / std::to_string(std::hash<std::string>()(bytes));
-        if (!fs::exists(path))
-            paths_[target].push_back(path.string());
+        if (fs::exists(path))
+            return;
+        paths_[target].push_back(path.string());
         kiv::test::WriteBytes(path, bytes);
     }
 
