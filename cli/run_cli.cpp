@@ -108,8 +108,6 @@ RunReport ReportOf(const Call& call, const CliSurroundings& around)
     return report;
 }
 
-} // namespace
-
 /// Tells that there is no memory with what needs none: not even the arguments can be read.
 int TellNoMemory(const std::vector<std::string>& arguments, const CliSurroundings& around)
 {

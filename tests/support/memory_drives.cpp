@@ -201,6 +201,12 @@ void MemoryDrives::Commit(const OutputFile& file, std::string_view bytes)
     CommitSource(file, bytes, {});
 }
 
+void MemoryDrives::AppendToFile(std::string_view path, std::string_view bytes)
+{
+    const std::string old = FileExists(path) ? ReadFile(path) : std::string();
+    CommitSource(Open(path), old + std::string(bytes), {});
+}
+
 void MemoryDrives::CommitSource(const OutputFile& file, std::string_view bytes,
                                 const Expectation& expected)
 {

@@ -42,6 +42,7 @@ class MemoryDrives : public DriveFiles {
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override;
     OutputFile Open(std::string_view path) override;
     void Commit(const OutputFile& file, std::string_view bytes) override;
+    void AppendToFile(std::string_view path, std::string_view bytes) override;
     void CommitSource(const OutputFile& file, std::string_view bytes,
                       const Expectation& expected) override;
     void FlushWritten() override {}
