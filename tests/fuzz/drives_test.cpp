@@ -30,7 +30,7 @@ Ending Ended(const Case& one, std::vector<std::string> arguments, Drives* drives
     std::ostringstream out;
     std::ostringstream err;
     const auto unset = [](const char*) { return std::optional<std::string>(); };
-    const int code = RunCli(arguments, {in, out, err, false, unset, drives});
+    const int code = RunCli(arguments, {in, out, err, false, unset, false, drives});
     return {code, out.str(), {}};
 }
 

@@ -229,7 +229,7 @@ TEST_F(DriveCare, AProcessWithoutStreamsOpensNoFileAsOne)
         const int next = open("/dev/null", O_RDONLY);
         const bool reading_fails = read(0, nullptr, 0) < 0;
         const bool writing_fails = write(1, "x", 1) < 0 && write(2, "x", 1) < 0;
-        _exit(next == 3 && reading_fails && writing_fails ? 0 : 1);
+        _exit(next > 2 && reading_fails && writing_fails ? 0 : 1);
     }
     int status = 1;
     waitpid(child, &status, 0);
