@@ -76,12 +76,13 @@ void EnterDirectory(Workspace& workspace, const Call& call)
 RunReport ReportOf(const Call& call, const CliSurroundings& around)
 {
     const bool json = call.given.Has("--json");
-    const std::unique_ptr<Drives> own = around.drives ? nullptr : MachineDrives(call, around);
-    Drives& files = own ? *own : *around.drives;
+    const bool is_lent = around.drives != nullptr;
+    const std::unique_ptr<Drives> own = is_lent ? nullptr : MachineDrives(call, around);
+    Drives& files = is_lent ? *around.drives : *own;
     const std::unique_ptr<Clock> clock = MakeClock(call.given);
     HeldClipboard clipboard;
     SystemPrograms system_programs(files);
-    ProgramList programs(own && call.given.Has("--launch") ? &system_programs : nullptr);
+    ProgramList programs(!is_lent && call.given.Has("--launch") ? &system_programs : nullptr);
     TerminalLine terminal_line(around.err_is_terminal && !json ? &around.err : nullptr);
     CliReporter reporter(json ? nullptr : &around.err, terminal_line);
     HeaderPictureLoader pictures(files);

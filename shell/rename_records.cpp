@@ -7,6 +7,7 @@
 #include "text/text.h"
 #include "text/windows1252.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <vector>
@@ -80,8 +81,9 @@ void MakeFolders(Files& files, const std::string& folder)
     for (std::string_view at = folder; !NameOf(at).empty() && !files.FolderExists(at);
          at = FolderOf(at))
         missing.emplace_back(at);
-    for (auto each = missing.rbegin(); each != missing.rend(); ++each)
-        files.MakeFolder(*each);
+    std::reverse(missing.begin(), missing.end());
+    for (const std::string& each : missing)
+        files.MakeFolder(each);
 }
 
 } // namespace

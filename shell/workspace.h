@@ -91,7 +91,7 @@ class Workspace {
     bool UploadListWanted = false;
     std::string UploadCommand;
     std::string EditorCommand;
-    std::string RecordsFolder; // for the program's own records, a drive path; empty: none
+    std::string RecordsFolder;    // for the program's own records, a drive path; empty: none
     std::string SettingsPath;     // the file that "Store dir" writes
     std::vector<JumpEntry> Jumps; // at most ten
     bool IsGroup = false;         // the working directory has a group list

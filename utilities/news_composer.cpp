@@ -192,6 +192,7 @@ std::vector<std::unique_ptr<FolderLock>> LockFolders(Files& files, const SitePre
         if (!folder.empty() && files.FolderExists(folder))
             folders.try_emplace(UpperCase(WithSeparator(folder)), folder);
     std::vector<std::unique_ptr<FolderLock>> locks;
+    locks.reserve(folders.size());
     for (const auto& [upper, folder] : folders)
         locks.push_back(files.LockFolder(folder));
     return locks;

@@ -20,6 +20,13 @@ bool IsWanted(const std::vector<std::string>& names, const std::string& name)
     return names.empty() || std::find(names.begin(), names.end(), name) != names.end();
 }
 
+/// The row of the table in which a try counts: kills apart from failures.
+std::string RowOf(const Attack& attack, const Try& one)
+{
+    const bool kills = one.strike.deed == Deed::kill_before || one.strike.deed == Deed::kill_after;
+    return attack.Name() + (kills ? ", killed" : "");
+}
+
 struct Planned {
     std::size_t round;
     Try what;
@@ -118,7 +125,7 @@ void Campaign::Work(int worker, double end)
          i += static_cast<std::size_t>(wishes_.jobs)) {
         const Try& one = tries_[i].what;
         const Attack& attack = *attacks_[one.attack];
-        tally.Count(attack.Name(), attack.ScenarioName(cases_, one), TextOfTry(one),
+        tally.Count(RowOf(attack, one), attack.ScenarioName(cases_, one), TextOfTry(one),
                     RunTry(bench, one));
     }
     WriteWholeFile(ResultPath(worker), tally.Written());

@@ -81,8 +81,7 @@ TEST_F(NewsComposer, HomePageListGetsTheBangLineToo)
               "<span class=\"highlighter\">Kiv</span>");
     EXPECT_THAT(desk.machine.files.Written(),
                 ElementsAre("C:\\internet\\m\\news\\txt\\pr040504.txt",
-                            "C:\\internet\\m\\news\\_html.txt",
-                            "C:\\internet\\m\\_html.txt"));
+                            "C:\\internet\\m\\news\\_html.txt", "C:\\internet\\m\\_html.txt"));
     EXPECT_THAT(desk.programs.started,
                 ElementsAre("edit.exe C:\\internet\\m\\news\\txt\\pr040504.txt",
                             "edit.exe C:\\internet\\m\\news\\_html.txt",
