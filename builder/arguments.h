@@ -2,6 +2,7 @@
 #pragma once
 
 #include "builder/build_messages.h"
+#include "builder/trace.h"
 
 #include <cstddef>
 #include <string>
@@ -28,6 +29,8 @@ struct BracketUse {
 struct Expansion {
     std::string text;
     bool replaces_line = false; // the whole line, not the use alone
+    std::string told = {};      // for the trace: what was done; only where it is asked for
+    SourceSpan from = {};       // for the trace: the definition used
 };
 
 /// Cuts the use of `name` with which `rest` begins, the line being `before` and `rest`. Whatever

@@ -2,7 +2,9 @@
 
 #include "builder/build_state.h"
 #include "builder/text_helpers.h"
+#include "builder/trace_words.h"
 #include "platform/run_error.h"
+#include "text/joined_text.h"
 #include "text/table_column.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -12,6 +14,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 namespace kiv {
 
@@ -52,9 +55,28 @@ constexpr std::string_view kPrintClose =
     R"+(<font face="verdana" size="1"><a href="javascript:this.print()">PRINT</a> | )+"
     R"+(<a href="javascript:this.close()">CLOSE</a></font></td></tr></table>)+";
 
+/// What a value is taken from.
+enum class Origin {
+    fixed,
+    file, // of this page
+    title_line,
+    title,
+    var1,
+    var2,
+    previous,
+    following,
+    root,
+    folder,
+    pass,
+    day,
+    now,
+    count,
+};
+
 struct AtVariable {
     std::string_view name;
     std::string (*value)(Build& build);
+    Origin origin = Origin::fixed;
 };
 
 const PageRecord& Previous(Build& build)
@@ -70,35 +92,40 @@ const PageRecord& Following(Build& build)
 /// In the format's order: a longer name stands before the shorter one that it begins with, except
 /// that "@TITLE" comes before names that merely contain its letters.
 constexpr AtVariable kAtVariables[] = {
-    {"@VAR1", [](Build& b) { return b.CurrentRecord().var1; }},
-    {"@VAR2", [](Build& b) { return b.CurrentRecord().var2; }},
-    {"@PF", [](Build& b) { return PageLink(b); }},
-    {"@TITLE", [](Build& b) { return b.state.page.CurrentTitle; }},
-    {"@ROOT", [](Build& b) { return b.state.SiteRoot; }},
-    {"@QTITLE", [](Build& b) { return QuoteEscape(b.state.page.CurrentTitle); }},
-    {"@STRIPTITLE", [](Build& b) { return StripTitle(b.state.page.CurrentTitle); }},
-    {"@KEYWORDS", [](Build& b) { return TitleKeywords(b.state.page.CurrentTitle); }},
-    {"@FILE", [](Build& b) { return b.state.page.CurrentStem; }},
-    {"@PREVTITLE", [](Build& b) { return Previous(b).title; }},
-    {"@NEXTTITLE", [](Build& b) { return Following(b).title; }},
-    {"@PREVNO", [](Build& b) { return StemOf(b, b.state.page.number - 1); }},
-    {"@NEXTNO", [](Build& b) { return StemOf(b, b.state.page.number + 1); }},
-    {"@THISTITLE", [](Build& b) { return b.CurrentRecord().title; }},
-    {"@THISSTRIP", [](Build& b) { return b.state.page.CurrentBaseStem; }},
-    {"@THISDIR", [](Build& b) { return b.pass.ThisDirName; }},
-    {"@PREV", [](Build& b) { return std::string(DropParentPrefix(Previous(b).file)); }},
-    {"@THIS", [](Build& b) { return b.CurrentRecord().file; }},
-    {"@SITETHIS", SiteThis},
-    {"@NEXT", [](Build& b) { return std::string(DropParentPrefix(Following(b).file)); }},
-    {"@HTMASP", [](Build& b) { return b.pass.OutputExtensionWord; }},
-    {"@ASPHTM", [](Build& b) { return b.pass.OutputExtensionWord; }},
-    {"@TODAY", [](Build& b) { return b.pass.TodayText; }},
-    {"@DATETIME", [](Build& b) { return DateTimeText(b.machine.clock); }},
-    {"@YEAR", [](Build& b) { return b.pass.YearText; }},
-    {"@XOFY_X-", [](Build& b) { return Decimal(b.state.page.number - 1); }},
-    {"@XOFY_Y-", [](Build& b) { return Decimal(b.state.PageCount - 1); }},
-    {"@XOFY_X", [](Build& b) { return Decimal(b.state.page.number); }},
-    {"@XOFY_Y", [](Build& b) { return Decimal(b.state.PageCount); }},
+    {"@VAR1", [](Build& b) { return b.CurrentRecord().var1; }, Origin::var1},
+    {"@VAR2", [](Build& b) { return b.CurrentRecord().var2; }, Origin::var2},
+    {"@PF", [](Build& b) { return PageLink(b); }, Origin::title_line},
+    {"@TITLE", [](Build& b) { return b.state.page.CurrentTitle; }, Origin::title_line},
+    {"@ROOT", [](Build& b) { return b.state.SiteRoot; }, Origin::root},
+    {"@QTITLE", [](Build& b) { return QuoteEscape(b.state.page.CurrentTitle); },
+     Origin::title_line},
+    {"@STRIPTITLE", [](Build& b) { return StripTitle(b.state.page.CurrentTitle); },
+     Origin::title_line},
+    {"@KEYWORDS", [](Build& b) { return TitleKeywords(b.state.page.CurrentTitle); },
+     Origin::title_line},
+    {"@FILE", [](Build& b) { return b.state.page.CurrentStem; }, Origin::file},
+    {"@PREVTITLE", [](Build& b) { return Previous(b).title; }, Origin::previous},
+    {"@NEXTTITLE", [](Build& b) { return Following(b).title; }, Origin::following},
+    {"@PREVNO", [](Build& b) { return StemOf(b, b.state.page.number - 1); }, Origin::previous},
+    {"@NEXTNO", [](Build& b) { return StemOf(b, b.state.page.number + 1); }, Origin::following},
+    {"@THISTITLE", [](Build& b) { return b.CurrentRecord().title; }, Origin::title},
+    {"@THISSTRIP", [](Build& b) { return b.state.page.CurrentBaseStem; }, Origin::file},
+    {"@THISDIR", [](Build& b) { return b.pass.ThisDirName; }, Origin::folder},
+    {"@PREV", [](Build& b) { return std::string(DropParentPrefix(Previous(b).file)); },
+     Origin::previous},
+    {"@THIS", [](Build& b) { return b.CurrentRecord().file; }, Origin::file},
+    {"@SITETHIS", SiteThis, Origin::file},
+    {"@NEXT", [](Build& b) { return std::string(DropParentPrefix(Following(b).file)); },
+     Origin::following},
+    {"@HTMASP", [](Build& b) { return b.pass.OutputExtensionWord; }, Origin::pass},
+    {"@ASPHTM", [](Build& b) { return b.pass.OutputExtensionWord; }, Origin::pass},
+    {"@TODAY", [](Build& b) { return b.pass.TodayText; }, Origin::day},
+    {"@DATETIME", [](Build& b) { return DateTimeText(b.machine.clock); }, Origin::now},
+    {"@YEAR", [](Build& b) { return b.pass.YearText; }, Origin::day},
+    {"@XOFY_X-", [](Build& b) { return Decimal(b.state.page.number - 1); }, Origin::count},
+    {"@XOFY_Y-", [](Build& b) { return Decimal(b.state.PageCount - 1); }, Origin::count},
+    {"@XOFY_X", [](Build& b) { return Decimal(b.state.page.number); }, Origin::count},
+    {"@XOFY_Y", [](Build& b) { return Decimal(b.state.PageCount); }, Origin::count},
     {"@font",
      [](Build&) { return std::string(R"(<font face="geneva,arial,helvetica,helv" size="2">)"); }},
     {"<style>", [](Build&) { return std::string(R"(<style type="text/css">)"); }},
@@ -140,6 +167,70 @@ constexpr std::array<RowSet, 128> kRowsBySecond = [] {
 }();
 
 constexpr std::size_t kLook = 1000; // what RowsIn costs for a character
+
+/// Where a value comes from, for the trace.
+struct Told {
+    std::string words;
+    SourceSpan from;
+};
+
+Told ToldField(Tracer& tracer, int page, PageField field, std::string_view otherwise)
+{
+    const SourceSpan& place = tracer.Known().Field(page, field).place;
+    return {place.file.empty() ? std::string(otherwise) : tracer.PlaceText(place), place};
+}
+
+Told ToldPage(Tracer& tracer, int page)
+{
+    return {tracer.PageText(page), tracer.Known().Field(page, PageField::file).place};
+}
+
+Told ToldOrigin(Build& build, Tracer& tracer, Origin origin)
+{
+    const int page = build.state.page.number;
+    const SourceLine& second = std::as_const(build.state.PageLines)[page][2];
+    switch (origin) {
+    case Origin::fixed:
+        return {"the same on every page", {}};
+    case Origin::file:
+        return ToldField(tracer, page, PageField::file, "this page's file");
+    case Origin::title_line:
+        return {tracer.PlaceText({second.file, second.line, second.line}),
+                {second.file, second.line, second.line}};
+    case Origin::title:
+        return ToldField(tracer, page, PageField::title, "the page has no title");
+    case Origin::var1:
+        return ToldField(tracer, page, PageField::var1, "the page has no @VAR1");
+    case Origin::var2:
+        return ToldField(tracer, page, PageField::var2, "the page has no @VAR2");
+    case Origin::previous:
+        return ToldPage(tracer, page - 1);
+    case Origin::following:
+        return ToldPage(tracer, page + 1);
+    case Origin::root:
+        return ToldField(tracer, 0, PageField::root, "the page list has no @ROOT");
+    case Origin::folder:
+        return {"the name of the site's folder", {}};
+    case Origin::pass:
+        return {"the pass", {}};
+    case Origin::day:
+        return {"the day of this run", {}};
+    case Origin::now:
+        return {"the time of this step", {}};
+    case Origin::count:
+        return {Joined({"page ", Decimal(page), " of ", Decimal(build.state.PageCount)}), {}};
+    }
+    return {};
+}
+
+void NoteVariable(MergedLine& line, const AtVariable& variable, std::string_view value)
+{
+    if (line.tracer == nullptr)
+        return;
+    Told told = ToldOrigin(line.build, *line.tracer, variable.origin);
+    line.tracer->Note(variable.name, Joined({Shortened(value), ", ", told.words}), line.text,
+                      told.from);
+}
 
 /// The rows whose name stands in the line, of those from `first` on. "<style>" is looked for only
 /// where it may stand.
@@ -215,6 +306,7 @@ bool ReplaceAtVariables(MergedLine& line)
             brings_names = MayBringNames(std::string_view(text).substr(0, at), value);
             text.replace(at, name.size(), value);
         }
+        NoteVariable(line, kAtVariables[row], value);
         if (!brings_names)
             continue;
         if (!line.bound.Spend(kLook * text.size()))

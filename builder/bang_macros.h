@@ -22,16 +22,19 @@ Expansion ExpandFlash(const BracketUse& use, Build& build);
 struct Bang {
     std::string_view mark; // with its "["; a line may have it in any case
     Expansion (*expand)(const BracketUse& use, Build& build);
+    std::string_view about; // what it makes
 
     constexpr std::string_view Name() const { return mark.substr(0, mark.size() - 1); }
 };
 
-inline constexpr Bang kPopup = {"!!pop[", ExpandPopup};
-inline constexpr Bang kShowHide = {"!!showhide[", ExpandShowHide};
-inline constexpr Bang kFlv = {"!!flv[", ExpandFlv};
-inline constexpr Bang kMailto = {"!!mailto[", ExpandMailto};
-inline constexpr Bang kSwap = {"!!SWAP[", ExpandSwap};
-inline constexpr Bang kFlash = {"!!flash[", ExpandFlash};
+inline constexpr Bang kPopup = {"!!pop[", ExpandPopup, "a link that opens a window of its own"};
+inline constexpr Bang kShowHide = {"!!showhide[", ExpandShowHide,
+                                   "a link that shows and hides what follows"};
+inline constexpr Bang kFlv = {"!!flv[", ExpandFlv, "a player for a film"};
+inline constexpr Bang kMailto = {"!!mailto[", ExpandMailto,
+                                 "a mail address that robots do not find"};
+inline constexpr Bang kSwap = {"!!SWAP[", ExpandSwap, "a picture that changes under the pointer"};
+inline constexpr Bang kFlash = {"!!flash[", ExpandFlash, "a Flash film"};
 
 /// All of them; a new bang has its row here and its step in the merge.
 inline constexpr const Bang* kBangs[] = {&kPopup, &kShowHide, &kFlv, &kMailto, &kSwap, &kFlash};

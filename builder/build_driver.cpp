@@ -127,6 +127,8 @@ void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& block
     } catch (RunError& error) {
         if (error.where.empty())
             error.where = build.state.place.Text();
+        if (build.tracer)
+            build.tracer->Fail(error.text);
         RemoveDoublesQuietly(build.uploads);
         throw;
     }

@@ -8,6 +8,8 @@
 
 namespace kiv {
 
+class Trace;
+
 /// What the workspace asks of a build.
 struct BuildOptions {
     bool EoyEnabled = false;
@@ -15,6 +17,7 @@ struct BuildOptions {
     std::string UploadCommand;
     Addresses addresses;
     DateTime program_start; // whose day and year the pages tell, however long the window is open
+    Trace* trace = nullptr; // who asks for the way of each line; null: nobody
 };
 
 } // namespace kiv

@@ -9,7 +9,9 @@ Build::Build(Machine& machine_used, const BuildOptions& build_options, BlockMemo
              OutputRoots& declared_roots)
     : machine(machine_used), options(build_options), blocks(block_memory), roots(declared_roots),
       uploads(machine_used.files, build_options.UploadCommand),
-      messages(machine_used.reporter, state.place)
+      messages(machine_used.reporter, state.place),
+      tracer(build_options.trace != nullptr ? std::make_unique<Tracer>(*build_options.trace, *this)
+                                            : nullptr)
 {
     const DateTime& start = options.program_start;
     pass.YearText = Decimal(start.year);
@@ -30,6 +32,8 @@ void ResetBuildState(Build& build)
 {
     build.messages.MessageLatch = false;
     build.state = BuildState();
+    if (build.tracer)
+        build.tracer->Reset();
 }
 
 } // namespace kiv

@@ -9,10 +9,12 @@
 #include "builder/page_bangs.h"
 #include "builder/page_record.h"
 #include "builder/sources.h"
+#include "builder/tracer.h"
 #include "builder/upload_list.h"
 #include "platform/fixed_table.h"
 #include "platform/machine.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -111,6 +113,7 @@ struct Build {
     PassState pass;
     BuildState state;
     BuildMessages messages;
+    const std::unique_ptr<Tracer> tracer; // null: nobody asks for a trace
 
     PageRecord& CurrentRecord() { return state.PageTable[state.page.number]; }
     /// The file of a record without folders, which the record loses for good, and without the part

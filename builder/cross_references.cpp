@@ -2,6 +2,7 @@
 
 #include "builder/build_state.h"
 #include "builder/merge_steps.h"
+#include "builder/trace_words.h"
 #include "platform/run_error.h"
 #include "text/text.h"
 
@@ -108,6 +109,27 @@ std::string Filled(std::string_view pattern, const Fields& fields, std::size_t l
     return text;
 }
 
+// What the trace tells of a use, behind the name of its definition.
+constexpr const char* kVanishes = ", so the use vanishes";
+constexpr const char* kLineGoes = ", so the whole line goes";
+constexpr const char* kGroupTold[] = {
+    ": it is this page of this group, so the first part",
+    ": another page of this group, so the second part",
+    ": another group, so the third part",
+};
+
+constexpr const char* kPageTold[] = {
+    ": it is this page, so the first half",
+    ": another page, so the second half",
+};
+
+/// What `words()` gives, where anybody asks for it.
+template <typename Words>
+std::string Told(const MergedLine& line, Words words)
+{
+    return line.tracer == nullptr ? std::string() : words();
+}
+
 /// Whether a field is "ID:" and the page's id; without "ID:" the answer is left to `is_name`.
 template <typename IsName>
 bool NamesPage(std::string_view field, const PageRecord& page, IsName is_name)
@@ -149,7 +171,9 @@ Expansion ExpandNumbered(const BracketUse& use, std::string_view definition, Mer
         for (int k = 2; k <= 10; ++k)
             ReplaceEach(filled, "!" + Decimal(k), "");
     }
-    return {std::move(filled)};
+    return {std::move(filled), false, Told(line, [&] {
+                return definition.empty() ? std::string(kVanishes) : ", " + FilledWords(use);
+            })};
 }
 
 Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, MergedLine& line)
@@ -159,7 +183,7 @@ Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, Merg
     if (definition.empty()) {
         build.messages.ShowBuildMessage("You're missing ?? = in the _html.txt file: \r\n" +
                                         use.Line());
-        return {"", true};
+        return {"", true, Told(line, [] { return kLineGoes; })};
     }
     const std::size_t bar = definition.find('|');
     if (bar == npos)
@@ -172,7 +196,8 @@ Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, Merg
         return field == stem || field == page.file;
     });
     const std::string_view half = named ? definition.substr(0, bar) : definition.substr(bar + 1);
-    return {Filled(half, fields, use.LineSize(), line.bound)};
+    return {Filled(half, fields, use.LineSize(), line.bound), false,
+            Told(line, [&] { return kPageTold[named ? 0 : 1]; })};
 }
 
 Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, MergedLine& line)
@@ -181,7 +206,7 @@ Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Mer
     const Fields fields = FilledFields(use);
     if (definition.empty()) {
         build.messages.ShowBuildMessage("You're missing a ?! = in the _html.txt file");
-        return {"", true};
+        return {"", true, Told(line, [] { return kLineGoes; })};
     }
     const std::vector<std::string_view> halves = Split(definition, '|');
     if (halves.size() < 3)
@@ -189,7 +214,9 @@ Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Mer
                                                  " needs three parts with \"|\" between them");
     PageRecord& page = build.CurrentRecord();
     const std::string stem = build.CutToStem(page);
-    return {Filled(halves[GroupCase(fields, page, stem)], fields, use.LineSize(), line.bound)};
+    const std::size_t part = GroupCase(fields, page, stem);
+    return {Filled(halves[part], fields, use.LineSize(), line.bound), false,
+            Told(line, [&] { return kGroupTold[part]; })};
 }
 
 } // namespace kiv

@@ -60,20 +60,25 @@ template <typename Expand>
 Change ExpandUse(MergedLine& line, TextCursor& cursor, std::string_view name, Expand expand)
 {
     const BracketUse use = CutBracketUse(cursor.Before(), cursor.Rest(), name, line.build.messages);
-    const Expansion expansion = expand(use);
+    Expansion expansion = expand(use);
     // The warning of a missing "]" quotes the rest of the line.
     const std::size_t each = use.is_closed ? 2 : 20;
     if (!line.bound.Spend(each * (use.size + expansion.text.size())))
         ThrowEndless(name);
+    Change change = {0, 0};
     if (expansion.replaces_line) {
         cursor.PutAll(expansion.text);
-        return {0, 0};
-    }
-    if (use.Text() == expansion.text)
+    } else if (use.Text() == expansion.text) {
         return {};
-    const std::size_t behind = cursor.Rest().size() - use.size;
-    cursor.Put(use.size, expansion.text);
-    return {cursor.At(), behind};
+    } else {
+        change.behind = cursor.Rest().size() - use.size;
+        cursor.Put(use.size, expansion.text);
+        change.from = cursor.At();
+    }
+    if (line.tracer != nullptr)
+        line.tracer->Note(std::string(name) + "[", std::move(expansion.told), cursor.Before(),
+                          cursor.Rest(), expansion.from);
+    return change;
 }
 
 } // namespace kiv

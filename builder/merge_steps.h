@@ -12,6 +12,7 @@
 namespace kiv {
 
 struct Build;
+class Tracer;
 
 /// A line of the current page on its way through the steps, which change its text in place.
 struct MergedLine {
@@ -26,6 +27,7 @@ struct MergedLine {
     }
 
     Build& build;
+    Tracer* tracer = nullptr; // null: nobody asks for the way of this page's lines
     std::string text;
     Triggers triggers = 0; // of the text
     LineBound bound{0};    // of all that the steps make of the line

@@ -2,11 +2,13 @@
 
 #include "builder/build_state.h"
 #include "builder/write_line.h"
+#include "platform/drive_path.h"
 #include "platform/site_files.h"
 #include "text/text.h"
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kiv {
 
@@ -15,6 +17,18 @@ namespace {
 constexpr std::string_view kSelect =
     R"+(<SELECT onChange="window.open(this.options[this.selectedIndex].value,'_top')">)+";
 constexpr std::string_view kSeparator = "====================";
+
+constexpr std::string_view kDropDownMark = "<!--DROPDOWN HERE-->";
+constexpr std::string_view kListMark = "<!--TOC HERE-->";
+constexpr std::string_view kSiteMapMark = "<!--SITEMAPHERE-->";
+
+/// Tells the trace which page the line written last stands for.
+void TellPage(Tracer* tracer, std::string_view mark, int page)
+{
+    if (tracer != nullptr)
+        tracer->PutWritten(mark, tracer->PageText(page),
+                           tracer->Known().Field(page, PageField::file).place);
+}
 
 /// Calls `write(record)` for pages `first` to N.
 template <typename Write>
@@ -30,27 +44,84 @@ void WriteLinkRest(std::string& output, const PageRecord& page)
     output.append(page.file).append("\">").append(page.title).append("</A></LI>\r\n");
 }
 
+void AppendListItem(std::string& list, const PageRecord& page)
+{
+    if (page.noindex)
+        return;
+    list.append("<li> <a href=\"").append(page.file).append("\">");
+    list.append(page.title).append("</a>\r\n");
+}
+
+/// Writes the list of pages item by item, so that the trace knows which item is which page.
+void TellPageList(Build& build, Tracer& tracer)
+{
+    int number = 0;
+    ForEachPage(build.state, 1, [&](const PageRecord& page) {
+        ++number;
+        AppendListItem(build.state.output, page);
+        if (!page.noindex)
+            TellPage(&tracer, kListMark, number);
+    });
+}
+
+/// The site map while it is put together.
+struct SiteMap {
+    std::string text;
+    bool is_told = false; // the trace wants to know where each line is from
+    struct Line {
+        std::string file; // as it was read
+        int number;       // 1-based
+        std::size_t end;  // behind it in `text`
+    };
+    std::vector<Line> lines; // only when it is told
+};
+
 /// Adds the lines of a site map file. A line that begins with "<" is structure; any other lacks its
 /// opening, in which `folder` stands before the page.
-void AppendSiteMap(std::string& map, Files& files, const std::string& path, std::string_view folder)
+void AppendSiteMap(SiteMap& map, Files& files, const std::string& path, std::string_view folder)
 {
     const std::string bytes = files.ReadFile(path);
+    int number = 0;
     for (std::string_view rest = bytes; !rest.empty();) {
         const std::string_view line = TakeLine(rest);
         if (!line.starts_with('<'))
-            map.append("<li><a href=\"").append(folder);
-        WriteLine(map, line);
+            map.text.append("<li><a href=\"").append(folder);
+        WriteLine(map.text, line);
+        ++number;
+        if (map.is_told)
+            map.lines.push_back(
+                {AbsolutePath(path, files.CurrentDirectory()), number, map.text.size()});
     }
 }
 
-void AppendGroupMap(std::string& map, Files& files, std::string_view group)
+void AppendGroupMap(SiteMap& map, Files& files, std::string_view group)
 {
     if (group == "press" || group == "news") {
-        map.append("<li><a href=\"").append(group).append("\">Click for NEWS section</a>\r\n");
+        map.text.append("<li><a href=\"").append(group);
+        map.text.append("\">Click for NEWS section</a>\r\n");
+        if (map.is_told)
+            map.lines.push_back({{}, 0, map.text.size()});
         return;
     }
     const std::string folder = std::string(group) + "/";
     AppendSiteMap(map, files, folder + std::string(kSiteMapFile), folder);
+}
+
+/// Tells the trace where the lines of a site map are from, which is the end of the page so far.
+void TellSiteMap(std::string_view written, const SiteMap& map, Tracer& tracer)
+{
+    const std::size_t head = written.find('\n') + 1;
+    tracer.Put(written.substr(0, head), kSiteMapMark, "the site map begins", {});
+    std::size_t done = 0;
+    for (const SiteMap::Line& line : map.lines) {
+        const SourceSpan from{line.file, line.number, line.number};
+        tracer.Put(written.substr(head + done, line.end - done), kSiteMapMark,
+                   line.file.empty() ? "the news section of the group"
+                                     : "from " + tracer.PlaceText(from),
+                   from);
+        done = line.end;
+    }
+    tracer.Put(written.substr(head + done), kSiteMapMark, "the site map ends", {});
 }
 
 /// Lines of `_toc.txt` that use the reference `mark`, one a page.
@@ -113,40 +184,45 @@ std::string SiteMapText(const BuildState& state)
 
 } // namespace
 
-void WritePageDropDown(Build& build)
+void WritePageDropDown(Build& build, Tracer* tracer)
 {
     std::string& output = build.state.output;
     const std::string& current = build.CurrentRecord().file;
+    int number = 0;
     output.append("<table cellspacing=0 cellpadding=0 border=0><tr><FORM name=\"selectone\"><td>");
     WriteLine(output, kSelect);
+    if (tracer != nullptr)
+        tracer->PutWritten(kDropDownMark, "the drop-down of all pages begins", {});
     ForEachPage(build.state, 1, [&](const PageRecord& page) {
         output.append("<option value=\"").append(page.file);
         output.append(page.file == current ? "\" selected>" : "\">");
         WriteLine(output, page.title);
+        TellPage(tracer, kDropDownMark, ++number);
     });
     WriteLine(output, "</SELECT></td></FORM></tr></table>");
+    if (tracer != nullptr)
+        tracer->PutWritten(kDropDownMark, "the drop-down of all pages ends", {});
 }
 
-void WritePageList(Build& build)
+void WritePageList(Build& build, Tracer* tracer)
 {
     BuildState& state = build.state;
+    if (tracer != nullptr)
+        return TellPageList(build, *tracer);
     if (!state.page_list_is_valid) {
         state.page_list.clear();
-        ForEachPage(state, 1, [&](const PageRecord& page) {
-            if (page.noindex)
-                return;
-            state.page_list.append("<li> <a href=\"").append(page.file).append("\">");
-            state.page_list.append(page.title).append("</a>\r\n");
-        });
+        ForEachPage(state, 1,
+                    [&](const PageRecord& page) { AppendListItem(state.page_list, page); });
         state.page_list_is_valid = true;
     }
     state.output.append(state.page_list);
 }
 
-void WriteSiteMap(Build& build)
+void WriteSiteMap(Build& build, Tracer* tracer)
 {
+    SiteMap map;
+    map.is_told = tracer != nullptr;
     Files& files = build.machine.files;
-    std::string map;
     AppendSiteMap(map, files, std::string(kSiteMapFile), "");
     const std::string groups = files.ReadFile(kGroupFile);
     for (std::string_view rest = groups; !rest.empty();) {
@@ -155,9 +231,12 @@ void WriteSiteMap(Build& build)
             AppendGroupMap(map, files, group);
     }
     std::string& output = build.state.output;
+    const std::size_t start = output.size();
     WriteLine(output, "<ul class=\"sitemap\">");
-    WriteLine(output, map); // the map ends its last line itself, so an empty line follows
+    WriteLine(output, map.text); // the map ends its last line itself, so an empty line follows
     WriteLine(output, "</ul>");
+    if (tracer != nullptr)
+        TellSiteMap(std::string_view(output).substr(start), map, *tracer);
 }
 
 void WriteNavigationFiles(Build& build)

@@ -15,6 +15,7 @@ namespace {
 struct Directive {
     std::string_view word;
     std::size_t value_from;
+    PageField field;
     void (*take)(BuildState& state, PageRecord& page, std::string_view value);
     bool keeps_line = false;
 };
@@ -73,25 +74,25 @@ void SetRedirect2(BuildState&, PageRecord& page, std::string_view target)
 
 /// In the order in which they are tested: "@REDIRECT2" before "@REDIRECT".
 constexpr Directive kDirectives[] = {
-    {"@ROOT =", 9, SetSiteRoot, true},
-    {"@TITLE =", 10, SetTitle, true},
-    {"@NOINDEX", 9, SetNoindex},
-    {"@TIGHTNOTEMPLATE", 17, SetMode<kTightNoTemplate>},
-    {"@KEYWORDS = ", 13, SetField<&PageRecord::keywords>},
-    {"@DESCRIPTION = ", 16, SetField<&PageRecord::description>},
-    {"@TIGHTPRINT", 12, SetMode<kTightPrint>},
-    {"@NOTEMPLATE", 12, SetMode<kNoTemplate>},
-    {"@NOBODYTEMPLATE", 16, SetMode<kNoBodyTemplate>},
-    {"@NAKED", 7, SetMode<kNaked>},
-    {"@ID =", 7, SetField<&PageRecord::id>},
-    {"@GROUP =", 10, SetField<&PageRecord::group>},
-    {"@TEMPLATETOP", 13, SetMode<kTemplateTop>},
-    {"@TEMPLATEBOTTOM", 16, SetMode<kTemplateBottom>},
-    {"@REDIRECT2", 12, SetRedirect2},
-    {"@REDIRECT", 11, SetRedirect},
-    {"@CROSS =", 10, SetField<&PageRecord::title>},
-    {"@VAR1 =", 9, SetDecoded<&PageRecord::var1>},
-    {"@VAR2 =", 9, SetDecoded<&PageRecord::var2>},
+    {"@ROOT =", 9, PageField::root, SetSiteRoot, true},
+    {"@TITLE =", 10, PageField::title, SetTitle, true},
+    {"@NOINDEX", 9, PageField::noindex, SetNoindex},
+    {"@TIGHTNOTEMPLATE", 17, PageField::mode, SetMode<kTightNoTemplate>},
+    {"@KEYWORDS = ", 13, PageField::keywords, SetField<&PageRecord::keywords>},
+    {"@DESCRIPTION = ", 16, PageField::description, SetField<&PageRecord::description>},
+    {"@TIGHTPRINT", 12, PageField::mode, SetMode<kTightPrint>},
+    {"@NOTEMPLATE", 12, PageField::mode, SetMode<kNoTemplate>},
+    {"@NOBODYTEMPLATE", 16, PageField::mode, SetMode<kNoBodyTemplate>},
+    {"@NAKED", 7, PageField::mode, SetMode<kNaked>},
+    {"@ID =", 7, PageField::id, SetField<&PageRecord::id>},
+    {"@GROUP =", 10, PageField::group, SetField<&PageRecord::group>},
+    {"@TEMPLATETOP", 13, PageField::mode, SetMode<kTemplateTop>},
+    {"@TEMPLATEBOTTOM", 16, PageField::mode, SetMode<kTemplateBottom>},
+    {"@REDIRECT2", 12, PageField::mode, SetRedirect2},
+    {"@REDIRECT", 11, PageField::mode, SetRedirect},
+    {"@CROSS =", 10, PageField::title, SetField<&PageRecord::title>},
+    {"@VAR1 =", 9, PageField::var1, SetDecoded<&PageRecord::var1>},
+    {"@VAR2 =", 9, PageField::var2, SetDecoded<&PageRecord::var2>},
 };
 
 } // namespace
@@ -101,10 +102,10 @@ std::vector<std::string_view> PageDirectiveWords()
     return ColumnOf(kDirectives, &Directive::word);
 }
 
-void TakePageDirective(BuildState& state, int page_number, std::string_view& line)
+TakenDirective TakePageDirective(BuildState& state, int page_number, std::string_view& line)
 {
     if (!line.starts_with('@'))
-        return;
+        return {};
     // The first word that fits takes the line: no other fits it, emptied or kept.
     for (const Directive& directive : kDirectives)
         if (StartsWithNoCase(line, directive.word)) {
@@ -112,8 +113,9 @@ void TakePageDirective(BuildState& state, int page_number, std::string_view& lin
                            FromChar(line, directive.value_from));
             if (!directive.keeps_line)
                 line = {};
-            return;
+            return {directive.word, directive.field};
         }
+    return {};
 }
 
 } // namespace kiv

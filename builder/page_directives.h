@@ -2,6 +2,7 @@
 #pragma once
 
 #include "builder/build_state.h"
+#include "builder/definitions.h"
 
 #include <string_view>
 #include <vector>
@@ -11,8 +12,14 @@ namespace kiv {
 /// The words that begin a page directive, such as "@TITLE =".
 std::vector<std::string_view> PageDirectiveWords();
 
+/// A page directive that a line holds.
+struct TakenDirective {
+    std::string_view word; // "": the line is none
+    PageField field = {};  // that it sets
+};
+
 /// Takes a page directive into the record of page `page_number` (0 before the first page). A
 /// directive that is not kept as text empties the line.
-void TakePageDirective(BuildState& state, int page_number, std::string_view& line);
+TakenDirective TakePageDirective(BuildState& state, int page_number, std::string_view& line);
 
 } // namespace kiv

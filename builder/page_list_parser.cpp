@@ -8,6 +8,7 @@
 
 #include <array>
 #include <string>
+#include <utility>
 
 namespace kiv {
 
@@ -27,13 +28,16 @@ class PageListParser {
     void Parse();
 
   private:
-    bool TakeDefinition(std::string_view line);
-    bool TakeRootOrPage(const SourceLine& line);
+    bool TakeDefinition(SourceLine& line);
+    bool TakeRootOrPage(SourceLine& line);
+    void TakeDirective(SourceLine& line);
     bool TakeOutputRoot(std::string_view value, bool may_create, std::string& root,
                         std::string& declared);
-    void StartPage(std::string_view value);
+    void StartPage(SourceLine& line);
     std::size_t LinesOfPage() const;
     void CloseList();
+    void TellNotParsed() const;
+    void TellBeforePages() const;
 
     Build& build_;
     BuildState& state_;
@@ -48,9 +52,9 @@ void PageListParser::Parse()
         SourceLine line = state_.SourceLines[source_line_];
         state_.place = {line.file, line.line, {}};
         ++line_number_;
-        if (!TakeDefinition(line.text) && !TakeRootOrPage(line))
-            return;
-        TakePageDirective(state_, page_, line.text);
+        if (!TakeDefinition(line) && !TakeRootOrPage(line))
+            return TellNotParsed();
+        TakeDirective(line);
         // The format also bounds the pages here, by 5000; the page table's own bound is reached
         // before that.
         state_.PageLines[page_][line_number_] = line;
@@ -59,26 +63,53 @@ void PageListParser::Parse()
 }
 
 /// A line such as "@@03= text" defines a numbered variable. It stays in the page text.
-bool PageListParser::TakeDefinition(std::string_view line)
+bool PageListParser::TakeDefinition(SourceLine& line)
 {
-    if (line.size() < 5 || line[4] != '=')
+    const std::string_view text = line.text;
+    if (text.size() < 5 || text[4] != '=')
         return false;
     for (std::size_t family = 0; family < kFamilyMark.size(); ++family)
-        if (line.starts_with(kFamilyMark[family])) {
-            const int slot = NumericHead(line.substr(2, 2));
+        if (text.starts_with(kFamilyMark[family])) {
+            const int slot = NumericHead(text.substr(2, 2));
             state_.NumberedVariables[static_cast<Family>(family)][slot] =
-                DecodeLineBreaks(FromChar(line, 7));
+                DecodeLineBreaks(FromChar(text, 7));
+            if (build_.tracer)
+                build_.tracer->DefineVariable(static_cast<Family>(family), slot, line);
             return true;
         }
     return false;
 }
 
+void PageListParser::TakeDirective(SourceLine& line)
+{
+    std::string_view text = line.text;
+    const TakenDirective taken = TakePageDirective(state_, page_, text);
+    if (build_.tracer && !taken.word.empty()) {
+        build_.tracer->DefineField(page_, taken.field, taken.word, line);
+        if (text.empty())
+            build_.tracer->Change(line, Trim(taken.word),
+                                  "taken for the page; the line stays, empty", text);
+    }
+    line.text = text;
+}
+
+/// For the trace: the parse has ended before the first page was made.
+void PageListParser::TellNotParsed() const
+{
+    for (int i = 1; build_.tracer && i <= state_.SourceLineCount; ++i)
+        build_.tracer->Unused(std::as_const(state_.SourceLines)[i],
+                              "no page was made: an output folder of the page list is not there");
+}
+
 /// Returns false when the parse ends here.
-bool PageListParser::TakeRootOrPage(const SourceLine& line)
+bool PageListParser::TakeRootOrPage(SourceLine& line)
 {
     const std::string_view text = line.text;
     if (!text.starts_with('@'))
         return true;
+    if (build_.tracer && (StartsWithNoCase(text, "@DIR1 =") || StartsWithNoCase(text, "@ASP =") ||
+                          StartsWithNoCase(text, "@HTM =")))
+        build_.tracer->NoteRole(line, "names a folder for pages");
     if (StartsWithNoCase(text, "@DIR1 ="))
         return TakeOutputRoot(FromChar(text, 9), false, state_.OutputDir1, build_.roots.dir1);
     if (StartsWithNoCase(text, "@ASP =")) {
@@ -90,7 +121,7 @@ bool PageListParser::TakeRootOrPage(const SourceLine& line)
             return false;
         state_.HtmOutputWanted = true;
     } else if (StartsWithNoCase(text, kPageStart)) {
-        StartPage(FromChar(text, 9));
+        StartPage(line);
     }
     return true;
 }
@@ -115,9 +146,9 @@ bool PageListParser::TakeOutputRoot(std::string_view value, bool may_create, std
     return true;
 }
 
-void PageListParser::StartPage(std::string_view value)
+void PageListParser::StartPage(SourceLine& line)
 {
-    std::string name(Trim(value));
+    std::string name(Trim(FromChar(line.text, 9)));
     bool has_extension = false;
     for (const std::string_view extension : kRecordExtensions)
         has_extension = has_extension || name.ends_with(extension);
@@ -127,6 +158,8 @@ void PageListParser::StartPage(std::string_view value)
     state_.PageLines[page_][line_number_] = {kEndMarker, {}, 0};
     line_number_ = 1;
     ++page_;
+    if (build_.tracer)
+        build_.tracer->DefineField(page_, PageField::file, kPageStart, line);
     state_.PageLines[page_].Reserve(LinesOfPage() + 2); // entry 0 and the marker
 }
 
@@ -140,12 +173,21 @@ std::size_t PageListParser::LinesOfPage() const
     return static_cast<std::size_t>(end - source_line_);
 }
 
+/// For the trace: what stands before the first page reaches none.
+void PageListParser::TellBeforePages() const
+{
+    const PageLineTable& lines = std::as_const(state_.PageLines)[0];
+    for (int i = 1; build_.tracer && lines[i].line != 0; ++i)
+        build_.tracer->UnusedButForRole(lines[i], "it stands before the first @FILE =");
+}
+
 /// Closes the last page and sets the entries before the first page and after the last one.
 void PageListParser::CloseList()
 {
     ++line_number_;
     state_.PageLines[page_][line_number_] = {kEndMarker, {}, 0};
     state_.PageCount = page_;
+    TellBeforePages();
     Files& files = build_.machine.files;
     const std::string start_file = files.FileExists("index.html")  ? "index.html"
                                    : files.FileExists("index.asp") ? "index.asp"

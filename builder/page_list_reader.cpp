@@ -4,8 +4,10 @@
 #include "builder/build_state.h"
 #include "builder/source_file.h"
 #include "platform/site_files.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -16,6 +18,12 @@ namespace {
 /// "DIR1:++" knows no prefix here: six characters of the line are held against its seven, which
 /// never match.
 constexpr std::string_view kIncludePrefixes[] = {"ASP:", "HTM:"};
+
+// What the trace tells of lines that are not kept.
+constexpr std::string_view kComment = "a comment: it begins with \";\"";
+constexpr std::string_view kEnded = "never read: reading the page list ended above";
+constexpr std::string_view kStopped = "between @@stop and @@start";
+constexpr std::string_view kNewYearOff = "New Year text, which is off";
 
 /// The switches begin with "@@", which few lines do.
 bool IsStop(std::string_view line)
@@ -37,6 +45,14 @@ bool HoldsBlockTag(std::string_view line)
     return false;
 }
 
+/// The block tag of a line, as far as it goes.
+std::string_view TagOf(std::string_view line)
+{
+    line.remove_prefix(std::min(line.find("<zu"), line.size()));
+    const std::size_t end = line.find('>');
+    return line.substr(0, end == npos ? npos : end + 1);
+}
+
 class PageListReader {
   public:
     explicit PageListReader(Build& build) : build_(build), state_(build.state) {}
@@ -45,8 +61,10 @@ class PageListReader {
 
   private:
     bool TakeLineOf(SourceFile& list, SourceLine line);
-    bool Include(std::string_view name);
+    bool Include(const SourceFile& list, std::string_view name);
+    void TakeYearEndOf(SourceFile& list, SourceLine& line);
     bool TakeIncludedLine(SourceFile& source, SourceLine line);
+    void AddPrefix(SourceLine& line);
     bool SkipStopped(SourceFile& source, SourceLine& line);
     bool SkipYearEndOf(SourceFile& source, SourceLine& line);
     void ExpandBlock(SourceFile& source, SourceLine& line,
@@ -63,7 +81,7 @@ void PageListReader::Read(SourceFile& list)
     state_.SourceLines.Reserve(kMaxSourceLines + 1); // untouched room costs nothing
     while (!list.AtEnd())
         if (!TakeLineOf(list, list.NextLine()))
-            return;
+            return list.TellRest(kEnded);
 }
 
 /// Returns false when the read ends here.
@@ -71,19 +89,17 @@ bool PageListReader::TakeLineOf(SourceFile& list, SourceLine line)
 {
     if (IsStop(line.text) && !SkipStopped(list, line))
         return false;
-    if (IsEoy(line.text)) {
-        if (!build_.options.EoyEnabled)
-            while (!list.AtEnd() && !IsEoy(list.Next())) {
-            }
-        line = list.Here({});
-    }
-    if (line.text.starts_with(';'))
+    if (IsEoy(line.text))
+        TakeYearEndOf(list, line);
+    if (line.text.starts_with(';')) {
+        list.TellUnused(line.line, kComment);
         return true;
+    }
     if (const std::string_view prefix = TakeIncludePrefix(line.text, kIncludePrefixes, "++");
         !prefix.empty())
         prefix_ = prefix;
     if (line.text.starts_with('+') && line.text.starts_with("++"))
-        return Include(FromChar(line.text, 3));
+        return Include(list, FromChar(line.text, 3));
     ++state_.SourceLineCount;
     if (HoldsBlockTag(line.text))
         ExpandBlock(list, line, zuloop);
@@ -91,17 +107,36 @@ bool PageListReader::TakeLineOf(SourceFile& list, SourceLine line)
     return true;
 }
 
-/// Returns false when the whole read ends here.
-bool PageListReader::Include(std::string_view name)
+/// A "@@EOY" line of the page list, with what is switched off behind it, becomes one empty line.
+void PageListReader::TakeYearEndOf(SourceFile& list, SourceLine& line)
 {
+    const int first = line.line;
+    const bool enabled = build_.options.EoyEnabled;
+    if (!enabled)
+        while (!list.AtEnd() && !IsEoy(list.Next())) {
+        }
+    line = list.Here({});
+    list.TellMade(line, first, "@@EOY",
+                  enabled ? "the New Year text is on; the mark leaves an empty line"
+                          : "the New Year text is off; it leaves an empty line");
+}
+
+/// Returns false when the whole read ends here.
+bool PageListReader::Include(const SourceFile& list, std::string_view name)
+{
+    const int line = list.Here({}).line;
     SourceFile source(build_);
     if (!source.Open(name)) {
+        list.TellUnused(line, Joined({"there is no file ", name, ": reading ended here"}));
         build_.messages.reportmsg("File " + std::string(name) + " not found... aborting");
         return false;
     }
+    list.TellUnused(line, Joined({"the lines of ", name, " stand in its place"}));
     while (!source.AtEnd())
-        if (!TakeIncludedLine(source, source.NextLine()))
+        if (!TakeIncludedLine(source, source.NextLine())) {
+            source.TellRest(kEnded);
             return false;
+        }
     return true;
 }
 
@@ -111,13 +146,18 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, SourceLine line)
     if (IsStop(line.text) && !SkipStopped(source, line))
         return false;
     if (IsEoy(line.text)) {
-        if (build_.options.EoyEnabled)
+        if (build_.options.EoyEnabled) {
             line.text = {};
-        else if (!SkipYearEndOf(source, line))
+            source.TellMade(line, line.line, "@@EOY",
+                            "the New Year text is on; the mark leaves an empty line");
+        } else if (!SkipYearEndOf(source, line)) {
             return true;
+        }
     }
-    if (line.text.starts_with(';'))
+    if (line.text.starts_with(';')) {
+        source.TellUnused(line.line, kComment);
         return true;
+    }
     ++state_.SourceLineCount;
     if (HoldsBlockTag(line.text)) {
         if (Contains(line.text, "<zutab"))
@@ -125,9 +165,19 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, SourceLine line)
         else
             build_.messages.reportmsg("You can't do <zu... stuff inside ++ files -- sorry!");
     }
-    line.text = state_.sources.Prefixed(prefix_, line.text);
+    AddPrefix(line);
     state_.SourceLines[state_.SourceLineCount] = line;
     return true;
+}
+
+void PageListReader::AddPrefix(SourceLine& line)
+{
+    const std::string_view text = state_.sources.Prefixed(prefix_, line.text);
+    if (build_.tracer && !prefix_.empty())
+        build_.tracer->Change(line, prefix_,
+                              Joined({"stands before every included line since ", prefix_, "++"}),
+                              text);
+    line.text = text;
 }
 
 /// Skips from a "@@stop" line on to what follows "@@start", which becomes `line`. A "@@start" that
@@ -135,15 +185,21 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, SourceLine line)
 /// result is false.
 bool PageListReader::SkipStopped(SourceFile& source, SourceLine& line)
 {
+    const int first = line.line;
     do {
         if (source.AtEnd()) {
+            source.TellUnused(first, "@@stop without a @@start behind it: reading ended here");
             build_.messages.reportmsg("Missing @@start");
             return false;
         }
         line = source.NextLine();
     } while (!StartsWithNoCase(line.text, "@@start"));
-    if (!source.AtEnd())
+    if (!source.AtEnd()) {
+        source.TellUnused(first, kStopped);
         line = source.NextLine();
+    } else {
+        source.TellUnusedBefore(first, kStopped);
+    }
     return true;
 }
 
@@ -152,13 +208,16 @@ bool PageListReader::SkipStopped(SourceFile& source, SourceLine& line)
 /// line and the file is closed, so that the next look at it is fatal.
 bool PageListReader::SkipYearEndOf(SourceFile& source, SourceLine& line)
 {
+    const int first = line.line;
     do {
         if (source.AtEnd()) {
+            source.TellUnusedBefore(first, kNewYearOff);
             source.Close();
             return true;
         }
         line = source.NextLine();
     } while (!IsEoy(line.text));
+    source.TellUnused(first, kNewYearOff);
     if (source.AtEnd())
         return false;
     line = source.NextLine();
@@ -170,10 +229,15 @@ void PageListReader::ExpandBlock(SourceFile& source, SourceLine& line,
                                  void (*expand)(std::string& line, BlockContext& context))
 {
     std::string current(line.text);
+    const std::string_view tag = TagOf(line.text);
     BlockContext context{source,       build_.machine.files, build_.machine.reporter,
                          state_.place, state_.style_sheet,   build_.blocks};
     expand(current, context);
+    const int first = line.line;
+    const bool is_changed = line.text != current;
     line = source.Here(state_.sources.Keep(std::move(current)));
+    if (is_changed || line.line > first)
+        source.TellMade(line, first, tag, "the block is worked out");
 }
 
 } // namespace

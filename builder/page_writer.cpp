@@ -28,18 +28,24 @@ constexpr std::string_view kSinglePageStyle =
     "font-size:16px;font-weight:bold;}\r\n"
     "</style>\r\n";
 
+// What the trace tells of lines that are not written.
+constexpr std::string_view kRedirects = "a page that leads on has no text of its own";
+constexpr std::string_view kThirdLine = "an empty line right behind the title is not written";
+constexpr std::string_view kEmptyTemplateLine = "an empty line of the template is not written";
+
 using TemplatePieces = std::vector<TemplatePiece>;
 
 /// Joins the lines that nothing acts on. Empty lines are never written, so they drop out here.
-TemplatePieces Prepare(const TemplateSection& section, int count)
+/// A trace wants every line by itself, the empty ones, too.
+TemplatePieces Prepare(const TemplateSection& section, int count, bool each_by_itself)
 {
     TemplatePieces pieces;
     for (int i = 1; i <= count; ++i) {
         const SourceLine& line = section[i];
-        if (line.text.empty())
+        if (line.text.empty() && (!each_by_itself || line.file.empty()))
             continue;
         const Triggers triggers = ScanLine(line.text) & ~kBodyOnly;
-        if (triggers != 0) {
+        if (triggers != 0 || each_by_itself) {
             pieces.push_back({{}, line, triggers});
             continue;
         }
@@ -54,8 +60,10 @@ class PageWriter {
   public:
     explicit PageWriter(Build& build)
         : build_(build), state_(build.state), line_(build),
-          head_(Prepare(build.state.TemplateHead, build.state.TemplateHeadCount)),
-          tail_(Prepare(build.state.TemplateTail, build.state.TemplateTailCount))
+          head_(Prepare(build.state.TemplateHead, build.state.TemplateHeadCount,
+                        build.tracer != nullptr)),
+          tail_(Prepare(build.state.TemplateTail, build.state.TemplateTailCount,
+                        build.tracer != nullptr))
     {
     }
 
@@ -69,7 +77,8 @@ class PageWriter {
     void WarnOfPlace();
     void SetNames(std::string path);
     void WriteStart();
-    void WriteShell(std::string_view text);
+    void WriteShell(std::string_view text, std::string_view told);
+    void BeginTrace(const TracedPage& page);
     void WriteBody();
     void WriteBodyLine(int number, std::string_view line);
     void WriteSeparator();
@@ -77,6 +86,11 @@ class PageWriter {
     void WriteEnd();
     void WriteTemplate(const TemplatePieces& pieces);
     void SetPlace(const SourceLine& line);
+    void PutFileText();
+    void TellHeadLines();
+    void TellEndOfBody(int number);
+    void TellOwnText(const Definition& definition, std::string told);
+    void TellTemplateUnused();
 
     std::string_view LineOf(int page, int number) const
     {
@@ -103,6 +117,8 @@ void PageWriter::Write()
                 single_page = build_.machine.files.Open(kSinglePageFile);
                 build_.machine.reporter.Status("creating singlehtml...");
                 state_.output = kSinglePageStyle;
+                BeginTrace({kSinglePageFile, single_page.path, 0});
+                TellOwnText({}, "the style that a single page begins with");
             }
             WriteSinglePage();
         }
@@ -110,6 +126,7 @@ void PageWriter::Write()
     }
     if (build_.pass.SinglePageMode && state_.PageCount > 0)
         build_.machine.files.Commit(single_page, state_.output);
+    TellTemplateUnused();
 }
 
 void PageWriter::BeginPage(int number)
@@ -120,6 +137,22 @@ void PageWriter::BeginPage(int number)
     state_.page.name = record.file;
     state_.page.redirects = record.mode.starts_with('>');
     SetPlace(std::as_const(state_.PageLines)[number][1]);
+}
+
+void PageWriter::BeginTrace(const TracedPage& page)
+{
+    line_.tracer = nullptr;
+    if (build_.tracer && build_.tracer->BeginPage(page))
+        line_.tracer = build_.tracer.get();
+}
+
+/// For the trace: a text of the program's own was written for the sake of a definition.
+void PageWriter::TellOwnText(const Definition& definition, std::string told)
+{
+    if (line_.tracer == nullptr)
+        return;
+    line_.tracer->Begin(definition);
+    line_.tracer->NoteWritten(kSinglePageFile, std::move(told));
 }
 
 /// A page that is itself about the single page is left out whole.
@@ -141,6 +174,9 @@ void PageWriter::WriteSeparator()
     output.append("<a name=\"p").append(FromChar(LineOf(next, 1), 9));
     output.append("\"></a><div class=\"sub99\">").append(FromChar(LineOf(next, 2), 10));
     WriteLine(output, "</div>");
+    if (line_.tracer != nullptr)
+        TellOwnText(line_.tracer->Known().Field(next, PageField::file),
+                    "the line that parts two pages on a single page");
 }
 
 void PageWriter::WriteFilePage()
@@ -159,6 +195,8 @@ void PageWriter::OpenPage()
     build_.machine.reporter.Status(ShortenedPath(page.CurrentOutputPath));
     page.file = build_.machine.files.Open(page.CurrentOutputPath);
     WarnOfPlace();
+    BeginTrace({page.name, page.file.path, page.number});
+    TellHeadLines();
     if (build_.options.UploadListWanted)
         build_.uploads.RecordUpload(page.CurrentOutputPath);
     WriteStart();
@@ -192,24 +230,41 @@ void PageWriter::SetNames(std::string path)
     ExpandTitleVariables(page.CurrentTitle, state_.NumberedVariables[Family::at]);
 }
 
+/// For the trace: the lines that are never written.
+void PageWriter::TellHeadLines()
+{
+    if (line_.tracer == nullptr)
+        return;
+    const PageLineTable& lines = std::as_const(state_.PageLines)[state_.page.number];
+    line_.tracer->Skip(lines[1], "it begins the page and names its file");
+    if (lines[2].line != 0)
+        line_.tracer->Skip(lines[2], "a page's second line is its title, which is not written");
+}
+
 void PageWriter::WriteStart()
 {
     const PageRecord& record = build_.CurrentRecord();
     const std::string_view mode = record.mode;
     if (const PageShell* const shell = FindPageShell(mode))
-        WriteShell(ShellOpening(*shell, record.title));
+        WriteShell(ShellOpening(*shell, record.title), "what stands before the page's text");
     else if (mode.starts_with(">>"))
-        WriteShell(MakeRedirectPage(2, mode.substr(2), record.title));
+        WriteShell(MakeRedirectPage(2, mode.substr(2), record.title), "a page that leads on");
     else if (mode.starts_with('>'))
-        WriteShell(MakeRedirectPage(1, mode.substr(1), record.title));
+        WriteShell(MakeRedirectPage(1, mode.substr(1), record.title), "a page that leads on");
     else
         WriteTemplate(head_);
 }
 
-void PageWriter::WriteShell(std::string_view text)
+void PageWriter::WriteShell(std::string_view text, std::string_view told)
 {
-    if (!text.empty())
-        WriteLine(state_.output, text);
+    if (text.empty())
+        return;
+    WriteLine(state_.output, text);
+    if (line_.tracer == nullptr)
+        return;
+    const Definition& mode = line_.tracer->Known().Field(state_.page.number, PageField::mode);
+    line_.tracer->Begin(mode);
+    line_.tracer->NoteWritten(mode.text, std::string(told));
 }
 
 /// Lines 1 and 2 are the page's name and title and are never written. The lines of a redirect page
@@ -218,9 +273,12 @@ void PageWriter::WriteBody()
 {
     const std::size_t start = state_.output.size();
     const PageLineTable& lines = std::as_const(state_.PageLines)[state_.page.number];
-    for (int number = 3; lines[number].text != kEndMarker; ++number) {
+    int number = 3;
+    for (; lines[number].text != kEndMarker; ++number) {
         const SourceLine& line = lines[number];
         const Triggers triggers = ScanLine(line.text) & ~kTemplateOnly;
+        if (line_.tracer != nullptr)
+            line_.tracer->Begin(line);
         if (triggers == 0) {
             WriteBodyLine(number, line.text);
             continue;
@@ -229,18 +287,41 @@ void PageWriter::WriteBody()
         line_.Begin(line.text, triggers);
         MergeLine(line_);
         if (line_.text.starts_with('!') && line_.text.starts_with("!++"))
-            line_.text = build_.machine.files.ReadFile(Trim(FromChar(line_.text, 4)));
+            PutFileText();
         WriteBodyLine(number, line_.text);
     }
     if (state_.page.redirects)
         state_.output.resize(start);
+    if (line_.tracer != nullptr)
+        TellEndOfBody(number);
+}
+
+/// A line such as "!++text.txt" becomes the text of a file, as it is.
+void PageWriter::PutFileText()
+{
+    const std::string name(Trim(FromChar(line_.text, 4)));
+    line_.text = build_.machine.files.ReadFile(name);
+    if (line_.tracer != nullptr)
+        line_.tracer->PutFile(name, line_.text);
 }
 
 /// An empty line right after the title is dropped.
 void PageWriter::WriteBodyLine(int number, std::string_view line)
 {
-    if (number > 3 || !line.empty())
+    const bool is_dropped = number == 3 && line.empty();
+    if (!is_dropped)
         WriteLine(state_.output, line);
+    if (line_.tracer != nullptr)
+        line_.tracer->End(line, state_.page.redirects ? kRedirects : is_dropped ? kThirdLine : "");
+}
+
+/// For the trace; `number` is that of the line that ended the page.
+void PageWriter::TellEndOfBody(int number)
+{
+    line_.tracer->Rewind(state_.output.size());
+    const PageLineTable& lines = std::as_const(state_.PageLines)[state_.page.number];
+    for (; lines[number].line != 0; ++number)
+        line_.tracer->Skip(lines[number], "a line @@ENDOFFILE@@ has ended the page");
 }
 
 void PageWriter::ClosePage()
@@ -254,23 +335,41 @@ void PageWriter::WriteEnd()
     if (state_.page.redirects)
         return;
     WriteShowHideScript(state_.output, state_.page.bangs);
+    if (line_.tracer != nullptr)
+        line_.tracer->TellToggles();
     if (const PageShell* const shell = FindPageShell(build_.CurrentRecord().mode))
-        WriteShell(shell->closing);
+        WriteShell(shell->closing, "what stands behind the page's text");
     else
         WriteTemplate(tail_);
 }
 
 void PageWriter::WriteTemplate(const TemplatePieces& pieces)
 {
+    if (build_.tracer)
+        build_.tracer->template_used = true;
     for (const TemplatePiece& piece : pieces) {
         if (!piece.finished.empty()) {
             state_.output.append(piece.finished);
             continue;
         }
         SetPlace(piece.line);
+        if (line_.tracer != nullptr)
+            line_.tracer->Begin(piece.line);
         line_.Begin(piece.line.text, piece.triggers);
         WriteTemplateLine(line_);
+        if (line_.tracer != nullptr)
+            line_.tracer->End(line_.text, line_.text.empty() ? kEmptyTemplateLine : "");
     }
+}
+
+/// For the trace.
+void PageWriter::TellTemplateUnused()
+{
+    if (!build_.tracer || build_.tracer->template_used)
+        return;
+    for (const TemplatePieces* const pieces : {&head_, &tail_})
+        for (const TemplatePiece& piece : *pieces)
+            build_.tracer->Unused(piece.line, "no page is framed by the template");
 }
 
 void PageWriter::SetPlace(const SourceLine& line)

@@ -30,15 +30,15 @@ std::vector<std::string_view> ServerScriptWords()
     return ColumnOf(kServerScripts, &ServerScript::directive);
 }
 
-bool ExpandServerScript(std::string& line, const Addresses& addresses)
+std::string_view ExpandServerScript(std::string& line, const Addresses& addresses)
 {
     for (const ServerScript& script : kServerScripts) {
         if (!StartsWithNoCase(line, script.directive))
             continue;
         line = script.generate(Trim(FromChar(line, script.directive.size() + 1)), addresses);
-        return true; // every block begins with "<%", so no later directive fits it
+        return script.directive; // every block begins with "<%", so no later directive fits it
     }
-    return false;
+    return {};
 }
 
 } // namespace kiv

@@ -13,8 +13,8 @@ namespace kiv {
 std::vector<std::string_view> ServerScriptWords();
 
 /// Replaces a line that begins with a server-script directive (in any case) by its block, whose
-/// lines are joined by CR LF; other lines stay. Returns whether it did. Throws `subscript` when
-/// fields are missing, `invalid-argument` for "@SHOWDB:" without "|".
-bool ExpandServerScript(std::string& line, const Addresses& addresses);
+/// lines are joined by CR LF; other lines stay. Returns the directive, "" when there is none.
+/// Throws `subscript` when fields are missing, `invalid-argument` for "@SHOWDB:" without "|".
+std::string_view ExpandServerScript(std::string& line, const Addresses& addresses);
 
 } // namespace kiv

@@ -5,6 +5,8 @@
 #include "platform/run_error.h"
 #include "text/text.h"
 
+#include <utility>
+
 namespace kiv {
 
 bool SourceFile::Open(std::string_view path)
@@ -14,7 +16,8 @@ bool SourceFile::Open(std::string_view path)
         return false;
     Sources& sources = build_.state.sources;
     name_ = sources.Keep(AbsolutePath(path, files.CurrentDirectory()));
-    rest_ = sources.Keep(files.ReadFile(path));
+    content_ = sources.Keep(files.ReadFile(path));
+    rest_ = content_;
     sources.AddFile(name_);
     line_ = 0;
     is_open_ = true;
@@ -34,6 +37,34 @@ SourceLine SourceFile::NextLine()
     ++line_;
     build_.state.place = {name_, line_, {}};
     return Here(line);
+}
+
+void SourceFile::TellUnused(int first, std::string_view reason) const
+{
+    if (build_.tracer)
+        build_.tracer->Unused({name_, first, line_}, content_, reason);
+}
+
+void SourceFile::TellUnusedBefore(int first, std::string_view reason) const
+{
+    if (build_.tracer && first < line_)
+        build_.tracer->Unused({name_, first, line_ - 1}, content_, reason);
+}
+
+void SourceFile::TellRest(std::string_view reason) const
+{
+    int last = line_;
+    for (std::string_view rest = rest_; build_.tracer && !rest.empty(); TakeLine(rest))
+        ++last;
+    if (last > line_)
+        build_.tracer->Unused({name_, line_ + 1, last}, content_, reason);
+}
+
+void SourceFile::TellMade(SourceLine& line, int first, std::string_view name,
+                          std::string text) const
+{
+    if (build_.tracer)
+        build_.tracer->Replace(line, first, content_, name, std::move(text));
 }
 
 std::string_view CutIncludePrefix(std::string_view& line,

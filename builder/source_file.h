@@ -37,10 +37,22 @@ class SourceFile : public LineSource {
     /// `text` in the place of the line last read.
     SourceLine Here(std::string_view text) const { return {text, name_, line_}; }
 
+    // For the trace; they do nothing where nobody asks.
+
+    /// Lines from `first` to the one last read come to no page.
+    void TellUnused(int first, std::string_view reason) const;
+    /// The same without the line last read.
+    void TellUnusedBefore(int first, std::string_view reason) const;
+    /// No further line is read.
+    void TellRest(std::string_view reason) const;
+    /// `line` is what the lines from `first` to the one last read became.
+    void TellMade(SourceLine& line, int first, std::string_view name, std::string text) const;
+
   private:
     [[noreturn]] void RefuseClosed() const;
 
     Build& build_;
+    std::string_view content_; // of the whole file
     std::string_view rest_;
     std::string_view name_; // absolute drive path
     int line_ = 0;          // that was read last, 1-based

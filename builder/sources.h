@@ -17,6 +17,7 @@ struct SourceLine {
     std::string_view text;
     std::string_view file; // absolute drive path, which Sources keeps as well
     int line = 0;          // 1-based
+    int past = 0;          // in the tracer: what was done to it already; 0: nothing, or nobody asks
 };
 
 /// Keeps file contents, file names and expanded lines for as long as the build state lives.

@@ -3,30 +3,40 @@
 #include "builder/build_state.h"
 #include "builder/navigation_lists.h"
 #include "builder/template_merge.h"
+#include "builder/trace_words.h"
 #include "builder/write_line.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace kiv {
 
 namespace {
 
-void FillMeta(MergedLine& line, std::string_view name, std::string_view content)
+void FillMeta(MergedLine& line, std::string_view name, std::string_view content, PageField field)
 {
     if (content.empty() || !ContainsNoCase(line.text, "<META NAME=\"" + std::string(name) + "\""))
         return;
     line.bound.AddSource(content.size());
     line.text =
         "<meta NAME=\"" + std::string(name) + "\" CONTENT=\"" + std::string(content) + "\">";
+    if (line.tracer != nullptr) {
+        const SourceSpan from =
+            line.tracer->Known().Field(line.build.state.page.number, field).place;
+        line.tracer->Note(
+            "<META NAME=", Joined({"the page's ", name, ", ", line.tracer->PlaceText(from)}),
+            line.text, from);
+    }
 }
 
 bool FillMetas(MergedLine& line)
 {
     const PageRecord& page = line.build.CurrentRecord();
-    FillMeta(line, "keywords", page.keywords);
-    FillMeta(line, "description", page.description);
+    FillMeta(line, "keywords", page.keywords, PageField::keywords);
+    FillMeta(line, "description", page.description, PageField::description);
     return true;
 }
 
@@ -55,7 +65,13 @@ bool FilterByPosition(MergedLine& line)
     default:
         return false;
     }
+    const std::string code = line.text.substr(0, 3);
     line.text.erase(0, keep ? 3 : npos);
+    if (line.tracer != nullptr)
+        line.tracer->Note(
+            code,
+            PositionWords(code[1], keep, line.build.state.page.number, line.build.state.PageCount),
+            line.text);
     return true;
 }
 
@@ -63,8 +79,10 @@ bool PlaceDropDown(MergedLine& line)
 {
     if (!EqualsNoCase(line.text, "<!--DROPDOWN HERE-->"))
         return false;
-    WritePageDropDown(line.build);
-    line.text.clear();
+    WritePageDropDown(line.build, line.tracer);
+    const std::string mark = std::exchange(line.text, {});
+    if (line.tracer != nullptr)
+        line.tracer->Note(mark, "the list stands before it, and nothing is left of it", line.text);
     return true;
 }
 

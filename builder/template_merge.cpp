@@ -8,6 +8,8 @@
 #include "builder/navigation_lists.h"
 #include "builder/server_scripts.h"
 #include "builder/text_helpers.h"
+#include "builder/trace_words.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 #include "text/text_cursor.h"
 
@@ -16,24 +18,28 @@
 
 namespace kiv {
 
+namespace {
+
+/// Takes a prefix of `size` characters off, or the whole line away.
+void KeepOrClear(MergedLine& line, std::size_t size, bool keep)
+{
+    const std::string prefix = line.tracer != nullptr ? line.text.substr(0, size) : "";
+    line.text.erase(0, keep ? size : npos);
+    if (line.tracer != nullptr)
+        line.tracer->Note(prefix, PassWords(line.build, keep), line.text);
+}
+
+} // namespace
+
 bool FilterByPass(MergedLine& line)
 {
     const PassState& pass = line.build.pass;
     const bool extra_pass = pass.AspPass || pass.HtmPass;
-    std::string& text = line.text;
-    if (StartsWithNoCase(text, "DIR1:")) {
-        if (extra_pass)
-            text.clear();
-        else
-            text.erase(0, 5);
-    }
+    if (StartsWithNoCase(line.text, "DIR1:"))
+        KeepOrClear(line, 5, !extra_pass);
     // "ASP:" and "HTM:" lines belong to both extra passes.
-    if (StartsWithNoCase(text, "ASP:") || StartsWithNoCase(text, "HTM:")) {
-        if (extra_pass)
-            text.erase(0, 4);
-        else
-            text.clear();
-    }
+    if (StartsWithNoCase(line.text, "ASP:") || StartsWithNoCase(line.text, "HTM:"))
+        KeepOrClear(line, 4, extra_pass);
     return true;
 }
 
@@ -42,12 +48,14 @@ namespace {
 bool PlaceLists(MergedLine& line)
 {
     if (EqualsNoCase(line.text, "<!--TOC HERE-->"))
-        WritePageList(line.build);
+        WritePageList(line.build, line.tracer);
     else if (EqualsNoCase(line.text, "<!--SITEMAPHERE-->"))
-        WriteSiteMap(line.build);
+        WriteSiteMap(line.build, line.tracer);
     else
         return false;
-    line.text.clear();
+    const std::string mark = std::exchange(line.text, {});
+    if (line.tracer != nullptr)
+        line.tracer->Note(mark, "the list stands before it, and nothing is left of it", line.text);
     return true;
 }
 
@@ -55,6 +63,8 @@ bool CloseWrapper(MergedLine& line)
 {
     line.text = line.build.state.PendingWrapTail;
     line.bound.AddSource(line.text.size());
+    if (line.tracer != nullptr)
+        line.tracer->NoteWrapperEnd(line.text);
     return true;
 }
 
@@ -76,14 +86,23 @@ bool OpenWrappers(MergedLine& line)
         line.text = value.substr(0, bar);
         line.bound.AddSource(bar);
         state.PendingWrapTail = value.substr(bar + 1);
+        if (line.tracer != nullptr)
+            line.tracer->NoteWrapper(digit, line.text);
     }
     return true;
 }
 
 Change ExpandBang(MergedLine& line, TextCursor& cursor, const Bang& bang)
 {
-    return ExpandUse(line, cursor, bang.Name(),
-                     [&](const BracketUse& use) { return bang.expand(use, line.build); });
+    return ExpandUse(line, cursor, bang.Name(), [&](const BracketUse& use) {
+        Expansion expansion = bang.expand(use, line.build);
+        if (line.tracer != nullptr) {
+            expansion.told = bang.about;
+            if (bang.expand == ExpandShowHide)
+                line.tracer->NoteToggle();
+        }
+        return expansion;
+    });
 }
 
 template <const Bang& Kind>
@@ -142,21 +161,36 @@ bool ChangeNumbered(MergedLine& line, Family family, Change change)
 using ReferenceExpander = Expansion(const BracketUse& use, std::string_view definition,
                                     MergedLine& line);
 
+/// For the trace: adds where the definition of a use stands.
+void TellDefinition(Expansion& expansion, Family family, std::string_view mark, Tracer& tracer)
+{
+    const int digit = mark.back() - '0';
+    expansion.from = tracer.Known().Variable(family, digit).place;
+    expansion.told = VariableWords(tracer, family, digit) + expansion.told;
+}
+
 template <Family Kind, ReferenceExpander& Expand>
 bool ExpandNumberedUses(MergedLine& line)
 {
     return ChangeNumbered(
         line, Kind, [&](std::string_view mark, std::string_view definition, TextCursor& cursor) {
-            return ExpandUse(line, cursor, mark,
-                             [&](const BracketUse& use) { return Expand(use, definition, line); })
-                .from;
+            const auto expand = [&](const BracketUse& use) {
+                Expansion expansion = Expand(use, definition, line);
+                if (line.tracer != nullptr)
+                    TellDefinition(expansion, Kind, mark, *line.tracer);
+                return expansion;
+            };
+            return ExpandUse(line, cursor, mark, expand).from;
         });
 }
 
 bool PutServerScript(MergedLine& line)
 {
-    if (!ExpandServerScript(line.text, line.build.options.addresses))
+    const std::string_view word = ExpandServerScript(line.text, line.build.options.addresses);
+    if (word.empty())
         return false;
+    if (line.tracer != nullptr)
+        line.tracer->Note(word, "a block of script for the server", line.text);
     if (line.text.size() > line.bound.Longest())
         throw RunError(ErrorKind::overflow, "the server script has too much text");
     return true;
@@ -202,6 +236,16 @@ class FirstMark {
     std::size_t behind_; // in how many characters at the line's end no mark begins
 };
 
+void TellVariable(Tracer& tracer, Family family, std::string_view mark, std::string_view value,
+                  const TextCursor& cursor)
+{
+    const int digit = mark.back() - '0';
+    const SourceSpan& from = tracer.Known().Variable(family, digit).place;
+    const std::string words = VariableWords(tracer, family, digit);
+    tracer.Note(mark, from.file.empty() ? words : Joined({Shortened(value), ", ", words}),
+                cursor.Before(), cursor.Rest(), from);
+}
+
 /// Puts the values of "@@1" or "%%1" and their kin. A value may bring one popup and one swap bang.
 template <Family Kind>
 bool PutNumberedVariables(MergedLine& line)
@@ -219,6 +263,8 @@ bool PutNumberedVariables(MergedLine& line)
                               if (cursor.Rest().substr(0, mark.size()) != value) {
                                   cursor.Put(mark.size(), value);
                                   note({cursor.At(), cursor.Rest().size() - value.size()});
+                                  if (line.tracer != nullptr)
+                                      TellVariable(*line.tracer, Kind, mark, value, cursor);
                               }
                               if (popups.Reach(cursor))
                                   note(ExpandBang(line, cursor, kPopup));
@@ -228,35 +274,45 @@ bool PutNumberedVariables(MergedLine& line)
                           });
 }
 
-void MarkSelected(std::string& line)
+constexpr std::string_view kOptionTag = "<option value=";
+
+void MarkSelected(MergedLine& line)
 {
-    const std::size_t end = line.find('>');
-    if (end != npos)
-        line.insert(end, " selected");
+    const std::size_t end = line.text.find('>');
+    if (end == npos)
+        return;
+    line.text.insert(end, " selected");
+    if (line.tracer != nullptr)
+        line.tracer->Note(kOptionTag, "selected, it is this page's", line.text);
 }
 
 /// Marks the option of the current page in a hand-written drop-down.
 bool SelectOption(MergedLine& line)
 {
-    constexpr std::string_view kOptionTag = "<option value=";
     const std::string_view file = line.build.CurrentRecord().file;
     const std::string_view normalized = DropParentPrefix(file);
     if (line.text.starts_with(kOptionTag)) {
         if (FirstChars(FromChar(line.text, 16), normalized.size()) == normalized)
-            MarkSelected(line.text);
+            MarkSelected(line);
     } else if (FromChar(line.text, 4).starts_with(kOptionTag)) {
         // The value stands from character 19 on; the format compares from 20.
         if (FirstChars(FromChar(line.text, 20), file.size()) == file)
-            MarkSelected(line.text);
+            MarkSelected(line);
     }
     return true;
 }
 
+void ReplaceEscape(MergedLine& line, std::string_view escape, std::string_view character)
+{
+    if (ReplaceEach(line.text, escape, character) && line.tracer != nullptr)
+        line.tracer->Note(escape, Joined({"stands for ", character}), line.text);
+}
+
 bool ReplaceEscapes(MergedLine& line)
 {
-    ReplaceEach(line.text, "{}", "|");
-    ReplaceEach(line.text, "{{", "[");
-    ReplaceEach(line.text, "}}", "]");
+    ReplaceEscape(line, "{}", "|");
+    ReplaceEscape(line, "{{", "[");
+    ReplaceEscape(line, "}}", "]");
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
 #include "platform/site_files.h"
+#include "platform/unwritten_files.h"
 #include "shell/groups.h"
 #include "shell/workspace.h"
 
@@ -44,8 +45,11 @@ void SetNewYear(Workspace& workspace, bool on)
 
 void BuildCurrent(Workspace& workspace, const Addresses& addresses)
 {
-    const BuildOptions options{workspace.EoyEnabled, workspace.UploadListWanted,
-                               workspace.UploadCommand, addresses, workspace.ProgramStart()};
+    const BuildOptions options{.EoyEnabled = workspace.EoyEnabled,
+                               .UploadListWanted = workspace.UploadListWanted,
+                               .UploadCommand = workspace.UploadCommand,
+                               .addresses = addresses,
+                               .program_start = workspace.ProgramStart()};
     BuildSite(workspace.machine(), options, workspace.memory.blocks, workspace.Roots);
 }
 
@@ -76,6 +80,21 @@ void groupbuild(Workspace& workspace)
 void BuildWorkDir(Workspace& workspace)
 {
     BuildCurrent(workspace, LoadAddresses(workspace.machine().files));
+}
+
+void BuildUnwritten(Workspace& workspace, UnwrittenFiles& files, Reporter& reporter, Trace& trace)
+{
+    Machine& real = workspace.machine();
+    Machine machine{files,         real.native_paths, real.clock,   real.clipboard,
+                    real.programs, reporter,          real.pictures};
+    const BuildOptions options{.EoyEnabled = workspace.EoyEnabled,
+                               .UploadCommand = {},
+                               .addresses = LoadAddresses(files),
+                               .program_start = workspace.ProgramStart(),
+                               .trace = &trace};
+    BlockMemory blocks = workspace.memory.blocks;
+    OutputRoots roots;
+    BuildSite(machine, options, blocks, roots);
 }
 
 void BuildGroup(Workspace& workspace)

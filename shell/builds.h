@@ -5,10 +5,18 @@
 
 namespace kiv {
 
+class Reporter;
+class Trace;
+class UnwrittenFiles;
 class Workspace;
 
 /// Builds the working directory.
 void BuildWorkDir(Workspace& workspace);
+
+/// Builds the working directory into `files` alone, and tells `trace` of each line; `reporter` is
+/// told what the build has to say. Nothing is recorded for the upload, and the workspace remembers
+/// nothing of it. Throws RunError as a build does.
+void BuildUnwritten(Workspace& workspace, UnwrittenFiles& files, Reporter& reporter, Trace& trace);
 
 /// Builds the working directory and every folder of its group list, with the New Year switch on; it
 /// is off afterwards. Throws RunError of kind `subscript` past 500 entries, `file` for a folder

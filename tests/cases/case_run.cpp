@@ -1,6 +1,7 @@
 #include "tests/cases/case_run.h"
 
 #include "cli/run_cli.h"
+#include "tests/cases/traced_build.h"
 #include "tests/support/folders.h"
 #include "tests/support/json.h"
 #include "text/windows1252.h"
@@ -48,10 +49,13 @@ class CaseRun {
     std::string Run()
     {
         LayOut();
+        const TracedBuild traced(case_, folder_.Root());
         Call();
         if (differences_.str().empty()) {
             CompareReport();
             CompareFiles();
+            differences_ << traced.Differences(Texts((*report_)["messages"]),
+                                               Texts((*report_)["files"]));
         }
         return differences_.str();
     }

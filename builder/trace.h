@@ -1,0 +1,67 @@
+// What a build tells of each line, to those who ask: where it came from, what was made of it step
+// by step, and where it went. The views live only as long as the call that hands them over.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv {
+
+/// Lines of a source, 1-based, both ends included.
+struct SourceSpan {
+    std::string_view file; // absolute drive path; "": none
+    int first = 0;
+    int last = 0;
+
+    bool operator==(const SourceSpan&) const = default;
+};
+
+/// One thing that was done to a line.
+struct TracedStep {
+    std::string name;     // what did it, in the format's words: "=2=", "@PREV", "!!3["
+    std::string text;     // what happened, as a sentence would say it, without its full stop
+    std::string after;    // the line as it then stood
+    SourceSpan from = {}; // the definition that was used
+};
+
+/// The way of one source line, or of a block of them, to the lines that it makes on a page.
+struct LineStory {
+    std::vector<SourceSpan> sources; // first the lines that `before` shows, then what else went in
+    std::string before;              // as the source has it; lines are joined by CR LF
+    std::vector<TracedStep> steps;   // in the order in which they ran
+    int line = 0;           // the first of its lines on the page, 1-based; 0: nothing was written
+    int count = 0;          // of its lines
+    std::string reason;     // why nothing was written
+    bool is_failed = false; // an error ended the build in it
+
+    /// What it became.
+    const std::string& Text() const { return steps.empty() ? before : steps.back().after; }
+};
+
+/// A page, or the single page.
+struct TracedPage {
+    std::string_view name; // its file's, as the page list has it
+    std::string_view path; // absolute drive path
+    int number = 0;        // 1-based; of the single page 0
+};
+
+/// Who asks. A build without one does nothing for it.
+class Trace {
+  public:
+    Trace() = default;
+    Trace(const Trace&) = delete;
+    Trace& operator=(const Trace&) = delete;
+    virtual ~Trace() = default;
+
+    /// A page begins. Returns whether its lines are asked for. A later page at the same path takes
+    /// its place.
+    virtual bool BeginPage(const TracedPage& page) = 0;
+    /// The next lines of the page, or source lines that wrote nothing there.
+    virtual void TakeLine(const LineStory& story) = 0;
+    /// Source lines that came to no page. Each pass of a build reads its sources, and tells of
+    /// them.
+    virtual void TakeUnused(const LineStory& story) = 0;
+};
+
+} // namespace kiv
