@@ -118,7 +118,7 @@ void TellSiteMap(std::string_view written, const SiteMap& map, Tracer& tracer)
         tracer.Put(written.substr(head + done, line.end - done), kSiteMapMark,
                    line.file.empty() ? "the news section of the group"
                                      : "from " + tracer.PlaceText(from),
-                   from);
+                   from, !line.file.empty());
         done = line.end;
     }
     tracer.Put(written.substr(head + done), kSiteMapMark, "the site map ends", {});

@@ -203,19 +203,22 @@ void Tracer::NoteWritten(std::string_view name, std::string text)
 /// work itself.
 void Tracer::PutFile(std::string_view name, std::string_view content)
 {
-    const std::string path = AbsolutePath(name, build_.machine.files.CurrentDirectory());
+    const std::string_view path =
+        build_.state.sources.Keep(AbsolutePath(name, build_.machine.files.CurrentDirectory()));
     const auto told = [&](int line) {
         return Joined({"line ", Decimal(line), " of ", name, ", as it is"});
     };
     int line = 1;
     for (std::size_t end = content.find('\n'); end != npos; end = content.find('\n'), ++line) {
-        Put(content.substr(0, end + 1), kFileTextMark, told(line), {path, line, line});
+        Put(content.substr(0, end + 1), kFileTextMark, told(line), {path, line, line}, true);
         content.remove_prefix(end + 1);
     }
     if (content.empty())
-        Note(kFileTextMark, Joined({name, " ends in a line end, so an empty line follows it"}), "");
-    else
-        Note(kFileTextMark, told(line), content, {path, line, line});
+        return Note(kFileTextMark,
+                    Joined({name, " ends in a line end, so an empty line follows it"}), "");
+    const SourceSpan last{path, line, line};
+    story_.sources.push_back(last);
+    Note(kFileTextMark, told(line), content, last);
 }
 
 void Tracer::Note(std::string_view name, std::string text, std::string_view before,
@@ -234,13 +237,15 @@ void Tracer::Note(std::string_view name, std::string text, std::string_view befo
 }
 
 void Tracer::Put(std::string_view raw, std::string_view name, std::string text,
-                 const SourceSpan& from)
+                 const SourceSpan& from, bool is_source)
 {
     std::string_view line = raw;
     if (line.ends_with('\n'))
         line.remove_suffix(line.ends_with("\r\n") ? 2 : 1);
     LineStory story;
     story.sources = story_.sources;
+    if (is_source)
+        story.sources.push_back(from);
     story.before = story_.before;
     story.steps = story_.steps;
     story.steps.push_back({std::string(name), std::move(text), std::string(line), from});

@@ -64,10 +64,10 @@ class Tracer {
     void NoteToggle();
     /// That script, if any, was written.
     void TellToggles();
-    /// Another source goes into the line in work.
-    void AddSource(const SourceSpan& source) { story_.sources.push_back(source); }
-    /// Lines that the line in work puts before itself; `raw` has them with their line ends.
-    void Put(std::string_view raw, std::string_view name, std::string text, const SourceSpan& from);
+    /// Lines that the line in work puts before itself; `raw` has them with their line ends. `from`
+    /// is the definition that made them, or, where `is_source`, the lines that they are.
+    void Put(std::string_view raw, std::string_view name, std::string text, const SourceSpan& from,
+             bool is_source = false);
     /// The same for what was added to the page's output since.
     void PutWritten(std::string_view name, std::string text, const SourceSpan& from);
     /// The line has become `text`. What was added to the page's output since the last line is its

@@ -83,6 +83,15 @@ constexpr OptionRow kNewsOptions[] = {
     {"--as-is", "", "The article is HTML already"},
 };
 
+constexpr OptionRow kWhyArguments[] = {
+    kDirectory,
+    {"PLACE", "", "A page or a source, with or without a line", Takes::text, kRequired},
+};
+constexpr OptionRow kWhyOptions[] = {
+    {"--find", "TEXT", "The lines that hold this text", Takes::text},
+    {"--eoy", "", "As with the New Year text between @@EOY lines"},
+};
+
 constexpr CallRow kCalls[] = {
     {.name = "build",
      .about = "Build the pages of a site section (\"Do it!\")",
@@ -96,6 +105,16 @@ constexpr CallRow kCalls[] = {
      .details = "The New Year blocks are switched on. Without _group.txt nothing is built.",
      .example = "kiv-cli group ~/sites/museum",
      .arguments = kOneDirectory, .options = kGroupOptions, .run = RunGroup},
+    {.name = "why",
+     .about = "Tell why a line of a page looks so, or where a line of a source went",
+     .details = "PLACE is a page, such as visit or visit.htm, or a source, such as _html.txt; behind "
+         "a \":\" stands a line. A page alone shows each of its lines beside its source; with a line "
+         "or --find, all that was done to the line, step by step. Nothing is written.",
+     .example = "kiv-cli why ~/sites/museum visit\n"
+                "kiv-cli why ~/sites/museum visit.htm:12\n"
+                "kiv-cli why ~/sites/museum visit.htm --find \"Opening hours\"\n"
+                "kiv-cli why ~/sites/museum _html.txt:30",
+     .arguments = kWhyArguments, .options = kWhyOptions, .looks_only = true, .run = RunWhy},
     {.name = "sitemap",
      .about = "Merge the site maps of a group into _sitemap-master.txt (\"Assemble Site Map\")",
      .details = "Without _group.txt nothing is done.",

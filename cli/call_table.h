@@ -70,7 +70,8 @@ struct CallRow {
     std::span<const OptionRow> arguments = {};
     std::span<const OptionRow> options = {};
     Start start = Start::site;
-    bool renames = false; // the report has the renames, and "--dry-run" touches nothing
+    bool looks_only = false; // nothing is written at all
+    bool renames = false;    // the report has the renames, and "--dry-run" touches nothing
     void (*run)(CallDesk& desk, const GivenValues& given) = nullptr;
 };
 

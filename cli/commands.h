@@ -12,6 +12,9 @@ void RunSiteMap(CallDesk& desk, const GivenValues& given);
 void RunGrab(CallDesk& desk, const GivenValues& given);
 void RunPictures(CallDesk& desk, const GivenValues& given);
 
+// why_command.cpp
+void RunWhy(CallDesk& desk, const GivenValues& given);
+
 // text_commands.cpp
 void RunConvert(CallDesk& desk, const GivenValues& given);
 void RunDimensions(CallDesk& desk, const GivenValues& given);

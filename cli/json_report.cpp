@@ -50,6 +50,39 @@ Json WarningObject(const Warning& warning)
                 {"page", TextOrNull(warning.page)}};
 }
 
+Json PlaceObject(const ToldPlace& place)
+{
+    return Json{{"file", ToUtf8(place.file)},
+                {"native", place.native},
+                {"first", place.first},
+                {"last", place.last}};
+}
+
+Json StepObject(const ToldStep& step)
+{
+    return Json{{"name", ToUtf8(step.name)},
+                {"text", ToUtf8(step.text)},
+                {"before", ToUtf8(step.before)},
+                {"after", ToUtf8(step.after)},
+                {"from", step.from ? PlaceObject(*step.from) : Json(nullptr)}};
+}
+
+Json LineObject(const ToldLine& line)
+{
+    Json sources = Json::array();
+    for (const ToldPlace& source : line.sources)
+        sources.push_back(PlaceObject(source));
+    Json steps = Json::array();
+    for (const ToldStep& step : line.steps)
+        steps.push_back(StepObject(step));
+    return Json{{"page", TextOrNull(line.page)},
+                {"line", line.line > 0 ? Json(line.line) : Json(nullptr)},
+                {"text", ToUtf8(line.text)},
+                {"sources", std::move(sources)},
+                {"reason", TextOrNull(line.reason)},
+                {"steps", std::move(steps)}};
+}
+
 /// A report as it may be shown on a terminal: the library writes these as they are.
 std::string WithoutOrders(const std::string& json)
 {
@@ -93,6 +126,12 @@ void PrintJson(std::ostream& out, const RunReport& report)
     };
     if (report.renamed)
         object["renamed"] = Pairs(*report.renamed);
+    if (report.stories) {
+        Json lines = Json::array();
+        for (const ToldLine& line : report.stories->lines)
+            lines.push_back(LineObject(line));
+        object["lines"] = std::move(lines);
+    }
     if (report.result)
         object["result"] = ToUtf8(*report.result);
     out << WithoutOrders(object.dump(2)) << '\n';

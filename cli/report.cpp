@@ -1,6 +1,7 @@
 #include "cli/report.h"
 
 #include "cli/shown_text.h"
+#include "cli/stories_text.h"
 #include "text/windows1252.h"
 
 #include <ostream>
@@ -17,7 +18,7 @@ std::string InBrackets(const std::string& place)
 } // namespace
 
 void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, bool verbose,
-                bool out_is_terminal)
+                const Terminal& terminal)
 {
     if (verbose)
         for (const Warning& warning : report.warnings)
@@ -30,8 +31,11 @@ void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, b
     if (report.dry_run && report.renamed)
         for (const Rename& rename : *report.renamed)
             out << ShownText(rename.from) << " -> " << ShownText(rename.to) << '\n';
+    if (report.stories)
+        PrintStories(out, *report.stories,
+                     {report.story_line, report.is_story_long, terminal.has_colours});
     if (report.result)
-        out << (out_is_terminal ? ShownText(*report.result) : ToUtf8(*report.result));
+        out << (terminal.is_one ? ShownText(*report.result) : ToUtf8(*report.result));
     else if (!report.status.empty())
         out << ShownText(report.status) << '\n';
 }

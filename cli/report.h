@@ -4,6 +4,7 @@
 #include "cli/face.h"
 #include "platform/run_error.h"
 #include "shell/directory_tools.h"
+#include "shell/line_stories.h"
 
 #include <iosfwd>
 #include <optional>
@@ -23,6 +24,15 @@ struct RunReport {
     std::optional<Renames> renamed;    // of a renamer
     std::optional<std::string> result; // of a command whose result is a text
     bool dry_run = false;              // `renamed` is what would be
+    std::optional<Stories> stories;    // of "why"
+    int story_line = 0;                // that it was asked for; 0: every one
+    bool is_story_long = false;        // with all that was done to each line
+};
+
+/// What standard output goes to.
+struct Terminal {
+    bool is_one = false;
+    bool has_colours = false; // that the user wants to see
 };
 
 /// The result on `out`, or the renames of a dry run, or the status; a fatal error on `err`, and
@@ -30,6 +40,6 @@ struct RunReport {
 /// command ran.
 /// Nothing of it steers a terminal but a result that goes to no terminal.
 void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, bool verbose,
-                bool out_is_terminal);
+                const Terminal& terminal);
 
 } // namespace kiv

@@ -44,12 +44,18 @@ bool IsDryRun(const Call& call)
     return call.row->renames && call.given.Has("--dry-run");
 }
 
+/// Whether nothing at all may be written.
+bool LooksOnly(const Call& call)
+{
+    return call.row->looks_only || IsDryRun(call);
+}
+
 std::unique_ptr<Drives> MachineDrives(const Call& call, const CliSurroundings& around)
 {
     const DriveMap drives = DrivesOf(call, around.variable);
     // A folder that somebody names and that is not there is an empty drive, not an order to make
     // it.
-    if (call.row->start != Start::nothing && !IsDryRun(call) && !call.given.Has("--drive-c"))
+    if (call.row->start != Start::nothing && !LooksOnly(call) && !call.given.Has("--drive-c"))
         MakeDriveC(drives);
     return MakeDriveFiles(drives);
 }
@@ -65,7 +71,7 @@ void EnterDirectory(Workspace& workspace, const Call& call)
     if (directory.empty())
         throw RunError(ErrorKind::file,
                        "cannot change to \"" + FromUtf8(given) + "\": no such folder");
-    if (IsDryRun(call))
+    if (LooksOnly(call))
         workspace.LookAt(directory);
     else
         workspace.StartUp(directory);
@@ -128,6 +134,14 @@ int CodeOfPrinted(int code, const CliSurroundings& around)
     return 1;
 }
 
+/// Who does not want colours says so by NO_COLOR, whatever its value.
+Terminal TerminalOf(const CliSurroundings& around)
+{
+    const std::optional<std::string> no_colour =
+        around.variable ? around.variable("NO_COLOR") : std::nullopt;
+    return {around.out_is_terminal, around.out_is_terminal && (!no_colour || no_colour->empty())};
+}
+
 int ReadAndRun(const std::vector<std::string>& arguments, const CliSurroundings& around)
 {
     const ReadCall read = ReadArguments(arguments);
@@ -145,8 +159,7 @@ int RunCall(const Call& call, const CliSurroundings& around)
     if (call.given.Has("--json"))
         PrintJson(around.out, report);
     else
-        PrintPlain(around.out, around.err, report, call.given.Has("--verbose"),
-                   around.out_is_terminal);
+        PrintPlain(around.out, around.err, report, call.given.Has("--verbose"), TerminalOf(around));
     return CodeOfPrinted(report.error ? 1 : 0, around);
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/run_error.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,7 +16,9 @@ class Workspace;
 
 /// Lines of a source, 1-based, both ends included.
 struct ToldPlace {
-    std::string file; // absolute drive path
+    std::string file;   // absolute drive path
+    std::string native; // the same outside, UTF-8; "" where no drive leads there
+    std::string shown;  // the same from the site's folder on, where it lies in it
     int first = 0;
     int last = 0;
 };
@@ -31,9 +34,11 @@ struct ToldStep {
 
 /// The story of a line of a page, or of source lines that wrote nothing.
 struct ToldLine {
-    std::string page; // its file's name; "": source lines that came to no page
-    int line = 0;     // 1-based; 0: nothing was written
-    std::string text; // of the line; of source lines that wrote nothing, what they are
+    std::string page;       // its file's name; "": source lines that came to no page
+    std::string page_path;  // absolute drive path
+    std::string page_shown; // the same from the site's folder on, where it lies in it
+    int line = 0;           // 1-based; 0: nothing was written
+    std::string text;       // of the line; of source lines that wrote nothing, what they are
     std::vector<ToldPlace> sources;
     std::string reason; // why nothing was written
     std::vector<ToldStep> steps;
@@ -52,11 +57,20 @@ struct Stories {
     Kind kind = Kind::none;         // what `place` is
     std::string name;               // the page's file, or the source's path
     std::string path;               // absolute drive path
+    std::string shown;              // the same from the site's folder on, where it lies in it
     int line_count = 0;             // of the page or the source, as far as it was read
     std::vector<ToldLine> lines;    // what was asked for
     std::vector<std::string> names; // when it is neither: all pages and sources
     std::optional<RunError> error; // that ended the build; what came before it is told all the same
 };
+
+/// The part of a text in which it differs from what it was before, places 0-based.
+struct ChangedPart {
+    std::size_t from = 0;
+    std::size_t removed = 0; // characters of the text before
+    std::size_t added = 0;   // characters of the text after
+};
+ChangedPart PartChanged(std::string_view before, std::string_view after);
 
 /// Builds the working directory in memory and tells what is asked. `reporter` is told what the
 /// build has to say. Throws RunError when the build ends in an error before it came to what is

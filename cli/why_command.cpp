@@ -1,0 +1,98 @@
+// The command that tells why a line of a page looks so, and where a line of a source went.
+#include "cli/commands.h"
+#include "cli/report.h"
+#include "cli/values.h"
+#include "platform/reporter.h"
+#include "shell/line_stories.h"
+#include "shell/workspace.h"
+#include "text/text.h"
+#include "text/windows1252.h"
+
+#include <string>
+#include <string_view>
+
+namespace kiv {
+
+namespace {
+
+/// Passes on what a build says, but not how far it is: nothing is built.
+class WordsOfBuild : public Reporter {
+  public:
+    explicit WordsOfBuild(Reporter& face) : face_(face) {}
+
+  protected:
+    void Show(std::string_view text) override
+    {
+        const Warning& warning = Warnings().back();
+        face_.reportmsg(text, {warning.file, warning.line, warning.page});
+    }
+
+  private:
+    Reporter& face_;
+};
+
+/// Cuts the number off a place such as "visit.htm:12"; 0 when it has none.
+int TakeLineNumber(std::string& place)
+{
+    constexpr std::size_t kMostDigits = 9;
+    const std::size_t colon = place.rfind(':');
+    const std::string digits = colon == npos ? "" : place.substr(colon + 1);
+    if (digits.empty() || digits.size() > kMostDigits ||
+        digits.find_first_not_of("0123456789") != npos)
+        return 0;
+    place.resize(colon);
+    const int line = std::stoi(digits);
+    if (line == 0)
+        throw RunError(ErrorKind::invalid_argument, "lines are counted from 1");
+    return line;
+}
+
+StoryQuestion QuestionOf(CallDesk& desk, const GivenValues& given)
+{
+    StoryQuestion question;
+    std::string native = given.Native("PLACE");
+    question.line = TakeLineNumber(native);
+    question.place = FromUtf8(native);
+    question.paths.push_back(desk.workspace.machine().native_paths.FromNative(native));
+    if (given.Has("--find"))
+        question.find = given.Text("--find");
+    return question;
+}
+
+[[noreturn]] void RefuseUnknown(const Stories& stories, const std::string& place)
+{
+    std::string text = "no page and no source of this site is called \"" + place + "\"";
+    Choices names(stories.names.begin(), stories.names.end());
+    for (const std::string& name : stories.names)
+        names.push_back(Before(name, '.')); // a page may be called without its extension, too
+    const std::string_view near = Nearest(place, names);
+    if (!near.empty())
+        text.append("; did you mean \"").append(near).append("\"?");
+    throw RunError(ErrorKind::invalid_argument, text);
+}
+
+} // namespace
+
+void RunWhy(CallDesk& desk, const GivenValues& given)
+{
+    desk.workspace.EoyEnabled = given.Has("--eoy");
+    const StoryQuestion question = QuestionOf(desk, given);
+    WordsOfBuild words(desk.workspace.machine().reporter);
+    Stories stories = TellStories(desk.workspace, question, words);
+    if (stories.kind == Stories::Kind::none)
+        RefuseUnknown(stories, question.place);
+    if (question.line > stories.line_count && !stories.error)
+        throw RunError(ErrorKind::invalid_argument,
+                       "there is no line " + Decimal(question.line) + ": " + stories.name +
+                           (stories.line_count == 1
+                                ? " has one line"
+                                : " has " + Decimal(stories.line_count) + " lines"));
+    const std::optional<RunError> error = stories.error;
+    desk.report.stories = std::move(stories);
+    desk.report.story_line = question.line;
+    desk.report.is_story_long = question.line != 0 || question.find.has_value();
+    if (error)
+        throw RunError(*error);
+}
+
+} // namespace kiv

@@ -1,0 +1,187 @@
+#include "shell/story_collector.h"
+
+#include "platform/drive_path.h"
+#include "text/text.h"
+
+#include <algorithm>
+
+namespace kiv {
+
+namespace {
+
+std::string Backslashed(std::string_view path)
+{
+    std::string text(path);
+    std::ranges::replace(text, '/', '\\');
+    return text;
+}
+
+ToldPlace Place(const SourceSpan& span)
+{
+    return {std::string(span.file), {}, {}, span.first, span.last};
+}
+
+bool Covers(const SourceSpan& span, std::string_view file, int line)
+{
+    return span.file == file && (line == 0 || (span.first <= line && line <= span.last));
+}
+
+/// The steps of a story, each with what was there before it.
+std::vector<ToldStep> StepsOf(const LineStory& story)
+{
+    std::vector<ToldStep> steps;
+    const std::string* before = &story.before;
+    for (const TracedStep& step : story.steps) {
+        ToldStep told{step.name, step.text, *before, step.after, {}};
+        if (!step.from.file.empty())
+            told.from = Place(step.from);
+        steps.push_back(std::move(told));
+        before = &step.after;
+    }
+    return steps;
+}
+
+/// The step from all that a story makes to one line of it, counted from 1.
+ToldStep OneLine(const LineStory& story, int number, std::string_view text)
+{
+    return {"line",
+            "line " + Decimal(number) + " of the " + Decimal(story.count) + " that this makes",
+            story.Text(),
+            std::string(text),
+            {}};
+}
+
+} // namespace
+
+StoryCollector::StoryCollector(const StoryQuestion& question, std::string_view directory,
+                               Takes takes)
+    : question_(question), takes_(takes), name_(Backslashed(question.place)), paths_(question.paths)
+{
+    paths_.push_back(AbsolutePath(question.place, directory));
+}
+
+StoryCollector::Fit StoryCollector::FitOf(std::string_view name, std::string_view path) const
+{
+    const auto is_path = [&](const std::string& one) { return EqualsNoCase(one, path); };
+    if (std::ranges::any_of(paths_, is_path))
+        return Fit::path;
+    const std::string own = Backslashed(name);
+    if (EqualsNoCase(own, name_))
+        return Fit::name;
+    return EqualsNoCase(Before(own, '.'), name_) ? Fit::stem : Fit::none;
+}
+
+void StoryCollector::Choose(Fit fit, Stories::Kind kind, std::string_view name,
+                            std::string_view path)
+{
+    fit_ = fit;
+    found_ = Stories();
+    found_.kind = kind;
+    found_.name = name;
+    found_.path = path;
+}
+
+/// A page that is written again takes its own place.
+bool StoryCollector::BeginPage(const TracedPage& page)
+{
+    page_ = page.name;
+    page_path_ = page.path;
+    names_.insert(page_);
+    if (takes_ == Takes::sources)
+        return true;
+    const Fit fit = FitOf(page.name, page.path);
+    const bool is_again = fit == fit_ && EqualsNoCase(page.path, found_.path);
+    if (fit == Fit::none || (fit <= fit_ && !is_again))
+        return false;
+    Choose(fit, Stories::Kind::page, page.name, page.path);
+    return true;
+}
+
+void StoryCollector::TakeLine(const LineStory& story)
+{
+    if (takes_ == Takes::sources)
+        return TakeOfSource(story, true);
+    if (story.line == 0 && !story.is_failed)
+        return;
+    found_.line_count += story.count;
+    Add(story, true);
+}
+
+void StoryCollector::TakeUnused(const LineStory& story)
+{
+    if (takes_ == Takes::sources)
+        TakeOfSource(story, false);
+}
+
+/// Chooses the source that fits best of those that the story has.
+void StoryCollector::ChooseSource(const LineStory& story)
+{
+    for (const SourceSpan& source : story.sources) {
+        if (source.file == last_source_)
+            continue;
+        last_source_ = source.file;
+        const std::string_view name = NameOf(source.file);
+        names_.emplace(name);
+        const Fit fit = FitOf(name, source.file);
+        if (fit > fit_)
+            Choose(fit, Stories::Kind::source, source.file, source.file);
+    }
+}
+
+/// Whether a line that is asked for went into the story, itself or as a definition.
+bool StoryCollector::IsOfSource(const LineStory& story)
+{
+    bool is_asked = false;
+    for (const SourceSpan& source : story.sources) {
+        is_asked = is_asked || Covers(source, found_.path, question_.line);
+        if (source.file == found_.path)
+            found_.line_count = std::max(found_.line_count, source.last);
+    }
+    return is_asked || std::ranges::any_of(story.steps, [&](const TracedStep& step) {
+               return Covers(step.from, found_.path, question_.line);
+           });
+}
+
+/// Each pass of a build reads the sources again, and tells the same of what it does not use.
+void StoryCollector::TakeOfSource(const LineStory& story, bool is_on_page)
+{
+    ChooseSource(story);
+    if (found_.kind == Stories::Kind::none || !IsOfSource(story))
+        return;
+    if (is_on_page || unused_.emplace(story.sources.front().first, story.reason).second)
+        Add(story, is_on_page);
+}
+
+bool StoryCollector::IsAsked(int line, std::string_view text) const
+{
+    const bool is_line =
+        takes_ == Takes::sources || question_.line == 0 || line == 0 || question_.line == line;
+    return is_line && (!question_.find || ContainsNoCase(text, *question_.find));
+}
+
+void StoryCollector::Add(const LineStory& story, bool is_on_page)
+{
+    std::string_view rest = story.Text();
+    for (int k = 0; k < std::max(story.count, 1); ++k) {
+        const int number = story.line == 0 ? 0 : story.line + k;
+        const std::string_view text = story.line == 0 ? story.before : kiv::TakeLine(rest);
+        if (!IsAsked(number, text))
+            continue;
+        ToldLine line;
+        if (is_on_page) {
+            line.page = page_;
+            line.page_path = page_path_;
+        }
+        line.line = number;
+        line.text = text;
+        for (const SourceSpan& source : story.sources)
+            line.sources.push_back(Place(source));
+        line.reason = story.reason;
+        line.steps = StepsOf(story);
+        if (story.count > 1)
+            line.steps.push_back(OneLine(story, k + 1, text));
+        found_.lines.push_back(std::move(line));
+    }
+}
+
+} // namespace kiv

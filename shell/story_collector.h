@@ -1,0 +1,58 @@
+// Takes what was asked for out of a traced build.
+#pragma once
+
+#include "builder/trace.h"
+#include "shell/line_stories.h"
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kiv {
+
+/// What fits the name best is meant; of two pages that fit it equally well, the first.
+class StoryCollector : public Trace {
+  public:
+    enum class Takes { pages, sources };
+
+    /// `directory`: the site's, where names begin. `takes` says what the question's place is taken
+    /// for.
+    StoryCollector(const StoryQuestion& question, std::string_view directory, Takes takes);
+
+    /// What was found; the places have no names yet but their drive paths.
+    Stories& Found() { return found_; }
+    /// Every page, and for sources every source, that the build told of.
+    std::vector<std::string> Names() const { return {names_.begin(), names_.end()}; }
+
+    bool BeginPage(const TracedPage& page) override;
+    void TakeLine(const LineStory& story) override;
+    void TakeUnused(const LineStory& story) override;
+
+  private:
+    /// How well a file fits what was asked for.
+    enum class Fit { none, stem, name, path };
+    Fit FitOf(std::string_view name, std::string_view path) const;
+    void Choose(Fit fit, Stories::Kind kind, std::string_view name, std::string_view path);
+    void ChooseSource(const LineStory& story);
+    bool IsOfSource(const LineStory& story);
+    void TakeOfSource(const LineStory& story, bool is_on_page);
+    bool IsAsked(int line, std::string_view text) const;
+    /// Adds the lines that a story makes, those that are asked for.
+    void Add(const LineStory& story, bool is_on_page);
+
+    const StoryQuestion& question_;
+    const Takes takes_;
+    std::string name_;               // that was asked for, with "\"
+    std::vector<std::string> paths_; // that it may mean
+    Stories found_;
+    Fit fit_ = Fit::none;
+    std::string page_; // the one in work
+    std::string page_path_;
+    std::string last_source_; // that was looked at
+    std::set<std::string> names_;
+    std::set<std::pair<int, std::string>> unused_; // first line and reason
+};
+
+} // namespace kiv
