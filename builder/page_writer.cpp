@@ -31,7 +31,6 @@ constexpr std::string_view kSinglePageStyle =
 // What the trace tells of lines that are not written.
 constexpr std::string_view kRedirects = "a page that leads on has no text of its own";
 constexpr std::string_view kThirdLine = "an empty line right behind the title is not written";
-constexpr std::string_view kEmptyTemplateLine = "an empty line of the template is not written";
 
 using TemplatePieces = std::vector<TemplatePiece>;
 
@@ -358,7 +357,7 @@ void PageWriter::WriteTemplate(const TemplatePieces& pieces)
         line_.Begin(piece.line.text, piece.triggers);
         WriteTemplateLine(line_);
         if (line_.tracer != nullptr)
-            line_.tracer->End(line_.text, line_.text.empty() ? kEmptyTemplateLine : "");
+            line_.tracer->EndOfTemplate(line_.text);
     }
 }
 

@@ -279,6 +279,16 @@ void Tracer::End(std::string_view text, std::string_view reason)
     Emit();
 }
 
+void Tracer::EndOfTemplate(std::string_view text)
+{
+    if (!text.empty())
+        return End(text);
+    if (story_.steps.empty())
+        return End(text, "an empty line of the template is not written");
+    const TracedStep& last = story_.steps.back();
+    End(text, Joined({last.name, ": ", last.text}));
+}
+
 void Tracer::Skip(const SourceLine& line, std::string_view reason)
 {
     Begin(line);

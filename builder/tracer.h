@@ -82,6 +82,8 @@ class Tracer {
     void NoteWrapperEnd(std::string_view line);
     /// The line in work is the text of a file.
     void PutFile(std::string_view name, std::string_view content);
+    /// The same for a line of the template, which is not written when it is empty.
+    void EndOfTemplate(std::string_view text);
     /// A line of the page that is never written.
     void Skip(const SourceLine& line, std::string_view reason);
     /// What was written since the page's output was `size` long is taken back.

@@ -9,6 +9,15 @@
 
 namespace kiv::test {
 
+std::vector<std::string> WithoutBlankEnds(std::vector<std::string> lines)
+{
+    for (std::string& line : lines)
+        line.erase(line.find_last_not_of(' ') + 1);
+    while (!lines.empty() && lines.back().empty())
+        lines.pop_back();
+    return lines;
+}
+
 namespace {
 
 int HexDigit(char c)
@@ -119,6 +128,10 @@ const std::map<std::string, Take>& Directives()
         {"launched", [](Case& c, const Section& s) { c.launched = s.DecodedLines(); }},
         {"renamed", [](Case& c, const Section& s) { c.renamed = s.DecodedLines(); }},
         {"result", [](Case& c, const Section& s) { c.result = s.Text("\r\n"); }},
+        {"why",
+         [](Case& c, const Section& s) {
+             c.questions.push_back({CutArguments(s.rest), WithoutBlankEnds(s.DecodedLines())});
+         }},
         {"error", [](Case& c, const Section& s) { c.error = s.rest; }},
         {"not-on-windows", [](Case& c, const Section& s) { c.not_on_windows = s.rest; }},
     };

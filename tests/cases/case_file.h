@@ -26,11 +26,21 @@ struct Case {
     std::vector<std::string> launched;
     std::optional<std::vector<std::string>> renamed;
     std::optional<std::string> result;
+    /// A question about the site as it is laid out: the arguments of "why" behind its folder, and
+    /// the lines that are printed.
+    struct Question {
+        std::vector<std::string> arguments;
+        std::vector<std::string> answer;
+    };
+    std::vector<Question> questions;
     std::string error;          // kind; empty: none
     std::string not_on_windows; // the reason; empty: the case holds there too
 };
 
 /// The cases of a file. Throws std::runtime_error with the place of what it cannot read.
 std::vector<Case> ReadCaseFile(const std::string& path);
+
+/// Lines without the blanks at their ends, and without empty ones behind the last.
+std::vector<std::string> WithoutBlankEnds(std::vector<std::string> lines);
 
 } // namespace kiv::test

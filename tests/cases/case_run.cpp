@@ -50,6 +50,8 @@ class CaseRun {
     {
         LayOut();
         const TracedBuild traced(case_, folder_.Root());
+        for (const Case::Question& question : case_.questions)
+            Ask(question);
         Call();
         if (differences_.str().empty()) {
             CompareReport();
@@ -74,11 +76,18 @@ class CaseRun {
             fs::create_directories(folder_.Root() / PathOf(CaseFolder::Below(name)));
     }
 
-    void Call()
+    /// What a call has given.
+    struct Outcome {
+        int code;
+        std::string out;
+        std::string err;
+    };
+
+    Outcome RunWith(const std::vector<std::string>& more) const
     {
-        std::vector<std::string> arguments = {"--json", "--drive-c", folder_.Root().string(),
-                                              "--now", "2004-03-05T14:07:09"};
-        for (const std::string& argument : case_.arguments)
+        std::vector<std::string> arguments = {"--drive-c", folder_.Root().string(), "--now",
+                                              "2004-03-05T14:07:09"};
+        for (const std::string& argument : more)
             arguments.push_back(ToUtf8(argument));
         std::istringstream in(ToUtf8(case_.standard_input.value_or("")));
         std::ostringstream out;
@@ -86,10 +95,31 @@ class CaseRun {
         const CliSurroundings around{in, out, err, false,
                                      [](const char*) { return std::optional<std::string>(); }};
         const int code = RunCli(arguments, around);
-        if (code != (case_.error.empty() ? 0 : 1))
-            differences_ << "exit code " << code << "\n" << err.str() << out.str();
+        return {code, out.str(), err.str()};
+    }
+
+    void Call()
+    {
+        std::vector<std::string> arguments = case_.arguments;
+        arguments.insert(arguments.begin(), "--json");
+        const Outcome outcome = RunWith(arguments);
+        if (outcome.code != (case_.error.empty() ? 0 : 1))
+            differences_ << "exit code " << outcome.code << "\n" << outcome.err << outcome.out;
         else
-            report_ = Json::Parse(out.str());
+            report_ = Json::Parse(outcome.out);
+    }
+
+    void Ask(const Case::Question& question)
+    {
+        std::vector<std::string> arguments = {"why", "C:\\site"};
+        arguments.insert(arguments.end(), question.arguments.begin(), question.arguments.end());
+        const Outcome outcome = RunWith(arguments);
+        std::vector<std::string> printed;
+        std::istringstream lines(FromUtf8(outcome.out + outcome.err));
+        for (std::string line; std::getline(lines, line);)
+            printed.push_back(line);
+        Compare("why " + question.arguments.back(), question.answer,
+                WithoutBlankEnds(std::move(printed)));
     }
 
     static std::vector<std::string> Texts(const Json& list)

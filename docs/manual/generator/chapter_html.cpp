@@ -27,6 +27,7 @@ const std::map<std::string_view, Form>& Forms()
         {"folder", {"an empty folder: ", true, false}},
         {"stdin", {"The clipboard", true, true}},
         {"out", {"", false, true}},
+        {"why", {"kiv-cli why ", false, true}},
         {"absent", {"not there: ", false, false}},
         {"message", {"Message", false, true}},
         {"warning", {"Warning: ", false, false}},
