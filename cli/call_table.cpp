@@ -112,7 +112,7 @@ constexpr CallRow kCalls[] = {
          "or --find, all that was done to the line, step by step. Nothing is written.",
      .example = "kiv-cli why ~/sites/museum visit\n"
                 "kiv-cli why ~/sites/museum visit.htm:12\n"
-                "kiv-cli why ~/sites/museum visit.htm --find \"Opening hours\"\n"
+                "kiv-cli why ~/sites/museum visit.htm --find Opening\n"
                 "kiv-cli why ~/sites/museum _html.txt:30",
      .arguments = kWhyArguments, .options = kWhyOptions, .looks_only = true, .run = RunWhy},
     {.name = "sitemap",

@@ -59,6 +59,11 @@ StoryQuestion QuestionOf(CallDesk& desk, const GivenValues& given)
     return question;
 }
 
+std::string Counted(int lines)
+{
+    return Decimal(lines) + (lines == 1 ? " line" : " lines");
+}
+
 [[noreturn]] void RefuseUnknown(const Stories& stories, const std::string& place)
 {
     std::string text = "no page and no source of this site is called \"" + place + "\"";
@@ -83,10 +88,8 @@ void RunWhy(CallDesk& desk, const GivenValues& given)
         RefuseUnknown(stories, question.place);
     if (question.line > stories.line_count && !stories.error)
         throw RunError(ErrorKind::invalid_argument,
-                       "there is no line " + Decimal(question.line) + ": " + stories.name +
-                           (stories.line_count == 1
-                                ? " has one line"
-                                : " has " + Decimal(stories.line_count) + " lines"));
+                       "there is no line " + Decimal(question.line) + ": " + stories.shown +
+                           " has " + Counted(stories.line_count));
     const std::optional<RunError> error = stories.error;
     desk.report.stories = std::move(stories);
     desk.report.story_line = question.line;
