@@ -133,6 +133,24 @@ TEST_F(RenamingFiles, NamesThatCannotBe)
     EXPECT_EQ(NamesIn("site"), (Texts{"b.txt"}));
 }
 
+#ifndef _WIN32 // whose names are counted in other units
+TEST_F(RenamingFiles, ADryRunKnowsHowLongANameMayBe)
+{
+    // 84 characters of three bytes each, which stand as references in the text: 252 bytes.
+    std::string many;
+    for (int i = 0; i < 84; ++i)
+        many += "\xE4\xB8\xAD";
+    Put("site/" + many + ".a", "");
+    for (const Renaming renaming : {Renaming::dry_run, Renaming::real}) {
+        EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, ".a", ".abc", renaming); }), "file");
+        EXPECT_THAT(workspace.Renamed, IsEmpty());
+    }
+    for (const Renaming renaming : {Renaming::dry_run, Renaming::real})
+        EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, ".a", ".ab", renaming); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{many + ".ab"}));
+}
+#endif
+
 #ifndef _WIN32 // which allows no ":" in names
 TEST_F(RenamingFiles, ANameThatLooksLikeADriveIsAName)
 {
