@@ -1,17 +1,18 @@
 #include "cli/shown_text.h"
 
-#include "text/text.h"
+#include "text/joined_text.h"
 #include "text/windows1252.h"
+
+#include <algorithm>
 
 namespace kiv {
 
 namespace {
 
-/// Whether a terminal may take a byte of UTF-8 for an order. Of the characters of two bytes these
-/// are U+0080 to U+009F, which begin with C2.
-bool Steers(unsigned char byte)
+/// Whether a terminal may take a character for an order.
+bool Steers(char32_t point)
 {
-    return (byte < 0x20 && byte != '\n' && byte != '\t') || byte == 0x7F;
+    return (point < 0x20 && point != U'\n' && point != U'\t') || (point >= 0x7F && point <= 0x9F);
 }
 
 void AppendNumber(std::string& shown, unsigned char byte)
@@ -28,19 +29,16 @@ std::string ShownUtf8(std::string_view utf8)
 {
     std::string shown;
     shown.reserve(utf8.size());
-    for (std::size_t at = 0; at < utf8.size(); ++at) {
-        const auto byte = static_cast<unsigned char>(utf8[at]);
-        const auto next = static_cast<unsigned char>(at + 1 < utf8.size() ? utf8[at + 1] : 0);
-        if (byte == 0xC2 && next >= 0x80 && next <= 0x9F) {
-            AppendNumber(shown, next);
-            ++at;
-        } else if (byte == '\r' && next == '\n') {
-            continue;
-        } else if (Steers(byte)) {
-            AppendNumber(shown, byte);
-        } else {
-            shown.push_back(utf8[at]);
-        }
+    while (!utf8.empty()) {
+        const Utf8Character character = FirstUtf8(utf8);
+        const std::size_t size = std::max<std::size_t>(character.size, 1);
+        if (character.size == 0) // a terminal that knows no UTF-8 may obey this byte
+            AppendNumber(shown, static_cast<unsigned char>(utf8[0]));
+        else if (Steers(character.point) && !utf8.starts_with(kCrLf))
+            AppendNumber(shown, static_cast<unsigned char>(character.point));
+        else if (character.point != U'\r')
+            shown.append(utf8.substr(0, size));
+        utf8.remove_prefix(size);
     }
     return shown;
 }

@@ -10,7 +10,8 @@ namespace kiv {
 /// seen, but for tabs and line ends, becomes `\xHH`, its number in the code page. CR LF becomes LF.
 std::string ShownText(std::string_view text);
 
-/// The same for text that is UTF-8 already.
+/// The same for text that is UTF-8 already. A byte that is part of no character becomes `\xHH`,
+/// too.
 std::string ShownUtf8(std::string_view utf8);
 
 } // namespace kiv

@@ -34,8 +34,8 @@ class DriveFiles : public Drives {
     /// A plain file whose name may be in exact form, as the exact form of what it is called.
     /// `absolute`: as FileToUse gives it. Throws "cannot rename x: …" when there is none.
     virtual std::string ExactNameOf(const std::string& absolute) = 0;
-    /// Which names count as the new one's, case aside: those of the same text, or those of the same
-    /// exact form alone.
+    /// Which names count as the new one's: all of the same text, case aside, or what the system
+    /// itself takes for it.
     enum class Alike { text, exact };
     /// Renames a file that is there and bears `change.from` to `change.to`, in the folder of
     /// `target`.

@@ -74,6 +74,9 @@ class Files : public FileReader {
 
     /// A folder is there.
     virtual bool FolderExists(std::string_view path) = 0;
+    /// The native path of a folder in exact form, the same whatever path leads there: links are
+    /// followed, case is as on the disk.
+    virtual std::string RealFolder(std::string_view path) = 0;
     /// Something bears this name, if only a link to nothing.
     virtual bool NameIsTaken(std::string_view path)
     {
@@ -138,12 +141,18 @@ class Files : public FileReader {
     /// overwritten: "target exists". Only the case of a name may change. Characters that the code
     /// page lacks stay what they are.
     virtual NameChange RenameFile(std::string_view from, std::string_view to) = 0;
-    /// The same where the name in `to` is in exact form, too. Only that name, case aside, must be
-    /// free.
+    /// The same where the name in `to` is in exact form, too, and was one of the file's own: it
+    /// must be free, and no other that the system itself takes for it. A "A" keeps no "a" from
+    /// coming back where both have room.
     virtual NameChange RenameExactly(std::string_view from, std::string_view to) = 0;
 
-    /// Of a rename that was cut short where the file system needs two steps for it: when a file
-    /// bears both names, in exact form, takes `from` away. Returns whether it did.
+    /// Whether a name, in exact form, is longer than one in the current directory can be.
+    virtual bool NameIsTooLong(std::string_view exact) = 0;
+
+    /// Whether a rename was cut short between the two steps that some file systems need for it: one
+    /// file bears both names, in exact form.
+    virtual bool IsHalfRenamed(std::string_view from, std::string_view to) = 0;
+    /// Takes `from` away when it was. Returns whether it did.
     virtual bool FinishRename(std::string_view from, std::string_view to) = 0;
 
     /// The plain files of a folder that fit a pattern, in the order of their upper-cased names.

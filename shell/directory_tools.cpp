@@ -38,27 +38,6 @@ constexpr std::array<Replacement, 9> kWebSafe = {{
     {"__", "-"},
 }};
 
-constexpr std::size_t kLongestName = 255; // in native bytes
-
-/// Why a text can be no file's name in any folder; "" when it can.
-std::string_view FaultOf(std::string_view name)
-{
-    if (name.empty())
-        return "the name is empty";
-    if (name == "." || name == ".." || name.find_first_of("\\/") != npos)
-        return "a name has no folders";
-    // A reference may stand for a character that takes less room: then the disk is to judge.
-    if (ToUtf8(name).size() > kLongestName && !Contains(name, "&#"))
-        return "the name is too long";
-    return {};
-}
-
-[[noreturn]] void RefuseRename(const std::string& from, const std::string& to,
-                               std::string_view reason)
-{
-    throw RunError(ErrorKind::file, Joined({"cannot rename ", from, " to ", to, ": ", reason}));
-}
-
 /// The names of a folder as they would be after the renames so far.
 class ImaginedFolder {
   public:
@@ -68,8 +47,10 @@ class ImaginedFolder {
         FolderListing listing = files.List(".", "*.*");
         for (const FileName& name : listing.files)
             Add(name);
-        for (const std::string& name : files.ListFolders("."))
+        for (const std::string& name : files.ListFolders(".")) {
             ++taken_[UpperCase(name)];
+            folders_.insert(name);
+        }
         left_out_ = std::move(listing.left_out);
     }
 
@@ -90,9 +71,39 @@ class ImaginedFolder {
     {
         if (TextOfName(from) == to)
             return;
-        if (const std::string_view fault = FaultOf(to); !fault.empty())
-            RefuseRename(PathOf(from), PathOf(to), fault);
-        done.push_back(Move(from, to));
+        const FileName name{to, ExactNewName(to, from)};
+        RefuseFault(from, name);
+        // What is neither a file nor a folder, as a link to nothing, takes a name, too.
+        const std::string upper = UpperCase(to);
+        const bool is_listed = taken_.count(upper) > 0;
+        const int others = taken_[upper] - (upper == UpperCase(TextOfName(from)) ? 1 : 0);
+        if (others > 0 || (!is_listed && files_.NameIsTaken(PathOf(to))))
+            RefuseRename(PathOf(from), PathOf(to), "target exists");
+        done.push_back(Move(from, name));
+    }
+
+    /// What FinishRun would do.
+    void Finish(const UnfinishedRun& run, Renames& done)
+    {
+        RunProgress progress(ExactNames(), run.renames);
+        for (const Rename& rename : run.renames) {
+            if (progress.IsThere(rename.from) && progress.IsThere(rename.to) &&
+                files_.IsHalfRenamed(PathOf(rename.from), PathOf(rename.to))) {
+                Remove(rename.from);
+                progress.Drop(rename.from);
+            }
+        }
+        for (const Rename& rename : run.renames) {
+            if (!progress.IsToDo(rename))
+                continue;
+            const std::size_t before = done.size();
+            if (run.is_undoing)
+                PutBack(rename, done);
+            else
+                Apply(rename.from, TextOfName(rename.to), done);
+            if (done.size() > before)
+                progress.Note(done.back());
+        }
     }
 
   private:
@@ -101,21 +112,43 @@ class ImaginedFolder {
     /// The whole path: a name alone might look like a path with a drive.
     std::string PathOf(std::string_view name) const { return folder_ + std::string(name); }
 
-    Rename Move(const std::string& from, const std::string& to)
+    void RefuseFault(const std::string& from, const FileName& to)
     {
-        const std::string old_text = TextOfName(from);
-        const std::string old_name = UpperCase(old_text);
-        const std::string new_name = UpperCase(to);
-        // What is neither a file nor a folder, as a link to nothing, takes a name, too.
-        const bool is_listed = taken_.count(new_name) > 0;
-        const int others = taken_[new_name] - (new_name == old_name ? 1 : 0);
-        if (others > 0 || (!is_listed && files_.NameIsTaken(PathOf(to))))
-            RefuseRename(PathOf(from), PathOf(to), "target exists");
-        names_.erase({old_name, old_text, from});
-        --taken_[old_name];
-        Rename rename{from, ExactNewName(to, from)};
-        Add({to, rename.to});
-        return rename;
+        if (const std::string_view fault = FaultOfName(files_, to); !fault.empty())
+            RefuseRename(PathOf(from), PathOf(to.text), fault);
+    }
+
+    std::set<std::string> ExactNames() const
+    {
+        std::set<std::string> exact;
+        for (const auto& [key, name] : names_)
+            exact.insert(name.exact);
+        return exact;
+    }
+
+    /// Gives a file the name that it had, which need only be free itself.
+    void PutBack(const Rename& rename, Renames& done)
+    {
+        const FileName name{TextOfName(rename.to), rename.to};
+        RefuseFault(rename.from, name);
+        if (folders_.contains(name.text))
+            RefuseRename(PathOf(rename.from), PathOf(rename.to), "target exists");
+        done.push_back(Move(rename.from, name));
+    }
+
+    Rename Move(const std::string& from, const FileName& to)
+    {
+        Remove(from);
+        Add(to);
+        return {from, to.exact};
+    }
+
+    void Remove(const std::string& exact)
+    {
+        const std::string text = TextOfName(exact);
+        const std::string upper = UpperCase(text);
+        names_.erase({upper, text, exact});
+        --taken_[upper];
     }
 
     void Add(const FileName& name)
@@ -129,83 +162,8 @@ class ImaginedFolder {
     std::string folder_;
     std::map<Key, FileName> names_;    // by the upper-cased text, the text, the exact form
     std::map<std::string, int> taken_; // upper-cased: how many bear it
+    std::set<std::string> folders_;
     std::vector<std::string> left_out_;
-};
-
-/// Notes a rename among those done, and does it. Noted afterwards, it would be lost where memory is
-/// short; what is noted and was not done, undoing passes over.
-void NoteAndDo(Renames& done, const Rename& rename, const std::function<NameChange()>& work)
-{
-    done.push_back(rename);
-    try {
-        NameChange change = work();
-        done.back() = {std::move(change.from), std::move(change.to)};
-    } catch (const RunError&) {
-        done.pop_back();
-        throw;
-    }
-}
-
-/// The names that files of the current directory bear, in exact form, and the renames of a run,
-/// some of which are done.
-class RenamedFolder {
-  public:
-    RenamedFolder(Files& files, const Renames& renames)
-        : files_(files), renames_(renames), folder_(WithSeparator(files.CurrentDirectory()))
-    {
-        for (FileName& name : files.List(".", "*.*").files)
-            names_.insert(std::move(name.exact));
-        for (const Rename& rename : renames)
-            FinishHalf(rename);
-    }
-
-    /// Whether a rename is done: its file bears the new name, and none the old one.
-    bool IsDone(const Rename& rename) const
-    {
-        return names_.contains(rename.to) && !names_.contains(rename.from);
-    }
-    /// Whether it is still to do, or was taken back.
-    bool IsNotDone(const Rename& rename) const
-    {
-        return names_.contains(rename.from) &&
-               (!names_.contains(rename.to) || WaitsForAnother(rename));
-    }
-
-    void Do(const std::string& from, const std::string& to, Renames& done)
-    {
-        if (const std::string_view fault = FaultOf(to); !fault.empty())
-            RefuseRename(PathOf(from), PathOf(to), fault);
-        NoteAndDo(done, {from, to}, [&] { return files_.RenameExactly(PathOf(from), PathOf(to)); });
-        names_.erase(done.back().from);
-        names_.insert(done.back().to);
-    }
-
-  private:
-    std::string PathOf(std::string_view exact) const { return folder_ + std::string(exact); }
-
-    void FinishHalf(const Rename& rename)
-    {
-        if (names_.contains(rename.from) && names_.contains(rename.to) &&
-            files_.FinishRename(PathOf(rename.from), PathOf(rename.to)))
-            names_.erase(rename.from);
-    }
-
-    /// The new name is still that of a file which an earlier rename of the run calls otherwise.
-    bool WaitsForAnother(const Rename& rename) const
-    {
-        for (const Rename& earlier : renames_) {
-            if (&earlier == &rename)
-                return false;
-            if (earlier.from == rename.to)
-                return true;
-        }
-        return false;
-    }
-
-    Files& files_;
-    const Renames& renames_;
-    std::string folder_;
-    std::set<std::string> names_;
 };
 
 RenamePass ThumbnailPass(std::string_view pattern, std::string_view extension)
@@ -256,11 +214,12 @@ RenamePasses ReplacementPasses(const std::string& find, const std::string& repla
              }}};
 }
 
-RenamePlan PlanRenames(Machine& machine, const RenamePasses& passes)
+RenamePlan PlanRenames(Machine& machine, const RenamePasses& passes, const UnfinishedRun& former)
 {
     RenamePlan plan;
     ImaginedFolder folder(machine.files);
     try {
+        folder.Finish(former, plan.renames);
         for (const RenamePass& pass : passes) {
             const FolderListing listing = folder.List(pass.pattern);
             WarnOfLeftOut(machine.reporter, listing.left_out);
@@ -271,38 +230,6 @@ RenamePlan PlanRenames(Machine& machine, const RenamePasses& passes)
         plan.fault = fault;
     }
     return plan;
-}
-
-void DoRenames(Files& files, const Renames& renames, Renames& done)
-{
-    const std::string folder = WithSeparator(files.CurrentDirectory());
-    for (const Rename& rename : renames) {
-        NoteAndDo(done, rename, [&] {
-            return files.RenameFile(folder + rename.from, folder + TextOfName(rename.to));
-        });
-    }
-}
-
-void FinishRenames(Files& files, const Renames& renames, Renames& done)
-{
-    RenamedFolder folder(files, renames);
-    for (const Rename& rename : renames)
-        if (folder.IsNotDone(rename))
-            folder.Do(rename.from, rename.to, done);
-}
-
-void UndoRenames(Files& files, const Renames& renames, Renames& done)
-{
-    for (const Rename& rename : renames)
-        for (const std::string& name : {rename.from, rename.to})
-            if (name.find_first_of("\\/") != npos)
-                throw RunError(ErrorKind::file,
-                               "cannot rename " + name + ": a name has no folders");
-    RenamedFolder folder(files, renames);
-    std::for_each(renames.rbegin(), renames.rend(), [&](const Rename& rename) {
-        if (rename.from != rename.to && !folder.IsNotDone(rename))
-            folder.Do(rename.to, rename.from, done);
-    });
 }
 
 } // namespace kiv

@@ -4,6 +4,7 @@
 
 #include "platform/machine.h"
 #include "platform/run_error.h"
+#include "shell/rename_runs.h"
 
 #include <functional>
 #include <optional>
@@ -12,14 +13,6 @@
 #include <vector>
 
 namespace kiv {
-
-/// One rename in a folder: two names without folders, in exact form.
-struct Rename {
-    std::string from;
-    std::string to;
-    bool operator==(const Rename&) const = default;
-};
-using Renames = std::vector<Rename>;
 
 /// A name, given in exact form, made safe for the web. A character that the code page lacks becomes
 /// its number between hyphens.
@@ -49,21 +42,10 @@ struct RenamePlan {
     std::optional<RunError> fault; // of kind `file`: what ends the run behind the last of them
 };
 
-/// Finds out which files of the current directory get which name, and renames nothing. A name that
-/// stays as it is is no rename. Warns of files that no path can name. Throws RunError of kind
-/// `file` when the folder cannot be read.
-RenamePlan PlanRenames(Machine& machine, const RenamePasses& passes);
-
-/// Does the renames in the current directory and adds each to `done`. Throws RunError of kind
-/// `file` at the first that is impossible; those before it are done.
-void DoRenames(Files& files, const Renames& renames, Renames& done);
-
-/// Does what is left of renames that were cut short.
-void FinishRenames(Files& files, const Renames& renames, Renames& done);
-
-/// Puts the names of `renames` back, last first, and adds each rename done to `done`. What was put
-/// back before, or never done, is passed over. Throws RunError of kind `file` at the first that is
-/// impossible.
-void UndoRenames(Files& files, const Renames& renames, Renames& done);
+/// Finds out which files of the current directory get which name, and renames nothing. What is left
+/// of `former` comes first. A name that stays as it is is no rename. Warns of files that no path
+/// can name. Throws RunError of kind `file` when the folder cannot be read.
+RenamePlan PlanRenames(Machine& machine, const RenamePasses& passes,
+                       const UnfinishedRun& former = {});
 
 } // namespace kiv

@@ -5,19 +5,21 @@
 #include "platform/site_files.h"
 #include "text/joined_text.h"
 #include "text/text.h"
-#include "text/windows1252.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace kiv {
 
 namespace {
 
-// The first line; the folder stands in the second, and each further line has two names.
+// The first line, of a run and of its taking back; the folder stands in the second, and each
+// further line has two names.
 constexpr std::string_view kHead = "kiv renames 1";
+constexpr std::string_view kUndoHead = "kiv renames back 1";
 constexpr char kBetween = '\t';
 
 /// The letters of a file name that stand for a folder (FNV-1a); two folders have different ones
@@ -25,7 +27,7 @@ constexpr char kBetween = '\t';
 std::string KeyOf(std::string_view folder)
 {
     std::uint64_t hash = 0xCBF29CE484222325U;
-    for (const char c : UpperCase(folder)) {
+    for (const char c : folder) {
         hash ^= static_cast<unsigned char>(c);
         hash *= 0x100000001B3U;
     }
@@ -36,42 +38,79 @@ std::string KeyOf(std::string_view folder)
     return key;
 }
 
-constexpr std::array<std::string_view, 4> kMarks = {"\\", "\t", "\r", "\n"};
-constexpr std::array<std::string_view, 4> kEscapes = {"\\\\", "\\t", "\\r", "\\n"};
+/// What a name may hold and a line may not, and the mark that introduces it there.
+struct Escape {
+    std::string_view mark;
+    std::string_view escape;
+};
+constexpr std::array<Escape, 4> kEscapes = {{
+    {"\\", "\\\\"}, // first: the others put this mark in
+    {"\t", "\\t"},
+    {"\r", "\\r"},
+    {"\n", "\\n"},
+}};
 
 /// A name on one line: line ends and tabs are allowed in names.
 std::string Escaped(std::string_view name)
 {
     std::string text(name);
-    for (std::size_t i = 0; i < kMarks.size(); ++i)
-        ReplaceEach(text, kMarks[i], kEscapes[i]);
+    for (const Escape& each : kEscapes)
+        ReplaceEach(text, each.mark, each.escape);
     return text;
 }
 
 std::string Unescaped(std::string_view text)
 {
     std::string name;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        std::size_t mark = 0;
-        while (mark < kEscapes.size() && text.substr(at, 2) != kEscapes[mark])
-            ++mark;
-        if (mark == kEscapes.size()) {
-            name.push_back(text[at]);
-        } else {
-            name.append(kMarks[mark]);
-            ++at;
-        }
+    while (!text.empty()) {
+        const auto* const found =
+            std::find_if(kEscapes.begin(), kEscapes.end(),
+                         [&](const Escape& each) { return text.starts_with(each.escape); });
+        const bool is_escape = found != kEscapes.end();
+        name.append(is_escape ? found->mark : text.substr(0, 1));
+        text.remove_prefix(is_escape ? found->escape.size() : 1);
     }
     return name;
 }
 
-std::string RecordText(std::string_view folder, const Renames& renames)
+std::string RecordText(std::string_view folder, const UnfinishedRun& run)
 {
-    std::string text = Joined({kHead, kCrLf, Escaped(folder), kCrLf});
-    for (const Rename& rename : renames)
+    std::string text = Joined({run.is_undoing ? kUndoHead : kHead, kCrLf, Escaped(folder), kCrLf});
+    for (const Rename& rename : run.renames)
         Append(text,
                {Escaped(rename.from), std::string_view(&kBetween, 1), Escaped(rename.to), kCrLf});
     return text;
+}
+
+/// A record as it was read.
+struct ReadRecord {
+    UnfinishedRun run;
+    std::string folder;
+};
+
+/// None when the bytes are no record.
+std::optional<ReadRecord> ParseRecord(std::string_view bytes)
+{
+    ReadRecord record;
+    if (Contains(bytes, std::string_view("\0", 1))) // which no name has
+        return std::nullopt;
+    const std::string_view head = bytes.empty() ? bytes : TakeLine(bytes);
+    record.run.is_undoing = head == kUndoHead;
+    if ((head != kHead && head != kUndoHead) || bytes.empty())
+        return std::nullopt;
+    record.folder = Unescaped(TakeLine(bytes));
+    while (!bytes.empty()) {
+        const std::vector<std::string_view> names = Split(TakeLine(bytes), kBetween);
+        if (names.size() != 2)
+            return std::nullopt;
+        record.run.renames.push_back({Unescaped(names[0]), Unescaped(names[1])});
+    }
+    return record;
+}
+
+std::string JournalPath(const Files& files)
+{
+    return WithSeparator(files.CurrentDirectory()).append(kRenameJournalFile);
 }
 
 /// Makes a folder and those above it that are missing.
@@ -88,92 +127,161 @@ void MakeFolders(Files& files, const std::string& folder)
 
 } // namespace
 
-RenameRecord::RenameRecord(Machine& machine, const std::string& records_folder) : machine_(machine)
+RenameRecord::RenameRecord(Machine& machine, const std::string& records_folder)
+    : machine_(machine), records_folder_(records_folder), journal_(JournalPath(machine.files))
 {
-    Files& files = machine.files;
-    const std::string& folder = files.CurrentDirectory();
-    folder_ = FromUtf8(machine.native_paths.ToNative(folder));
-    journal_ = WithSeparator(folder).append(kRenameJournalFile);
-    if (!records_folder.empty())
-        record_ = Joined({WithSeparator(records_folder), KeyOf(folder_), ".txt"});
-    if (files.FileExists(journal_))
-        state_ = State::begun;
-    else if (!record_.empty() && files.FileExists(record_))
-        state_ = State::done;
-    if (state_ != State::none)
-        Read(state_ == State::begun ? journal_ : record_);
-}
-
-void RenameRecord::Read(const std::string& path)
-{
-    const std::string bytes = machine_.files.ReadFile(path);
-    std::string_view rest = bytes;
-    const auto check = [&](bool is_record) {
-        if (!is_record)
-            throw RunError(ErrorKind::file,
-                           "cannot read " + path +
-                               ": it is no record of renames. Delete it if the names in " +
-                               folder_ + " are as they should be");
-    };
-    check(!rest.empty() && TakeLine(rest) == kHead);
+    if (!machine.files.FileExists(journal_))
+        return;
     // A folder that has moved takes its journal along.
-    check(!rest.empty() && (Unescaped(TakeLine(rest)) == folder_ || state_ == State::begun));
-    while (!rest.empty()) {
-        const std::vector<std::string_view> names = Split(TakeLine(rest), kBetween);
-        check(names.size() == 2);
-        renames_.push_back({Unescaped(names[0]), Unescaped(names[1])});
-    }
+    std::optional<ReadRecord> record = ParseRecord(machine.files.ReadFile(journal_));
+    if (!record)
+        throw RunError(ErrorKind::file,
+                       Joined({"cannot read ", journal_,
+                               ": it is no record of renames. Move it away once "
+                               "the names in ",
+                               machine.files.CurrentDirectory(), " are as they should be"}));
+    unfinished_ = former_ = std::move(record->run);
 }
 
-void RenameRecord::Begin(const Renames& renames)
+std::string RenameRecord::Folder()
 {
-    const std::string text = RecordText(folder_, renames);
+    return machine_.files.RealFolder(machine_.files.CurrentDirectory());
+}
+
+std::string RenameRecord::RecordPath()
+{
+    return Joined({WithSeparator(records_folder_), KeyOf(Folder()), ".txt"});
+}
+
+std::optional<Renames> RenameRecord::Last()
+{
+    Files& files = machine_.files;
+    if (records_folder_.empty())
+        return std::nullopt;
+    const std::string path = RecordPath();
+    if (!files.FileExists(path))
+        return std::nullopt;
+    std::optional<ReadRecord> record = ParseRecord(files.ReadFile(path));
+    const std::string& folder = files.CurrentDirectory();
+    if (!record || record->run.is_undoing || record->folder != files.RealFolder(folder))
+        throw RunError(ErrorKind::file,
+                       Joined({"cannot read ", path, ": it is no record of renames. Those in ",
+                               folder, " can be taken back by the report of their run alone"}));
+    return std::move(record->run.renames);
+}
+
+void RenameRecord::Begin(UnfinishedRun run)
+{
+    const std::string text = RecordText(Folder(), run);
     machine_.files.WriteRecord(journal_, text);
-    state_ = State::begun;
-    renames_ = renames;
-    if (!record_.empty())
+    unfinished_ = std::move(run);
+    if (!unfinished_->is_undoing && !unfinished_->renames.empty() && !records_folder_.empty())
         RecordForLater(text);
 }
 
 void RenameRecord::RecordForLater(const std::string& text)
 {
-    Files& files = machine_.files;
+    if (!is_recorded_)
+        former_last_ = BytesOfLast();
+    is_recorded_ = true;
     try {
-        MakeFolders(files, std::string(FolderOf(record_)));
-        files.WriteRecord(record_, text);
+        MakeFolders(machine_.files, records_folder_);
+        machine_.files.WriteRecord(RecordPath(), text);
     } catch (const RunError& error) {
         machine_.reporter.reportmsg(
             "The old names are not kept for \"undo-renames\", which will need the report of this "
             "run: " +
             error.text);
+        ReplaceLast(std::nullopt); // else an older run would be taken back
+    }
+}
+
+std::optional<std::string> RenameRecord::BytesOfLast()
+{
+    try {
+        const std::string path = RecordPath();
+        if (machine_.files.FileExists(path))
+            return machine_.files.ReadFile(path);
+    } catch (const RunError&) {
+        // What cannot be read now is of no use later.
+    }
+    return std::nullopt;
+}
+
+void RenameRecord::ReplaceLast(const std::optional<std::string>& bytes)
+{
+    try {
+        if (bytes)
+            machine_.files.WriteRecord(RecordPath(), *bytes);
+        else
+            machine_.files.DeleteFile(RecordPath());
+    } catch (const RunError&) {
+        // There is no other place for it.
+    }
+}
+
+bool RenameRecord::IsLast(const Renames& renames)
+{
+    try {
+        return Last() == renames;
+    } catch (const RunError&) {
+        return false; // then nobody can take it back by this record either
     }
 }
 
 void RenameRecord::Finish()
 {
+    // The record first: without the journal it would be taken for that of a run that was not taken
+    // back.
+    if (unfinished_->is_undoing && IsLast(Reversed(unfinished_->renames)))
+        machine_.files.DeleteFile(RecordPath());
     machine_.files.DeleteFile(journal_);
-    state_ = State::done;
+    unfinished_ = former_ = std::nullopt;
+    is_recorded_ = false;
 }
 
-void RenameRecord::Forget()
+void RenameRecord::GiveUp()
 {
-    // The record first: without the journal it would be taken for that of a whole run.
-    if (!record_.empty() && machine_.files.FolderExists(FolderOf(record_)))
-        machine_.files.DeleteFile(record_);
-    machine_.files.DeleteFile(journal_);
-    state_ = State::none;
-    renames_.clear();
+    if (is_recorded_)
+        ReplaceLast(former_last_);
+    is_recorded_ = false;
+    if (former_)
+        machine_.files.WriteRecord(journal_, RecordText(Folder(), *former_));
+    else
+        machine_.files.DeleteFile(journal_);
+    unfinished_ = former_;
 }
+
+namespace {
+
+bool IsUndoJournal(Files& files, const std::string& journal)
+{
+    try {
+        return files.ReadPart(journal, 0, kUndoHead.size()) == kUndoHead;
+    } catch (const RunError&) {
+        return false; // who may not read it is to hear of it all the same
+    }
+}
+
+} // namespace
 
 void TellOfUnfinishedRenames(Machine& machine)
 {
-    const std::string& folder = machine.files.CurrentDirectory();
-    if (!machine.files.FileExists(WithSeparator(folder).append(kRenameJournalFile)))
+    Files& files = machine.files;
+    const std::string journal = JournalPath(files);
+    if (!files.FileExists(journal))
         return;
-    machine.reporter.reportmsg(
-        Joined({"A renaming in ", folder,
-                " was cut short, so some files may still have their old names. Start it again to "
-                "finish it, or take it back with \"kiv-cli undo-renames\"."}));
+    const std::string& folder = files.CurrentDirectory();
+    if (IsUndoJournal(files, journal))
+        machine.reporter.reportmsg(
+            Joined({"Undoing a renaming in ", folder,
+                    " was cut short, so some files may still have their new names. Finish it with "
+                    "\"kiv-cli undo-renames\"."}));
+    else
+        machine.reporter.reportmsg(
+            Joined({"A renaming in ", folder,
+                    " was cut short, so some files may still have their old names. Start it again "
+                    "to finish it, or take it back with \"kiv-cli undo-renames\"."}));
 }
 
 } // namespace kiv

@@ -3,45 +3,54 @@
 #pragma once
 
 #include "platform/machine.h"
-#include "shell/directory_tools.h"
+#include "shell/rename_runs.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace kiv {
 
-/// The renames of the current directory that were done last. While a run is at work they stand in
-/// the folder itself (`kRenameJournalFile`), flushed before the first rename is done; after it in a
-/// file of the folder for the program's records.
+/// The renames of the current directory. While a run is at work, or is taken back, they stand in
+/// the folder itself (`kRenameJournalFile`), flushed before the first rename is done. The last run
+/// stands in a file of the folder for the program's records as well, and stays there when it is
+/// over. What is wrong with that one stops nobody but who wants to take it back.
 class RenameRecord {
   public:
-    enum class State { none, begun, done };
-
-    /// `records_folder` is a drive path, empty when there is none. Reads what is recorded. Throws
-    /// RunError of kind `file`, also for a record that is no record.
+    /// `records_folder` is a drive path, empty when there is none. Reads the journal. Throws
+    /// RunError of kind `file`, also for a journal that is none.
     RenameRecord(Machine& machine, const std::string& records_folder);
 
-    State state() const { return state_; }
-    const Renames& renames() const { return renames_; }
+    /// The run that was cut short, or is at work now.
+    const std::optional<UnfinishedRun>& Unfinished() const { return unfinished_; }
 
-    /// A run is about to do these renames: it takes the place of whatever is recorded. Warns when
-    /// it cannot be recorded for later.
-    void Begin(const Renames& renames);
-    /// All of them are done.
+    /// The last run; none when none is on record. Throws RunError of kind `file`, also for a record
+    /// that is none.
+    std::optional<Renames> Last();
+
+    /// A run is about to do its renames; it takes the place of one that was cut short. Unless it
+    /// takes others back it is the last one from now on; warns when that cannot be recorded.
+    void Begin(UnfinishedRun run);
+    /// All is done. A run that has taken the last one back leaves none.
     void Finish();
-    /// All of them are taken back.
-    void Forget();
+    /// The run has done nothing that is to be kept: what was on record before is so again.
+    void GiveUp();
 
   private:
-    void Read(const std::string& path);
+    std::string Folder();
+    std::string RecordPath();
     void RecordForLater(const std::string& text);
+    void ReplaceLast(const std::optional<std::string>& bytes);
+    std::optional<std::string> BytesOfLast();
+    bool IsLast(const Renames& renames);
 
     Machine& machine_;
-    std::string folder_;  // its native path, as text
-    std::string journal_; // drive path
-    std::string record_;  // empty: none is kept
-    State state_ = State::none;
-    Renames renames_;
+    std::string records_folder_;
+    std::string journal_;                 // drive path
+    std::optional<UnfinishedRun> former_; // that was there at first
+    std::optional<UnfinishedRun> unfinished_;
+    bool is_recorded_ = false;               // the last run's record is that of this run
+    std::optional<std::string> former_last_; // what it was before
 };
 
 /// Warns of a run in the current directory that was cut short, and says what can be done.

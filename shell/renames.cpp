@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -31,22 +32,41 @@ struct Run {
     RenameRecord record;
 };
 
-/// Finishes a run that was cut short; the record then has its renames and those to come.
+/// Says that a run is there that was cut short. A dry run says the same.
+void TellOfFormer(const UnfinishedRun& former, Reporter& reporter)
+{
+    if (former.is_undoing)
+        reporter.reportmsg("Undoing an earlier renaming of this folder was cut short. The "
+                           "remaining old names are put back first.");
+    else
+        reporter.reportmsg("An earlier renaming of this folder was cut short. Its remaining names "
+                           "are changed first.");
+}
+
+/// Finishes a run that was cut short. Its renames and those to come count as one run; but what it
+/// took back is over.
 Renames FinishFormer(Run& run, Reporter& reporter)
 {
-    if (run.record.state() != RenameRecord::State::begun)
+    const std::optional<UnfinishedRun> former = run.record.Unfinished();
+    if (!former)
         return {};
-    FinishRenames(run.files, run.record.renames(), run.done);
-    reporter.reportmsg("An earlier renaming of this folder was cut short. Its remaining names have "
-                       "been changed first.");
-    return run.record.renames();
+    TellOfFormer(*former, reporter);
+    FinishRun(run.files, *former, run.done);
+    if (!former->is_undoing)
+        return former->renames;
+    run.record.Finish();
+    return {};
 }
 
 /// A run that has failed is over with what it has done: the next one begins anew.
 void EndOnRecord(RenameRecord& record, const Renames& done)
 {
     try {
-        record.Begin(done);
+        if (done.empty()) {
+            record.GiveUp();
+            return;
+        }
+        record.Begin({done});
         record.Finish();
     } catch (const RunError&) {
         // The disk that refused the rename refuses this as well; what is on record can be taken
@@ -57,7 +77,7 @@ void EndOnRecord(RenameRecord& record, const Renames& done)
 /// Does `renames`, the last of `all` that the run is to have on record.
 void DoOnRecord(Run& run, Renames all, const Renames& renames)
 {
-    run.record.Begin(all);
+    run.record.Begin({all});
     const auto before = static_cast<std::ptrdiff_t>(run.done.size());
     try {
         DoRenames(run.files, renames, run.done);
@@ -70,16 +90,54 @@ void DoOnRecord(Run& run, Renames all, const Renames& renames)
     run.record.Finish();
 }
 
-/// Whether a report tells of the run that is on record. That of a run that was cut short does not
-/// tell of the rename at which it was.
-bool IsReportOf(const RenameRecord& record, const Renames& renames)
+/// Takes renames back, on record as any run.
+void TakeBack(Run& run, const Renames& renames)
 {
-    const Renames& recorded = record.renames();
-    if (record.state() != RenameRecord::State::begun)
-        return renames == recorded;
-    return std::all_of(renames.begin(), renames.end(), [&](const Rename& rename) {
+    if (renames.empty() && !run.record.Unfinished())
+        return;
+    run.record.Begin({Reversed(renames), true});
+    try {
+        UndoRenames(run.files, renames, run.done);
+    } catch (const RunError&) {
+        EndOnRecord(run.record, {}); // what is on record, or in the report, still holds
+        throw;
+    }
+    run.record.Finish();
+}
+
+/// Goes on taking back what was being taken back when that was cut short.
+void GoOnTakingBack(Run& run, const UnfinishedRun& undoing)
+{
+    FinishRun(run.files, undoing, run.done);
+    run.record.Finish();
+}
+
+/// Whether a report tells of a run that was cut short. It does not tell of the rename at which the
+/// run was.
+bool IsReportOf(Files& files, const Renames& recorded, const Renames& report)
+{
+    if (report.empty())
+        return NothingIsDone(files, recorded);
+    return std::all_of(report.begin(), report.end(), [&](const Rename& rename) {
         return std::find(recorded.begin(), recorded.end(), rename) != recorded.end();
     });
+}
+
+/// Takes back what a report tells of, where a run was cut short.
+void TakeBackWithFormer(Run& run, const UnfinishedRun& former, const Renames& report)
+{
+    const bool is_being_undone = former.is_undoing && !report.empty() &&
+                                 IsReportOf(run.files, former.renames, Reversed(report));
+    if (is_being_undone)
+        GoOnTakingBack(run, former);
+    else if (IsReportOf(run.files, former.renames, report))
+        TakeBack(run, former.renames);
+    else if (!report.empty())
+        throw RunError(
+            ErrorKind::file,
+            Joined({"cannot undo what the report tells of in ", run.files.CurrentDirectory(),
+                    ": another renaming was cut short there. Undo that one first, "
+                    "without a report"}));
 }
 
 void RenameAll(Workspace& workspace, const RenamePasses& passes)
@@ -89,10 +147,20 @@ void RenameAll(Workspace& workspace, const RenamePasses& passes)
     Renames all = FinishFormer(run, machine.reporter);
     const RenamePlan plan = PlanRenames(machine, passes);
     all.insert(all.end(), plan.renames.begin(), plan.renames.end());
-    if (!all.empty())
+    if (!all.empty() || run.record.Unfinished())
         DoOnRecord(run, std::move(all), plan.renames);
     if (plan.fault)
         throw RunError(*plan.fault);
+}
+
+RenamePlan PlanAll(Workspace& workspace, const RenamePasses& passes)
+{
+    Machine& machine = workspace.machine();
+    const RenameRecord record(machine, workspace.RecordsFolder);
+    const std::optional<UnfinishedRun>& former = record.Unfinished();
+    if (former)
+        TellOfFormer(*former, machine.reporter);
+    return PlanRenames(machine, passes, former.value_or(UnfinishedRun()));
 }
 
 void RenameOrPlan(Workspace& workspace, const RenamePasses& passes, Renaming renaming)
@@ -101,7 +169,7 @@ void RenameOrPlan(Workspace& workspace, const RenamePasses& passes, Renaming ren
         RenameAll(workspace, passes);
         return;
     }
-    RenamePlan plan = PlanRenames(workspace.machine(), passes);
+    RenamePlan plan = PlanAll(workspace, passes);
     workspace.Renamed = std::move(plan.renames);
     if (plan.fault)
         throw RunError(*plan.fault);
@@ -138,22 +206,28 @@ void dorenamefiles(Workspace& workspace, const std::string& find, const std::str
 
 void UndoRenames(Workspace& workspace, const Renames& renames)
 {
+    RefuseFolders(renames);
     Run run(workspace);
-    const bool is_on_record = IsReportOf(run.record, renames);
-    UndoRenames(run.files, is_on_record ? run.record.renames() : renames, run.done);
-    if (is_on_record)
-        run.record.Forget();
+    if (const std::optional<UnfinishedRun> former = run.record.Unfinished())
+        TakeBackWithFormer(run, *former, renames);
+    else
+        TakeBack(run, renames);
 }
 
 void UndoLastRenames(Workspace& workspace)
 {
     Run run(workspace);
-    if (run.record.state() == RenameRecord::State::none)
+    const std::optional<UnfinishedRun> former = run.record.Unfinished();
+    if (former && former->is_undoing) {
+        GoOnTakingBack(run, *former);
+        return;
+    }
+    const std::optional<Renames> last = former ? former->renames : run.record.Last();
+    if (!last)
         throw RunError(ErrorKind::file,
                        Joined({"cannot undo the renaming of ", run.files.CurrentDirectory(),
                                ": there is none on record, or it was undone already"}));
-    UndoRenames(run.files, run.record.renames(), run.done);
-    run.record.Forget();
+    TakeBack(run, *last);
 }
 
 std::string SampleFileName(Files& files)

@@ -86,6 +86,19 @@ bool PosixDriveFiles::FolderExists(std::string_view path)
     return !absolute.empty() && FolderAt(absolute).has_value();
 }
 
+std::string PosixDriveFiles::RealFolder(std::string_view path)
+{
+    const std::string absolute = Absolute(path);
+    const std::optional<std::string> native = absolute.empty() ? std::nullopt : FolderAt(absolute);
+    if (!native)
+        Refuse("look at", path, "no such folder");
+    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(native->c_str(), nullptr),
+                                                           &std::free);
+    if (!real)
+        RefuseWith("look at", absolute, errno);
+    return ExactName(real.get());
+}
+
 bool PosixDriveFiles::NameIsTaken(std::string_view path)
 {
     const std::string absolute = Absolute(path);

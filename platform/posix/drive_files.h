@@ -25,6 +25,7 @@ class PosixDriveFiles : public DriveFiles {
     explicit PosixDriveFiles(const DriveMap& drives);
 
     bool FolderExists(std::string_view path) override;
+    std::string RealFolder(std::string_view path) override;
     bool NameIsTaken(std::string_view path) override;
     FileStamp Stamp(std::string_view path) override;
     std::string ReadFile(std::string_view path) override;
@@ -38,6 +39,8 @@ class PosixDriveFiles : public DriveFiles {
     std::unique_ptr<FolderLock> LockFolder(std::string_view folder) override;
     bool MakeFolder(std::string_view path) override;
     bool DeleteFile(std::string_view path) override;
+    bool NameIsTooLong(std::string_view exact) override;
+    bool IsHalfRenamed(std::string_view from, std::string_view to) override;
     bool FinishRename(std::string_view from, std::string_view to) override;
     std::string DriveLetters() override;
     std::string FromNative(std::string_view utf8) override;
@@ -66,10 +69,16 @@ class PosixDriveFiles : public DriveFiles {
     bool StateAt(const std::string& absolute, Look look, struct stat& state);
     /// Open by the present state of the disk.
     OutputFile LookedUp(std::string_view path);
-    /// Whether another file than `own` (native name; empty: any) bears a name that counts as
-    /// `exact`.
-    bool IsTakenByOthers(const std::string& folder, std::string_view exact, Alike alike,
-                         std::string_view own);
+    /// Whether another file than `own` (native name; empty: any) bears a name of this text, case
+    /// aside.
+    bool IsTakenByOthers(const std::string& folder, std::string_view text, std::string_view own);
+    /// The native names of a file that has two by a rename that was cut short.
+    struct HalfRenamed {
+        std::string from;
+        std::string to;
+    };
+    std::optional<HalfRenamed> FindHalfRenamed(const std::string& source,
+                                               const std::string& target);
     /// What is to be written into an output file.
     struct Writing {
         std::string_view bytes;

@@ -9,6 +9,7 @@
 #include "text/windows1252.h"
 
 #include <cerrno>
+#include <climits>
 #include <optional>
 #include <unistd.h>
 
@@ -34,18 +35,14 @@ std::string PosixDriveFiles::ExactNameOf(const std::string& absolute)
     return ExactName(NativeNameOf(native));
 }
 
-bool PosixDriveFiles::IsTakenByOthers(const std::string& folder, std::string_view exact,
-                                      Alike alike, std::string_view own)
+bool PosixDriveFiles::IsTakenByOthers(const std::string& folder, std::string_view text,
+                                      std::string_view own)
 {
-    const std::string upper = UpperCase(exact);
-    const auto counts = [&](const PosixName& name) {
-        return alike == Alike::text || UpperCase(ExactName(name.native)) == upper;
-    };
-    std::vector<PosixName> alike_names;
-    if (const int error = names_.Alike(folder, TextOfName(exact), alike_names))
+    std::vector<PosixName> alike;
+    if (const int error = names_.Alike(folder, text, alike))
         RefuseWith("look at", DrivePathOf(folder), error);
-    for (const PosixName& name : alike_names) {
-        if (name.native == own || !counts(name))
+    for (const PosixName& name : alike) {
+        if (name.native == own)
             continue;
         struct stat state {};
         const std::string native = JoinNative(folder, name.native);
@@ -71,7 +68,7 @@ void PosixDriveFiles::Rename(const std::string& source, const std::string& targe
         return;
     const std::string action = "rename " + source + " to";
     const std::string own = *folder == *old_folder ? NativeName(change.from) : std::string();
-    if (IsTakenByOthers(*folder, change.to, alike, own))
+    if (alike == Alike::text && IsTakenByOthers(*folder, TextOfName(change.to), own))
         Refuse(action, target, "target exists");
     int error = RenameToFree(old_name, new_name);
     // Where the file system itself ignores case, the new spelling is the file's own name and so is
@@ -86,21 +83,42 @@ void PosixDriveFiles::Rename(const std::string& source, const std::string& targe
     names_.Added(new_name);
 }
 
+bool PosixDriveFiles::NameIsTooLong(std::string_view exact)
+{
+    const std::optional<std::string> folder = FolderAt(CurrentDirectory());
+    const long longest = folder ? ::pathconf(folder->c_str(), _PC_NAME_MAX) : -1;
+    return NativeName(exact).size() > static_cast<std::size_t>(longest > 0 ? longest : NAME_MAX);
+}
+
+std::optional<PosixDriveFiles::HalfRenamed>
+PosixDriveFiles::FindHalfRenamed(const std::string& source, const std::string& target)
+{
+    const std::optional<std::string> old_folder = FolderAt(std::string(FolderOf(source)));
+    const std::optional<std::string> folder = FolderAt(std::string(FolderOf(target)));
+    if (!old_folder || !folder)
+        return std::nullopt;
+    HalfRenamed names{JoinNative(*old_folder, NativeName(NameOf(source))),
+                      JoinNative(*folder, NativeName(NameOf(target)))};
+    if (names.from == names.to || NamesOfOneFile(names.from, names.to) < 2)
+        return std::nullopt;
+    return names;
+}
+
+bool PosixDriveFiles::IsHalfRenamed(std::string_view from, std::string_view to)
+{
+    return FindHalfRenamed(FileToUse(from, "rename"), FileToUse(to, "rename to")).has_value();
+}
+
 bool PosixDriveFiles::FinishRename(std::string_view from, std::string_view to)
 {
     const std::string source = FileToUse(from, "rename");
     const std::string target = FileToUse(to, "rename to");
-    const std::optional<std::string> old_folder = FolderAt(std::string(FolderOf(source)));
-    const std::optional<std::string> folder = FolderAt(std::string(FolderOf(target)));
-    if (!old_folder || !folder)
+    const std::optional<HalfRenamed> names = FindHalfRenamed(source, target);
+    if (!names)
         return false;
-    const std::string old_name = JoinNative(*old_folder, NativeName(NameOf(source)));
-    const std::string new_name = JoinNative(*folder, NativeName(NameOf(target)));
-    if (old_name == new_name || NamesOfOneFile(old_name, new_name) < 2)
-        return false;
-    if (::unlink(old_name.c_str()) != 0)
+    if (::unlink(names->from.c_str()) != 0)
         RefuseWith("rename " + source + " to", target, errno);
-    names_.Removed(old_name);
+    names_.Removed(names->from);
     return true;
 }
 

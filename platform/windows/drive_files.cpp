@@ -61,6 +61,16 @@ bool WindowsDriveFiles::FolderExists(std::string_view path)
     return IsFolderAt(Absolute(path));
 }
 
+std::string WindowsDriveFiles::RealFolder(std::string_view path)
+{
+    const std::string absolute = Absolute(path);
+    if (!IsFolderAt(absolute))
+        Refuse("look at", path, "no such folder");
+    std::wstring native = names_.Native(absolute);
+    // A drive that does not tell how it spells the folder is one that ignores case.
+    return FindFinalPath(native) == 0 ? ExactFromWide(native) : UpperCase(ExactFromWide(native));
+}
+
 bool WindowsDriveFiles::NameIsTaken(std::string_view path)
 {
     WindowsState state;

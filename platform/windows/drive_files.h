@@ -23,6 +23,7 @@ class WindowsDriveFiles : public DriveFiles {
     explicit WindowsDriveFiles(const DriveMap& drives);
 
     bool FolderExists(std::string_view path) override;
+    std::string RealFolder(std::string_view path) override;
     bool NameIsTaken(std::string_view path) override;
     FileStamp Stamp(std::string_view path) override;
     std::string ReadFile(std::string_view path) override;
@@ -36,7 +37,9 @@ class WindowsDriveFiles : public DriveFiles {
     std::unique_ptr<FolderLock> LockFolder(std::string_view folder) override;
     bool MakeFolder(std::string_view path) override;
     bool DeleteFile(std::string_view path) override;
+    bool NameIsTooLong(std::string_view exact) override;
     /// Windows renames in one step: there is nothing to finish.
+    bool IsHalfRenamed(std::string_view, std::string_view) override { return false; }
     bool FinishRename(std::string_view, std::string_view) override { return false; }
     std::string DriveLetters() override;
     std::string FromNative(std::string_view utf8) override;

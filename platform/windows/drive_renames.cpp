@@ -32,6 +32,11 @@ std::string WindowsDriveFiles::ExactNameOf(const std::string& absolute)
     return ExactFromWide(NativeNameOf(native));
 }
 
+bool WindowsDriveFiles::NameIsTooLong(std::string_view exact)
+{
+    return WideFromExact(exact).size() > kLongestName;
+}
+
 void WindowsDriveFiles::Rename(const std::string& source, const std::string& target,
                                const NameChange& change, Alike alike)
 {

@@ -2,6 +2,7 @@
 #include "cli_desk.h"
 
 #include "cli/shown_text.h"
+#include "text/windows1252.h"
 
 namespace kiv {
 namespace {
@@ -30,6 +31,23 @@ TEST(ShownText, WhatSteersATerminalIsShownByItsNumber)
     EXPECT_EQ(ShownUtf8("\xc2\x9b"
                         "2J\xc2\xa0"),
               "\\x9B2J\xc2\xa0");
+    // Bytes that are no UTF-8: a lone one, the first half of a character, one written too long.
+    EXPECT_EQ(ShownUtf8("\x9b"
+                        "31m\xc3"),
+              "\\x9B31m\\xC3");
+    EXPECT_EQ(ShownUtf8("\xc0\x9b\xed\xa0\x80\xc3\xa9"), "\\xC0\\x9B\\xED\\xA0\\x80\xc3\xa9");
+}
+
+/// Whether every byte is part of a UTF-8 character.
+bool IsUtf8(std::string_view text)
+{
+    while (!text.empty()) {
+        const std::size_t size = FirstUtf8(text).size;
+        if (size == 0)
+            return false;
+        text.remove_prefix(size);
+    }
+    return true;
 }
 
 class Terminal : public CliTest {
@@ -48,11 +66,19 @@ TEST_F(Terminal, NothingOfASiteSteersIt)
     for (const Texts& call : std::vector<Texts>{{"build", "C:\\site", "--verbose"},
                                                 {"build", "C:\\\x1b[2J"},
                                                 {"\x1b[2J"},
+                                                {"\x9b"
+                                                 "31m"},
+                                                {"build", "--\x9b"
+                                                          "31m"},
+                                                {"build", "C:\\\x9b"
+                                                          "31m"},
                                                 {"--json", "build", "C:\\si\xc2\x9bte"}}) {
         const Printed printed = CallAtTerminal(call);
-        for (const std::string& text : {printed.out, printed.err})
+        for (const std::string& text : {printed.out, printed.err}) {
+            EXPECT_TRUE(IsUtf8(text)) << text;
             for (const char* const order : {"\x1b", "\x07", "\x7f", "\xc2\x9b"})
                 EXPECT_THAT(text, Not(HasSubstr(order)));
+        }
     }
 }
 

@@ -52,7 +52,7 @@ class CallAttack : public Attack {
 
 std::vector<Noted> CallsOf(const Workbench& bench, const Case& with, const Surroundings& here)
 {
-    bench.Lay(with.before);
+    bench.LayBefore(with);
     Plan plan;
     plan.surroundings = here;
     plan.record = true;
@@ -81,7 +81,7 @@ Verdict CallAttack::Run(const Workbench& bench, const std::vector<Case>& cases, 
 {
     const Case& with = cases[one.scenario];
     const Noted& noted = noted_.at({one.scenario, one.surroundings})[one.strike.at - 1U];
-    bench.Lay(with.before);
+    bench.LayBefore(with);
     Plan plan;
     plan.surroundings = kSurroundings[one.surroundings];
     plan.strike = one.strike;

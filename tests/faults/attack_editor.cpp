@@ -59,7 +59,7 @@ void EditorAttack::AddTries(const Workbench& bench, const std::vector<Case>& cas
         for (std::size_t list = 0; list < kEditedLists.size(); ++list) {
             if (cases[scenario].scenario.name != kEditedLists[list].scenario)
                 continue;
-            bench.Lay(cases[scenario].before);
+            bench.LayBefore(cases[scenario]);
             const int calls = RunTraced(bench.LaunchOf(cases[scenario].scenario), {}).calls;
             for (int at = 1; at <= calls; ++at)
                 for (std::uint16_t saving = 0; saving < kSavings; ++saving)
@@ -76,7 +76,7 @@ Verdict EditorAttack::Run(const Workbench& bench, const std::vector<Case>& cases
     const Case& with = cases[one.scenario];
     const EditedList& list = kEditedLists[one.other / kSavings];
     const std::string path(list.path);
-    bench.Lay(with.before);
+    bench.LayBefore(with);
     Plan plan;
     plan.strike = one.strike;
     plan.record = true;

@@ -61,7 +61,7 @@ Verdict FullDiskAttack::Run(const Workbench& bench, const std::vector<Case>& cas
 {
     const Case& with = cases[one.scenario];
     Limit(bench, "size=16m,mode=755", 0);
-    bench.Lay(with.before);
+    bench.LayBefore(with);
     FillUpTo(bench, one.other);
     const Ending ending = RunOnce(bench.LaunchOf(with.scenario));
     Complaints complaints = JudgeRun(bench, with, ending, {});

@@ -59,7 +59,7 @@ class MemoryAttack : public Attack {
                   std::vector<Try>& tries) override
     {
         for (std::size_t scenario = 0; scenario < cases.size(); ++scenario) {
-            bench.Lay(cases[scenario].before);
+            bench.LayBefore(cases[scenario]);
             std::uint64_t requests = 0;
             RunWith(bench, cases[scenario], {}, requests);
             for (std::uint64_t at = 1; at <= requests; ++at)
@@ -76,7 +76,7 @@ class MemoryAttack : public Attack {
     {
         const Case& with = cases[one.scenario];
         const bool onward = one.strike.deed == Deed::fail_onward;
-        bench.Lay(with.before);
+        bench.LayBefore(with);
         std::uint64_t requests = 0;
         const Ending ending = RunWith(bench, with, {one.strike.at, onward ? 1U : 0U, 0}, requests);
         Circumstances circumstances;

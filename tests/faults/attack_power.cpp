@@ -67,15 +67,18 @@ std::string PowerAttack::WhyLeftOut()
 }
 
 /// Files that somebody wrote are at stake, or names; one build stands for all that is made anew.
+/// The program's records do not lie on the disk that is cut.
 bool IsAtStake(const Scenario& scenario)
 {
+    if (scenario.needs_records)
+        return false;
     return !scenario.sources.empty() || scenario.renames || scenario.name == "build-over-old";
 }
 
 /// The calls before which a cut may matter: 0 is the end of the run.
 std::vector<std::uint16_t> MomentsOf(const Workbench& bench, const Case& with)
 {
-    bench.Lay(with.before);
+    bench.LayBefore(with);
     Plan plan;
     plan.record = true;
     const Outcome outcome = RunTraced(bench.LaunchOf(with.scenario), plan);
@@ -143,7 +146,7 @@ Outcome PowerAttack::RunToCut(const Workbench& bench, const Case& with, const Tr
     const Cut& how = kCuts[one.other];
     CuttableDisk disk(bench.Folder() + "/disk", ImageOf(bench, system));
     std::optional<Mounted> mounted(std::in_place, system, disk.Path(), bench.Drive());
-    bench.Lay(with.before);
+    bench.LayBefore(with);
     SyncFileSystem(bench.Drive());
     const auto cut = [&] {
         if (how.nudged)

@@ -37,7 +37,7 @@ class RandomKillAttack : public Attack {
     Verdict Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one) override
     {
         const Case& with = cases[one.scenario];
-        bench.Lay(with.before);
+        bench.LayBefore(with);
         const Launch launch = bench.LaunchOf(with.scenario);
         Child child(launch);
         child.Start();
@@ -76,7 +76,7 @@ class SecondFaultAttack : public Attack {
     Verdict Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one) override
     {
         const Case& with = cases[one.scenario];
-        bench.Lay(with.before);
+        bench.LayBefore(with);
         Plan plan;
         plan.surroundings = kSurroundings[one.surroundings];
         plan.strike = one.strike;
@@ -97,7 +97,7 @@ class SecondFaultAttack : public Attack {
     void AddFor(const Workbench& bench, const Case& with, std::size_t scenario, std::size_t here,
                 std::vector<Try>& tries)
     {
-        bench.Lay(with.before);
+        bench.LayBefore(with);
         Plan plan;
         plan.surroundings = kSurroundings[here];
         const int calls = RunTraced(bench.LaunchOf(with.scenario), plan).calls;

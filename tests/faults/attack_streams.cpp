@@ -28,7 +28,7 @@ class StreamAttack : public Attack {
     Verdict Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one) override
     {
         const Case& with = cases[one.scenario];
-        bench.Lay(with.before);
+        bench.LayBefore(with);
         Launch launch = bench.LaunchOf(with.scenario);
         launch.broken_pipe = one.other > kAllClosed;
         launch.closed_streams = launch.broken_pipe ? 0 : one.other;
@@ -61,7 +61,7 @@ class LimitAttack : public Attack {
     Verdict Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one) override
     {
         const Case& with = cases[one.scenario];
-        bench.Lay(with.before);
+        bench.LayBefore(with);
         Launch launch = bench.LaunchOf(with.scenario);
         launch.most_bytes = one.other;
         const Ending ending = RunOnce(launch);

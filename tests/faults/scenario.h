@@ -38,6 +38,11 @@ struct Scenario {
     /// Files get other names: their bytes are looked for under any, and a renaming that was taken
     /// back is as good as done.
     bool renames = false;
+    /// Whether it takes what the runs before have put on record, which stands in no file of drive
+    /// C:.
+    bool needs_records = false;
+    /// Whether it can be done once only: started again, it says that there is nothing left to do.
+    bool once = false;
 };
 
 /// The command's name.

@@ -60,11 +60,23 @@ Scenario UndoRenames()
     return scenario;
 }
 
+/// The names that are on record.
+Scenario UndoLastRenames()
+{
+    Scenario scenario =
+        Renamer("undo-renames-last", {"undo-renames", "C:\\site"},
+                {"B 1.txt", "b 2.txt", "b 3.txt"}, {"b-1.txt", "b-2.txt", "b-3.txt"});
+    scenario.prepare = {{"fix-names", "C:\\site"}};
+    scenario.needs_records = true;
+    scenario.once = true;
+    return scenario;
+}
+
 } // namespace
 
 std::vector<Scenario> NameScenarios()
 {
-    return {FixNames(), ThumbNames(), Rename(), UndoRenames()};
+    return {FixNames(), ThumbNames(), Rename(), UndoRenames(), UndoLastRenames()};
 }
 
 } // namespace kiv::faults

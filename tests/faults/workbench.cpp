@@ -12,6 +12,24 @@ Workbench::Workbench(std::string program, std::string folder)
     ::mkdir(Drive().c_str(), 0755);
 }
 
+const Tree& Workbench::RecordsFor(const Scenario& scenario) const
+{
+    const auto [place, is_new] = records_.try_emplace(scenario.name);
+    if (is_new && scenario.needs_records) {
+        Lay(scenario.tree);
+        for (const Arguments& arguments : scenario.prepare)
+            RunOnce(LaunchOf(scenario, arguments));
+        place->second = Records();
+    }
+    return place->second;
+}
+
+void Workbench::LayBefore(const Case& with) const
+{
+    const Tree& records = RecordsFor(with.scenario);
+    Lay(with.before, records);
+}
+
 Launch Workbench::LaunchOf(const Scenario& scenario, const Arguments& arguments) const
 {
     Launch launch;

@@ -5,9 +5,12 @@
 #include "faults/scenario.h"
 #include "faults/trees.h"
 
+#include <map>
 #include <string>
 
 namespace kiv::faults {
+
+struct Case;
 
 class Workbench {
   public:
@@ -25,6 +28,8 @@ class Workbench {
         MakeSo(Drive(), tree);
         MakeSo(State(), records);
     }
+    /// Lays down what a case begins with.
+    void LayBefore(const Case& with) const;
     Tree Look() const { return ReadTree(Drive()); }
     Tree Records() const { return ReadTree(State()); }
 
@@ -39,8 +44,12 @@ class Workbench {
     std::string Plain(std::string text) const;
 
   private:
+    /// What the scenario's runs before it put on record in this workbench.
+    const Tree& RecordsFor(const Scenario& scenario) const;
+
     std::string program_;
     std::string folder_;
+    mutable std::map<std::string, Tree> records_; // by the scenario's name
 };
 
 /// A scenario with what comes of it when nothing happens.

@@ -57,9 +57,22 @@ TEST_F(DriveRenames, AnExactNameIsGivenToTheLetter)
     files->RenameExactly("&#20013;.jpg", "&#38;#20013;.JPG");
     EXPECT_EQ(NamesIn(), (Names{"&#20013;.JPG"}));
     Put("b.jpg", "2");
-    EXPECT_THAT(ErrorOf([&] { files->RenameExactly("b.jpg", "&#38;#20013;.jpg"); }),
+    EXPECT_THAT(ErrorOf([&] { files->RenameExactly("b.jpg", "&#38;#20013;.JPG"); }),
                 HasSubstr("target exists"));
     EXPECT_EQ(Content("b.jpg"), "2");
+}
+
+TEST_F(DriveRenames, AFolderIsItselfHoweverItIsReached)
+{
+    PutFolder("Sub");
+    PutFolder("Sub2");
+    const std::string real = files->RealFolder("Sub");
+    EXPECT_TRUE(real.ends_with("Sub"));
+    files->ChangeDirectory("SUB");
+    for (const char* path : {"C:\\Sub", "c:\\sUB\\", ".", "..\\SUB"})
+        EXPECT_EQ(files->RealFolder(path), real) << path;
+    EXPECT_NE(files->RealFolder("C:\\Sub2"), real);
+    EXPECT_THAT(ErrorOf([&] { files->RealFolder("C:\\no"); }), StartsWith("file: "));
 }
 
 TEST_F(DriveRenames, ATakenNameIsNeverOverwritten)

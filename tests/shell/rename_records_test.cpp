@@ -6,6 +6,7 @@
 #include "tests/support/failing_files.h"
 
 #include <filesystem>
+#include <functional>
 #include <limits>
 #include <new>
 
@@ -30,13 +31,20 @@ class RecordedRenames : public ShellTest {
     }
 
     /// Leaves the folder as a run leaves it that is killed behind so many of its renames.
-    void CutShort(const Renames& renames, std::size_t done)
+    void CutShort(const Renames& renames, std::size_t done, bool is_undoing = false)
     {
-        RenameRecord(machine, workspace.RecordsFolder).Begin(renames);
+        RenameRecord(machine, workspace.RecordsFolder).Begin({renames, is_undoing});
         for (std::size_t i = 0; i < done; ++i)
             std::filesystem::rename(Native("site/" + renames[i].from),
                                     Native("site/" + renames[i].to));
         files->Refresh();
+    }
+
+    /// What the program keeps for later about one folder.
+    std::string RecordFile()
+    {
+        const Texts names = NamesIn("state/kiv/renames");
+        return names.size() == 1 ? "state/kiv/renames/" + names[0] : "";
     }
 
     bool HasJournal() { return Exists("site/" + std::string(kRenameJournalFile)); }
@@ -125,7 +133,7 @@ TEST_F(RecordedRenames, NamesThatFollowEachOther)
             CutShort(plan, done);
             Renames renamed;
             if (forward)
-                FinishRenames(*files, plan, renamed);
+                FinishRun(*files, {plan}, renamed);
             else
                 EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
             EXPECT_EQ(Content(forward ? "site/c" : "site/b"), "b") << done;
@@ -205,12 +213,338 @@ TEST_F(RecordedRenames, ADamagedJournalIsRefused)
          {"", "nonsense", "kiv renames 1\r\nZ:\\x\r\nno second name\r\n"}) {
         PutNames({"a b"});
         Put("site/" + std::string(kRenameJournalFile), damaged);
-        const std::optional<RunError> error = workspace.Run([&] { dodirfix(workspace); });
-        ASSERT_TRUE(error);
-        EXPECT_THAT(error->text, HasSubstr("it is no record of renames"));
+        for (const Renaming renaming : {Renaming::dry_run, Renaming::real}) {
+            const std::optional<RunError> error =
+                workspace.Run([&] { dodirfix(workspace, renaming); });
+            ASSERT_TRUE(error);
+            EXPECT_THAT(error->text, HasSubstr("it is no record of renames. Move it away"));
+        }
         EXPECT_TRUE(Exists("site/a b"));
     }
 }
+
+// The record of a run that is over once stopped every other one.
+TEST_F(RecordedRenames, ADamagedRecordStopsOnlyWhoTakesItBack)
+{
+    PutNames({"a b"});
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    const Renames report = workspace.Renamed;
+    Put(RecordFile(), "nonsense");
+    files->Refresh();
+    const std::optional<RunError> error = workspace.Run([&] { UndoLastRenames(workspace); });
+    ASSERT_TRUE(error);
+    EXPECT_THAT(error->text, HasSubstr("it is no record of renames. Those in C:\\site can be"));
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, report); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b"}));
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b"}));
+    EXPECT_THAT(reporter.shown, IsEmpty());
+}
+
+// Folders that differ in case alone once had one record, and the second could rename nothing.
+TEST_F(RecordedRenames, EachFolderHasARecordOfItsOwn)
+{
+    for (const char* const folder : {"C:\\site", "C:\\other\\SITE"}) {
+        Put(std::string(folder).substr(3) == "site" ? "site/a b" : "other/SITE/a b", "");
+        workspace.LookAt(folder);
+        EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    }
+    workspace.LookAt("C:\\site");
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b"}));
+    EXPECT_EQ(NamesIn("other/SITE"), (Texts{"a-b"}));
+}
+
+TEST_F(RecordedRenames, AFolderIsItselfHoweverItIsSpelled)
+{
+    PutNames({"a b"});
+    workspace.LookAt("C:\\SITE");
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    workspace.LookAt("C:\\.\\Site\\");
+    EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, "a-b", "c"); }), "");
+    workspace.LookAt("c:/site");
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a-b"}));
+}
+
+#ifndef _WIN32 // where case tells folders apart, and everybody may make links
+TEST_F(RecordedRenames, FoldersThatDifferInCaseHaveARecordEach)
+{
+    for (const char* const folder : {"site", "Site"}) {
+        Put(std::string(folder) + "/a b", "");
+        files->Refresh();
+        workspace.LookAt("C:\\" + std::string(folder));
+        EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    }
+    for (const char* const folder : {"site", "Site"}) {
+        workspace.LookAt("C:\\" + std::string(folder));
+        EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
+        EXPECT_EQ(NamesIn(folder), (Texts{"a b"}));
+    }
+}
+
+TEST_F(RecordedRenames, ALinkLeadsToTheFoldersRecord)
+{
+    PutNames({"a b"});
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    std::filesystem::create_directory_symlink(Native("site"), Native("link"));
+    workspace.LookAt("C:\\link");
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b"}));
+}
+
+TEST_F(RecordedRenames, AStateFolderThatCannotBeLookedAtIsToldOf)
+{
+    PutNames({"a b"});
+    std::filesystem::create_symlink("state", Native("state")); // leads to itself
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    ASSERT_EQ(reporter.shown.size(), 1U);
+    EXPECT_THAT(reporter.shown[0], HasSubstr("The old names are not kept"));
+    const Renames report = workspace.Renamed;
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "file");
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, report); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b"}));
+}
+#endif
+
+TEST_F(RecordedRenames, ADryRunShowsWhatACutShortRunHasLeft)
+{
+    for (const bool is_undoing : {false, true}) {
+        for (std::size_t done = 0; done <= kPlan.size(); ++done) {
+            SCOPED_TRACE(done);
+            std::filesystem::remove_all(Native("site"));
+            if (is_undoing)
+                PutNames({"a-b", "c-d", "e-f", "g h"});
+            else
+                PutNames({"a b", "c d", "e f", "g h"});
+            CutShort(is_undoing ? Reversed(kPlan) : kPlan, done, is_undoing);
+            const Texts before = NamesIn("site");
+            reporter.shown.clear();
+            EXPECT_EQ(KindOf([&] { dodirfix(workspace, Renaming::dry_run); }), "");
+            const Renames foretold = workspace.Renamed;
+            EXPECT_EQ(NamesIn("site"), before);
+            EXPECT_TRUE(HasJournal());
+            EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+            EXPECT_EQ(workspace.Renamed, foretold);
+            ASSERT_EQ(reporter.shown.size(), 2U);
+            EXPECT_EQ(reporter.shown[0], reporter.shown[1]);
+            EXPECT_THAT(reporter.shown[0], HasSubstr("was cut short"));
+            EXPECT_EQ(NamesIn("site"), (Texts{"a-b", "c-d", "e-f", "g-h"}));
+            // What was being taken back is no part of the new run, which has the names again.
+            EXPECT_EQ(foretold.size(), is_undoing ? 3 - done + 4 : 3 - done + 1);
+        }
+    }
+}
+
+TEST_F(RecordedRenames, ADryRunForetellsThatAFormerRunCannotBeFinished)
+{
+    PutNames({"a b", "c d", "e f"});
+    CutShort(kPlan, 1);
+    Put("site/C-D", "somebody else's");
+    files->Refresh();
+    const std::optional<RunError> foretold =
+        workspace.Run([&] { dodirfix(workspace, Renaming::dry_run); });
+    ASSERT_TRUE(foretold);
+    const std::optional<RunError> error = workspace.Run([&] { dodirfix(workspace); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->text, foretold->text);
+    EXPECT_THAT(workspace.Renamed, IsEmpty());
+    EXPECT_TRUE(Exists("site/c d"));
+}
+
+TEST_F(RecordedRenames, AnUndoingThatWasKilledIsFinished)
+{
+    const Renames back = Reversed(kPlan);
+    for (std::size_t done = 0; done <= back.size(); ++done) {
+        for (const bool by_report : {false, true}) {
+            SCOPED_TRACE(done);
+            std::filesystem::remove_all(Native("site"));
+            PutNames({"a-b", "c-d", "e-f"});
+            CutShort(back, done, true);
+            EXPECT_EQ(KindOf([&] {
+                          if (by_report)
+                              UndoRenames(workspace, kPlan);
+                          else
+                              UndoLastRenames(workspace);
+                      }),
+                      "");
+            EXPECT_EQ(NamesIn("site"), (Texts{"a b", "c d", "e f"}));
+            EXPECT_EQ(workspace.Renamed.size(), back.size() - done);
+            EXPECT_FALSE(HasJournal());
+            EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "file"); // there is none
+        }
+    }
+}
+
+TEST_F(RecordedRenames, ARenamerPutsTheRemainingOldNamesBackFirst)
+{
+    PutNames({"a b", "c d"});
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    CutShort({{"c-d", "c d"}, {"a-b", "a b"}}, 1, true);
+    workspace.changethedirectory("C:\\site");
+    ASSERT_EQ(reporter.shown.size(), 1U);
+    EXPECT_THAT(reporter.shown[0], HasSubstr("Undoing a renaming in C:\\site was cut short"));
+    EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, "c", "x"); }), "");
+    EXPECT_EQ(workspace.Renamed, (Renames{{"a-b", "a b"}, {"c d", "x d"}}));
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b", "c d"}));
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "file");
+}
+
+TEST_F(RecordedRenames, TheReportOfAnUndoingThatWasCutShortTakesItBack)
+{
+    PutNames({"a-b", "c-d", "e-f"});
+    CutShort(Reversed(kPlan), 2, true);
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, {{"e-f", "e f"}, {"c-d", "c d"}}); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a-b", "c-d", "e-f"}));
+    EXPECT_FALSE(HasJournal());
+}
+
+/// Files whose journal is looked at right before each rename.
+class WatchedFiles : public test::FailingFiles {
+  public:
+    WatchedFiles(Files& files, std::function<void()> look)
+        : FailingFiles(files, std::numeric_limits<int>::max()), look_(std::move(look))
+    {
+    }
+
+    NameChange RenameExactly(std::string_view from, std::string_view to) override
+    {
+        look_();
+        return FailingFiles::RenameExactly(from, to);
+    }
+
+  private:
+    std::function<void()> look_;
+};
+
+TEST_F(RecordedRenames, UndoingStandsInTheFolderBeforeItBegins)
+{
+    PutNames({"a b", "c d"});
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    const Renames report = workspace.Renamed;
+    int renamed = 0;
+    WatchedFiles watched(*files, [&] {
+        ++renamed;
+        EXPECT_EQ(Content("site/" + std::string(kRenameJournalFile)),
+                  "kiv renames back 1\r\n" + files->RealFolder("C:\\site") +
+                      "\r\nc-d\tc d\r\na-b\ta b\r\n");
+    });
+    Machine seen{watched, *files, clock, clipboard, programs, reporter, pictures};
+    Workspace undoing(seen);
+    undoing.RecordsFolder = workspace.RecordsFolder;
+    EXPECT_FALSE(undoing.Run([&] { UndoLastRenames(undoing); }));
+    EXPECT_EQ(renamed, 2);
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    EXPECT_FALSE(undoing.Run([&] { UndoRenames(undoing, report); }));
+    EXPECT_EQ(renamed, 4);
+    EXPECT_FALSE(HasJournal());
+}
+
+TEST_F(RecordedRenames, AnUndoingThatFailsCanBeStartedAgain)
+{
+    PutNames({"a b", "c d"});
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    PutNames({"a b"}); // somebody else has the name now
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "file");
+    EXPECT_FALSE(HasJournal());
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b", "a-b", "c d"}));
+    std::filesystem::remove(Native("site/a b"));
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b", "c d"}));
+}
+
+TEST_F(RecordedRenames, AnUndoingThatFailsLeavesACutShortRunAsItWas)
+{
+    PutNames({"a b", "c d", "e f"});
+    CutShort(kPlan, 2);
+    const std::string journal = Content("site/" + std::string(kRenameJournalFile));
+    PutNames({"a b"});
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "file");
+    EXPECT_EQ(Content("site/" + std::string(kRenameJournalFile)), journal);
+}
+
+// A report of nothing was once taken for one of every run.
+TEST_F(RecordedRenames, AnEmptyReportTakesNothingBack)
+{
+    PutNames({"a b", "c d", "e f"});
+    CutShort(kPlan, 1);
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, {}); }), "");
+    EXPECT_EQ(files->ListFiles(".", "*.*"), (Texts{"a-b", "c d", "e f"}));
+    EXPECT_TRUE(HasJournal());
+}
+
+TEST_F(RecordedRenames, AnEmptyReportIsThatOfARunThatHasDoneNothing)
+{
+    PutNames({"a b", "c d", "e f"});
+    CutShort(kPlan, 0);
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, {}); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b", "c d", "e f"}));
+    EXPECT_FALSE(HasJournal());
+}
+
+TEST_F(RecordedRenames, AnEmptyReportIsThatOfAnUndoingThatHasDoneNothing)
+{
+    PutNames({"a-b", "c-d", "e-f"});
+    CutShort(Reversed(kPlan), 0, true);
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, {}); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a-b", "c-d", "e-f"}));
+}
+
+TEST_F(RecordedRenames, TheReportOfAnotherRunWaitsForTheOneThatWasCutShort)
+{
+    PutNames({"a b", "c d", "e f", "x"});
+    CutShort(kPlan, 1);
+    const std::optional<RunError> error = workspace.Run([&] {
+        UndoRenames(workspace, {{"y", "x"}});
+    });
+    ASSERT_TRUE(error);
+    EXPECT_THAT(error->text, HasSubstr("another renaming was cut short there"));
+    EXPECT_EQ(files->ListFiles(".", "*.*"), (Texts{"a-b", "c d", "e f", "x"}));
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
+    EXPECT_EQ(KindOf([&] { UndoRenames(workspace, {{"y", "x"}}); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b", "c d", "e f", "y"}));
+}
+
+/// Files that can get no other name.
+class StubbornFiles : public test::FailingFiles {
+  public:
+    explicit StubbornFiles(Files& files) : FailingFiles(files, std::numeric_limits<int>::max()) {}
+
+    NameChange RenameFile(std::string_view, std::string_view) override
+    {
+        throw RunError(ErrorKind::file, "no");
+    }
+};
+
+// Once, a run that came to nothing left a record of nothing.
+TEST_F(RecordedRenames, ARunThatFailsAtOnceLeavesTheFormerOneOnRecord)
+{
+    PutNames({"a b"});
+    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
+    StubbornFiles stubborn(*files);
+    Machine broken{stubborn, *files, clock, clipboard, programs, reporter, pictures};
+    Workspace unlucky(broken);
+    unlucky.RecordsFolder = workspace.RecordsFolder;
+    EXPECT_TRUE(unlucky.Run([&] { dorenamefiles(unlucky, "a", "x"); }));
+    EXPECT_FALSE(HasJournal());
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"a b"}));
+}
+
+#ifndef _WIN32
+TEST_F(RecordedRenames, ANameComesBackBesideOneThatDiffersInCaseAlone)
+{
+    PutNames({"a", "A"});
+    EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, "a", "b"); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"A", "b"}));
+    EXPECT_EQ(KindOf([&] { dorenamefiles(workspace, "b", "a"); }), "file"); // a user's may not
+    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
+    EXPECT_EQ(NamesIn("site"), (Texts{"A", "a"}));
+    EXPECT_EQ(Content("site/a"), "a");
+}
+#endif
 
 TEST_F(RecordedRenames, ARunWithAnyStepFailingCanBeStartedAgain)
 {

@@ -23,6 +23,7 @@ class FailingFiles : public Files {
     void ChangeDirectory(std::string_view path) override { Step().ChangeDirectory(path); }
     bool FileExists(std::string_view path) override { return Step().FileExists(path); }
     bool FolderExists(std::string_view path) override { return Step().FolderExists(path); }
+    std::string RealFolder(std::string_view path) override { return Step().RealFolder(path); }
     FileStamp Stamp(std::string_view path) override { return Step().Stamp(path); }
     std::string ReadFile(std::string_view path) override { return Step().ReadFile(path); }
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override
@@ -58,6 +59,11 @@ class FailingFiles : public Files {
     NameChange RenameExactly(std::string_view from, std::string_view to) override
     {
         return Step().RenameExactly(from, to);
+    }
+    bool NameIsTooLong(std::string_view exact) override { return files_.NameIsTooLong(exact); }
+    bool IsHalfRenamed(std::string_view from, std::string_view to) override
+    {
+        return Step().IsHalfRenamed(from, to);
     }
     bool FinishRename(std::string_view from, std::string_view to) override
     {

@@ -147,6 +147,17 @@ bool MemoryDrives::FolderExists(std::string_view path)
     return !absolute.empty() && FolderAt(absolute) != nullptr;
 }
 
+std::string MemoryDrives::RealFolder(std::string_view path)
+{
+    const std::string absolute = Absolute(path);
+    const Place place = absolute.empty() ? Place{} : PlaceOf(absolute);
+    if (place.node == nullptr || !place.node->is_folder)
+        Refuse("look at", path, "no such folder");
+    if (NameOf(absolute).empty())
+        return absolute;
+    return WithSeparator(RealFolder(FolderOf(absolute))).append(ExactName(place.name));
+}
+
 bool MemoryDrives::NameIsTaken(std::string_view path)
 {
     const std::string absolute = Absolute(path);
@@ -316,14 +327,17 @@ std::string MemoryDrives::ExactNameOf(const std::string& absolute)
     return ExactName(place.name);
 }
 
-bool MemoryDrives::IsTakenByOthers(const MemoryNode& folder, std::string_view exact, Alike alike,
-                                   const MemoryNode& own) const
+bool MemoryDrives::NameIsTooLong(std::string_view exact)
 {
-    const std::string text = UpperCase(TextOfName(exact));
-    const std::string upper = UpperCase(exact);
+    return NativeName(exact).size() > kLongestName;
+}
+
+bool MemoryDrives::IsTakenByOthers(const MemoryNode& folder, std::string_view text,
+                                   const MemoryNode& own)
+{
+    const std::string upper = UpperCase(text);
     return std::any_of(folder.nodes.begin(), folder.nodes.end(), [&](const auto& entry) {
-        return entry.second.get() != &own && UpperCase(FromUtf8(entry.first)) == text &&
-               (alike == Alike::text || UpperCase(ExactName(entry.first)) == upper);
+        return entry.second.get() != &own && UpperCase(FromUtf8(entry.first)) == upper;
     });
 }
 
@@ -340,7 +354,7 @@ void MemoryDrives::Rename(const std::string& source, const std::string& target,
         return;
     const std::string action = "rename " + source + " to";
     const auto file = old_folder->nodes.find(old_name);
-    if (IsTakenByOthers(*folder, change.to, alike, *file->second) ||
+    if ((alike == Alike::text && IsTakenByOthers(*folder, TextOfName(change.to), *file->second)) ||
         NodeIn(*folder, new_name) != nullptr)
         Refuse(action, target, "target exists");
     if (!CanBeName(new_name))

@@ -36,6 +36,7 @@ class MemoryDrives : public DriveFiles {
     void ForgetSought() { sought_.clear(); }
 
     bool FolderExists(std::string_view path) override;
+    std::string RealFolder(std::string_view path) override;
     bool NameIsTaken(std::string_view path) override;
     FileStamp Stamp(std::string_view path) override;
     std::string ReadFile(std::string_view path) override;
@@ -49,6 +50,8 @@ class MemoryDrives : public DriveFiles {
     std::unique_ptr<FolderLock> LockFolder(std::string_view folder) override;
     bool MakeFolder(std::string_view path) override;
     bool DeleteFile(std::string_view path) override;
+    bool NameIsTooLong(std::string_view exact) override;
+    bool IsHalfRenamed(std::string_view, std::string_view) override { return false; }
     bool FinishRename(std::string_view, std::string_view) override { return false; }
     std::string DriveLetters() override { return "CZ"; }
     std::string FromNative(std::string_view utf8) override;
@@ -74,8 +77,8 @@ class MemoryDrives : public DriveFiles {
     /// The file to read or stamp, noted as sought; null when there is none.
     MemoryNode* FileAt(const std::string& absolute);
     MemoryNode& FileToRead(std::string_view path);
-    bool IsTakenByOthers(const MemoryNode& folder, std::string_view exact, Alike alike,
-                         const MemoryNode& own) const;
+    static bool IsTakenByOthers(const MemoryNode& folder, std::string_view text,
+                                const MemoryNode& own);
     /// A native path, cut; the node at its end, a folder, is made. Null: no file system takes it.
     MemoryNode* MadeFolder(std::string_view below);
 

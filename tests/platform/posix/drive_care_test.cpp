@@ -212,6 +212,8 @@ TEST_F(DriveCare, ARenameOfTwoStepsIsFinished)
     Put("a.txt", "a");
     Put("c.txt", "c");
     std::filesystem::create_hard_link(Native("a.txt"), Native("b.txt"));
+    EXPECT_FALSE(files->IsHalfRenamed("a.txt", "c.txt"));
+    EXPECT_TRUE(files->IsHalfRenamed("a.txt", "b.txt"));
     EXPECT_FALSE(files->FinishRename("a.txt", "c.txt")); // two files
     EXPECT_FALSE(files->FinishRename("a.txt", "a.txt"));
     EXPECT_TRUE(files->FinishRename("a.txt", "b.txt"));

@@ -66,6 +66,29 @@ TEST_F(DriveCase, BytesThatAreNoUtf8ComeBack)
     EXPECT_EQ(NamesIn(), (Names{"b.txt", "caf\xE9.txt"}));
 }
 
+TEST_F(DriveCase, AnOldNameComesBackBesideOneInOtherCase)
+{
+    Put("A", "large");
+    Put("b", "small");
+    EXPECT_NE(ErrorOf([&] { files->RenameFile("b", "a"); }), "");
+    files->RenameExactly("b", "a");
+    EXPECT_EQ(Content("a"), "small");
+    EXPECT_EQ(Content("A"), "large");
+}
+
+TEST_F(DriveCase, EachSpellingIsAFolderOfItsOwn)
+{
+    PutFolder("Sub");
+    PutFolder("sub");
+    PutFolder("caf\xE9");
+    PutFolder("caf\xC3\xA9");
+    EXPECT_NE(files->RealFolder("Sub"), files->RealFolder("sub"));
+    EXPECT_TRUE(files->RealFolder("Sub").ends_with("/Sub"));
+    EXPECT_TRUE(files->RealFolder("caf\xE9").ends_with("/caf\xE9")); // the accent, not the byte
+    std::filesystem::create_directory_symlink(Native("sub"), Native("link"));
+    EXPECT_EQ(files->RealFolder("link"), files->RealFolder("sub"));
+}
+
 TEST_F(DriveCase, ANameWithABackslashIsLeftOut)
 {
     Put("a\\b.txt");
