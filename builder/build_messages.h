@@ -31,8 +31,8 @@ class BuildMessages {
         MessageLatch = true;
     }
 
-    /// A warning that is kept back whatever was shown, and leaves the first one to others.
-    void NoteBuildMessage(std::string_view text) { KeepBack(text); }
+    /// A warning without a box, which leaves the first one to others.
+    void NoteBuildMessage(std::string_view text) { reporter_.Note(text, place_); }
 
     bool MessageLatch = false;
 

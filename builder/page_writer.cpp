@@ -4,16 +4,17 @@
 #include "builder/build_state.h"
 #include "builder/line_triggers.h"
 #include "builder/output_path.h"
+#include "builder/own_places.h"
 #include "builder/page_shells.h"
 #include "builder/template_lines.h"
 #include "builder/template_merge.h"
 #include "builder/text_helpers.h"
 #include "builder/write_line.h"
+#include "platform/drive_path.h"
 #include "platform/site_files.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
-#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -59,6 +60,7 @@ class PageWriter {
   public:
     explicit PageWriter(Build& build)
         : build_(build), state_(build.state), line_(build),
+          places_(build.machine.files, build.state.sources),
           head_(Prepare(build.state.TemplateHead, build.state.TemplateHeadCount,
                         build.tracer != nullptr)),
           tail_(Prepare(build.state.TemplateTail, build.state.TemplateTailCount,
@@ -99,6 +101,7 @@ class PageWriter {
     Build& build_;
     BuildState& state_;
     MergedLine line_;
+    OwnPlaces places_;
     const TemplatePieces head_;
     const TemplatePieces tail_;
 };
@@ -202,16 +205,15 @@ void PageWriter::OpenPage()
 }
 
 /// A page may be written anywhere, but one in such a place is most likely a slip, or somebody's
-/// intent. It is told in the report alone: what a build shows stays as it was.
+/// intent. It is told without a box: what a build shows there stays as it was.
 void PageWriter::WarnOfPlace()
 {
     const std::string& path = state_.page.file.path;
-    if (state_.sources.HoldFile(path))
+    const OwnPlaces::Kind kind = places_.KindOf(state_.page.file);
+    if (kind == OwnPlaces::Kind::source)
         build_.messages.NoteBuildMessage("The page \"" + state_.page.name +
                                          "\" is written over a source of this build: " + path);
-    else if (std::ranges::any_of(kOwnSettings, [&](std::string_view settings) {
-                 return EqualsNoCase(path, settings);
-             }))
+    else if (kind == OwnPlaces::Kind::settings)
         build_.messages.NoteBuildMessage("The page \"" + state_.page.name +
                                          "\" is written over a settings file of kiv: " + path);
 }
@@ -298,8 +300,10 @@ void PageWriter::WriteBody()
 /// A line such as "!++text.txt" becomes the text of a file, as it is.
 void PageWriter::PutFileText()
 {
+    Files& files = build_.machine.files;
     const std::string name(Trim(FromChar(line_.text, 4)));
-    line_.text = build_.machine.files.ReadFile(name);
+    line_.text = files.ReadFile(name);
+    state_.sources.AddFile(AbsolutePath(name, files.CurrentDirectory()));
     if (line_.tracer != nullptr)
         line_.tracer->PutFile(name, line_.text);
 }

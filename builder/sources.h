@@ -3,10 +3,10 @@
 
 #include "text/windows1252.h"
 
-#include <algorithm>
 #include <deque>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -31,19 +31,19 @@ class Sources {
         return prefix.empty() ? text : Keep(std::string(prefix).append(text));
     }
 
-    /// Lines come from this file, an absolute drive path.
-    void AddFile(std::string_view path) { files_.push_back(UpperCase(path)); }
-    /// Whether lines came from a file, whatever the case of its path.
-    bool HoldFile(std::string_view path) const
+    /// Text comes from this file, an absolute drive path.
+    void AddFile(std::string_view path)
     {
-        return std::ranges::any_of(files_, [&](const std::string& file) {
-            return file.size() == path.size() && file == UpperCase(path);
-        });
+        if (known_.insert(UpperCase(path)).second)
+            files_.emplace_back(path);
     }
+    /// The files that text came from, each once, in the order of their opening.
+    const std::vector<std::string>& Files() const { return files_; }
 
   private:
     std::deque<std::string> texts_;
-    std::vector<std::string> files_; // upper-cased, few
+    std::unordered_set<std::string> known_; // upper-cased
+    std::vector<std::string> files_;
 };
 
 } // namespace kiv

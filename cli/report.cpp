@@ -20,11 +20,9 @@ std::string InBrackets(const std::string& place)
 void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, bool verbose,
                 const Terminal& terminal)
 {
-    if (verbose)
-        for (const Warning& warning : report.warnings)
-            if (!warning.was_shown)
-                err << "kiv: " << ShownText(warning.text) << InBrackets(warning.PlaceText())
-                    << '\n';
+    for (const Warning& warning : report.warnings)
+        if (!warning.was_shown && (verbose || warning.is_noted))
+            err << "kiv: " << ShownText(warning.text) << InBrackets(warning.PlaceText()) << '\n';
     if (report.error)
         err << "kiv: error: " << ShownText(report.error->text) << InBrackets(report.error->where)
             << '\n';

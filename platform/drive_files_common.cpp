@@ -121,10 +121,18 @@ void DriveFiles::Refresh()
 void DriveFiles::CountLost(const std::string& absolute, const std::vector<std::string_view>& lost)
 {
     std::string list;
-    for (const std::string_view what : lost)
-        Append(list, {list.empty() ? "" : ", ", what});
+    for (std::size_t i = 0; i < lost.size(); ++i)
+        Append(list, {i == 0 ? "" : i + 1 < lost.size() ? ", " : " and ", lost[i]});
     if (!list.empty())
         losses_.push_back(Joined({absolute, " was replaced and has lost ", list}));
+}
+
+void DriveFiles::CountSaved(const std::string& saved)
+{
+    losses_.push_back(
+        Joined({saved, " is what another program had saved in the moment in which a run "
+                       "of kiv was stopped; please compare it with the file without "
+                       ".saved"}));
 }
 
 void DriveFiles::RefuseUnexpected(const OutputFile& file, const Expectation& expected)

@@ -57,6 +57,10 @@ class DriveFiles : public Drives {
     /// It could not keep all that the former one had: "its owner", "its group", …
     void CountLost(const std::string& absolute, const std::vector<std::string_view>& lost);
 
+    /// What another program had put into the place of a file, when a run was stopped, has been
+    /// given a name of its own: that of the file with ".saved" behind it.
+    void CountSaved(const std::string& saved);
+
     /// Throws "cannot write x: …" when a file is there that must not be, or none that must be.
     static void RefuseUnexpected(const OutputFile& file, const Expectation& expected);
     [[noreturn]] static void RefuseChanged(std::string_view path);

@@ -52,7 +52,8 @@ struct Expectation {
     enum class Kind { anything, nothing, content };
     Kind kind = Kind::anything;
     std::string_view content = {}; // for `content`: every byte of it
-    bool is_record = false; // it is the program's own record, which does not count as written
+    bool is_record =
+        false; // the program's own record, or what is only kept: not counted as written
 };
 
 /// While it lives, no other run of this program works on the folder. It ends with the process.
@@ -88,6 +89,10 @@ class Files : public FileReader {
     /// Finds the place of a file that is to be written: its folder must exist and the name must be
     /// no folder.
     virtual OutputFile Open(std::string_view path) = 0;
+    /// What tells the place of a file from every other, case aside: two paths have the same just
+    /// when they lead to one place, by whatever drive, link or spelling. For comparing alone. Empty
+    /// when its folder cannot be looked at. Never throws.
+    virtual std::string PlaceOf(const OutputFile& file) = 0;
     /// Replaces the file whole: it holds its old content or `bytes`, never anything between. A file
     /// that holds these bytes already is left alone, time stamp and all. Either way it counts as
     /// written.
@@ -118,6 +123,12 @@ class Files : public FileReader {
     {
         CommitSource(Open(path), bytes, {Expectation::Kind::content, old});
     }
+    /// A source that was read as `content` and stays so: a run that was cut short may have left it
+    /// to the disk's good will. Does not count as written.
+    void KeepSource(std::string_view path, std::string_view content)
+    {
+        CommitSource(Open(path), content, {Expectation::Kind::content, content, true});
+    }
     /// A record of the program's own, whatever is there now.
     void WriteRecord(std::string_view path, std::string_view bytes)
     {
@@ -126,11 +137,12 @@ class Files : public FileReader {
     /// Has the disk keep all that was written since the last Refresh.
     virtual void FlushWritten() = 0;
     /// What the files replaced since the last Refresh have lost, as sentences: "C:\a.txt has lost
-    /// its owner". Their content is never among it.
+    /// its owner". Their content is never among it. And what of other programs was found aside.
     virtual const std::vector<std::string>& Losses() const = 0;
 
-    /// Waits until no other run of this program holds the folder, some ten seconds at most. A file
-    /// system that knows no locks gives one that holds nothing.
+    /// Waits until no other run of this program holds the folder, some ten seconds at most. A run
+    /// that holds it already, by whatever path, shares it. A file system that knows no locks gives
+    /// one that holds nothing.
     virtual std::unique_ptr<FolderLock> LockFolder(std::string_view folder) = 0;
 
     /// Makes one folder; false when its parent is missing or the name is taken.

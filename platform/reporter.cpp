@@ -33,6 +33,11 @@ void Reporter::reportmsg(std::string_view text, const Place& where)
     Show(text);
 }
 
+void Reporter::Note(std::string_view text, const Place& where)
+{
+    warnings_.emplace_back(text, where, false).is_noted = true;
+}
+
 void Reporter::Withhold(std::string_view text, const Place& where)
 {
     warnings_.emplace_back(text, where, false);

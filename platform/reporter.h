@@ -29,6 +29,7 @@ struct Warning {
     int line = 0;
     std::string page;
     bool was_shown = false;
+    bool is_noted = false; // not shown, but told where nobody has to close a box for it
 };
 
 /// Keeps the warnings of a run; a face derives from it and shows them.
@@ -43,6 +44,9 @@ class Reporter {
     void reportmsg(std::string_view text, const Place& where = {});
     /// Keeps a warning that is not shown.
     void Withhold(std::string_view text, const Place& where = {});
+
+    /// The same for one that a face tells when it has no boxes.
+    void Note(std::string_view text, const Place& where = {});
 
     /// In the order in which they came.
     const std::vector<Warning>& Warnings() const { return warnings_; }

@@ -30,8 +30,15 @@ class UnwrittenFiles : public Files {
     const std::string& CurrentDirectory() const override { return real_.CurrentDirectory(); }
     void ChangeDirectory(std::string_view path) override { real_.ChangeDirectory(path); }
     bool FolderExists(std::string_view path) override;
+    std::string RealFolder(std::string_view path) override { return real_.RealFolder(path); }
+    bool NameIsTooLong(std::string_view exact) override { return real_.NameIsTooLong(exact); }
+    bool IsHalfRenamed(std::string_view, std::string_view) override { return false; }
     FileStamp Stamp(std::string_view path) override;
     OutputFile Open(std::string_view path) override;
+    std::string PlaceOf(const OutputFile& file) override
+    {
+        return file.native.empty() ? file.path : real_.PlaceOf(file);
+    }
     void Commit(const OutputFile& file, std::string_view bytes) override;
     void AppendToFile(std::string_view path, std::string_view bytes) override;
     void CommitSource(const OutputFile& file, std::string_view bytes,

@@ -8,6 +8,7 @@
 #include "utilities/news_names.h"
 #include "utilities/text_conversions.h"
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <memory>
@@ -106,37 +107,57 @@ struct ListChange {
 /// What a run comes to.
 struct NewsRun {
     std::string body;
-    ListChange site_list;
-    ListChange home_list; // without a path: none
+    std::vector<ListChange> lists; // first that of the site
 
     bool IsDone() const
     {
-        return site_list.is_done && (home_list.path.empty() || home_list.is_done);
+        return std::ranges::all_of(lists, [](const ListChange& list) { return list.is_done; });
     }
 };
 
-ListChange HomeListChange(Files& files, const std::string& path, const std::string& bang_line)
+/// A home page list gets the bang line.
+void ChangeHomeList(ListChange& list, const std::string& bang_line)
 {
-    ListChange list{path, files.ReadFile(path), {}};
     list.is_done = HasAfter(list.old, kBangMarker, bang_line);
-    list.changed = list.old;
     InsertAfter(list.changed, kBangMarker, bang_line);
-    return list;
 }
 
-ListChange SiteListChange(Files& files, const std::string& path, const NewsItem& item,
-                          const std::string& bang)
+/// A site's list gets the bang line and the entry.
+void ChangeSiteList(ListChange& list, const std::string& bang_line, const std::string& head)
 {
-    const std::string bang_line = Joined({bang, kCrLf});
-    const std::string head = EntryHead(item, bang);
-    ListChange list{path, files.ReadFile(path), {}};
     list.is_done =
         HasAfter(list.old, kBangMarker, bang_line) && HasAfter(list.old, kEntryMarker, head);
-    list.changed = list.old;
     ReplaceEach(list.changed, kEntryEnd, "");
     InsertAfter(list.changed, kBangMarker, bang_line);
     InsertAfter(list.changed, kEntryMarker, head + std::string(kEntryEnd));
-    return list;
+}
+
+ListChange ReadList(Files& files, const std::string& path)
+{
+    std::string content = files.ReadFile(path);
+    return {path, content, content};
+}
+
+/// Whether both lists are one file, by whatever path: a site whose home folder is its own.
+bool IsOneList(Files& files, const NewsPaths& paths)
+{
+    const std::string place = files.PlaceOf(files.Open(paths.site_list));
+    return !place.empty() && place == files.PlaceOf(files.Open(paths.home_list));
+}
+
+/// Both lists, read and changed. One file for both gets what each would get, the home list first:
+/// the bang line twice.
+std::vector<ListChange> ChangedLists(Files& files, const NewsPaths& paths,
+                                     const std::string& bang_line, const std::string& head)
+{
+    std::vector<ListChange> lists{ReadList(files, paths.site_list)};
+    if (!paths.home_list.empty()) {
+        if (!IsOneList(files, paths))
+            lists.push_back(ReadList(files, paths.home_list));
+        ChangeHomeList(lists.back(), bang_line);
+    }
+    ChangeSiteList(lists.front(), bang_line, head);
+    return lists;
 }
 
 /// The article as its file has it, without the bang line.
@@ -157,60 +178,85 @@ NewsRun makehtml(Files& files, const NewsDesk& desk, const NewsItem& item, const
     const std::string bang = "!!1[" + SourceString(item) + "]";
     const std::string bang_line = Joined({bang, kCrLf});
     NewsRun run;
-    if (!paths.home_list.empty())
-        run.home_list = HomeListChange(files, paths.home_list, bang_line);
-    run.site_list = SiteListChange(files, paths.site_list, item, bang);
+    run.lists = ChangedLists(files, paths, bang_line, EntryHead(item, bang));
     run.body = BodyText(desk, item, preset);
-    if (!Contains(run.site_list.old, kBangMarker))
+    if (!Contains(run.lists.front().old, kBangMarker))
         run.body.insert(0, bang_line);
     return run;
 }
 
 /// Writes the article and then the lists, each as long as it is what was read: a run that is cut
 /// short leaves no entry without its article, and can be started again.
-void WriteRun(Files& files, const NewsPaths& paths, const NewsRun& run, bool has_body)
+void WriteRun(Files& files, const NewsPaths& paths, const NewsRun& run)
 {
     // All places are found fit before anything is written.
     const OutputFile body = files.Open(paths.body);
-    std::vector<std::pair<OutputFile, const ListChange*>> lists;
-    for (const ListChange* const list : {&run.site_list, &run.home_list})
-        if (!list->path.empty() && !(has_body && list->is_done))
-            lists.emplace_back(files.Open(list->path), list);
-    if (!has_body)
-        files.CommitSource(body, run.body, {Expectation::Kind::nothing});
-    for (const auto& [place, list] : lists)
-        files.CommitSource(place, list->changed, {Expectation::Kind::content, list->old});
+    std::vector<OutputFile> places;
+    for (const ListChange& list : run.lists)
+        places.push_back(files.Open(list.path));
+    files.CommitSource(body, run.body, {Expectation::Kind::nothing});
+    for (std::size_t i = 0; i < places.size(); ++i)
+        files.CommitSource(places[i], run.lists[i].changed,
+                           {Expectation::Kind::content, run.lists[i].old});
 }
 
-/// The folders that a run writes into, for itself alone; always in the same order, so that no two
-/// runs wait for each other.
-std::vector<std::unique_ptr<FolderLock>> LockFolders(Files& files, const SitePreset& preset)
+/// Goes on with a run that was cut short when it had put the article into place. What it had done
+/// may have reached the disk or not.
+void FinishRun(Files& files, const NewsPaths& paths, const NewsRun& run)
 {
-    std::map<std::string, std::string> folders; // by their names in upper case
-    for (const std::string& folder :
-         {preset.folder, preset.folder + std::string(kArticleFolder), preset.home_folder})
-        if (!folder.empty() && files.FolderExists(folder))
-            folders.try_emplace(UpperCase(WithSeparator(folder)), folder);
+    files.KeepSource(paths.body, run.body);
+    for (const ListChange& list : run.lists) {
+        if (list.is_done)
+            files.KeepSource(list.path, list.old);
+        else
+            files.ReplaceSource(list.path, list.old, list.changed);
+    }
+}
+
+/// The folders that a run writes into, for itself alone; always in the same order, whatever they
+/// are called, so that no two runs wait for each other.
+std::vector<std::unique_ptr<FolderLock>> LockFolders(Files& files, const NewsPaths& paths)
+{
+    std::map<std::string, std::string> folders; // by the places of the files
+    for (const std::string& path : {paths.body, paths.site_list, paths.home_list}) {
+        const std::string folder(FolderOf(AbsolutePath(path, files.CurrentDirectory())));
+        if (!path.empty() && files.FolderExists(folder))
+            folders.try_emplace(files.PlaceOf(files.Open(path)), folder);
+    }
     std::vector<std::unique_ptr<FolderLock>> locks;
     locks.reserve(folders.size());
-    for (const auto& [upper, folder] : folders)
+    for (const auto& [place, folder] : folders)
         locks.push_back(files.LockFolder(folder));
     return locks;
 }
 
-/// The run that was cut short when it had written this article; none when the article is another
-/// one, or when nothing is left to do.
-std::optional<NewsRun> RunCutShort(Files& files, const NewsDesk& desk, const NewsItem& item,
-                                   const SitePreset& preset, const NewsPaths& paths)
+/// The run that has written this article, as far as it came; none when the article is another one.
+std::optional<NewsRun> EarlierRun(Files& files, const NewsDesk& desk, const NewsItem& item,
+                                  const SitePreset& preset, const NewsPaths& paths)
 {
     const bool has_lists = files.FileExists(paths.site_list) &&
                            (paths.home_list.empty() || files.FileExists(paths.home_list));
     if (!has_lists)
         return std::nullopt;
     NewsRun run = makehtml(files, desk, item, preset, paths);
-    if (run.IsDone() || files.ReadFile(paths.body) != run.body)
+    if (files.ReadFile(paths.body) != run.body)
         return std::nullopt;
     return run;
+}
+
+/// Composes an item whose article is there already. Returns whether anything was left to do.
+bool TakeUp(Machine& machine, const NewsDesk& desk, const NewsItem& item, const SitePreset& preset,
+            const NewsPaths& paths)
+{
+    const std::optional<NewsRun> run = EarlierRun(machine.files, desk, item, preset, paths);
+    const bool is_left = run && !run->IsDone();
+    if (is_left)
+        desk.switchto(preset.folder);
+    if (run)
+        FinishRun(machine.files, paths, *run);
+    if (!is_left)
+        machine.reporter.reportmsg("That file already exists. Try Again.");
+    return is_left;
 }
 
 bool newsdoit(Machine& machine, const NewsDesk& desk, const NewsItem& item,
@@ -222,19 +268,13 @@ bool newsdoit(Machine& machine, const NewsDesk& desk, const NewsItem& item,
         files.MakeFolder(preset.folder);
         files.MakeFolder(preset.folder + "txt");
     }
-    const auto locks = LockFolders(files, preset);
-    const bool has_body = files.FileExists(paths.body);
-    std::optional<NewsRun> run;
-    if (has_body)
-        run = RunCutShort(files, desk, item, preset, paths);
-    if (has_body && !run) {
-        machine.reporter.reportmsg("That file already exists. Try Again.");
+    const auto locks = LockFolders(files, paths);
+    if (!files.FileExists(paths.body)) {
+        desk.switchto(preset.folder);
+        WriteRun(files, paths, makehtml(files, desk, item, preset, paths));
+    } else if (!TakeUp(machine, desk, item, preset, paths)) {
         return false;
     }
-    desk.switchto(preset.folder);
-    if (!run)
-        run = makehtml(files, desk, item, preset, paths);
-    WriteRun(files, paths, *run, has_body);
     if (!paths.home_list.empty())
         for (const std::string& path : {paths.body, paths.site_list, paths.home_list})
             machine.programs.Start({desk.editor_command, path});

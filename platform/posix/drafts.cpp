@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace kiv {
 
@@ -35,13 +36,6 @@ int Fill(int fd, const Draft& draft, const Old& old)
     return error == 0 && draft.is_source ? FlushFile(fd) : error;
 }
 
-bool IsSameFile(const std::string& native, const struct stat& known)
-{
-    struct stat state {};
-    return ::lstat(native.c_str(), &state) == 0 && state.st_ino == known.st_ino &&
-           state.st_dev == known.st_dev;
-}
-
 bool HoldsContent(const std::string& native, std::string_view content)
 {
     const Descriptor file(::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
@@ -54,24 +48,44 @@ bool HoldsContent(const std::string& native, std::string_view content)
 /// Gives back its place to what somebody else has put there while the draft was on its way.
 void GiveBack(const std::string& temporary, const std::string& native, const struct stat& draft)
 {
-    if (Exchange(temporary, native) == 0) {
-        // Not the draft has come back but something newer still? Then that is the one to stay.
-        if (!IsSameFile(temporary, draft) && Exchange(temporary, native) != 0)
-            RenameToFree(temporary, native + ".saved");
+    const int error = Exchange(temporary, native);
+    // When not the draft has come back but something newer still, then that is the one to stay.
+    const bool is_given_back =
+        IsSameFile(temporary, draft) || (error == 0 && Exchange(temporary, native) == 0);
+    if (is_given_back) {
         ::unlink(temporary.c_str());
-    } else if (MoveOver(temporary, native) != 0) {
-        RenameToFree(temporary, native + ".saved"); // a temporary file would be tidied away
+        return;
     }
+    const int moved = error != 0 && IsSameFile(native, draft) ? MoveOver(temporary, native)
+                                                              : RenameToFree(temporary, native);
+    if (moved != 0)
+        SaveBeside(temporary, native);
+}
+
+/// Renames a draft to what tells, should this process end now, whose the file of that name is.
+int NameForSwap(std::string& temporary, const Draft& draft)
+{
+    int error = EEXIST;
+    while (error == EEXIST) {
+        std::string swap = TemporarySwapName(draft.native, draft.expected.content, draft.bytes);
+        error = RenameToFree(temporary, swap);
+        if (error == 0)
+            temporary = std::move(swap);
+    }
+    return error;
 }
 
 /// Puts a draft over a file that must still hold what it held when it was read. First the two
 /// change places; then what has come out of there is looked at, where nobody reaches it any more.
-int MoveOverExpected(const std::string& temporary, const Draft& draft)
+int MoveOverExpected(std::string temporary, const Draft& draft)
 {
     struct stat state {};
-    int error = ::lstat(temporary.c_str(), &state) == 0 ? Exchange(temporary, draft.native) : errno;
-    if (MayBeDone(error) && IsSameFile(draft.native, state))
-        error = 0;
+    int error = ::lstat(temporary.c_str(), &state) == 0 ? NameForSwap(temporary, draft) : errno;
+    if (error != 0) {
+        ::unlink(temporary.c_str());
+        return error;
+    }
+    error = Exchange(temporary, draft.native);
     if (error == 0) {
         if (HoldsContent(temporary, draft.expected.content))
             return ::unlink(temporary.c_str()) == 0 ? 0 : errno;
@@ -82,7 +96,7 @@ int MoveOverExpected(const std::string& temporary, const Draft& draft)
         error = HoldsContent(draft.native, draft.expected.content)
                     ? MoveOver(temporary, draft.native)
                     : kChangedMeanwhile;
-    if (error != 0)
+    if (error != 0 && IsSameFile(temporary, state))
         ::unlink(temporary.c_str());
     return error == ENOENT ? kChangedMeanwhile : error;
 }

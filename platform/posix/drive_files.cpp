@@ -3,7 +3,6 @@
 #include "platform/drive_path.h"
 #include "platform/exact_names.h"
 #include "platform/file_errors.h"
-#include "platform/posix/folder_locks.h"
 #include "platform/posix/folders.h"
 #include "platform/posix/paths.h"
 #include "text/windows1252.h"
@@ -139,15 +138,28 @@ std::vector<FileName> PosixDriveFiles::Names(const std::string& folder, bool fol
     return names;
 }
 
+std::string PosixDriveFiles::PlaceOf(const OutputFile& file)
+{
+    const std::string folder(NativeFolderOf(file.native));
+    std::string& place = folder_places_[folder];
+    struct stat state {};
+    if (place.empty() && StateOf(folder, state) == 0)
+        place = std::to_string(state.st_dev) + ':' + std::to_string(state.st_ino) + '/';
+    return place.empty() ? place : place + UpperCase(FromUtf8(NativeNameOf(file.native)));
+}
+
 std::unique_ptr<FolderLock> PosixDriveFiles::LockFolder(std::string_view folder)
 {
     const std::string absolute = Absolute(folder);
     const std::optional<std::string> native = absolute.empty() ? std::nullopt : FolderAt(absolute);
     if (!native)
         Refuse("work in", folder, "no such folder");
-    std::unique_ptr<FolderLock> lock = LockPosixFolder(*native);
-    if (!lock)
+    std::unique_ptr<FolderLock> lock;
+    const int error = locks_.Lock(*native, lock);
+    if (error == EWOULDBLOCK)
         Refuse("work in", absolute, "another run of kiv is at work there");
+    if (error != 0)
+        RefuseWith("work in", absolute, error);
     names_.Forget(); // who held it before has left other names there
     TidyFolder(*native);
     return lock;
@@ -204,6 +216,7 @@ void PosixDriveFiles::Refresh()
     DriveFiles::Refresh();
     names_.Forget();
     tidied_.clear();
+    folder_places_.clear();
     places_.clear();
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/drive_files_common.h"
 #include "platform/posix/descriptor.h"
+#include "platform/posix/folder_locks.h"
 #include "platform/posix/names.h"
 
 #include <memory>
@@ -10,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -31,6 +33,7 @@ class PosixDriveFiles : public DriveFiles {
     std::string ReadFile(std::string_view path) override;
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override;
     OutputFile Open(std::string_view path) override;
+    std::string PlaceOf(const OutputFile& file) override;
     void Commit(const OutputFile& file, std::string_view bytes) override;
     void AppendToFile(std::string_view path, std::string_view bytes) override;
     void CommitSource(const OutputFile& file, std::string_view bytes,
@@ -93,8 +96,10 @@ class PosixDriveFiles : public DriveFiles {
     void TidyFolder(const std::string& native);
 
     PosixNames names_;
-    std::unordered_set<std::string> tidied_; // native folders
-    std::vector<std::string> places_;        // native: of the files written
+    PosixFolderLocks locks_;
+    std::unordered_set<std::string> tidied_;                     // native folders
+    std::unordered_map<std::string, std::string> folder_places_; // of native folders; for PlaceOf
+    std::vector<std::string> places_;                            // native: of the files written
 };
 
 } // namespace kiv

@@ -1,5 +1,6 @@
 #include "platform/drive_path.h"
 #include "platform/file_errors.h"
+#include "platform/posix/appending.h"
 #include "platform/posix/drafts.h"
 #include "platform/posix/drive_files.h"
 #include "platform/posix/folders.h"
@@ -13,6 +14,17 @@
 #include <unistd.h>
 
 namespace kiv {
+
+namespace {
+
+/// Who has put the bytes there may have been stopped before the disk had them, or their name.
+int FlushInPlace(int fd, const std::string& native)
+{
+    const int error = FlushFile(fd);
+    return error == 0 ? FlushFolder(std::string(NativeFolderOf(native))) : error;
+}
+
+} // namespace
 
 OutputFile PosixDriveFiles::Open(std::string_view path)
 {
@@ -61,8 +73,10 @@ OutputFile PosixDriveFiles::LookedUp(std::string_view path)
 
 void PosixDriveFiles::TidyFolder(const std::string& native)
 {
-    if (tidied_.insert(native).second)
-        DeleteLeftTemporaries(native);
+    if (!tidied_.insert(native).second)
+        return;
+    for (const std::string& saved : DeleteLeftTemporaries(native))
+        CountSaved(DrivePathOf(saved));
 }
 
 int PosixDriveFiles::PlaceInOld(const OutputFile& file, const Writing& writing)
@@ -81,7 +95,7 @@ int PosixDriveFiles::PlaceInOld(const OutputFile& file, const Writing& writing)
         return EEXIST;
     const bool same_size = static_cast<std::size_t>(old.st_size) == writing.bytes.size();
     if (held.IsOpen() && same_size && HoldsBytes(held.Get(), writing.bytes))
-        return writing.is_source ? FlushFile(held.Get()) : 0;
+        return writing.is_source ? FlushInPlace(held.Get(), file.native) : 0;
     if (::faccessat(AT_FDCWD, file.native.c_str(), W_OK, AT_EACCESS) != 0)
         return errno;
     Lost lost;
@@ -138,16 +152,7 @@ void PosixDriveFiles::CommitSource(const OutputFile& file, std::string_view byte
 void PosixDriveFiles::AppendToFile(std::string_view path, std::string_view bytes)
 {
     const OutputFile file = LookedUp(path);
-    Descriptor target(::open(file.native.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
-    struct stat old {};
-    if (!target.IsOpen() || ::fstat(target.Get(), &old) != 0)
-        RefuseWith("write", file.path, errno);
-    int error = WriteBytes(target.Get(), bytes);
-    if (error != 0 && ::ftruncate(target.Get(), old.st_size) == 0 && old.st_size == 0)
-        ::unlink(file.native.c_str());
-    if (const int fault = target.Close(); error == 0)
-        error = fault;
-    if (error != 0)
+    if (const int error = AppendTo(file.native, bytes))
         RefuseWith("write", file.path, error);
     if (!file.exists)
         names_.Added(file.native);

@@ -1,13 +1,11 @@
 #include "platform/posix/folder_locks.h"
 
-#include "platform/posix/descriptor.h"
-
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <thread>
-#include <utility>
 
 namespace kiv {
 
@@ -19,27 +17,55 @@ constexpr int kTries = 1000;
 /// The kernel lets go of the folder when the descriptor is closed, at the latest with the process.
 class PosixFolderLock : public FolderLock {
   public:
-    explicit PosixFolderLock(Descriptor folder) : folder_(std::move(folder)) {}
+    explicit PosixFolderLock(std::shared_ptr<Descriptor> folder) : folder_(std::move(folder)) {}
 
   private:
-    Descriptor folder_;
+    std::shared_ptr<Descriptor> folder_; // null: nothing is held
 };
+
+bool KnowsNoLocks(int error)
+{
+    return error == ENOLCK || error == EOPNOTSUPP || error == ENOSYS || error == EINVAL;
+}
+
+int WaitForLock(const Descriptor& folder)
+{
+    for (int i = 0; ::flock(folder.Get(), LOCK_EX | LOCK_NB) != 0; ++i) {
+        const int error = errno;
+        if (KnowsNoLocks(error))
+            return 0;
+        if (error != EINTR && (error != EWOULDBLOCK || i >= kTries))
+            return error;
+        if (error == EWOULDBLOCK)
+            std::this_thread::sleep_for(kPause);
+    }
+    return 0;
+}
 
 } // namespace
 
-std::unique_ptr<FolderLock> LockPosixFolder(const std::string& folder)
+int PosixFolderLocks::Lock(const std::string& folder, std::unique_ptr<FolderLock>& lock)
 {
     Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    for (int i = 0; opened.IsOpen() && ::flock(opened.Get(), LOCK_EX | LOCK_NB) != 0; ++i) {
-        const bool is_held = errno == EWOULDBLOCK;
-        if (!is_held && errno != EINTR)
-            break;
-        if (i == kTries)
-            return nullptr;
-        if (is_held)
-            std::this_thread::sleep_for(kPause);
+    // One may be allowed to write into a folder that one may not read.
+    if (!opened.IsOpen() && errno != EACCES && errno != EROFS)
+        return errno;
+    std::shared_ptr<Descriptor> shared;
+    if (opened.IsOpen()) {
+        struct stat state {};
+        if (::fstat(opened.Get(), &state) != 0)
+            return errno;
+        std::weak_ptr<Descriptor>& held = held_[{state.st_dev, state.st_ino}];
+        shared = held.lock();
+        if (!shared) {
+            if (const int error = WaitForLock(opened))
+                return error;
+            shared = std::make_shared<Descriptor>(std::move(opened));
+            held = shared;
+        }
     }
-    return std::make_unique<PosixFolderLock>(std::move(opened));
+    lock = std::make_unique<PosixFolderLock>(std::move(shared));
+    return 0;
 }
 
 } // namespace kiv

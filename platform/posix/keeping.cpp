@@ -13,6 +13,7 @@ namespace kiv {
 namespace {
 
 constexpr mode_t kOthers = 07;
+constexpr mode_t kBits = 07777;
 constexpr mode_t kKeptBits = 01777; // less set-user and set-group
 
 mode_t ClassOf(mode_t mode, unsigned place)
@@ -142,7 +143,7 @@ void CopyAttributes(int draft, const std::string& native, const Attributes& attr
         rest.remove_prefix(name.size() + 1);
     }
     if (!all)
-        lost.emplace_back("extended attributes");
+        lost.emplace_back("its extended attributes");
 }
 
 #else
@@ -167,6 +168,13 @@ void CopyAttributes(int, const std::string&, const Attributes&, Lost&) {}
 
 #endif
 
+/// An error that says that the user may not set a thing, or that the file system has no such thing.
+bool MayNotBeSet(int error)
+{
+    return error == EPERM || error == EACCES || error == EINVAL || error == ENOSYS ||
+           error == EOPNOTSUPP;
+}
+
 /// Owner and group, each for itself. Notes what is lost.
 int KeepOwners(int draft, const struct stat& old, Lost& lost)
 {
@@ -175,15 +183,30 @@ int KeepOwners(int draft, const struct stat& old, Lost& lost)
         return errno;
     // The group first: who has given the file away may not change it any more.
     if (state.st_gid != old.st_gid && ::fchown(draft, static_cast<uid_t>(-1), old.st_gid) != 0) {
-        if (errno != EPERM && errno != EINVAL)
+        if (!MayNotBeSet(errno))
             return errno;
         lost.emplace_back("its group");
     }
     if (state.st_uid != old.st_uid && ::fchown(draft, old.st_uid, static_cast<gid_t>(-1)) != 0) {
-        if (errno != EPERM && errno != EINVAL)
+        if (!MayNotBeSet(errno))
             return errno;
         lost.emplace_back("its owner");
     }
+    return 0;
+}
+
+/// The mode. Where it cannot be set, what the draft has will do as long as it gives nobody more;
+/// notes what is lost.
+int KeepMode(int draft, mode_t mode, Lost& lost)
+{
+    if (::fchmod(draft, mode) == 0)
+        return 0;
+    const int error = errno;
+    struct stat state {};
+    if (!MayNotBeSet(error) || ::fstat(draft, &state) != 0 || (state.st_mode & kBits & ~mode) != 0)
+        return error;
+    if ((state.st_mode & kBits) != mode)
+        lost.emplace_back("its mode");
     return 0;
 }
 
@@ -216,7 +239,7 @@ int TakeOver(int draft, const std::string& native, const struct stat& old, Lost&
     if (Has(lost, "its group") || Has(lost, "its access list"))
         mode = WithoutGroup(mode);
     CopyAttributes(draft, native, attributes, lost);
-    return ::fchmod(draft, mode) == 0 ? 0 : errno;
+    return KeepMode(draft, mode, lost);
 }
 
 } // namespace kiv

@@ -5,6 +5,7 @@
 #include "platform/temporary_names.h"
 #include "platform/windows/api.h"
 #include "platform/windows/folder_locks.h"
+#include "platform/windows/paths.h"
 #include "platform/windows/wide_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -107,6 +108,18 @@ std::vector<FileName> WindowsDriveFiles::Names(const std::string& folder, bool f
     return names;
 }
 
+std::string WindowsDriveFiles::PlaceOf(const OutputFile& file)
+{
+    const std::wstring native = WideFromUtf8(file.native);
+    const std::wstring folder = NativeFolderOf(native);
+    std::wstring& known = final_folders_[folder];
+    if (std::wstring found = folder; known.empty() && FindFinalPath(found) == 0)
+        known = std::move(found);
+    if (known.empty())
+        return {};
+    return Utf8FromWide(UpperCaseOf(InNativeFolder(known, NativeNameOf(native))));
+}
+
 std::unique_ptr<FolderLock> WindowsDriveFiles::LockFolder(std::string_view folder)
 {
     const std::string absolute = Absolute(folder);
@@ -141,6 +154,7 @@ void WindowsDriveFiles::Refresh()
     DriveFiles::Refresh();
     tidied_.clear();
     places_.clear();
+    final_folders_.clear();
 }
 
 std::unique_ptr<Drives> MakeDriveFiles(const DriveMap& drives)

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -29,6 +30,7 @@ class WindowsDriveFiles : public DriveFiles {
     std::string ReadFile(std::string_view path) override;
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override;
     OutputFile Open(std::string_view path) override;
+    std::string PlaceOf(const OutputFile& file) override;
     void Commit(const OutputFile& file, std::string_view bytes) override;
     void AppendToFile(std::string_view path, std::string_view bytes) override;
     void CommitSource(const OutputFile& file, std::string_view bytes,
@@ -85,8 +87,9 @@ class WindowsDriveFiles : public DriveFiles {
     void TidyFolderOf(const std::wstring& native);
 
     WindowsNames names_;
-    std::unordered_set<std::wstring> tidied_; // native folders
-    std::vector<OutputFile> places_;          // of the files written
+    std::unordered_set<std::wstring> tidied_;                      // native folders
+    std::vector<OutputFile> places_;                               // of the files written
+    std::unordered_map<std::wstring, std::wstring> final_folders_; // of native ones; for PlaceOf
 };
 
 /// Whether Windows allows the names in an absolute path.

@@ -113,17 +113,18 @@ void WindowsDriveFiles::AppendToFile(std::string_view path, std::string_view byt
         RefuseWith("write", file.path, ERROR_FILE_READ_ONLY);
     WindowsHandle target(::CreateFileW(native.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const bool is_made = target.IsOpen() && ::GetLastError() != ERROR_ALREADY_EXISTS;
     LARGE_INTEGER end{};
     if (!target.IsOpen() || ::SetFilePointerEx(target.Get(), {}, &end, FILE_END) == 0)
         RefuseWith("write", file.path, static_cast<int>(::GetLastError()));
     DWORD error = WriteBytes(target, bytes);
-    if (error != 0) {
+    if (error != 0) { // nobody else may write while it is open here
         ::SetFilePointerEx(target.Get(), end, nullptr, FILE_BEGIN);
         ::SetEndOfFile(target.Get());
     }
     if (const DWORD fault = target.Close(); error == 0)
         error = fault;
-    if (error != 0 && !file.exists)
+    if (error != 0 && is_made && StateOf(native, old) == 0 && old.size == 0)
         ::DeleteFileW(native.c_str());
     if (error != 0)
         RefuseWith("write", file.path, static_cast<int>(error));

@@ -3,6 +3,7 @@
 #include "platform/windows/api.h"
 #include "platform/windows/folders.h"
 #include "platform/windows/handle.h"
+#include "platform/windows/paths.h"
 
 #include <cstdint>
 #include <sddl.h>
@@ -29,13 +30,9 @@ class WindowsFolderLock : public FolderLock {
 /// What a mutex may be called, which is neither long nor with "\", for each folder another.
 std::wstring LockName(std::wstring folder)
 {
-    FindFinalPath(folder); // else its path as it is
-    const int size = static_cast<int>(folder.size());
-    std::wstring upper = folder;
-    ::LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_UPPERCASE, folder.data(), size, upper.data(), size,
-                    nullptr, nullptr, 0);
+    FindFinalPath(folder);                      // else its path as it is
     std::uint64_t hash = 14695981039346656037U; // FNV-1a
-    for (const wchar_t unit : upper)
+    for (const wchar_t unit : UpperCaseOf(folder))
         hash = (hash ^ static_cast<std::uint16_t>(unit)) * 1099511628211U;
     return L"kiv-folder-" + std::to_wstring(hash);
 }

@@ -31,6 +31,15 @@ std::wstring InNativeFolder(std::wstring folder, std::wstring_view name)
     return folder.append(name);
 }
 
+std::wstring UpperCaseOf(const std::wstring& native)
+{
+    const int size = static_cast<int>(native.size());
+    std::wstring upper = native;
+    ::LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_UPPERCASE, native.data(), size, upper.data(), size,
+                    nullptr, nullptr, 0);
+    return upper;
+}
+
 std::wstring ProcessPath(const std::wstring& path)
 {
     const DWORD size = ::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);

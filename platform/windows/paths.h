@@ -11,6 +11,9 @@ std::wstring NativeFolderOf(std::wstring_view native);
 std::wstring NativeNameOf(std::wstring_view native);
 std::wstring InNativeFolder(std::wstring folder, std::wstring_view name);
 
+/// The path in upper case, by which those of one file are the same: Windows ignores case.
+std::wstring UpperCaseOf(const std::wstring& native);
+
 /// The full form of a path by the process's own directories, one for each drive.
 std::wstring ProcessPath(const std::wstring& path);
 

@@ -36,8 +36,10 @@ void DeleteLeftTemporaries(const std::wstring& folder)
     std::vector<std::wstring> left;
     // What cannot be listed stays for another run.
     ForEachName(folder, [&](const WindowsName& name) {
-        const int process = name.is_folder ? 0 : ProcessOfTemporary(FromWide(name.native));
-        if (process != 0 && IsGone(process))
+        const std::string text = FromWide(name.native);
+        const int process = name.is_folder ? 0 : ProcessOfTemporary(text);
+        // Swaps are for another system's program, on a disk that both use, to look at.
+        if (process != 0 && !ReadSwapName(text) && IsGone(process))
             left.push_back(InNativeFolder(folder, name.native));
         return true;
     });

@@ -31,6 +31,57 @@ TEST_F(SiteCommands, Build)
     EXPECT_NE(Content("site/index.htm"), plain);
 }
 
+/// A page that is written over what the build or the program goes by is told without being asked.
+TEST_F(SiteCommands, APageInAnOwnPlaceIsToldOnStandardError)
+{
+    Put("site/_html.txt",
+        "@FILE = index\n@TITLE = T\n$$9[x\n$$9[y\n@FILE = _html.txt\n@TITLE = U\n");
+    const std::string list = Content("site/_html.txt");
+    const Printed printed = Call({"build", "C:\\site"});
+    EXPECT_EQ(printed.code, 0);
+    EXPECT_EQ(printed.out, "2 files written\n");
+    EXPECT_EQ(printed.err, "kiv: Missing closed bracket: x\n"
+                           "kiv: The page \"_html.txt\" is written over a source of this build: "
+                           "C:\\site\\_html.txt (C:\\site\\_html.txt, line 5, page _html.txt)\n");
+    Put("site/_html.txt", list);
+    const Json report = Report({"build", "C:\\site"});
+    EXPECT_EQ(report["messages"], Json::Parse(R"(["Missing closed bracket: x"])"));
+    EXPECT_EQ(report["warnings"].Size(), 3U);
+}
+
+#ifndef _WIN32
+TEST_F(SiteCommands, AnOwnPlaceIsOneByWhateverPath)
+{
+    namespace fs = std::filesystem;
+    const std::string settings = "is written over a settings file of kiv";
+    const std::string source = "is written over a source of this build";
+    Put("utils/kivnews.ini", ";\n");
+    Put("site/menu.txt", "menu\n");
+    fs::create_directory_symlink("utils", Root() / "shortcut");
+    fs::create_symlink("utils/kivnews.ini", Root() / "news.txt");
+    fs::create_directory_symlink("site", Root() / "same");
+    fs::create_symlink("menu.txt", Root() / "site/linked.txt");
+    const std::pair<std::string, std::string> pages[] = {
+        {"Z:" + Root().string() + "/utils/kiv_editpad.txt", settings},
+        {"C:\\shortcut\\kiv_editpad.txt", settings},
+        {"C:\\news.txt", settings},
+        {"C:\\same\\_HTML.txt", source},
+        {"menu.txt", source},
+        {"C:\\utils\\other.txt", ""},
+    };
+    for (const auto& [page, told] : pages) {
+        Put("site/_html.txt", "++linked.txt\n@FILE = " + page + "\n@TITLE = T\n");
+        const Printed printed = Call({"build", "C:\\site"});
+        EXPECT_EQ(printed.code, 0) << page;
+        if (told.empty())
+            EXPECT_EQ(printed.err, "") << page;
+        else
+            EXPECT_THAT(printed.err, HasSubstr(told)) << page;
+        Put("site/menu.txt", "menu\n");
+    }
+}
+#endif
+
 TEST_F(SiteCommands, Group)
 {
     Put("site/_group.txt", "a");

@@ -31,6 +31,7 @@ class FailingFiles : public Files {
         return Step().ReadPart(path, offset, count);
     }
     OutputFile Open(std::string_view path) override { return Step().Open(path); }
+    std::string PlaceOf(const OutputFile& file) override { return files_.PlaceOf(file); }
     void Commit(const OutputFile& file, std::string_view bytes) override
     {
         Step().Commit(file, bytes);

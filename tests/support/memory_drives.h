@@ -42,6 +42,7 @@ class MemoryDrives : public DriveFiles {
     std::string ReadFile(std::string_view path) override;
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override;
     OutputFile Open(std::string_view path) override;
+    std::string PlaceOf(const OutputFile& file) override;
     void Commit(const OutputFile& file, std::string_view bytes) override;
     void AppendToFile(std::string_view path, std::string_view bytes) override;
     void CommitSource(const OutputFile& file, std::string_view bytes,
@@ -84,7 +85,6 @@ class MemoryDrives : public DriveFiles {
 
     std::map<char, MemoryNode> roots_;
     std::set<std::string> sought_;
-    std::set<const MemoryNode*> locked_;
     std::int64_t changes_ = 0;
 };
 

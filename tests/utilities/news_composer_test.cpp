@@ -176,6 +176,68 @@ TEST_F(NewsComposer, ASecondItemTakesTheSwitchOfTheFirst)
                   "++txt\\pr040504.txt\r\nc\r\n");
 }
 
+/// A site that is its own home: one list gets what both would.
+class NewsOfOneFolder : public NewsComposer {
+  protected:
+    /// Composes twice. `home` is another path to the folder of the site.
+    void ExpectOneOfEach(const std::string& home)
+    {
+        news.settings.presets = {{"Site", "C:\\internet\\plain\\", "", "", home, false}};
+        item.site = 1;
+        EXPECT_TRUE(Compose()) << home;
+        const std::string list = std::string("a\r\n;inserthere1\r\n") + kBang + kBang +
+                                 "b\r\n;inserthere2\r\n" + kEntry + "c\r\n";
+        EXPECT_EQ(desk.Content("internet/plain/_html.txt"), list) << home;
+        EXPECT_EQ(desk.Content("internet/plain/txt/pr040504.txt"), "x");
+        EXPECT_THAT(desk.programs.files,
+                    ElementsAre("C:\\internet\\plain\\txt\\pr040504.txt",
+                                "C:\\internet\\plain\\_html.txt", home + "_html.txt"));
+        EXPECT_FALSE(Compose());
+        EXPECT_THAT(desk.reporter.shown, ElementsAre("That file already exists. Try Again."));
+        EXPECT_EQ(desk.Content("internet/plain/_html.txt"), list) << home;
+    }
+};
+
+TEST_F(NewsOfOneFolder, InOneSpelling)
+{
+    ExpectOneOfEach("C:\\internet\\plain\\");
+}
+
+TEST_F(NewsOfOneFolder, InTwoSpellings)
+{
+    ExpectOneOfEach("c:/Internet/x/../PLAIN/");
+}
+
+#ifndef _WIN32
+TEST_F(NewsOfOneFolder, ByALink)
+{
+    std::filesystem::create_directory_symlink("plain", desk.Root() / "internet/home");
+    ExpectOneOfEach("C:\\internet\\home\\");
+}
+
+TEST_F(NewsOfOneFolder, ByAnotherDrive)
+{
+    ExpectOneOfEach("Z:" + (desk.Root() / "internet/plain/").string());
+}
+
+TEST_F(NewsComposer, OneListForTwoFolders)
+{
+    std::filesystem::remove(desk.Root() / "internet/m/_html.txt");
+    std::filesystem::create_symlink("news/_html.txt", desk.Root() / "internet/m/_html.txt");
+    item.site = 1;
+    EXPECT_TRUE(Compose());
+    EXPECT_EQ(desk.Content("internet/m/news/_html.txt"),
+              std::string("a\r\n;inserthere1\r\n") + kBang + kBang + "b\r\n;inserthere2\r\n" +
+                  kEntry + "c\r\n");
+}
+#endif
+
+TEST_F(NewsOfOneFolder, TakenUpAgain)
+{
+    desk.Put("internet/plain/txt/pr040504.txt", "x");
+    ExpectOneOfEach("C:/internet/plain/");
+}
+
 TEST_F(NewsComposer, LeadDoublingCleaning)
 {
     item.lead = "Lead";

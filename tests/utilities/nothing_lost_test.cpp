@@ -78,9 +78,9 @@ TEST(NothingLost, NewsComposer)
         item.text = "new";
         ComposeNews(machine, news, item);
     };
-    // Two folders looked at and locked, the article looked for, the folder entered, two lists read,
-    // three places found and written to.
-    EXPECT_EQ(RunsThatFail(lay_out, tool), 16);
+    // Three folders looked at, with a place in each, and locked, the article looked for, the folder
+    // entered, two lists read and told apart by their places, three places found and written to.
+    EXPECT_EQ(RunsThatFail(lay_out, tool), 21);
 }
 
 TEST(NothingLost, PictureLists)
@@ -113,6 +113,58 @@ TEST(NothingLost, TitleGrab)
     };
     // Two listings, two pages read twice, one file to find a place for and to write.
     EXPECT_EQ(RunsThatFail(lay_out, tool), 8);
+}
+
+/// Notes which sources are written, and which the disk is only to keep.
+class WatchedFiles : public test::FailingFiles {
+  public:
+    explicit WatchedFiles(Files& files) : FailingFiles(files, -1) {}
+    void CommitSource(const OutputFile& file, std::string_view bytes,
+                      const Expectation& expected) override
+    {
+        FailingFiles::CommitSource(file, bytes, expected);
+        told.push_back((expected.is_record ? "kept " : "written ") + file.path);
+    }
+    std::vector<std::string> told;
+};
+
+/// What a run that was cut short has put into place may not have reached the disk.
+TEST(NothingLost, NewsHasTheDiskKeepWhatARunBeforeHasDone)
+{
+    UtilityDesk desk;
+    constexpr const char* kBang = "!!1[|pr040504||||]\r\n";
+    desk.Put("site/_html.txt", ";inserthere1\r\n");
+    desk.Put("site/news/_html.txt", std::string(";inserthere1\r\n") + kBang);
+    desk.Put("site/news/txt/pr040504.txt", "new");
+    WatchedFiles files(desk.machine.files);
+    Machine machine{files,
+                    desk.machine.native_paths,
+                    desk.machine.clock,
+                    desk.clipboard,
+                    desk.programs,
+                    desk.reporter,
+                    desk.pictures};
+    NewsDesk news;
+    news.settings.presets = {{"Site", "C:\\site\\news\\", "", "", "C:\\site\\", false}};
+    news.switchto = [](std::string_view) {};
+    NewsItem item;
+    item.site = 1;
+    item.file_name = "pr040504";
+    item.text = "new";
+    item.as_is = true;
+    EXPECT_TRUE(ComposeNews(machine, news, item));
+    EXPECT_THAT(files.told, testing::ElementsAre("kept C:\\site\\news\\txt\\pr040504.txt",
+                                                 "kept C:\\site\\news\\_html.txt",
+                                                 "written C:\\site\\_html.txt"));
+    files.told.clear();
+    EXPECT_FALSE(ComposeNews(machine, news, item)); // there is such an article, and all is done
+    EXPECT_THAT(files.told,
+                testing::ElementsAre("kept C:\\site\\news\\txt\\pr040504.txt",
+                                     "kept C:\\site\\news\\_html.txt", "kept C:\\site\\_html.txt"));
+    files.told.clear();
+    item.text = "another";
+    EXPECT_FALSE(ComposeNews(machine, news, item));
+    EXPECT_THAT(files.told, testing::IsEmpty());
 }
 
 #ifndef _WIN32

@@ -182,8 +182,9 @@ TEST_F(DriveCare, WhoMayNotGiveAFileBackSaysSo)
         files->WriteFile("a.txt", "new");
     }
     EXPECT_EQ(Content("a.txt"), "new");
-    EXPECT_THAT(files->Losses(),
-                testing::ElementsAre("C:\\a.txt was replaced and has lost its group, its owner"));
+    EXPECT_THAT(
+        files->Losses(),
+        testing::ElementsAre("C:\\a.txt was replaced and has lost its group and its owner"));
     // Of two groups and others nobody has more than the least of what there was: others could read
     // and write, the group could read.
     EXPECT_EQ(State("a.txt").st_mode & 07777U, 0644U);

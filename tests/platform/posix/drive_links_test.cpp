@@ -1,7 +1,10 @@
 // Links and pipes: Windows makes links for administrators alone, and has no pipes in folders.
 #include "tests/platform/drive_test.h"
 
+#include <atomic>
+#include <chrono>
 #include <gmock/gmock.h>
+#include <thread>
 
 namespace kiv {
 namespace {
@@ -20,6 +23,47 @@ TEST_F(DriveLinks, TwoWaysToOneFolderShareWhatWasWritten)
     EXPECT_FALSE(files->FileExists("real\\A.htm"));
     files->WriteFile("real\\a.htm", "1");
     EXPECT_TRUE(files->FileExists("alias\\A.htm"));
+}
+
+TEST_F(DriveLinks, ARunSharesTheLockOfAFolderByWhateverPath)
+{
+    PutFolder("real");
+    std::filesystem::create_directory_symlink("real", root + "/alias");
+    const auto other = MakeDriveFiles({{'C', root}});
+    auto lock = files->LockFolder("C:\\real");
+    auto same = files->LockFolder("C:/ALIAS/");
+    auto once_more = files->LockFolder("Z:" + root + "/real");
+    lock.reset();
+    std::atomic<bool> is_free = false;
+    std::thread waiting([&] {
+        const auto second = other->LockFolder("C:\\real");
+        EXPECT_TRUE(is_free);
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    same.reset();
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    is_free = true;
+    once_more.reset();
+    waiting.join();
+}
+
+TEST_F(DriveLinks, OnePlaceByWhateverPath)
+{
+    PutFolder("Real");
+    Put("Real/a.htm");
+    PutFolder("other");
+    Put("other/a.htm");
+    std::filesystem::create_directory_symlink("Real", root + "/alias");
+    std::filesystem::create_symlink("alias/a.htm", root + "/b.htm");
+    const auto place = [&](const std::string& path) { return files->PlaceOf(files->Open(path)); };
+    const std::string wanted = place("C:\\Real\\a.htm");
+    EXPECT_NE(wanted, "");
+    for (const std::string& path : {std::string("real/A.HTM"), std::string("alias\\a.htm"),
+                                    std::string("B.htm"), "Z:" + root + "/Real/a.htm"})
+        EXPECT_EQ(place(path), wanted) << path;
+    for (const char* const path : {"other\\a.htm", "Real\\new.htm", "a.htm"})
+        EXPECT_NE(place(path), wanted) << path;
+    EXPECT_EQ(place("alias\\new.htm"), place("real\\NEW.htm")); // not there yet
 }
 
 TEST_F(DriveLinks, DeletingALinkLeavesItsFile)
