@@ -34,7 +34,7 @@ int WaitForLock(const Descriptor& folder)
         const int error = errno;
         if (KnowsNoLocks(error))
             return 0;
-        if (error != EINTR && (error != EWOULDBLOCK || i >= kTries))
+        if (i >= kTries || (error != EINTR && error != EWOULDBLOCK))
             return error;
         if (error == EWOULDBLOCK)
             std::this_thread::sleep_for(kPause);

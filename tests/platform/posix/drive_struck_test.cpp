@@ -46,7 +46,7 @@ class DriveStruck : public DriveTest {
 
 TEST_F(DriveStruck, ALockThatFailsIsNotTaken)
 {
-    for (const int error : {EIO, EBADF, ENOMEM}) {
+    for (const int error : {EIO, EBADF, ENOMEM, EINTR}) { // each time that it is asked for
         const StruckCalls struck({{.call = "flock", .error = error}});
         EXPECT_THAT(ErrorOf([&] { files->LockFolder("C:\\"); }),
                     AllOf(StartsWith("file: cannot work in C:\\: "),
