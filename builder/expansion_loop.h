@@ -75,7 +75,7 @@ Change ExpandUse(MergedLine& line, TextCursor& cursor, std::string_view name, Ex
         cursor.Put(use.size, expansion.text);
         change.from = cursor.At();
     }
-    if (line.tracer != nullptr)
+    if (line.tracer != nullptr) [[unlikely]]
         line.tracer->Note(std::string(name) + "[", std::move(expansion.told), cursor.Before(),
                           cursor.Rest(), expansion.from);
     return change;

@@ -25,7 +25,7 @@ constexpr std::string_view kSiteMapMark = "<!--SITEMAPHERE-->";
 /// Tells the trace which page the line written last stands for.
 void TellPage(Tracer* tracer, std::string_view mark, int page)
 {
-    if (tracer != nullptr)
+    if (tracer != nullptr) [[unlikely]]
         tracer->PutWritten(mark, tracer->PageText(page),
                            tracer->Known().Field(page, PageField::file).place);
 }
@@ -191,7 +191,7 @@ void WritePageDropDown(Build& build, Tracer* tracer)
     int number = 0;
     output.append("<table cellspacing=0 cellpadding=0 border=0><tr><FORM name=\"selectone\"><td>");
     WriteLine(output, kSelect);
-    if (tracer != nullptr)
+    if (tracer != nullptr) [[unlikely]]
         tracer->PutWritten(kDropDownMark, "the drop-down of all pages begins", {});
     ForEachPage(build.state, 1, [&](const PageRecord& page) {
         output.append("<option value=\"").append(page.file);
@@ -200,14 +200,14 @@ void WritePageDropDown(Build& build, Tracer* tracer)
         TellPage(tracer, kDropDownMark, ++number);
     });
     WriteLine(output, "</SELECT></td></FORM></tr></table>");
-    if (tracer != nullptr)
+    if (tracer != nullptr) [[unlikely]]
         tracer->PutWritten(kDropDownMark, "the drop-down of all pages ends", {});
 }
 
 void WritePageList(Build& build, Tracer* tracer)
 {
     BuildState& state = build.state;
-    if (tracer != nullptr)
+    if (tracer != nullptr) [[unlikely]]
         return TellPageList(build, *tracer);
     if (!state.page_list_is_valid) {
         state.page_list.clear();
@@ -235,7 +235,7 @@ void WriteSiteMap(Build& build, Tracer* tracer)
     WriteLine(output, "<ul class=\"sitemap\">");
     WriteLine(output, map.text); // the map ends its last line itself, so an empty line follows
     WriteLine(output, "</ul>");
-    if (tracer != nullptr)
+    if (tracer != nullptr) [[unlikely]]
         TellSiteMap(std::string_view(output).substr(start), map, *tracer);
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace kiv {
 
@@ -27,8 +28,10 @@ class OwnPlaces {
 
     Files& files_;
     const Sources& sources_;
-    std::unordered_map<std::string, Kind> kinds_; // by place
-    std::size_t learned_ = 0;                     // of the sources
+    std::unordered_map<std::string, Kind> kinds_;   // by place
+    std::unordered_map<std::string, bool> folders_; // whether it is there, by path
+    std::vector<std::string> names_;                // of the native paths
+    std::size_t learned_ = 0;                       // of the sources
 };
 
 } // namespace kiv

@@ -73,7 +73,7 @@ bool PageListParser::TakeDefinition(SourceLine& line)
             const int slot = NumericHead(text.substr(2, 2));
             state_.NumberedVariables[static_cast<Family>(family)][slot] =
                 DecodeLineBreaks(FromChar(text, 7));
-            if (build_.tracer)
+            if (build_.tracer) [[unlikely]]
                 build_.tracer->DefineVariable(static_cast<Family>(family), slot, line);
             return true;
         }
@@ -82,6 +82,8 @@ bool PageListParser::TakeDefinition(SourceLine& line)
 
 void PageListParser::TakeDirective(SourceLine& line)
 {
+    if (!line.text.starts_with('@'))
+        return;
     std::string_view text = line.text;
     const TakenDirective taken = TakePageDirective(state_, page_, text);
     if (build_.tracer && !taken.word.empty()) {
@@ -158,7 +160,7 @@ void PageListParser::StartPage(SourceLine& line)
     state_.PageLines[page_][line_number_] = {kEndMarker, {}, 0};
     line_number_ = 1;
     ++page_;
-    if (build_.tracer)
+    if (build_.tracer) [[unlikely]]
         build_.tracer->DefineField(page_, PageField::file, kPageStart, line);
     state_.PageLines[page_].Reserve(LinesOfPage() + 2); // entry 0 and the marker
 }

@@ -28,12 +28,12 @@ constexpr std::string_view kNewYearOff = "New Year text, which is off";
 /// The switches begin with "@@", which few lines do.
 bool IsStop(std::string_view line)
 {
-    return StartsWithNoCase(line, "@@stop");
+    return line.starts_with("@@") && StartsWithNoCase(line, "@@stop");
 }
 
 bool IsEoy(std::string_view line)
 {
-    return StartsWithNoCase(line, "@@EOY");
+    return line.starts_with("@@") && StartsWithNoCase(line, "@@EOY");
 }
 
 /// Whether a "<zu" stands in the line. Many lines hold a "<", few a "z".
@@ -173,7 +173,7 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, SourceLine line)
 void PageListReader::AddPrefix(SourceLine& line)
 {
     const std::string_view text = state_.sources.Prefixed(prefix_, line.text);
-    if (build_.tracer && !prefix_.empty())
+    if (build_.tracer && !prefix_.empty()) [[unlikely]]
         build_.tracer->Change(line, prefix_,
                               Joined({"stands before every included line since ", prefix_, "++"}),
                               text);

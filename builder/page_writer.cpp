@@ -144,7 +144,7 @@ void PageWriter::BeginPage(int number)
 void PageWriter::BeginTrace(const TracedPage& page)
 {
     line_.tracer = nullptr;
-    if (build_.tracer && build_.tracer->BeginPage(page))
+    if (build_.tracer && build_.tracer->BeginPage(page)) [[unlikely]]
         line_.tracer = build_.tracer.get();
 }
 
@@ -176,7 +176,7 @@ void PageWriter::WriteSeparator()
     output.append("<a name=\"p").append(FromChar(LineOf(next, 1), 9));
     output.append("\"></a><div class=\"sub99\">").append(FromChar(LineOf(next, 2), 10));
     WriteLine(output, "</div>");
-    if (line_.tracer != nullptr)
+    if (line_.tracer != nullptr) [[unlikely]]
         TellOwnText(line_.tracer->Known().Field(next, PageField::file),
                     "the line that parts two pages on a single page");
 }
@@ -278,7 +278,7 @@ void PageWriter::WriteBody()
     for (; lines[number].text != kEndMarker; ++number) {
         const SourceLine& line = lines[number];
         const Triggers triggers = ScanLine(line.text) & ~kTemplateOnly;
-        if (line_.tracer != nullptr)
+        if (line_.tracer != nullptr) [[unlikely]]
             line_.tracer->Begin(line);
         if (triggers == 0) {
             WriteBodyLine(number, line.text);
@@ -293,7 +293,7 @@ void PageWriter::WriteBody()
     }
     if (state_.page.redirects)
         state_.output.resize(start);
-    if (line_.tracer != nullptr)
+    if (line_.tracer != nullptr) [[unlikely]]
         TellEndOfBody(number);
 }
 
@@ -304,7 +304,7 @@ void PageWriter::PutFileText()
     const std::string name(Trim(FromChar(line_.text, 4)));
     line_.text = files.ReadFile(name);
     state_.sources.AddFile(AbsolutePath(name, files.CurrentDirectory()));
-    if (line_.tracer != nullptr)
+    if (line_.tracer != nullptr) [[unlikely]]
         line_.tracer->PutFile(name, line_.text);
 }
 
@@ -314,7 +314,7 @@ void PageWriter::WriteBodyLine(int number, std::string_view line)
     const bool is_dropped = number == 3 && line.empty();
     if (!is_dropped)
         WriteLine(state_.output, line);
-    if (line_.tracer != nullptr)
+    if (line_.tracer != nullptr) [[unlikely]]
         line_.tracer->End(line, state_.page.redirects ? kRedirects : is_dropped ? kThirdLine : "");
 }
 
@@ -338,7 +338,7 @@ void PageWriter::WriteEnd()
     if (state_.page.redirects)
         return;
     WriteShowHideScript(state_.output, state_.page.bangs);
-    if (line_.tracer != nullptr)
+    if (line_.tracer != nullptr) [[unlikely]]
         line_.tracer->TellToggles();
     if (const PageShell* const shell = FindPageShell(build_.CurrentRecord().mode))
         WriteShell(shell->closing, "what stands behind the page's text");
@@ -348,7 +348,7 @@ void PageWriter::WriteEnd()
 
 void PageWriter::WriteTemplate(const TemplatePieces& pieces)
 {
-    if (build_.tracer)
+    if (build_.tracer) [[unlikely]]
         build_.tracer->template_used = true;
     for (const TemplatePiece& piece : pieces) {
         if (!piece.finished.empty()) {
@@ -356,11 +356,11 @@ void PageWriter::WriteTemplate(const TemplatePieces& pieces)
             continue;
         }
         SetPlace(piece.line);
-        if (line_.tracer != nullptr)
+        if (line_.tracer != nullptr) [[unlikely]]
             line_.tracer->Begin(piece.line);
         line_.Begin(piece.line.text, piece.triggers);
         WriteTemplateLine(line_);
-        if (line_.tracer != nullptr)
+        if (line_.tracer != nullptr) [[unlikely]]
             line_.tracer->EndOfTemplate(line_.text);
     }
 }

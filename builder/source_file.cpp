@@ -41,13 +41,13 @@ SourceLine SourceFile::NextLine()
 
 void SourceFile::TellUnused(int first, std::string_view reason) const
 {
-    if (build_.tracer)
+    if (build_.tracer) [[unlikely]]
         build_.tracer->Unused({name_, first, line_}, content_, reason);
 }
 
 void SourceFile::TellUnusedBefore(int first, std::string_view reason) const
 {
-    if (build_.tracer && first < line_)
+    if (build_.tracer && first < line_) [[unlikely]]
         build_.tracer->Unused({name_, first, line_ - 1}, content_, reason);
 }
 
@@ -63,7 +63,7 @@ void SourceFile::TellRest(std::string_view reason) const
 void SourceFile::TellMade(SourceLine& line, int first, std::string_view name,
                           std::string text) const
 {
-    if (build_.tracer)
+    if (build_.tracer) [[unlikely]]
         build_.tracer->Replace(line, first, content_, name, std::move(text));
 }
 

@@ -23,7 +23,7 @@ void FillMeta(MergedLine& line, std::string_view name, std::string_view content,
     line.bound.AddSource(content.size());
     line.text =
         "<meta NAME=\"" + std::string(name) + "\" CONTENT=\"" + std::string(content) + "\">";
-    if (line.tracer != nullptr) {
+    if (line.tracer != nullptr) [[unlikely]] {
         const SourceSpan from =
             line.tracer->Known().Field(line.build.state.page.number, field).place;
         line.tracer->Note(
@@ -67,7 +67,7 @@ bool FilterByPosition(MergedLine& line)
     }
     const std::string code = line.text.substr(0, 3);
     line.text.erase(0, keep ? 3 : npos);
-    if (line.tracer != nullptr)
+    if (line.tracer != nullptr) [[unlikely]]
         line.tracer->Note(
             code,
             PositionWords(code[1], keep, line.build.state.page.number, line.build.state.PageCount),
@@ -81,7 +81,7 @@ bool PlaceDropDown(MergedLine& line)
         return false;
     WritePageDropDown(line.build, line.tracer);
     const std::string mark = std::exchange(line.text, {});
-    if (line.tracer != nullptr)
+    if (line.tracer != nullptr) [[unlikely]]
         line.tracer->Note(mark, "the list stands before it, and nothing is left of it", line.text);
     return true;
 }

@@ -25,7 +25,7 @@ void KeepOrClear(MergedLine& line, std::size_t size, bool keep)
 {
     const std::string prefix = line.tracer != nullptr ? line.text.substr(0, size) : "";
     line.text.erase(0, keep ? size : npos);
-    if (line.tracer != nullptr)
+    if (line.tracer != nullptr) [[unlikely]]
         line.tracer->Note(prefix, PassWords(line.build, keep), line.text);
 }
 
@@ -54,7 +54,7 @@ bool PlaceLists(MergedLine& line)
     else
         return false;
     const std::string mark = std::exchange(line.text, {});
-    if (line.tracer != nullptr)
+    if (line.tracer != nullptr) [[unlikely]]
         line.tracer->Note(mark, "the list stands before it, and nothing is left of it", line.text);
     return true;
 }
@@ -63,7 +63,7 @@ bool CloseWrapper(MergedLine& line)
 {
     line.text = line.build.state.PendingWrapTail;
     line.bound.AddSource(line.text.size());
-    if (line.tracer != nullptr)
+    if (line.tracer != nullptr) [[unlikely]]
         line.tracer->NoteWrapperEnd(line.text);
     return true;
 }
@@ -86,7 +86,7 @@ bool OpenWrappers(MergedLine& line)
         line.text = value.substr(0, bar);
         line.bound.AddSource(bar);
         state.PendingWrapTail = value.substr(bar + 1);
-        if (line.tracer != nullptr)
+        if (line.tracer != nullptr) [[unlikely]]
             line.tracer->NoteWrapper(digit, line.text);
     }
     return true;
@@ -96,7 +96,7 @@ Change ExpandBang(MergedLine& line, TextCursor& cursor, const Bang& bang)
 {
     return ExpandUse(line, cursor, bang.Name(), [&](const BracketUse& use) {
         Expansion expansion = bang.expand(use, line.build);
-        if (line.tracer != nullptr) {
+        if (line.tracer != nullptr) [[unlikely]] {
             expansion.told = bang.about;
             if (bang.expand == ExpandShowHide)
                 line.tracer->NoteToggle();
@@ -176,7 +176,7 @@ bool ExpandNumberedUses(MergedLine& line)
         line, Kind, [&](std::string_view mark, std::string_view definition, TextCursor& cursor) {
             const auto expand = [&](const BracketUse& use) {
                 Expansion expansion = Expand(use, definition, line);
-                if (line.tracer != nullptr)
+                if (line.tracer != nullptr) [[unlikely]]
                     TellDefinition(expansion, Kind, mark, *line.tracer);
                 return expansion;
             };
@@ -189,7 +189,7 @@ bool PutServerScript(MergedLine& line)
     const std::string_view word = ExpandServerScript(line.text, line.build.options.addresses);
     if (word.empty())
         return false;
-    if (line.tracer != nullptr)
+    if (line.tracer != nullptr) [[unlikely]]
         line.tracer->Note(word, "a block of script for the server", line.text);
     if (line.text.size() > line.bound.Longest())
         throw RunError(ErrorKind::overflow, "the server script has too much text");
@@ -263,7 +263,7 @@ bool PutNumberedVariables(MergedLine& line)
                               if (cursor.Rest().substr(0, mark.size()) != value) {
                                   cursor.Put(mark.size(), value);
                                   note({cursor.At(), cursor.Rest().size() - value.size()});
-                                  if (line.tracer != nullptr)
+                                  if (line.tracer != nullptr) [[unlikely]]
                                       TellVariable(*line.tracer, Kind, mark, value, cursor);
                               }
                               if (popups.Reach(cursor))
@@ -282,7 +282,7 @@ void MarkSelected(MergedLine& line)
     if (end == npos)
         return;
     line.text.insert(end, " selected");
-    if (line.tracer != nullptr)
+    if (line.tracer != nullptr) [[unlikely]]
         line.tracer->Note(kOptionTag, "selected, it is this page's", line.text);
 }
 

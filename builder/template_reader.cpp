@@ -147,7 +147,7 @@ void TemplateReader::TakeIncludedLine(const SourceFile& source, SourceLine line)
     if (StartsWithNoCase(line.text, "<TITLE>"))
         return source.TellUnused(line.line, "a <TITLE> line of an include is left out");
     const std::string_view text = state_.sources.Prefixed(prefix_, line.text);
-    if (build_.tracer && !prefix_.empty())
+    if (build_.tracer && !prefix_.empty()) [[unlikely]]
         build_.tracer->Change(line, prefix_, "stands before every line of this include", text);
     line.text = text;
     Section()[++counter_] = line;

@@ -42,10 +42,16 @@ class FixedTable {
     std::size_t Slot(int index) const
     {
         if (index < Low || index > High)
-            throw RunError(ErrorKind::subscript, std::string(name_) + " " + std::to_string(index) +
-                                                     " is outside " + std::to_string(Low) + " to " +
-                                                     std::to_string(High));
+            Refuse(index);
         return static_cast<std::size_t>(index - Low);
+    }
+
+    /// Apart from Slot, which is called for every line and so must be short.
+    [[noreturn]] void Refuse(int index) const
+    {
+        throw RunError(ErrorKind::subscript, std::string(name_) + " " + std::to_string(index) +
+                                                 " is outside " + std::to_string(Low) + " to " +
+                                                 std::to_string(High));
     }
 
     const char* name_;
