@@ -2,7 +2,7 @@
 
 #include "builder/trace.h"
 #include "platform/drive_path.h"
-#include "platform/reporter.h"
+#include "platform/silent_reporter.h"
 #include "platform/unwritten_files.h"
 #include "shell/builds.h"
 #include "shell/workspace.h"
@@ -232,19 +232,13 @@ Stories Collect(Workspace& workspace, const StoryQuestion& question, Reporter& r
     return stories;
 }
 
-/// What the build says was said already.
-class SilentReporter : public Reporter {
-  protected:
-    void Show(std::string_view) override {}
-};
-
 } // namespace
 
 Stories TellStories(Workspace& workspace, const StoryQuestion& question, Reporter& reporter)
 {
     Stories stories = Collect(workspace, question, reporter, false);
     if (stories.kind == Stories::Kind::none) {
-        SilentReporter silent;
+        SilentReporter silent; // what the build says was said already
         stories = Collect(workspace, question, silent, true);
     }
     if (stories.error && stories.lines.empty())
