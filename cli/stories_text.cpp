@@ -2,6 +2,7 @@
 
 #include "cli/shown_text.h"
 #include "platform/drive_path.h"
+#include "text/changed_part.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -139,7 +140,7 @@ void StoryPrinter::PrintLong(const ToldLine& line)
 /// A text of many lines is shown where it has changed.
 void StoryPrinter::PrintText(std::string_view text, const ChangedPart& changed)
 {
-    const std::size_t end = changed.from + changed.added;
+    const std::size_t end = changed.from + changed.put;
     const auto all = static_cast<std::size_t>(std::ranges::count(text, '\n')) + 1;
     const std::string_view before = text.substr(0, changed.from);
     const auto first = static_cast<std::size_t>(std::ranges::count(before, '\n'));
@@ -164,16 +165,16 @@ void StoryPrinter::PrintText(std::string_view text, const ChangedPart& changed)
 /// Where something has gone, there is nothing to mark.
 void StoryPrinter::PrintStep(const ToldStep& step)
 {
-    const ChangedPart changed = PartChanged(step.before, step.after);
+    const ChangedPart changed = ChangeBetween(step.before, step.after);
     if (step.after.empty()) {
         out_ << "    (nothing is left)\n";
         return;
     }
     PrintText(step.after, changed);
-    if (changed.added > 0)
+    if (changed.put > 0)
         return;
     const std::string_view gone =
-        std::string_view(step.before).substr(changed.from, changed.removed);
+        std::string_view(step.before).substr(changed.from, changed.taken);
     if (gone.size() <= kMostGone && gone.find('\n') == std::string_view::npos)
         out_ << "    (without \"" << ShownText(gone) << "\")\n";
     else

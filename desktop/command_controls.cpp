@@ -47,6 +47,8 @@ QKeySequence KeyOf(std::string_view name)
         return QKeySequence(Qt::CTRL | Qt::Key_Q);
     if (name == "reference")
         return QKeySequence(QKeySequence::HelpContents);
+    if (name == "why")
+        return QKeySequence(Qt::Key_F8);
     return {};
 }
 
@@ -64,6 +66,8 @@ CommandControls::CommandControls(QMenuBar& menu_bar, QWidget* parent)
 {
     MakeMenus();
     MakeButtons();
+    // The last menu takes a letter that the buttons leave, so that theirs stay what they were.
+    menus_.back()->setTitle(WithMnemonics({menus_.back()->title()}, letters_).front());
 }
 
 void CommandControls::MakeMenus()
@@ -71,7 +75,7 @@ void CommandControls::MakeMenus()
     QStringList titles;
     for (const MenuTitle& title : MenuTitles())
         titles.push_back(ShownCaption(title.caption));
-    titles = WithMnemonics(titles, letters_);
+    titles = WithMnemonics(titles.first(titles.size() - 1), letters_) << titles.last();
     for (std::size_t i = 0; i < MenuTitles().size(); ++i) {
         const MenuTitle& title = MenuTitles()[i];
         QMenu* menu = nullptr;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 namespace kiv {
@@ -21,6 +22,10 @@ class CommandDesk {
     /// meanwhile, its fatal error is shown in a box, and the main window shows the new state
     /// afterwards. False when it failed, or when a command is running already.
     virtual bool Run(const std::function<void()>& operation) = 0;
+
+    /// Opens a file (a drive path) in the editor, as a command. The warnings of the command before
+    /// stay in their list.
+    virtual void OpenInEditor(const std::string& file) = 0;
 
     /// A modal message box, as the reporter shows it.
     virtual void ShowMessage(std::string_view text) = 0;

@@ -12,6 +12,7 @@
 #include "desktop/qt_text.h"
 #include "desktop/rename_window.h"
 #include "desktop/status_area.h"
+#include "desktop/story_window.h"
 #include "desktop/window_place.h"
 #include "shell/builds.h"
 #include "shell/outside_programs.h"
@@ -198,6 +199,9 @@ void MainWindow::Open(Opens what, std::string_view mode)
         break;
     case Opens::help:
         OneOf<HelpWindow>(*this).BringUp();
+        break;
+    case Opens::stories:
+        OneOf<StoryWindow>(*this).BringUp();
         break;
     case Opens::end:
         close();

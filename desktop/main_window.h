@@ -46,6 +46,7 @@ class MainWindow : public QMainWindow, public CommandDesk {
     {
         return Perform(operation, Warnings::replaced);
     }
+    void OpenInEditor(const std::string& file) override;
     void ShowMessage(std::string_view text) override;
 
   protected:
@@ -60,7 +61,6 @@ class MainWindow : public QMainWindow, public CommandDesk {
     /// Runs a command with all that belongs to it. False when it failed or could not begin.
     bool Perform(const std::function<void()>& command, Warnings warnings);
     void Open(Opens what, std::string_view mode);
-    void OpenInEditor(const std::string& file);
     /// "Off" for all windows, until the command has ended.
     void toggler(bool on);
     void Refresh();

@@ -88,6 +88,12 @@ def main():
     take(window.get_name(), picture("news"))
     close(kiv)
 
+    window = side(kiv, "Why does a line look so?")
+    fill(window, {"Search": "canonical"})
+    key("Tab", "Tab", "Tab", "Down")
+    take(window.get_name(), picture("why"))
+    close(kiv)
+
     key("alt+u")
     subprocess.run(["import", "-window", "root", "-trim", "+repage", "-strip", picture("menu")], check=True)
     key("Escape", "Escape")

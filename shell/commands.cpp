@@ -15,12 +15,13 @@ namespace kiv {
 
 namespace {
 
-constexpr std::array<MenuTitle, 5> kMenuTitles = {{
+constexpr std::array<MenuTitle, 6> kMenuTitles = {{
     {Menu::file, "menu_file", "File"},
     {Menu::jump, "mnu_jump", "Jump to"},
     {Menu::utils, "mnu_grab", "Utils"},
     {Menu::grab, "Grab_head", "Grab"},
     {Menu::help, "menu_help", "Help"},
+    {Menu::site, "menu_site", "Site"},
 }};
 
 using W = Workspace;
@@ -201,6 +202,10 @@ constexpr std::array kCommands = std::to_array<Command>({
     {.name = "reference", .object_name = "menu_help", .caption = "Help",
      .tip = "Look up the syntax of page lists and templates",
      .menu = Menu::help, .opens = Opens::help},
+
+    {.name = "why", .object_name = "mnu_why", .caption = "Why does a line look so?",
+     .tip = "Show where each line of a page comes from and what made it so",
+     .menu = Menu::site, .opens = Opens::stories},
 });
 // clang-format on
 

@@ -10,7 +10,7 @@ namespace kiv {
 class Workspace;
 
 /// Where a command is offered.
-enum class Menu { button, file, jump, utils, grab, help };
+enum class Menu { button, file, jump, utils, grab, help, site };
 
 /// A menu of the main window, in order.
 struct MenuTitle {
@@ -21,7 +21,17 @@ struct MenuTitle {
 std::span<const MenuTitle> MenuTitles();
 
 /// A window that a command opens after it has run, or the end of the program.
-enum class Opens { nothing, directories, renamer, dimensions, conversion, news, help, end };
+enum class Opens {
+    nothing,
+    directories,
+    renamer,
+    dimensions,
+    conversion,
+    news,
+    help,
+    stories,
+    end
+};
 
 struct Command {
     std::string_view name;        // its own word, as in `kiv-cli`; "" for a separator

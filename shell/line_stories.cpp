@@ -1,7 +1,7 @@
 #include "shell/line_stories.h"
 
 #include "platform/drive_path.h"
-#include "platform/reporter.h"
+#include "platform/silent_reporter.h"
 #include "platform/unwritten_files.h"
 #include "shell/builds.h"
 #include "shell/story_collector.h"
@@ -76,32 +76,13 @@ Stories Collect(Workspace& workspace, const StoryQuestion& question, Reporter& r
     return stories;
 }
 
-/// What the build says was said already.
-class SilentReporter : public Reporter {
-  protected:
-    void Show(std::string_view) override {}
-};
-
 } // namespace
-
-ChangedPart PartChanged(std::string_view before, std::string_view after)
-{
-    const auto [first, other] = std::ranges::mismatch(before, after);
-    const auto from = static_cast<std::size_t>(first - before.begin());
-    before.remove_prefix(from);
-    after.remove_prefix(from);
-    while (!before.empty() && !after.empty() && before.back() == after.back()) {
-        before.remove_suffix(1);
-        after.remove_suffix(1);
-    }
-    return {from, before.size(), after.size()};
-}
 
 Stories TellStories(Workspace& workspace, const StoryQuestion& question, Reporter& reporter)
 {
     Stories stories = Collect(workspace, question, reporter, StoryCollector::Takes::pages);
     if (stories.kind == Stories::Kind::none) {
-        SilentReporter silent;
+        SilentReporter silent; // what the build says was said already
         stories = Collect(workspace, question, silent, StoryCollector::Takes::sources);
     }
     if (stories.error && stories.lines.empty())

@@ -3,7 +3,6 @@
 
 #include "platform/run_error.h"
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -63,14 +62,6 @@ struct Stories {
     std::vector<std::string> names; // when it is neither: all pages and sources
     std::optional<RunError> error; // that ended the build; what came before it is told all the same
 };
-
-/// The part of a text in which it differs from what it was before, places 0-based.
-struct ChangedPart {
-    std::size_t from = 0;
-    std::size_t removed = 0; // characters of the text before
-    std::size_t added = 0;   // characters of the text after
-};
-ChangedPart PartChanged(std::string_view before, std::string_view after);
 
 /// Builds the working directory in memory and tells what is asked. `reporter` is told what the
 /// build has to say. Throws RunError when the build ends in an error before it came to what is

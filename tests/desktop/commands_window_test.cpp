@@ -12,6 +12,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSettings>
+#include <QTreeView>
 #include <QTreeWidget>
 
 namespace kiv {
@@ -349,6 +350,27 @@ class CommandsTest : public QObject {
         QVERIFY(ButtonsAreOn(window));
     }
 
+    void StoriesAreToldWithoutABoxAndFollowCommands()
+    {
+        MainWindowDesk desk;
+        PutSite(desk, "@FILE = a\r\n@TITLE = A\r\nx !!FLV[p\r\n"); // warned of in a build
+        const MainWindow& window = desk.Start();
+        desk.ChooseEntry(u"mnu_why"_s);
+        auto& lines = Find<QTreeView>(window, u"lines"_s);
+        QCOMPARE(lines.model()->rowCount(), 4);
+        QCOMPARE(desk.boxes.texts, QStringList());
+        QVERIFY(!Messages(window).isVisible());
+        PutSite(desk, "@FILE = a\r\n@TITLE = A\r\none\r\ntwo\r\n");
+        lines.setCurrentIndex(lines.model()->index(2, 0));
+        QTest::keyClick(&lines, Qt::Key_Return);
+        QCOMPARE(desk.programs.Launched(), Texts{"pad C:\\site\\_html.txt"});
+        QCOMPARE(lines.model()->rowCount(), 4); // opening a file reads nothing again
+        QCOMPARE(lines.currentIndex().row(), 2);
+        Press(window, u"Command1"_s);
+        QCOMPARE(lines.model()->rowCount(), 5);
+        QCOMPARE(lines.currentIndex().row(), 2);
+    }
+
     void WindowsAreOpenedOnceEach_data()
     {
         QTest::addColumn<QString>("control");
@@ -360,6 +382,7 @@ class CommandsTest : public QObject {
         QTest::newRow("help") << u"menu_help"_s << u"HelpWindow"_s << u"KIV HELP"_s;
         QTest::newRow("news") << u"mnu_newnews"_s << u"NewsWindow"_s << u"News Item"_s;
         QTest::newRow("quotes") << u"mnu_cleanquotes"_s << u"ConversionWindow"_s << QString();
+        QTest::newRow("why") << u"mnu_why"_s << u"StoryWindow"_s << u"Why a line looks so"_s;
         QTest::newRow("dimensions") << u"mnu_resizer"_s << u"DimensionWindow"_s << QString();
     }
     void WindowsAreOpenedOnceEach()

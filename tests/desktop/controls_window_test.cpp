@@ -91,7 +91,7 @@ class ControlsTest : public QObject {
             menus << named.objectName() + u'=' + Seen(action->text());
         }
         QCOMPARE(menus, (Names{u"menu_file=File"_s, u"mnu_jump=Jump to"_s, u"mnu_grab=Utils"_s,
-                               u"Grab_head=Grab"_s, u"menu_help=Help"_s}));
+                               u"Grab_head=Grab"_s, u"menu_help=Help"_s, u"menu_site=Site"_s}));
         QCOMPARE(Entries(window, u"menu_file"_s),
                  (Names{u"mnu_zu=Lanthorn"_s, u"mnu_lc=l/c dir"_s, u"mnu_rename=Rename files"_s,
                         u"mnu_dirfix=Fix names"_s, u"mnu_addt=add \"_t.gif\""_s,
@@ -111,6 +111,9 @@ class ControlsTest : public QObject {
         QCOMPARE(Entries(window, u"Grab_head"_s),
                  (Names{u"menu_utils_grab=Grab titles"_s, u"grab_redirect=Grab & redirect"_s,
                         u"mnu_graball=Grab all"_s, u"mnu_graball_trim=Grab all trimmed"_s}));
+        QCOMPARE(Entries(window, u"menu_site"_s), (Names{u"mnu_why=Why does a line look so?"_s}));
+        const auto* const why = window.findChild<QAction*>(u"mnu_why"_s);
+        QCOMPARE(why->shortcut(), QKeySequence(Qt::Key_F8));
     }
 
     void JumpMenuShowsItsEntries()

@@ -6,6 +6,7 @@
 #include "desktop/news_window.h"
 #include "desktop/qt_text.h"
 #include "desktop/rename_window.h"
+#include "desktop/story_window.h"
 #include "tests/desktop/side_window_desk.h"
 #include "tests/desktop/window_test_main.h"
 #include "tests/manual/manual_text.h"
@@ -13,6 +14,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QToolButton>
 
 namespace kiv {
 
@@ -25,6 +27,9 @@ class ManualWindowTest : public QObject {
         QStringList shown;
         for (const QAbstractButton* const button : window.findChildren<QPushButton*>())
             shown << button->text();
+        for (const QAbstractButton* const button : window.findChildren<QToolButton*>())
+            if (!button->text().isEmpty()) // a part of a field
+                shown << button->text();
         for (const QAbstractButton* const box : window.findChildren<QCheckBox*>())
             shown << box->text();
         for (const QLabel* const label : window.findChildren<QLabel*>())
@@ -54,6 +59,7 @@ class ManualWindowTest : public QObject {
     void HelpWindowIsTold() { Told<HelpWindow>(5); }
     void NewsWindowIsTold() { Told<NewsWindow>(15); }
     void RenameWindowIsTold() { Told<RenameWindow>(3); }
+    void StoryWindowIsTold() { Told<StoryWindow>(3); }
 };
 
 } // namespace kiv

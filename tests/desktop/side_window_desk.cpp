@@ -1,5 +1,7 @@
 #include "tests/desktop/side_window_desk.h"
 
+#include "shell/outside_programs.h"
+
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QComboBox>
@@ -9,7 +11,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QTest>
-#include <QTreeWidget>
+#include <QTreeView>
 
 namespace kiv {
 
@@ -26,7 +28,7 @@ bool IsControl(const QWidget& widget)
                      qobject_cast<const QPlainTextEdit*>(&widget) != nullptr ||
                      qobject_cast<const QComboBox*>(&widget) != nullptr ||
                      qobject_cast<const QListWidget*>(&widget) != nullptr ||
-                     qobject_cast<const QTreeWidget*>(&widget) != nullptr);
+                     qobject_cast<const QTreeView*>(&widget) != nullptr);
 }
 
 QString TextWithLetter(const QWidget& widget)
@@ -69,6 +71,11 @@ bool SideWindowDesk::Run(const std::function<void()>& operation)
     const std::optional<RunError> failure = workspace_.Run(operation);
     error = failure ? std::string(KindName(failure->kind)) : "";
     return !failure;
+}
+
+void SideWindowDesk::OpenInEditor(const std::string& file)
+{
+    Run([&] { Edit(workspace_, file); });
 }
 
 void Press(const QWidget& window, const QString& name)

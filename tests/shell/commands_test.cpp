@@ -91,13 +91,18 @@ TEST_F(CommandTable, GrabAndHelpMenus)
     ExpectMenu(Menu::help, {{"menu_help", "Help"}});
 }
 
+TEST_F(CommandTable, SiteMenu)
+{
+    ExpectMenu(Menu::site, {{"mnu_why", "Why does a line look so?"}});
+}
+
 TEST_F(CommandTable, MenusInOrder)
 {
     std::vector<std::string> titles;
     for (const MenuTitle& title : MenuTitles())
         titles.push_back(std::string(title.object_name) + "=" + std::string(title.caption));
     EXPECT_EQ(titles, (Texts{"menu_file=File", "mnu_jump=Jump to", "mnu_grab=Utils",
-                             "Grab_head=Grab", "menu_help=Help"}));
+                             "Grab_head=Grab", "menu_help=Help", "menu_site=Site"}));
 }
 
 TEST_F(CommandTable, Buttons)

@@ -21,12 +21,14 @@ MENUS = {
               "picture sizer", "picture sizer (images)", "Toggle New Year", "Assemble Site Map",
               "Create single html", "New News"],
     "Grab": ["Grab titles", "Grab & redirect", "Grab all", "Grab all trimmed"],
+    "Site": ["Why does a line look so?"],
 }
 # What opens each side window, and the buttons that it has at the least.
 WINDOWS = {
     "Choose directory": ("Choose directory", ["Choose", "l/c dir", "Cancel"]),
     "Rename files": ("Rename files", ["Rename"]),
     "Calculate dimensions": ("Convert dimensions", []),
+    "Why does a line look so?": ("Why a line looks so", ["Read again"]),
     "Help": ("KIV HELP", ["at's", "bangs", "Top Matter", "Misc...", "close"]),
     "New News": ("News Item", ["Do It!", "Abort", "Clear", "Today", "Grab source", "Show Source String"]),
     "Convert to HTML": ("", ["Text in Clipboard. Do It!", "Exit"]),
@@ -37,7 +39,7 @@ WINDOWS = {
     "make into js write": ("", ["Text in Clipboard. Do It!", "Exit"]),
     "Tab to Pipe": ("", ["Text in Clipboard. Do It!", "Exit"]),
 }
-ESCAPE = 0xFF1B  # its key symbol
+ESCAPE, ENTER, TAB, DOWN = 0xFF1B, 0xFF0D, 0xFF09, 0xFF54  # their key symbols
 CLOSING = ("Choose", "Cancel", "Done", "close", "Abort", "Exit")
 
 
@@ -67,9 +69,11 @@ def check_menus(kiv):
     bar = wait("the menu bar", lambda: next((n for n in walk(kiv.main) if n.get_role_name() == "menu bar"), None))
     tops = [bar.get_child_at_index(i) for i in range(bar.get_child_count())]
     names = [top.get_name() for top in tops]
-    if names != [*MENUS, "Help"]:
+    if names != [*list(MENUS)[:-1], "Help", "Site"]:
         fail(f"menus {names}")
-    for top in tops[:-1]:
+    for top in tops:
+        if top.get_name() not in MENUS:
+            continue
         entries = [n.get_name() for n in walk(top) if n.get_role_name() == "menu item" and n is not top]
         entries = [e for e in entries if e not in ("jumpitem", top.get_name())]
         if entries != MENUS[top.get_name()]:
@@ -122,7 +126,8 @@ def check_window(kiv, opener):
 
 def fail_if_nameless(window):
     for node in walk(window):
-        if node.get_role_name() in ("push button", "check box", "radio button", "text", "combo box", "list", "tree"):
+        if node.get_role_name() in ("push button", "check box", "radio button", "text", "combo box", "list", "tree",
+                                    "tree table"):
             if is_shown(node) and not node.get_name() and not node.get_description():
                 fail(f"a {node.get_role_name()} of {window.get_name()!r} has no name")
 
@@ -145,6 +150,28 @@ def check_help(kiv):
         kiv.press_button(window, button)
         wait(f"{line!r} in the help", lambda: line in Atspi.Text.get_text(box.get_text_iface(), 0, -1))
     close_side_windows(kiv)
+
+
+def press_keys(*symbols):
+    for symbol in symbols:
+        Atspi.generate_keyboard_event(symbol, None, Atspi.KeySynthType.SYM)
+        time.sleep(0.1)
+
+
+def check_story(kiv, drive):
+    """A line's story by keys alone: from the page, by Tab, to the second line, and its source."""
+    window = open_window(kiv, "Why does a line look so?", "Why a line looks so")
+    story = wait("the story", lambda: next((n for n in walk(window) if n.get_name() == "Story"), None))
+    press_keys(TAB, TAB, TAB, DOWN)
+    text = wait("the story of a line", lambda: Atspi.Text.get_text(story.get_text_iface(), 0, -1))
+    if not text.startswith("Source, _template.txt:") or "Result, index.htm:2" not in text:
+        fail(f"story {text!r}")
+    notes = logged(drive).count(f"pad {drive}/site/lighthouse/_template.txt")
+    press_keys(ENTER)
+    wait("the source in the editor",
+         lambda: logged(drive).count(f"pad {drive}/site/lighthouse/_template.txt") == notes + 1)
+    close_side_windows(kiv)
+    print("a line's story read, and its source opened")
 
 
 def check_other_entries(kiv, drive):
@@ -215,6 +242,7 @@ def main():
         for opener in WINDOWS:
             check_window(kiv, opener)
         check_help(kiv)
+        check_story(kiv, drive)
         check_group(kiv, drive + "/site")
         check_exit(kiv, drive)
     finally:

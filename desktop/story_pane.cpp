@@ -1,0 +1,256 @@
+#include "desktop/story_pane.h"
+
+#include "desktop/controls.h"
+#include "desktop/lines_model.h"
+#include "desktop/qt_text.h"
+#include "desktop/story_view.h"
+#include "shell/story_parts.h"
+
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QLineEdit>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QSortFilterProxyModel>
+#include <QSplitter>
+#include <QToolButton>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace kiv {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int kPageColumns = 16;   // characters of a page's name
+constexpr int kWidestColumns = 36; // characters of a source's place
+constexpr int kShownLines = 6;
+constexpr int kShownStory = 8;
+
+constexpr ControlWords kPages = {"page", "Page", "The page whose lines are shown"};
+constexpr ControlWords kSearch = {"search", "Search", "Show only the lines that hold this text"};
+constexpr ControlWords kLines = {"lines", "Lines",
+                                 "The lines of the page; a double click or Enter opens the source "
+                                 "of one in the editor"};
+constexpr ControlWords kAgain = {"again", "Read again",
+                                 "Read the sources again, after they have changed (F5)"};
+
+/// A build in memory takes its time on a large site.
+class WaitCursor {
+  public:
+    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+};
+
+/// A text that wraps, hidden while there is none.
+QLabel* MakeTrouble(QWidget* parent)
+{
+    auto* const label = new QLabel(parent);
+    label->setObjectName(u"trouble"_s);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    label->hide();
+    return label;
+}
+
+} // namespace
+
+StoryPane::StoryPane(CommandDesk& desk, QWidget* parent)
+    : QWidget(parent), desk_(desk), model_(new LinesModel(this)),
+      found_(new QSortFilterProxyModel(this)), pages_(new QComboBox(this)),
+      search_(new QLineEdit(this)), again_(new QToolButton(this)), count_(new QLabel(this)),
+      trouble_(MakeTrouble(this)), lines_(new QTreeView(this)), story_(new StoryView(this))
+{
+    setObjectName(u"StoryPane"_s);
+    MakeControls();
+    MakeList();
+    Arrange();
+    Connect();
+    setFocusProxy(pages_);
+}
+
+void StoryPane::MakeControls()
+{
+    Describe(*pages_, kPages);
+    Describe(*search_, kSearch);
+    Describe(*again_, kAgain);
+    pages_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    pages_->setMinimumContentsLength(kPageColumns);
+    search_->setClearButtonEnabled(true);
+    again_->setText(AsShown(kAgain.caption));
+    again_->setFocusPolicy(Qt::StrongFocus);
+    count_->setObjectName(u"count"_s);
+}
+
+void StoryPane::MakeList()
+{
+    found_->setSourceModel(model_);
+    found_->setFilterKeyColumn(LinesModel::kText);
+    found_->setFilterRole(LinesModel::kWholeTextRole);
+    found_->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    Describe(*lines_, kLines);
+    lines_->setModel(found_);
+    lines_->setRootIsDecorated(false);
+    lines_->setUniformRowHeights(true);
+    lines_->setAlternatingRowColors(true);
+    lines_->setAllColumnsShowFocus(true);
+    lines_->header()->setStretchLastSection(true);
+    const int line = fontMetrics().lineSpacing();
+    lines_->setMinimumHeight(line * kShownLines);
+    story_->setMinimumHeight(line * kShownStory);
+}
+
+void StoryPane::Arrange()
+{
+    auto* const row = new QHBoxLayout;
+    row->addWidget(MakeLabel(kPages.caption, *pages_));
+    row->addWidget(pages_, 2);
+    row->addWidget(MakeLabel(kSearch.caption, *search_));
+    row->addWidget(search_, 3);
+    row->addWidget(count_);
+    row->addWidget(again_);
+    auto* const halves = new QSplitter(Qt::Vertical, this);
+    halves->setChildrenCollapsible(false);
+    halves->addWidget(lines_);
+    halves->addWidget(story_);
+    lines_->setAccessibleName(ToQt(kLines.caption));
+    story_->setAccessibleName(u"Story"_s);
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addLayout(row);
+    column->addWidget(trouble_);
+    column->addWidget(halves, 1);
+    setTabOrder(pages_, search_);
+    setTabOrder(search_, again_);
+    setTabOrder(again_, trouble_);
+    setTabOrder(trouble_, lines_);
+    setTabOrder(lines_, story_);
+}
+
+void StoryPane::Connect()
+{
+    connect(pages_, &QComboBox::currentIndexChanged, this,
+            [this] { ShowPage(FromQt(pages_->currentData().toString())); });
+    connect(again_, &QToolButton::clicked, this, &StoryPane::ReadAgain);
+    new QShortcut(
+        Qt::Key_F5, this, [this] { ReadAgain(); }, Qt::WidgetWithChildrenShortcut);
+    connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        found_->setFilterFixedString(text);
+        ShowCount();
+    });
+    connect(search_, &QLineEdit::returnPressed, lines_, qOverload<>(&QWidget::setFocus));
+    connect(lines_, &QTreeView::activated, this, &StoryPane::OpenSource);
+    connect(lines_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& line) {
+                // The list has a current line as soon as it has the focus; it shall be seen.
+                lines_->selectionModel()->select(line, QItemSelectionModel::ClearAndSelect |
+                                                           QItemSelectionModel::Rows);
+                ShowStory();
+            });
+    story_->on_open = [this](const std::string& file) { Open(file); };
+}
+
+void StoryPane::ShowPage(const std::string& path)
+{
+    const WaitCursor wait;
+    model_->Show(TellPage(desk_.workspace(), path));
+    FillPages();
+    ShowTrouble();
+    ShowCount();
+    ShowStory();
+    for (const int column : {LinesModel::kNumber, LinesModel::kSource}) {
+        lines_->resizeColumnToContents(column);
+        const int most = fontMetrics().averageCharWidth() * kWidestColumns;
+        lines_->setColumnWidth(column, std::min(lines_->columnWidth(column), most));
+    }
+}
+
+void StoryPane::ReadAgain()
+{
+    if (is_opening_)
+        return;
+    const std::string page = model_->Page().page.path;
+    const int line = ChosenLine();
+    ShowPage(page);
+    if (model_->Page().page.path == page)
+        ChooseLine(line);
+}
+
+void StoryPane::FillPages()
+{
+    const QSignalBlocker blocker(pages_);
+    if (listed_ != model_->Page().pages) { // else it may be the list that has just been chosen from
+        listed_ = model_->Page().pages;
+        pages_->clear();
+        for (const BuiltPage& page : listed_)
+            pages_->addItem(ToQt(page.name), ToQt(page.path));
+    }
+    pages_->setCurrentIndex(pages_->findData(ToQt(model_->Page().page.path)));
+}
+
+void StoryPane::ShowTrouble()
+{
+    const std::string& trouble = model_->Page().trouble;
+    trouble_->setText(ToQt(trouble));
+    trouble_->setVisible(!trouble.empty());
+}
+
+void StoryPane::ShowCount()
+{
+    const int all = model_->rowCount();
+    const int found = found_->rowCount();
+    count_->setText(found == all ? u"Lines: %1"_s.arg(all)
+                                 : u"Lines: %1 of %2"_s.arg(found).arg(all));
+}
+
+void StoryPane::ShowStory()
+{
+    const QModelIndex chosen = found_->mapToSource(lines_->currentIndex());
+    story_->Show(chosen.isValid() ? PartsOf(model_->Page(), static_cast<std::size_t>(chosen.row()))
+                                  : std::vector<StoryPart>());
+}
+
+int StoryPane::ChosenLine() const
+{
+    const QModelIndex chosen = found_->mapToSource(lines_->currentIndex());
+    return chosen.isValid() ? model_->Page().lines[static_cast<std::size_t>(chosen.row())].number
+                            : 0;
+}
+
+void StoryPane::ChooseLine(int number)
+{
+    const std::vector<PageLine>& lines = model_->Page().lines;
+    const auto line = std::ranges::find(lines, number, &PageLine::number);
+    if (number == 0 || line == lines.end())
+        return;
+    const QModelIndex row = model_->index(static_cast<int>(line - lines.begin()), 0);
+    lines_->setCurrentIndex(found_->mapFromSource(row));
+}
+
+void StoryPane::OpenSource(const QModelIndex& shown)
+{
+    const auto row = static_cast<std::size_t>(found_->mapToSource(shown).row());
+    const PageStories& page = model_->Page();
+    const std::vector<ToldPlace>& sources = page.stories[page.lines[row].story].sources;
+    if (!sources.empty())
+        Open(std::string(sources.front().file));
+}
+
+void StoryPane::Open(const std::string& file)
+{
+    is_opening_ = true; // the editor has only begun: nothing is to be read again
+    desk_.OpenInEditor(file);
+    is_opening_ = false;
+}
+
+} // namespace kiv
