@@ -83,7 +83,7 @@ void RunWhy(CallDesk& desk, const GivenValues& given)
         RefuseUnknown(stories, question.place);
     if (question.line > stories.line_count && !stories.error)
         throw RunError(ErrorKind::invalid_argument,
-                       "there is no line " + Decimal(question.line) + ": " + stories.name +
+                       "there is no line " + Decimal(question.line) + ": " + stories.shown +
                            (stories.line_count == 1
                                 ? " has one line"
                                 : " has " + Decimal(stories.line_count) + " lines"));
