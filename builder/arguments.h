@@ -29,7 +29,7 @@ struct BracketUse {
 struct Expansion {
     std::string text;
     bool replaces_line = false; // the whole line, not the use alone
-    std::string told = {};      // for the trace: what was done; only where it is asked for
+    std::string told = {};      // for the trace: what was done
     SourceSpan from = {};       // for the trace: the definition used
 };
 

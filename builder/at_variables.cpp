@@ -58,7 +58,8 @@ constexpr std::string_view kPrintClose =
 /// What a value is taken from.
 enum class Origin {
     fixed,
-    file, // of this page
+    file,     // of this page
+    own_name, // of the file that is written
     title_line,
     title,
     var1,
@@ -103,13 +104,13 @@ constexpr AtVariable kAtVariables[] = {
      Origin::title_line},
     {"@KEYWORDS", [](Build& b) { return TitleKeywords(b.state.page.CurrentTitle); },
      Origin::title_line},
-    {"@FILE", [](Build& b) { return b.state.page.CurrentStem; }, Origin::file},
+    {"@FILE", [](Build& b) { return b.state.page.CurrentStem; }, Origin::own_name},
     {"@PREVTITLE", [](Build& b) { return Previous(b).title; }, Origin::previous},
     {"@NEXTTITLE", [](Build& b) { return Following(b).title; }, Origin::following},
     {"@PREVNO", [](Build& b) { return StemOf(b, b.state.page.number - 1); }, Origin::previous},
     {"@NEXTNO", [](Build& b) { return StemOf(b, b.state.page.number + 1); }, Origin::following},
     {"@THISTITLE", [](Build& b) { return b.CurrentRecord().title; }, Origin::title},
-    {"@THISSTRIP", [](Build& b) { return b.state.page.CurrentBaseStem; }, Origin::file},
+    {"@THISSTRIP", [](Build& b) { return b.state.page.CurrentBaseStem; }, Origin::own_name},
     {"@THISDIR", [](Build& b) { return b.pass.ThisDirName; }, Origin::folder},
     {"@PREV", [](Build& b) { return std::string(DropParentPrefix(Previous(b).file)); },
      Origin::previous},
@@ -185,18 +186,32 @@ Told ToldPage(Tracer& tracer, int page)
     return {tracer.PageText(page), tracer.Known().Field(page, PageField::file).place};
 }
 
+/// What the second line of the page gives.
+Told ToldTitleLine(const Build& build, const Tracer& tracer)
+{
+    if (build.pass.SinglePageMode)
+        return {"a single page has no title of its own", {}};
+    const SourceLine& second = build.state.PageLines[build.state.page.number][2];
+    if (second.line == 0)
+        return {"the page has no second line", {}};
+    const SourceSpan place{second.file, second.line, second.line};
+    return {tracer.PlaceText(place), place};
+}
+
 Told ToldOrigin(Build& build, Tracer& tracer, Origin origin)
 {
     const int page = build.state.page.number;
-    const SourceLine& second = std::as_const(build.state.PageLines)[page][2];
     switch (origin) {
     case Origin::fixed:
         return {"the same on every page", {}};
+    case Origin::own_name:
+        if (build.pass.SinglePageMode)
+            return {"a single page has no name of its own", {}};
+        [[fallthrough]];
     case Origin::file:
         return ToldField(tracer, page, PageField::file, "this page's file");
     case Origin::title_line:
-        return {tracer.PlaceText({second.file, second.line, second.line}),
-                {second.file, second.line, second.line}};
+        return ToldTitleLine(build, tracer);
     case Origin::title:
         return ToldField(tracer, page, PageField::title, "the page has no title");
     case Origin::var1:
@@ -212,7 +227,7 @@ Told ToldOrigin(Build& build, Tracer& tracer, Origin origin)
     case Origin::folder:
         return {"the name of the site's folder", {}};
     case Origin::pass:
-        return {"the pass", {}};
+        return {ThisPassWords(build), {}};
     case Origin::day:
         return {"the day of this run", {}};
     case Origin::now:

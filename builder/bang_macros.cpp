@@ -54,7 +54,7 @@ Expansion ExpandMailto(const BracketUse& use, Build&)
     const std::string_view address = use.arguments; // "|" means nothing here
     const std::size_t at = address.find('@');
     if (at == npos)
-        return {};
+        return {"", false, "an address without \"@\", so nothing is left of it"};
     const std::string_view user = address.substr(0, at);
     const std::string_view host = Before(address.substr(at + 1), '@');
     const std::size_t dot = host.find('.');

@@ -30,7 +30,7 @@ constexpr std::string_view kSinglePageStyle =
     "</style>\r\n";
 
 // What the trace tells of lines that are not written.
-constexpr std::string_view kRedirects = "a page that leads on has no text of its own";
+constexpr std::string_view kRedirects = "a redirect page has no text of its own";
 constexpr std::string_view kThirdLine = "an empty line right behind the title is not written";
 
 using TemplatePieces = std::vector<TemplatePiece>;
@@ -249,9 +249,9 @@ void PageWriter::WriteStart()
     if (const PageShell* const shell = FindPageShell(mode))
         WriteShell(ShellOpening(*shell, record.title), "what stands before the page's text");
     else if (mode.starts_with(">>"))
-        WriteShell(MakeRedirectPage(2, mode.substr(2), record.title), "a page that leads on");
+        WriteShell(MakeRedirectPage(2, mode.substr(2), record.title), "the redirect page");
     else if (mode.starts_with('>'))
-        WriteShell(MakeRedirectPage(1, mode.substr(1), record.title), "a page that leads on");
+        WriteShell(MakeRedirectPage(1, mode.substr(1), record.title), "the redirect page");
     else
         WriteTemplate(head_);
 }

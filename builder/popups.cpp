@@ -103,7 +103,8 @@ Expansion ExpandPopup(const BracketUse& use, Build& build)
     }
     if (fields.Count() == 3) {
         build.messages.ShowBuildMessage("You messed up your !!pop");
-        return {"", true}; // the whole line goes, not the macro alone
+        // The whole line goes, not the macro alone.
+        return {"", true, "three fields make no popup, so the whole line goes"};
     }
     return {Anchor(FullPopup(fields))};
 }

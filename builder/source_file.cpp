@@ -3,6 +3,7 @@
 #include "builder/build_state.h"
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 #include <utility>
@@ -20,6 +21,7 @@ bool SourceFile::Open(std::string_view path)
     rest_ = content_;
     sources.AddFile(name_);
     line_ = 0;
+    starts_.clear();
     is_open_ = true;
     return true;
 }
@@ -33,22 +35,38 @@ SourceLine SourceFile::NextLine()
 {
     if (AtEnd())
         throw RunError(ErrorKind::end_of_file, "read past the end of " + std::string(name_));
+    if (build_.tracer)
+        starts_.push_back(content_.size() - rest_.size());
     const std::string_view line = TakeLine(rest_);
     ++line_;
     build_.state.place = {name_, line_, {}};
     return Here(line);
 }
 
+std::string SourceFile::LinesText(int first, int last) const
+{
+    const bool is_read = first <= line_;
+    std::string_view content =
+        is_read ? content_.substr(starts_[static_cast<std::size_t>(first) - 1]) : rest_;
+    std::string lines;
+    for (int number = first; number <= last && !content.empty(); ++number) {
+        if (number > first)
+            lines += kCrLf;
+        lines += TakeLine(content);
+    }
+    return lines;
+}
+
 void SourceFile::TellUnused(int first, std::string_view reason) const
 {
     if (build_.tracer) [[unlikely]]
-        build_.tracer->Unused({name_, first, line_}, content_, reason);
+        build_.tracer->Unused({name_, first, line_}, LinesText(first, line_), reason);
 }
 
 void SourceFile::TellUnusedBefore(int first, std::string_view reason) const
 {
     if (build_.tracer && first < line_) [[unlikely]]
-        build_.tracer->Unused({name_, first, line_ - 1}, content_, reason);
+        build_.tracer->Unused({name_, first, line_ - 1}, LinesText(first, line_ - 1), reason);
 }
 
 void SourceFile::TellRest(std::string_view reason) const
@@ -57,14 +75,14 @@ void SourceFile::TellRest(std::string_view reason) const
     for (std::string_view rest = rest_; build_.tracer && !rest.empty(); TakeLine(rest))
         ++last;
     if (last > line_)
-        build_.tracer->Unused({name_, line_ + 1, last}, content_, reason);
+        build_.tracer->Unused({name_, line_ + 1, last}, LinesText(line_ + 1, last), reason);
 }
 
 void SourceFile::TellMade(SourceLine& line, int first, std::string_view name,
                           std::string text) const
 {
     if (build_.tracer) [[unlikely]]
-        build_.tracer->Replace(line, first, content_, name, std::move(text));
+        build_.tracer->Replace(line, first, LinesText(first, line_), name, std::move(text));
 }
 
 std::string_view CutIncludePrefix(std::string_view& line,

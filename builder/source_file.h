@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kiv {
 
@@ -50,6 +51,9 @@ class SourceFile : public LineSource {
 
   private:
     [[noreturn]] void RefuseClosed() const;
+    /// Lines from `first` to `last`, joined by CR LF; `first` was read, or is the next to be read.
+    /// Only where there is a trace.
+    std::string LinesText(int first, int last) const;
 
     Build& build_;
     std::string_view content_; // of the whole file
@@ -57,6 +61,7 @@ class SourceFile : public LineSource {
     std::string_view name_; // absolute drive path
     int line_ = 0;          // that was read last, 1-based
     bool is_open_ = false;
+    std::vector<std::size_t> starts_; // where in the content each line read begins; for the trace
 };
 
 std::string_view CutIncludePrefix(std::string_view& line,

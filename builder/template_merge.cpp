@@ -86,8 +86,10 @@ bool OpenWrappers(MergedLine& line)
         line.text = value.substr(0, bar);
         line.bound.AddSource(bar);
         state.PendingWrapTail = value.substr(bar + 1);
+        if (line.build.tracer) [[unlikely]]
+            line.build.tracer->OpenWrapper(digit);
         if (line.tracer != nullptr) [[unlikely]]
-            line.tracer->NoteWrapper(digit, line.text);
+            line.tracer->NoteWrapper(line.text);
     }
     return true;
 }
@@ -97,7 +99,8 @@ Change ExpandBang(MergedLine& line, TextCursor& cursor, const Bang& bang)
     return ExpandUse(line, cursor, bang.Name(), [&](const BracketUse& use) {
         Expansion expansion = bang.expand(use, line.build);
         if (line.tracer != nullptr) [[unlikely]] {
-            expansion.told = bang.about;
+            if (expansion.told.empty())
+                expansion.told = bang.about;
             if (bang.expand == ExpandShowHide)
                 line.tracer->NoteToggle();
         }

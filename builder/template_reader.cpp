@@ -133,7 +133,8 @@ void TemplateReader::Include(const SourceFile& source, std::string_view line)
         is_open = included.Open(name);
     }
     if (!is_open) {
-        source.TellUnused(number, Joined({"there is no file ", name}));
+        source.TellUnused(
+            number, Joined({"there is no file ", FromChar(line, line.starts_with("++") ? 3 : 2)}));
         build_.messages.reportmsg("++ template" + std::string(line) + " Not found");
         return;
     }

@@ -96,7 +96,7 @@ std::string DefinitionWords(Family family, int slot)
 
 std::string FieldWords(PageField field, std::string_view word)
 {
-    return Joined({Trim(word), " ", FieldPhrase(field)});
+    return Joined({Trim(Before(word, '=')), " ", FieldPhrase(field)});
 }
 
 std::string VariableWords(Tracer& tracer, Family family, int digit)
@@ -129,13 +129,17 @@ std::string PositionWords(char code, bool keep, int page, int pages)
     return words;
 }
 
-std::string PassWords(const Build& build, bool keep)
+std::string ThisPassWords(const Build& build)
 {
     const PassState& pass = build.pass;
-    return Joined({keep ? "kept" : "left out", ", this is the ",
-                   pass.AspPass   ? "pass for ASP"
-                   : pass.HtmPass ? "pass for HTM"
-                                  : "ordinary pass"});
+    return Joined({"this is the ", pass.AspPass   ? "pass for ASP"
+                                   : pass.HtmPass ? "pass for HTM"
+                                                  : "ordinary pass"});
+}
+
+std::string PassWords(const Build& build, bool keep)
+{
+    return Joined({keep ? "kept" : "left out", ", ", ThisPassWords(build)});
 }
 
 } // namespace kiv

@@ -30,6 +30,8 @@ std::string FilledWords(const BracketUse& use);
 
 /// What "=1=" and its kin found: "kept, page 2 of 3 is not the first".
 std::string PositionWords(char code, bool keep, int page, int pages);
+/// "this is the pass for ASP".
+std::string ThisPassWords(const Build& build);
 /// What a line's pass says: "kept, this is the pass for ASP".
 std::string PassWords(const Build& build, bool keep);
 

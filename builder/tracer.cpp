@@ -24,20 +24,6 @@ int LinesIn(std::string_view written)
     return static_cast<int>(std::ranges::count(written, '\n'));
 }
 
-/// Lines `first` to `last` of a file, joined by CR LF.
-std::string LinesOf(std::string_view content, int first, int last)
-{
-    std::string lines;
-    for (int number = 1; number <= last && !content.empty(); ++number) {
-        const std::string_view line = TakeLine(content);
-        if (number > first)
-            lines += kCrLf;
-        if (number >= first)
-            lines += line;
-    }
-    return lines;
-}
-
 } // namespace
 
 void Tracer::Reset()
@@ -63,12 +49,12 @@ void Tracer::Change(SourceLine& line, std::string_view name, std::string text,
     PastOf(line).steps.push_back({std::string(name), std::move(text), std::string(after)});
 }
 
-void Tracer::Replace(SourceLine& line, int first, std::string_view content, std::string_view name,
+void Tracer::Replace(SourceLine& line, int first, std::string before, std::string_view name,
                      std::string text)
 {
     Past& past = PastOf(line);
     past.span.first = first;
-    past.before = LinesOf(content, first, line.line);
+    past.before = std::move(before);
     past.steps.push_back({std::string(name), std::move(text), std::string(line.text)});
 }
 
@@ -95,11 +81,11 @@ void Tracer::DefineField(int page, PageField field, std::string_view word, Sourc
     definitions_.Field(field == PageField::root ? 0 : page, field) = DefinitionAt(line);
 }
 
-void Tracer::Unused(const SourceSpan& span, std::string_view content, std::string_view reason)
+void Tracer::Unused(const SourceSpan& span, std::string before, std::string_view reason)
 {
     LineStory story;
     story.sources = {span};
-    story.before = LinesOf(content, span.first, span.last);
+    story.before = std::move(before);
     story.reason = reason;
     trace_.TakeUnused(story);
 }
@@ -159,7 +145,8 @@ void Tracer::NoteToggle()
     const SourceSpan source = story_.sources.empty() ? SourceSpan() : story_.sources.front();
     if (toggles_.sources.empty())
         toggles_.before = story_.before;
-    if (std::ranges::find(toggles_.sources, source) == toggles_.sources.end())
+    // The uses of one line follow each other.
+    if (toggles_.sources.empty() || toggles_.sources.back() != source)
         toggles_.sources.push_back(source);
 }
 
@@ -171,12 +158,11 @@ void Tracer::TellToggles()
     toggles_ = {};
 }
 
-void Tracer::NoteWrapper(int digit, std::string_view line)
+void Tracer::NoteWrapper(std::string_view line)
 {
-    open_wrapper_ = digit;
-    Note(NumberedMark(Family::wrapper, digit).View(),
-         "the first half of " + VariableWords(*this, Family::wrapper, digit), line,
-         definitions_.Variable(Family::wrapper, digit).place);
+    Note(NumberedMark(Family::wrapper, open_wrapper_).View(),
+         "the first half of " + VariableWords(*this, Family::wrapper, open_wrapper_), line,
+         definitions_.Variable(Family::wrapper, open_wrapper_).place);
 }
 
 void Tracer::NoteWrapperEnd(std::string_view line)
@@ -208,6 +194,8 @@ void Tracer::PutFile(std::string_view name, std::string_view content)
     const auto told = [&](int line) {
         return Joined({"line ", Decimal(line), " of ", name, ", as it is"});
     };
+    if (content.empty())
+        return Note(kFileTextMark, Joined({name, " is empty"}), "");
     int line = 1;
     for (std::size_t end = content.find('\n'); end != npos; end = content.find('\n'), ++line) {
         Put(content.substr(0, end + 1), kFileTextMark, told(line), {path, line, line}, true);
@@ -224,14 +212,15 @@ void Tracer::PutFile(std::string_view name, std::string_view content)
 void Tracer::Note(std::string_view name, std::string text, std::string_view before,
                   std::string_view rest, const SourceSpan& from)
 {
-    std::string after(before);
-    after.append(rest);
-    if (after == story_.Text())
-        return;
+    // A long line with thousands of changes must not be copied for each.
     if (untold_ > 0 || told_ > kMostTold || story_.steps.size() >= kMostSteps) {
         ++untold_;
         return;
     }
+    std::string after(before);
+    after.append(rest);
+    if (after == story_.Text())
+        return;
     told_ += after.size();
     story_.steps.push_back({std::string(name), std::move(text), std::move(after), from});
 }
@@ -242,20 +231,20 @@ void Tracer::Put(std::string_view raw, std::string_view name, std::string text,
     std::string_view line = raw;
     if (line.ends_with('\n'))
         line.remove_suffix(line.ends_with("\r\n") ? 2 : 1);
-    LineStory story;
-    story.sources = story_.sources;
-    if (is_source)
-        story.sources.push_back(from);
-    story.before = story_.before;
-    story.steps = story_.steps;
-    story.steps.push_back({std::string(name), std::move(text), std::string(line), from});
     counted_ += raw.size();
     if (build_.state.page.redirects)
         return; // the line in work tells why
-    story.line = lines_ + 1;
-    story.count = LinesIn(raw);
-    lines_ += story.count;
-    trace_.TakeLine(story);
+    // The line's own story is lent: a copy for each of many lines would eat the time.
+    if (is_source)
+        story_.sources.push_back(from);
+    story_.steps.push_back({std::string(name), std::move(text), std::string(line), from});
+    story_.line = lines_ + 1;
+    story_.count = LinesIn(raw);
+    lines_ += story_.count;
+    trace_.TakeLine(story_);
+    story_.steps.pop_back();
+    if (is_source)
+        story_.sources.pop_back();
 }
 
 void Tracer::PutWritten(std::string_view name, std::string text, const SourceSpan& from)
@@ -286,7 +275,7 @@ void Tracer::EndOfTemplate(std::string_view text)
     if (story_.steps.empty())
         return End(text, "an empty line of the template is not written");
     const TracedStep& last = story_.steps.back();
-    End(text, Joined({last.name, ": ", last.text}));
+    End(text, Joined({last.name, last.name.ends_with(':') ? " " : ": ", last.text}));
 }
 
 void Tracer::Skip(const SourceLine& line, std::string_view reason)
@@ -325,9 +314,11 @@ std::string Tracer::PlaceText(const SourceSpan& place) const
 
 std::string Tracer::PageText(int number)
 {
+    if (number < 1)
+        return "the start page: no page comes before this one";
+    if (number > build_.state.PageCount)
+        return "the start page: no page follows this one";
     const PageRecord& page = std::as_const(build_.state.PageTable)[number];
-    if (number < 1 || number > build_.state.PageCount)
-        return "there is no such page: the start page";
     return Joined({"page ", Decimal(number), " ", Quoted(page.title), " (",
                    PlaceText(definitions_.Field(number, PageField::file).place), ")"});
 }

@@ -29,17 +29,17 @@ class Tracer {
     /// Keeps what happens to a line before it comes to a page; its text is the caller's to change.
     /// `name`, `text` and `after` are those of TracedStep.
     void Change(SourceLine& line, std::string_view name, std::string text, std::string_view after);
-    /// The same for the line that a stretch of its file becomes, from line `first` to its own.
-    /// `content` is the file's, up to the stretch's end or further.
-    void Replace(SourceLine& line, int first, std::string_view content, std::string_view name,
+    /// The same for the line that a stretch of its file becomes, from line `first` to its own;
+    /// `before` is the stretch's text.
+    void Replace(SourceLine& line, int first, std::string before, std::string_view name,
                  std::string text);
     /// Keeps what a line says of its pages or of the site: "sets the page's title".
     void NoteRole(SourceLine& line, std::string role);
     void DefineVariable(Family family, int slot, SourceLine& line);
     void DefineField(int page, PageField field, std::string_view word, SourceLine& line);
 
-    /// Lines that come to no page, from `span.first` on; `content` is their file's.
-    void Unused(const SourceSpan& span, std::string_view content, std::string_view reason);
+    /// Lines that come to no page; `before` is their text.
+    void Unused(const SourceSpan& span, std::string before, std::string_view reason);
     void Unused(const SourceLine& line, std::string_view reason);
     /// The same for a line that speaks of the pages, if it does; else the reason is `otherwise`.
     void UnusedButForRole(const SourceLine& line, std::string_view otherwise);
@@ -76,8 +76,10 @@ class Tracer {
     /// What was added to the page's output since the last line is what the text that has begun
     /// became; `name` and `text` are those of TracedStep. Nothing was added: there is no such text.
     void NoteWritten(std::string_view name, std::string text);
-    /// The line in work opens a wrapper, and has become its first half.
-    void NoteWrapper(int digit, std::string_view line);
+    /// A wrapper is opened, be it on a page that nobody asks for: its second half may come later.
+    void OpenWrapper(int digit) { open_wrapper_ = digit; }
+    /// The line in work has opened it, and has become its first half.
+    void NoteWrapper(std::string_view line);
     /// It closes the wrapper that was opened last, and has become its second half.
     void NoteWrapperEnd(std::string_view line);
     /// The line in work is the text of a file.

@@ -58,12 +58,15 @@ Json PlaceObject(const ToldPlace& place)
                 {"last", place.last}};
 }
 
-Json StepObject(const ToldStep& step)
+Json StepObject(const ToldStep& step, bool has_texts)
 {
+    const auto text = [&](const std::string& of) {
+        return has_texts ? Json(ToUtf8(of)) : Json(nullptr);
+    };
     return Json{{"name", ToUtf8(step.name)},
                 {"text", ToUtf8(step.text)},
-                {"before", ToUtf8(step.before)},
-                {"after", ToUtf8(step.after)},
+                {"before", text(step.before)},
+                {"after", text(step.after)},
                 {"from", step.from ? PlaceObject(*step.from) : Json(nullptr)}};
 }
 
@@ -74,7 +77,7 @@ Json LineObject(const ToldLine& line)
         sources.push_back(PlaceObject(source));
     Json steps = Json::array();
     for (const ToldStep& step : line.steps)
-        steps.push_back(StepObject(step));
+        steps.push_back(StepObject(step, !line.is_brief));
     return Json{{"page", TextOrNull(line.page)},
                 {"line", line.line > 0 ? Json(line.line) : Json(nullptr)},
                 {"text", ToUtf8(line.text)},

@@ -12,6 +12,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kiv {
@@ -60,6 +61,15 @@ std::string Blanks(std::string_view text, char instead)
     return blanks;
 }
 
+/// What became of source lines in one story, or in stories of lines that follow each other.
+std::string TargetText(const ToldLine& line, int last, bool is_own)
+{
+    if (line.line == 0)
+        return line.page.empty() ? line.reason : "not on " + line.page_shown + ": " + line.reason;
+    return (is_own ? "" : "used for ") + line.page_shown + ":" + Decimal(line.line) +
+           (last > line.line ? "-" + Decimal(last) : "");
+}
+
 class StoryPrinter {
   public:
     StoryPrinter(std::ostream& out, const Stories& stories, const StoryView& view)
@@ -71,13 +81,23 @@ class StoryPrinter {
     void PrintSource();
 
   private:
+    /// Lines of a page that come from one place of the source, or use it.
+    struct Target {
+        const ToldLine* line; // the first of them
+        int last;             // its number on the page; 0: nothing was written
+        bool is_own;          // the place is the lines' source
+    };
+    using Targets = std::map<std::pair<int, int>, std::vector<Target>>; // by first and last line
+
+    void PrintNone();
     void PrintBeside(const ToldLine& line, std::size_t width);
     void PrintLong(const ToldLine& line);
     void PrintStep(const ToldStep& step);
     void PrintText(std::string_view text, const ChangedPart& changed);
     void PrintLine(std::string_view line, std::size_t from, std::size_t to);
-    void PrintSourceLine(int number, const std::vector<const ToldLine*>& lines);
-    std::string TargetText(const ToldLine& line, int number) const;
+    void PrintSourceLines(const ToldPlace& place, const std::vector<Target>& targets);
+    void AddTarget(Targets& targets, const ToldPlace& place, const ToldLine& line,
+                   bool is_own) const;
     std::string Name(const std::string& text) const
     {
         return view_.colour ? kName + ShownText(text) + kPlain : ShownText(text);
@@ -90,11 +110,11 @@ class StoryPrinter {
 
 void StoryPrinter::PrintPage()
 {
+    if (stories_.lines.empty())
+        return PrintNone();
     if (view_.is_long) {
         for (const ToldLine& line : stories_.lines)
             PrintLong(line);
-        if (stories_.lines.empty())
-            out_ << "no line of " << ShownText(stories_.name) << " holds that\n";
         return;
     }
     std::size_t width = 0;
@@ -102,6 +122,14 @@ void StoryPrinter::PrintPage()
         width = std::max(width, SourcesText(line).size());
     for (const ToldLine& line : stories_.lines)
         PrintBeside(line, std::min(width, kMostSource));
+}
+
+void StoryPrinter::PrintNone()
+{
+    if (view_.is_long)
+        out_ << "no line of " << ShownText(stories_.shown) << " holds that\n";
+    else
+        out_ << ShownText(stories_.shown) << " has no lines\n";
 }
 
 void StoryPrinter::PrintBeside(const ToldLine& line, std::size_t width)
@@ -124,7 +152,12 @@ void StoryPrinter::PrintLong(const ToldLine& line)
         out_ << "  from " << ShownText(PlaceText(source)) << '\n';
     if (line.sources.empty())
         out_ << "  a text of the program's own\n";
-    else
+    if (line.is_brief) {
+        out_ << "  " << ShownText(line.text)
+             << "\n  all the stories are too long to be told at once: ask for this line alone\n\n";
+        return;
+    }
+    if (!line.sources.empty())
         PrintText(line.steps.empty() ? line.text : line.steps.front().before, {});
     for (const ToldStep& step : line.steps) {
         out_ << "  " << Name(step.name) << "  " << ShownText(step.text) << '\n';
@@ -165,16 +198,18 @@ void StoryPrinter::PrintText(std::string_view text, const ChangedPart& changed)
 /// Where something has gone, there is nothing to mark.
 void StoryPrinter::PrintStep(const ToldStep& step)
 {
-    const ChangedPart changed = ChangeBetween(step.before, step.after);
+    const bool is_line = step.name == kLineStep;
     if (step.after.empty()) {
-        out_ << "    (nothing is left)\n";
+        out_ << (is_line ? "    (an empty line)\n" : "    (nothing is left)\n");
         return;
     }
+    if (is_line)
+        return PrintText(step.after, {});
+    const ChangedPart changed = ChangeBetween(step.before, step.after);
     PrintText(step.after, changed);
     if (changed.put > 0)
         return;
-    const std::string_view gone =
-        std::string_view(step.before).substr(changed.from, changed.taken);
+    const std::string_view gone = std::string_view(step.before).substr(changed.from, changed.taken);
     if (gone.size() <= kMostGone && gone.find('\n') == std::string_view::npos)
         out_ << "    (without \"" << ShownText(gone) << "\")\n";
     else
@@ -196,60 +231,64 @@ void StoryPrinter::PrintLine(std::string_view line, std::size_t from, std::size_
         out_ << "    " << Blanks(head, ' ') << Blanks(part, '^') << '\n';
 }
 
-/// What became of a source line in one story.
-std::string StoryPrinter::TargetText(const ToldLine& line, int number) const
+/// Lines that follow each other on a page are one target, except where each is shown. A line that
+/// was not written is told of at its own place only.
+void StoryPrinter::AddTarget(Targets& targets, const ToldPlace& place, const ToldLine& line,
+                             bool is_own) const
 {
-    if (line.line == 0)
-        return line.page.empty() ? line.reason : "not on " + line.page_shown + ": " + line.reason;
-    const bool is_its_own = std::ranges::any_of(line.sources, [&](const ToldPlace& place) {
-        return place.file == stories_.path && place.first <= number && number <= place.last;
-    });
-    return (is_its_own ? "" : "used for ") + line.page_shown + ":" + Decimal(line.line);
+    const bool is_asked =
+        view_.line == 0 || (place.first <= view_.line && view_.line <= place.last);
+    if (place.file != stories_.path || !is_asked || (line.line == 0 && !is_own))
+        return;
+    std::vector<Target>& known = targets[view_.line == 0 ? std::pair(place.first, place.last)
+                                                         : std::pair(view_.line, view_.line)];
+    Target* const last = known.empty() ? nullptr : &known.back();
+    const bool is_same_page = last != nullptr && last->line->page_path == line.page_path;
+    if (last != nullptr &&
+        (last->line == &line || (is_same_page && last->last > 0 && last->last == line.line)))
+        return;
+    if (!view_.is_long && is_same_page && last->is_own == is_own && last->last > 0 &&
+        last->last + 1 == line.line)
+        last->last = line.line;
+    else
+        known.push_back({&line, line.line, is_own});
 }
 
-void StoryPrinter::PrintSourceLine(int number, const std::vector<const ToldLine*>& lines)
+void StoryPrinter::PrintSourceLines(const ToldPlace& place, const std::vector<Target>& targets)
 {
-    out_ << Name(stories_.shown + ":" + Decimal(number));
+    out_ << Name(PlaceText(place));
     if (view_.is_long) {
         out_ << '\n';
-        for (const ToldLine* const line : lines)
-            out_ << "  " << ShownText(TargetText(*line, number))
-                 << (line->line == 0 ? "" : "  " + ShownText(line->text)) << '\n';
+        for (const Target& target : targets)
+            out_ << "  " << ShownText(TargetText(*target.line, target.last, target.is_own))
+                 << (target.last == 0 ? "" : "  " + ShownText(target.line->text)) << '\n';
         return;
     }
     const char* before = "  ";
-    for (std::size_t i = 0; i < std::min(kMostTargets, lines.size()); ++i) {
-        out_ << before << ShownText(TargetText(*lines[i], number));
+    for (std::size_t i = 0; i < std::min(kMostTargets, targets.size()); ++i) {
+        out_ << before
+             << ShownText(TargetText(*targets[i].line, targets[i].last, targets[i].is_own));
         before = "; ";
     }
-    if (lines.size() > kMostTargets)
-        out_ << before << lines.size() - kMostTargets << " more";
+    if (targets.size() > kMostTargets)
+        out_ << before << targets.size() - kMostTargets << " more";
     out_ << '\n';
 }
 
 void StoryPrinter::PrintSource()
 {
-    std::map<int, std::vector<const ToldLine*>> by_line;
-    const auto add = [&](const ToldPlace& place, const ToldLine& line) {
-        if (place.file != stories_.path)
-            return;
-        for (int number = place.first; number <= place.last; ++number) {
-            std::vector<const ToldLine*>& lines = by_line[number];
-            if ((view_.line == 0 || view_.line == number) &&
-                (lines.empty() || lines.back() != &line))
-                lines.push_back(&line);
-        }
-    };
+    Targets targets;
     for (const ToldLine& line : stories_.lines) {
         for (const ToldPlace& source : line.sources)
-            add(source, line);
+            AddTarget(targets, source, line, true);
         for (const ToldStep& step : line.steps)
             if (step.from)
-                add(*step.from, line);
+                AddTarget(targets, *step.from, line, false);
     }
-    for (const auto& [number, lines] : by_line)
-        if (!lines.empty())
-            PrintSourceLine(number, lines);
+    if (targets.empty())
+        return PrintNone();
+    for (const auto& [lines, known] : targets)
+        PrintSourceLines({{}, {}, stories_.shown, lines.first, lines.second}, known);
 }
 
 } // namespace

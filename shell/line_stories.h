@@ -22,6 +22,9 @@ struct ToldPlace {
     int last = 0;
 };
 
+/// The name of the step that takes one line out of all that a source line made.
+inline constexpr std::string_view kLineStep = "line";
+
 /// One thing that was done to a line.
 struct ToldStep {
     std::string name; // what did it: "=2=", "@PREV", "!!3["
@@ -41,6 +44,7 @@ struct ToldLine {
     std::vector<ToldPlace> sources;
     std::string reason; // why nothing was written
     std::vector<ToldStep> steps;
+    bool is_brief = false; // the steps have no texts: all stories together would be too long
 };
 
 /// What is asked.

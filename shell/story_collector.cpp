@@ -2,8 +2,10 @@
 
 #include "platform/drive_path.h"
 #include "text/text.h"
+#include "text/windows1252.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kiv {
 
@@ -15,6 +17,10 @@ std::string Backslashed(std::string_view path)
     std::ranges::replace(text, '/', '\\');
     return text;
 }
+
+/// Characters that are kept of all steps together. A block of thousands of lines is told with each
+/// of the lines that it makes.
+constexpr std::size_t kMostKept = 64'000'000;
 
 ToldPlace Place(const SourceSpan& span)
 {
@@ -41,10 +47,34 @@ std::vector<ToldStep> StepsOf(const LineStory& story)
     return steps;
 }
 
+/// Which definitions were used, each once; the last step stays the last one.
+std::vector<ToldStep> BriefStepsOf(const LineStory& story)
+{
+    std::vector<ToldStep> steps;
+    for (auto step = story.steps.rbegin(); step != story.steps.rend(); ++step) {
+        const bool is_told = std::ranges::any_of(steps, [&](const ToldStep& told) {
+            return told.from && told.from->file == step->from.file &&
+                   told.from->first == step->from.first;
+        });
+        if (!step->from.file.empty() && !is_told)
+            steps.push_back({step->name, step->text, {}, {}, Place(step->from)});
+    }
+    std::ranges::reverse(steps);
+    return steps;
+}
+
+std::size_t SizeOf(const std::vector<ToldStep>& steps)
+{
+    std::size_t size = 0;
+    for (const ToldStep& step : steps)
+        size += step.before.size() + step.after.size();
+    return size;
+}
+
 /// The step from all that a story makes to one line of it, counted from 1.
 ToldStep OneLine(const LineStory& story, int number, std::string_view text)
 {
-    return {"line",
+    return {std::string(kLineStep),
             "line " + Decimal(number) + " of the " + Decimal(story.count) + " that this makes",
             story.Text(),
             std::string(text),
@@ -79,6 +109,26 @@ void StoryCollector::Choose(Fit fit, Stories::Kind kind, std::string_view name,
     found_.kind = kind;
     found_.name = name;
     found_.path = path;
+    unused_.clear();
+    for (auto& [page, first] : pages_)
+        first = 0;
+    kept_ = 0;
+}
+
+/// The lines of a source that came to a page are not on it when it is written once more.
+void StoryCollector::CoverOlderPage()
+{
+    const auto [older, is_first] = pages_.try_emplace(UpperCase(page_path_), found_.lines.size());
+    if (is_first)
+        return;
+    const std::size_t from = std::exchange(older->second, found_.lines.size());
+    for (std::size_t i = from; i < found_.lines.size(); ++i) {
+        ToldLine& line = found_.lines[i];
+        if (line.line == 0 || !EqualsNoCase(line.page_path, page_path_))
+            continue;
+        line.line = 0;
+        line.reason = "a later page of the same name is written over it";
+    }
 }
 
 /// A page that is written again takes its own place.
@@ -87,8 +137,10 @@ bool StoryCollector::BeginPage(const TracedPage& page)
     page_ = page.name;
     page_path_ = page.path;
     names_.insert(page_);
-    if (takes_ == Takes::sources)
+    if (takes_ == Takes::sources) {
+        CoverOlderPage();
         return true;
+    }
     const Fit fit = FitOf(page.name, page.path);
     const bool is_again = fit == fit_ && EqualsNoCase(page.path, found_.path);
     if (fit == Fit::none || (fit <= fit_ && !is_again))
@@ -116,16 +168,20 @@ void StoryCollector::TakeUnused(const LineStory& story)
 /// Chooses the source that fits best of those that the story has.
 void StoryCollector::ChooseSource(const LineStory& story)
 {
-    for (const SourceSpan& source : story.sources) {
-        if (source.file == last_source_)
-            continue;
-        last_source_ = source.file;
-        const std::string_view name = NameOf(source.file);
+    const auto look_at = [&](std::string_view file) {
+        if (file.empty() || file == last_source_)
+            return;
+        last_source_ = file;
+        const std::string_view name = NameOf(file);
         names_.emplace(name);
-        const Fit fit = FitOf(name, source.file);
+        const Fit fit = FitOf(name, file);
         if (fit > fit_)
-            Choose(fit, Stories::Kind::source, source.file, source.file);
-    }
+            Choose(fit, Stories::Kind::source, file, file);
+    };
+    for (const SourceSpan& source : story.sources)
+        look_at(source.file);
+    for (const TracedStep& step : story.steps)
+        look_at(step.from.file);
 }
 
 /// Whether a line that is asked for went into the story, itself or as a definition.
@@ -159,6 +215,16 @@ bool StoryCollector::IsAsked(int line, std::string_view text) const
     return is_line && (!question_.find || ContainsNoCase(text, *question_.find));
 }
 
+/// `number` is that of the line among those that the story makes, counted from 1.
+void StoryCollector::AddSteps(ToldLine& line, const LineStory& story, int number)
+{
+    line.is_brief = kept_ > kMostKept && !story.steps.empty();
+    line.steps = line.is_brief ? BriefStepsOf(story) : StepsOf(story);
+    if (story.count > 1 && !line.is_brief)
+        line.steps.push_back(OneLine(story, number, line.text));
+    kept_ += SizeOf(line.steps);
+}
+
 void StoryCollector::Add(const LineStory& story, bool is_on_page)
 {
     std::string_view rest = story.Text();
@@ -177,9 +243,7 @@ void StoryCollector::Add(const LineStory& story, bool is_on_page)
         for (const SourceSpan& source : story.sources)
             line.sources.push_back(Place(source));
         line.reason = story.reason;
-        line.steps = StepsOf(story);
-        if (story.count > 1)
-            line.steps.push_back(OneLine(story, k + 1, text));
+        AddSteps(line, story, k + 1);
         found_.lines.push_back(std::move(line));
     }
 }

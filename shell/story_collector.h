@@ -4,6 +4,8 @@
 #include "builder/trace.h"
 #include "shell/line_stories.h"
 
+#include <cstddef>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -41,6 +43,8 @@ class StoryCollector : public Trace {
     bool IsAsked(int line, std::string_view text) const;
     /// Adds the lines that a story makes, those that are asked for.
     void Add(const LineStory& story, bool is_on_page);
+    void AddSteps(ToldLine& line, const LineStory& story, int number);
+    void CoverOlderPage();
 
     const StoryQuestion& question_;
     const Takes takes_;
@@ -53,6 +57,8 @@ class StoryCollector : public Trace {
     std::string last_source_; // that was looked at
     std::set<std::string> names_;
     std::set<std::pair<int, std::string>> unused_; // first line and reason
+    std::map<std::string, std::size_t> pages_;     // of a source's stories, the first of each page
+    std::size_t kept_ = 0;                         // characters in the steps of what was found
 };
 
 } // namespace kiv
