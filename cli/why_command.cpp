@@ -61,7 +61,7 @@ StoryQuestion QuestionOf(CallDesk& desk, const GivenValues& given)
 
 std::string Counted(int lines)
 {
-    return Decimal(lines) + (lines == 1 ? " line" : " lines");
+    return lines == 1 ? "one line" : Decimal(lines) + " lines";
 }
 
 [[noreturn]] void RefuseUnknown(const Stories& stories, const std::string& place)

@@ -77,6 +77,21 @@ std::vector<std::pair<std::string, std::string>> Pairs(const Json& list)
     return pairs;
 }
 
+std::vector<std::pair<int, std::string>> Lines(const Json& list)
+{
+    std::vector<std::pair<int, std::string>> lines;
+    for (const Json& line : list) {
+        const Json& number = Field(line, "line");
+        const bool is_written = number.is_number_integer() && number > 0;
+        Expect(is_written || number.is_null(), "a told line's number is none");
+        Expect(is_written == Field(line, "reason").is_null(), "a told line lacks its reason");
+        Expect(Field(line, "steps").is_array() && Field(line, "sources").is_array(),
+               "a told line has no story");
+        lines.emplace_back(is_written ? number.get<int>() : 0, Text(Field(line, "text")));
+    }
+    return lines;
+}
+
 } // namespace
 
 Report ReadReport(std::string_view json, int exit_code)
@@ -94,6 +109,8 @@ Report ReadReport(std::string_view json, int exit_code)
         CheckWarning(warning);
     if (object.contains("renamed"))
         report.renamed = Pairs(object["renamed"]);
+    if (object.contains("lines"))
+        report.lines = Lines(object["lines"]);
     if (object.contains("result"))
         report.result = Text(object["result"]);
     return report;

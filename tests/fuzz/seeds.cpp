@@ -93,7 +93,8 @@ void AddSite(Seeds& seeds, const Case& one)
     const std::string sample(kiv::kTemplateFile);
     if (!one.in.contains(sample) && !one.absent.contains(sample))
         scene.files.push_back({sample, ";\n"});
-    seeds.Add("site", SceneText(scene));
+    for (const char* const target : {"site", "why"})
+        seeds.Add(target, SceneText(scene));
 }
 
 void AddBlocks(Seeds& seeds, const Case& one)
