@@ -134,6 +134,8 @@ void PrintJson(std::ostream& out, const RunReport& report)
         for (const ToldLine& line : report.stories->lines)
             lines.push_back(LineObject(line));
         object["lines"] = std::move(lines);
+        if (report.stories->left_out > 0)
+            object["left_out"] = report.stories->left_out;
     }
     if (report.result)
         object["result"] = ToUtf8(*report.result);

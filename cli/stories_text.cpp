@@ -300,6 +300,8 @@ void PrintStories(std::ostream& out, const Stories& stories, const StoryView& vi
         printer.PrintPage();
     else
         printer.PrintSource();
+    if (stories.left_out > 0)
+        out << stories.left_out << " more lines are left out: ask for a single line\n";
 }
 
 } // namespace kiv

@@ -63,6 +63,7 @@ struct Stories {
     std::string shown;              // the same from the site's folder on, where it lies in it
     int line_count = 0;             // of the page or the source, as far as it was read
     std::vector<ToldLine> lines;    // what was asked for
+    std::size_t left_out = 0;       // more of them, for which there is no room
     std::vector<std::string> names; // when it is neither: all pages and sources
     std::optional<RunError> error; // that ended the build; what came before it is told all the same
 };

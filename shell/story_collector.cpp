@@ -18,6 +18,9 @@ std::string Backslashed(std::string_view path)
     return text;
 }
 
+/// A site of thousands of pages that all list each other has millions of lines.
+constexpr std::size_t kMostLines = 500'000;
+
 /// Characters that are kept of all steps together. A block of thousands of lines is told with each
 /// of the lines that it makes.
 constexpr std::size_t kMostKept = 64'000'000;
@@ -233,6 +236,10 @@ void StoryCollector::Add(const LineStory& story, bool is_on_page)
         const std::string_view text = story.line == 0 ? story.before : kiv::TakeLine(rest);
         if (!IsAsked(number, text))
             continue;
+        if (found_.lines.size() >= kMostLines) {
+            ++found_.left_out;
+            continue;
+        }
         ToldLine line;
         if (is_on_page) {
             line.page = page_;
