@@ -288,7 +288,7 @@ void StoryPrinter::PrintSource()
     if (targets.empty())
         return PrintNone();
     for (const auto& [lines, known] : targets)
-        PrintSourceLines({{}, {}, stories_.shown, lines.first, lines.second}, known);
+        PrintSourceLines({{}, lines.first, lines.second, {}, stories_.shown}, known);
 }
 
 } // namespace

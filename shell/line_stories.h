@@ -15,11 +15,11 @@ class Workspace;
 
 /// Lines of a source, 1-based, both ends included.
 struct ToldPlace {
-    std::string file;   // absolute drive path
-    std::string native; // the same outside, UTF-8; "" where no drive leads there
-    std::string shown;  // the same from the site's folder on, where it lies in it
+    std::string file; // absolute drive path
     int first = 0;
     int last = 0;
+    std::string native = {}; // the path outside, UTF-8; "" where no drive leads there
+    std::string shown = {};  // the path from the site's folder on, where it lies in it
 };
 
 /// The name of the step that takes one line out of all that a source line made.

@@ -17,7 +17,7 @@ namespace {
 
 ToldPlace Place(const SourceSpan& span)
 {
-    return {std::string(span.file), {}, {}, span.first, span.last};
+    return {std::string(span.file), span.first, span.last};
 }
 
 PageStory Kept(const LineStory& story)

@@ -27,7 +27,7 @@ constexpr std::size_t kMostKept = 64'000'000;
 
 ToldPlace Place(const SourceSpan& span)
 {
-    return {std::string(span.file), {}, {}, span.first, span.last};
+    return {std::string(span.file), span.first, span.last};
 }
 
 bool Covers(const SourceSpan& span, std::string_view file, int line)
