@@ -231,6 +231,11 @@ TracedBuild::TracedBuild(const Case& one, const fs::path& drive_c)
         run_ = std::make_unique<Run>(drive_c, arguments[1], eoy);
 }
 
+TracedBuild::TracedBuild(const std::string& section, bool eoy, const fs::path& drive_c)
+    : run_(std::make_unique<Run>(drive_c, section, eoy))
+{
+}
+
 TracedBuild::~TracedBuild() = default;
 
 std::string TracedBuild::Differences(const std::vector<std::string>& messages,

@@ -17,6 +17,8 @@ class TracedBuild {
   public:
     /// `drive_c`: the case's own. Only calls of "build" are traced.
     TracedBuild(const Case& one, const std::filesystem::path& drive_c);
+    /// A section, a drive path, with the New Year text on or off.
+    TracedBuild(const std::string& section, bool eoy, const std::filesystem::path& drive_c);
     ~TracedBuild();
 
     /// What is wrong, also beside what the real build said and wrote; "" when nothing is. `files`
