@@ -140,8 +140,9 @@ FolderListing UnwrittenFiles::List(std::string_view folder, std::string_view pat
     for (const auto& [key, kept] : kept_) {
         if (FolderOf(key) != place)
             continue;
+        const std::string_view upper = NameOf(key);
         std::erase_if(listing.files,
-                      [&](const FileName& file) { return UpperCase(file.text) == NameOf(key); });
+                      [&](const FileName& file) { return UpperCase(file.text) == upper; });
         const std::string name(NameOf(kept.path));
         if (kept.bytes && FitsPattern(name, pattern))
             listing.files.push_back({name, name});
