@@ -11,7 +11,7 @@ namespace {
 
 std::string InBrackets(const std::string& place)
 {
-    return place.empty() ? std::string() : " (" + ShownText(place) + ")";
+    return place.empty() ? std::string() : " (" + ShownLine(place) + ")";
 }
 
 } // namespace
@@ -25,11 +25,11 @@ void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, b
                 err << "kiv: " << ShownText(warning.text) << InBrackets(warning.PlaceText())
                     << '\n';
     if (report.error)
-        err << "kiv: error: " << ShownText(report.error->text) << InBrackets(report.error->where)
+        err << "kiv: error: " << ShownLine(report.error->text) << InBrackets(report.error->where)
             << '\n';
     if (report.dry_run && report.renamed)
         for (const Rename& rename : *report.renamed)
-            out << ShownText(rename.from) << " -> " << ShownText(rename.to) << '\n';
+            out << ShownLine(rename.from) << " -> " << ShownLine(rename.to) << '\n';
     if (report.result)
         out << (out_is_terminal ? ShownText(*report.result) : ToUtf8(*report.result));
     else if (!report.status.empty())

@@ -146,6 +146,20 @@ TEST_F(NameCommands, UndoingNeverOverwrites)
     EXPECT_EQ(Content("site/a-b"), "1");
 }
 
+#ifndef _WIN32 // where names hold line ends
+TEST_F(NameCommands, ANameStaysOnItsLine)
+{
+    Put("site/a\nkiv: b", "");
+    Put("site/z\nz Z", "");
+    Put("site/z\nz-z", "");
+    EXPECT_EQ(Call({"rename", "C:\\site", "a", "c", "--dry-run"}).out,
+              "a\\x0Akiv: b -> c\\x0Akiv: b\n");
+    EXPECT_EQ(Call({"fix-names", "C:\\site"}).err,
+              "kiv: error: cannot rename C:\\site\\z\\x0Az Z to C:\\site\\z\\x0Az-z: target "
+              "exists\n");
+}
+#endif
+
 TEST_F(NameCommands, WhatIsNoReport)
 {
     Put("site/b", "");
