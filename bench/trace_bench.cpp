@@ -11,7 +11,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include <benchmark/benchmark.h>
 #include <unistd.h>
@@ -96,10 +95,13 @@ int main(int count, char** arguments)
 {
     benchmark::Initialize(&count, arguments);
     const Site site(*kiv::FindSiteSize("L"));
-    for (const auto& [name, page] :
-         {std::pair("L/nobody", -1), std::pair("L/one page", 500), std::pair("L/every page", 0)})
+    const auto add = [&site](const char* name, int page) {
         benchmark::RegisterBenchmark(name, [&site, page](benchmark::State& state) {
             BuildFor(state, site, page);
         })->Unit(benchmark::kMillisecond);
+    };
+    add("L/nobody", -1);
+    add("L/one page", 500);
+    add("L/every page", 0);
     benchmark::RunSpecifiedBenchmarks();
 }

@@ -179,8 +179,8 @@ constexpr CallRow kCalls[] = {
      .details = "Puts the names back that the files of DIR had before the last run there, also "
          "one that was cut short. With --report it takes back an earlier run: FILE is what the "
          "renamer printed with --json in the same DIR. The last rename is undone first. Nothing "
-         "is ever overwritten: the run stops at the first name that is taken and at the first "
-         "file that is gone. Started again, it goes on from there.",
+         "is ever overwritten: a file whose old name is taken keeps the new one, the others get "
+         "theirs back, and the error names the first. Started again, it tries what is left.",
      .example = "kiv-cli undo-renames ~/pictures\n"
                 "kiv-cli undo-renames ~/pictures --report names.json",
      .arguments = kOneDirectory, .options = kUndoOptions, .renames = true, .run = RunUndoRenames},

@@ -12,7 +12,7 @@ namespace {
 
 std::string InBrackets(const std::string& place)
 {
-    return place.empty() ? std::string() : " (" + ShownText(place) + ")";
+    return place.empty() ? std::string() : " (" + ShownLine(place) + ")";
 }
 
 } // namespace
@@ -24,11 +24,11 @@ void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, b
         if (!warning.was_shown && (verbose || warning.is_noted))
             err << "kiv: " << ShownText(warning.text) << InBrackets(warning.PlaceText()) << '\n';
     if (report.error)
-        err << "kiv: error: " << ShownText(report.error->text) << InBrackets(report.error->where)
+        err << "kiv: error: " << ShownLine(report.error->text) << InBrackets(report.error->where)
             << '\n';
     if (report.dry_run && report.renamed)
         for (const Rename& rename : *report.renamed)
-            out << ShownText(rename.from) << " -> " << ShownText(rename.to) << '\n';
+            out << ShownLine(rename.from) << " -> " << ShownLine(rename.to) << '\n';
     if (report.stories)
         PrintStories(out, *report.stories,
                      {report.story_line, report.is_story_long, terminal.has_colours});

@@ -96,6 +96,7 @@ RunReport ReportOf(const Call& call, const CliSurroundings& around)
     Workspace workspace(machine);
     if (const std::string records = RecordsFolderFrom(around.variable); !records.empty())
         workspace.RecordsFolder = files.FromNative(records);
+    workspace.RenamesAreReported = json;
     RunReport report;
     CallDesk desk{workspace, around.in, report};
     report.error = workspace.Run([&] {

@@ -1,6 +1,7 @@
 #include "cli/shown_text.h"
 
 #include "text/joined_text.h"
+#include "text/text.h"
 #include "text/windows1252.h"
 
 #include <algorithm>
@@ -41,6 +42,14 @@ std::string ShownUtf8(std::string_view utf8)
         utf8.remove_prefix(size);
     }
     return shown;
+}
+
+std::string ShownLine(std::string_view text)
+{
+    std::string line = ToUtf8(text);
+    ReplaceEach(line, "\r", "\\x0D");
+    ReplaceEach(line, "\n", "\\x0A");
+    return ShownUtf8(line);
 }
 
 std::string ShownText(std::string_view text)

@@ -10,8 +10,11 @@ namespace kiv {
 /// seen, but for tabs and line ends, becomes `\xHH`, its number in the code page. CR LF becomes LF.
 std::string ShownText(std::string_view text);
 
-/// The same for text that is UTF-8 already. A byte that is part of no character becomes `\xHH`,
-/// too.
+/// The same for a name or a sentence, on one line: a line end in it becomes `\xHH`, too.
+std::string ShownLine(std::string_view text);
+
+/// The same as ShownText for text that is UTF-8 already. A byte that is part of no character
+/// becomes `\xHH`, too.
 std::string ShownUtf8(std::string_view utf8);
 
 } // namespace kiv

@@ -168,6 +168,22 @@ std::string DriveFiles::RoomFor(std::string_view path, std::uint64_t size)
     }
 }
 
+std::string DriveFiles::ReadWhole(std::string_view path, std::uint64_t size, const ReadFirst& read,
+                                  const TellSize& size_now)
+{
+    constexpr int kTries = 3;
+    for (int i = 0; i < kTries; ++i) {
+        RefuseTooLarge(path, size);
+        std::string bytes = RoomFor(path, size);
+        read(static_cast<std::size_t>(size), bytes);
+        if (bytes.size() == size)
+            return bytes;
+        size = size_now();
+    }
+    Refuse("read", path,
+           "it ends before its size says so. Another program is changing it, or the disk fails");
+}
+
 void DriveFiles::CountWritten(const std::string& absolute)
 {
     written_.push_back(absolute);

@@ -4,7 +4,9 @@
 
 #include "platform/drives.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -68,6 +70,13 @@ class DriveFiles : public Drives {
     static void RefuseTooLarge(std::string_view path, std::uint64_t size);
     /// Makes room for a file that is read whole. Throws RunError of kind `memory`.
     static std::string RoomFor(std::string_view path, std::uint64_t size);
+    /// Reads a file of `size` bytes whole; `read` fills in up to so many from its begin. Where they
+    /// end before, another program is writing the file: it is read again, as large as `size_now`
+    /// tells, a few times, and then refused.
+    using ReadFirst = std::function<void(std::size_t count, std::string& bytes)>;
+    using TellSize = std::function<std::uint64_t()>;
+    static std::string ReadWhole(std::string_view path, std::uint64_t size, const ReadFirst& read,
+                                 const TellSize& size_now);
 
     /// What the state of a file is told by. A file system's time stamps are coarse: two writes of
     /// this program may fall on one tick, so a young stamp counts the writes too. `now` and `young`

@@ -79,6 +79,13 @@ std::string ThisDirNameOf(std::string_view directory)
     return std::string(directory.substr(directory.find_last_of("/\\:") + 1));
 }
 
+std::string OnOneLine(std::string_view path)
+{
+    std::string line(path);
+    ReplaceEach(line, "\n", "\\x0A");
+    return line;
+}
+
 std::string WithSeparator(std::string_view path)
 {
     while (!path.empty() && IsSeparator(path.back()))

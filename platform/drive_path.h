@@ -36,6 +36,10 @@ std::string_view NameOf(std::string_view absolute);
 /// "" at a root.
 std::string ThisDirNameOf(std::string_view directory);
 
+/// A path as a message has it that is shown to the user: on one line, with "\x0A" for a line feed
+/// in a name, which would begin what looks like another message.
+std::string OnOneLine(std::string_view path);
+
 /// The path with one "\" at its end.
 std::string WithSeparator(std::string_view path);
 

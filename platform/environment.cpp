@@ -79,8 +79,9 @@ DriveMap DrivesFrom(const Variables& variable, const std::optional<std::string>&
 std::string RecordsFolderFrom(const Variables& variable)
 {
     const auto below = [&](const char* name, const char* rest) {
-        const std::optional<std::string> folder = variable(name);
-        return folder && !folder->empty() ? *folder + rest : std::string();
+        const std::string folder = variable(name).value_or("");
+        // A relative one would be another folder for each directory that the user stands in.
+        return FromUtf8Path(folder).is_absolute() ? folder + rest : std::string();
     };
 #ifdef _WIN32
     return below("LOCALAPPDATA", "\\kiv\\renames");

@@ -83,6 +83,11 @@ class Files : public FileReader {
     {
         return FileExists(path) || FolderExists(path);
     }
+    /// A link bears this name, wherever it leads.
+    virtual bool IsLink([[maybe_unused]] std::string_view path) { return false; }
+    /// Throws what writing a new file of this path would throw where its folder may not be written
+    /// into. Looks only; what a system does not tell beforehand goes through.
+    virtual void RefuseUnwritable([[maybe_unused]] std::string_view path) {}
     /// The state of a file; `exists` is false where there is none.
     virtual FileStamp Stamp(std::string_view path) = 0;
 

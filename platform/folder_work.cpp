@@ -1,5 +1,7 @@
 #include "platform/folder_work.h"
 
+#include "platform/drive_path.h"
+
 #include <utility>
 
 namespace kiv {
@@ -7,7 +9,7 @@ namespace kiv {
 void WarnOfLeftOut(Reporter& reporter, const std::vector<std::string>& left_out)
 {
     for (const std::string& name : left_out)
-        reporter.reportmsg("Left out because of the backslash in its name: " + name);
+        reporter.reportmsg("Left out because of the backslash in its name: " + OnOneLine(name));
 }
 
 std::vector<FileName> FilesToWorkOn(Machine& machine, std::string_view pattern)

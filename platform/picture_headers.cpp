@@ -36,6 +36,13 @@ class FileBytes {
         return part.empty() ? -1 : static_cast<unsigned char>(part[0]);
     }
 
+    /// What is at hand from `offset` on; empty behind the end.
+    std::string_view From(std::uint64_t offset)
+    {
+        Part(offset, 1);
+        return std::string_view(bytes_).substr(static_cast<std::size_t>(offset - begin_));
+    }
+
   private:
     static constexpr std::size_t kStep = 512;
     static constexpr std::size_t kMostStep = std::size_t{64} * 1024;
@@ -46,6 +53,9 @@ class FileBytes {
     std::uint64_t begin_ = 0;
     std::size_t step_ = kStep;
 };
+
+/// No header says its size behind so many bytes: what looks like one is something else.
+constexpr std::uint64_t kLongestHeader = std::uint64_t{16} * 1024 * 1024;
 
 // Markers of a JPEG.
 constexpr int kFill = 0xFF;
@@ -72,15 +82,24 @@ bool IsPassedOver(int marker)
     return marker == kHuffmanTables || marker == kArithmeticTables || marker >= kQuantizationTables;
 }
 
-/// The next marker, -1 when there is none. `at` is moved onto it. Bytes that are no marker may
+/// The next marker, -1 when there is none near. `at` is moved onto it. Bytes that are no marker may
 /// stand between segments, and fill bytes before a marker.
 int NextMarker(FileBytes& file, std::uint64_t& at)
 {
+    constexpr std::uint64_t kMostBetween = std::uint64_t{1024} * 1024;
+    const std::uint64_t end = std::min(at + kMostBetween, kLongestHeader);
     bool filled = false;
-    for (int byte = file.Byte(at); byte >= 0; byte = file.Byte(++at)) {
-        if (filled && byte != kFill && byte != 0)
-            return byte;
-        filled = byte == kFill;
+    while (at < end) {
+        const std::string_view bytes = file.From(at);
+        if (bytes.empty())
+            return -1;
+        for (const char each : bytes) {
+            const int byte = static_cast<unsigned char>(each);
+            if (filled && byte != kFill && byte != 0)
+                return byte;
+            filled = byte == kFill;
+            ++at;
+        }
     }
     return -1;
 }
@@ -123,14 +142,15 @@ constexpr std::size_t kGifSize = 4;   // width and height
 constexpr int kGifExtension = 0x21;
 constexpr int kGifFrame = 0x2C;
 
-/// Goes behind the blocks of an extension, which end with an empty one. False when the file ends.
+/// Goes behind the blocks of an extension, which end with an empty one. False when the file ends,
+/// or goes on for too long.
 bool PassBlocks(FileBytes& file, std::uint64_t& at)
 {
     int size = file.Byte(at);
-    for (; size > 0; size = file.Byte(at))
+    for (; size > 0 && at < kLongestHeader; size = file.Byte(at))
         at += 1 + static_cast<std::uint64_t>(size);
     ++at;
-    return size == 0;
+    return size == 0 && at < kLongestHeader;
 }
 
 /// Width and height of a GIF's first frame as they stand there; empty when there is none.

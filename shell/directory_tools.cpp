@@ -2,6 +2,7 @@
 
 #include "platform/drive_path.h"
 #include "platform/exact_names.h"
+#include "platform/file_errors.h"
 #include "platform/folder_work.h"
 #include "platform/run_error.h"
 #include "text/joined_text.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <functional>
 #include <map>
 #include <set>
@@ -72,6 +74,8 @@ class ImaginedFolder {
         if (TextOfName(from) == to)
             return;
         const FileName name{to, ExactNewName(to, from)};
+        if (const std::string_view fault = FaultOfForm(from); !fault.empty())
+            RefuseRename(PathOf(from), PathOf(to), fault); // nothing would take that back
         RefuseFault(from, name);
         // What is neither a file nor a folder, as a link to nothing, takes a name, too.
         const std::string upper = UpperCase(to);
@@ -83,27 +87,29 @@ class ImaginedFolder {
     }
 
     /// What FinishRun would do.
-    void Finish(const UnfinishedRun& run, Renames& done)
+    void Finish(const Renames& renames, Renames& done)
     {
-        RunProgress progress(ExactNames(), run.renames);
-        for (const Rename& rename : run.renames) {
-            if (progress.IsThere(rename.from) && progress.IsThere(rename.to) &&
-                files_.IsHalfRenamed(PathOf(rename.from), PathOf(rename.to))) {
-                Remove(rename.from);
-                progress.Drop(rename.from);
-            }
-        }
-        for (const Rename& rename : run.renames) {
+        RunProgress progress = ProgressOf(renames);
+        for (const Rename& rename : renames) {
             if (!progress.IsToDo(rename))
                 continue;
             const std::size_t before = done.size();
-            if (run.is_undoing)
-                PutBack(rename, done);
-            else
-                Apply(rename.from, TextOfName(rename.to), done);
+            Apply(rename.from, TextOfName(rename.to), done);
             if (done.size() > before)
                 progress.Note(done.back());
         }
+    }
+
+    /// What UndoRenames would do.
+    void Undo(const Renames& renames, Renames& done)
+    {
+        RunProgress progress = ProgressOf(renames);
+        const LeftRenames left = PutBackEach(renames, progress, [&](const Rename& back) {
+            PutBack(back, done);
+            progress.Note(done.back());
+        });
+        if (left.fault)
+            throw RunError(*left.fault);
     }
 
   private:
@@ -118,12 +124,21 @@ class ImaginedFolder {
             RefuseRename(PathOf(from), PathOf(to.text), fault);
     }
 
-    std::set<std::string> ExactNames() const
+    /// How far a run has come, with the rename finished at which it was cut short.
+    RunProgress ProgressOf(const Renames& renames)
     {
         std::set<std::string> exact;
         for (const auto& [key, name] : names_)
             exact.insert(name.exact);
-        return exact;
+        RunProgress progress(std::move(exact), renames);
+        for (const Rename& rename : renames) {
+            if (progress.IsThere(rename.from) && progress.IsThere(rename.to) &&
+                files_.IsHalfRenamed(PathOf(rename.from), PathOf(rename.to))) {
+                Remove(rename.from);
+                progress.Drop(rename.from);
+            }
+        }
+        return progress;
     }
 
     /// Gives a file the name that it had, which need only be free itself.
@@ -131,9 +146,17 @@ class ImaginedFolder {
     {
         const FileName name{TextOfName(rename.to), rename.to};
         RefuseFault(rename.from, name);
-        if (folders_.contains(name.text))
+        if (!IsThere(rename.from))
+            RefuseWith("rename", PathOf(rename.from), ENOENT);
+        if (folders_.contains(name.text) || IsThere(rename.to))
             RefuseRename(PathOf(rename.from), PathOf(rename.to), "target exists");
         done.push_back(Move(rename.from, name));
+    }
+
+    bool IsThere(const std::string& exact) const
+    {
+        const std::string text = TextOfName(exact);
+        return names_.contains({UpperCase(text), text, exact});
     }
 
     Rename Move(const std::string& from, const FileName& to)
@@ -219,7 +242,10 @@ RenamePlan PlanRenames(Machine& machine, const RenamePasses& passes, const Unfin
     RenamePlan plan;
     ImaginedFolder folder(machine.files);
     try {
-        folder.Finish(former, plan.renames);
+        if (former.is_undoing)
+            folder.Undo(Reversed(former.renames), plan.renames);
+        else
+            folder.Finish(former.renames, plan.renames);
         for (const RenamePass& pass : passes) {
             const FolderListing listing = folder.List(pass.pattern);
             WarnOfLeftOut(machine.reporter, listing.left_out);

@@ -104,6 +104,9 @@ std::optional<ReadRecord> ParseRecord(std::string_view bytes)
         if (names.size() != 2)
             return std::nullopt;
         record.run.renames.push_back({Unescaped(names[0]), Unescaped(names[1])});
+        const Rename& rename = record.run.renames.back();
+        if (!FaultOfForm(rename.from).empty() || !FaultOfForm(rename.to).empty())
+            return std::nullopt; // no renamer has written it
     }
     return record;
 }
@@ -130,6 +133,11 @@ void MakeFolders(Files& files, const std::string& folder)
 RenameRecord::RenameRecord(Machine& machine, const std::string& records_folder)
     : machine_(machine), records_folder_(records_folder), journal_(JournalPath(machine.files))
 {
+    if (machine.files.IsLink(journal_))
+        throw RunError(ErrorKind::file,
+                       Joined({"cannot use ", journal_,
+                               ": it is a link. kiv records a renaming under this name; move "
+                               "the link away"}));
     if (!machine.files.FileExists(journal_))
         return;
     // A folder that has moved takes its journal along.
@@ -179,19 +187,23 @@ void RenameRecord::Begin(UnfinishedRun run)
         RecordForLater(text);
 }
 
+void RenameRecord::WriteLast(const std::string& text)
+{
+    MakeFolders(machine_.files, records_folder_);
+    machine_.files.WriteRecord(RecordPath(), text);
+}
+
 void RenameRecord::RecordForLater(const std::string& text)
 {
     if (!is_recorded_)
         former_last_ = BytesOfLast();
     is_recorded_ = true;
     try {
-        MakeFolders(machine_.files, records_folder_);
-        machine_.files.WriteRecord(RecordPath(), text);
+        WriteLast(text);
     } catch (const RunError& error) {
-        machine_.reporter.reportmsg(
-            "The old names are not kept for \"undo-renames\", which will need the report of this "
-            "run: " +
-            error.text);
+        if (!is_told_)
+            TellNotKept(machine_.reporter, error.text);
+        is_told_ = true;
         ReplaceLast(std::nullopt); // else an older run would be taken back
     }
 }
@@ -220,21 +232,50 @@ void RenameRecord::ReplaceLast(const std::optional<std::string>& bytes)
     }
 }
 
-bool RenameRecord::IsLast(const Renames& renames)
+std::optional<Renames> RenameRecord::LastIfReadable()
 {
     try {
-        return Last() == renames;
+        return Last();
     } catch (const RunError&) {
-        return false; // then nobody can take it back by this record either
+        return std::nullopt; // then nobody can take it back by this record either
     }
 }
 
-void RenameRecord::Finish()
+/// The last run was taken back, be it by a report that tells of more.
+void RenameRecord::ForgetLast()
+{
+    const std::optional<Renames> last = LastIfReadable();
+    if (last && AreAmong(*last, Reversed(unfinished_->renames)))
+        machine_.files.DeleteFile(RecordPath());
+}
+
+/// False when what is left of an undoing can be kept nowhere but in the journal.
+bool RenameRecord::KeepAsLast(const Renames& left)
+{
+    const std::optional<Renames> last = LastIfReadable();
+    const bool was_cut_short = former_ && !former_->is_undoing;
+    if (!was_cut_short && last && !AreAmong(*last, Reversed(unfinished_->renames)))
+        return true; // another run is the last one: the report of this one is there
+    try {
+        if (records_folder_.empty())
+            return !former_;
+        WriteLast(RecordText(Folder(), {left}));
+        return true;
+    } catch (const RunError&) {
+        return !former_; // else what was taken back is on record, or in a report, as it was
+    }
+}
+
+void RenameRecord::Finish(const Renames& left)
 {
     // The record first: without the journal it would be taken for that of a run that was not taken
     // back.
-    if (unfinished_->is_undoing && IsLast(Reversed(unfinished_->renames)))
-        machine_.files.DeleteFile(RecordPath());
+    if (!left.empty() && !KeepAsLast(left)) {
+        GiveUp();
+        return;
+    }
+    if (unfinished_->is_undoing && left.empty())
+        ForgetLast();
     machine_.files.DeleteFile(journal_);
     unfinished_ = former_ = std::nullopt;
     is_recorded_ = false;
@@ -265,13 +306,21 @@ bool IsUndoJournal(Files& files, const std::string& journal)
 
 } // namespace
 
+void TellNotKept(Reporter& reporter, std::string_view reason)
+{
+    reporter.reportmsg(Joined(
+        {"The old names are not kept for \"undo-renames\", which will need the report of this run "
+         "(--json > FILE): ",
+         OnOneLine(reason)}));
+}
+
 void TellOfUnfinishedRenames(Machine& machine)
 {
     Files& files = machine.files;
     const std::string journal = JournalPath(files);
-    if (!files.FileExists(journal))
+    if (!files.FileExists(journal) || files.IsLink(journal)) // no run of ours has made a link
         return;
-    const std::string& folder = files.CurrentDirectory();
+    const std::string folder = OnOneLine(files.CurrentDirectory());
     if (IsUndoJournal(files, journal))
         machine.reporter.reportmsg(
             Joined({"Undoing a renaming in ", folder,

@@ -2,12 +2,12 @@
 
 #include "platform/drive_path.h"
 #include "platform/exact_names.h"
-#include "platform/run_error.h"
+#include "platform/temporary_names.h"
 #include "text/joined_text.h"
 #include "text/text.h"
+#include "text/windows1252.h"
 
 #include <algorithm>
-#include <functional>
 #include <utility>
 
 namespace kiv {
@@ -39,15 +39,16 @@ std::set<std::string> NamesOfFiles(Files& files)
 /// The current directory, and the renames of a run, some of which are done.
 class RenamedFolder {
   public:
-    RenamedFolder(Files& files, const Renames& renames)
+    RenamedFolder(Files& files, const Renames& renames, BothNames both)
         : files_(files), folder_(WithSeparator(files.CurrentDirectory())),
           progress_(NamesOfFiles(files), renames)
     {
-        for (const Rename& rename : renames)
-            FinishHalf(rename);
+        if (both == BothNames::are_a_half_rename)
+            for (const Rename& rename : renames)
+                FinishHalf(rename);
     }
 
-    bool IsToDo(const Rename& rename) const { return progress_.IsToDo(rename); }
+    const RunProgress& Progress() const { return progress_; }
 
     /// As a renamer does it: the new name must be free, case aside.
     void GiveName(const Rename& rename, Renames& done)
@@ -86,7 +87,29 @@ class RenamedFolder {
     RunProgress progress_;
 };
 
+/// Said behind why the first of the files that are left could not get its old name back.
+std::string WhatToDo(std::size_t more)
+{
+    std::string text = ". ";
+    if (more == 1)
+        text += "1 more file keeps its new name, too. ";
+    else if (more > 1)
+        Append(text, {std::to_string(more), " more files keep their new names, too. "});
+    return text + "All others have their old names. Move away what is in the way, or bring back "
+                  "what is gone, and start undo-renames again";
+}
+
 } // namespace
+
+bool AreAmong(const Renames& some, const Renames& all)
+{
+    std::set<std::pair<std::string_view, std::string_view>> pairs;
+    for (const Rename& rename : all)
+        pairs.emplace(rename.from, rename.to);
+    return std::all_of(some.begin(), some.end(), [&](const Rename& rename) {
+        return pairs.contains({rename.from, rename.to});
+    });
+}
 
 Renames Reversed(const Renames& renames)
 {
@@ -103,15 +126,31 @@ void RefuseRename(const std::string& from, const std::string& to, std::string_vi
     throw RunError(ErrorKind::file, Joined({"cannot rename ", from, " to ", to, ": ", reason}));
 }
 
+std::string_view FaultOfForm(std::string_view exact)
+{
+    if (exact == "." || exact == ".." || exact.find_first_of("\\/") != npos)
+        return "a name has no folders";
+    if (IsOwnName(LowerCase(exact)))
+        return "kiv has such names for its own files, which come and go";
+    return {};
+}
+
 std::string_view FaultOfName(Files& files, const FileName& name)
 {
     if (name.text.empty())
         return "the name is empty";
-    if (name.text == "." || name.text == ".." || name.text.find_first_of("\\/") != npos)
-        return "a name has no folders";
+    if (const std::string_view fault = FaultOfForm(name.exact); !fault.empty())
+        return fault;
     if (files.NameIsTooLong(name.exact))
         return "the name is too long";
     return {};
+}
+
+RunProgress::RunProgress(std::set<std::string> names, const Renames& renames)
+    : names_(std::move(names))
+{
+    for (const Rename& rename : renames)
+        first_of_.try_emplace(rename.from, &rename);
 }
 
 bool RunProgress::IsToDo(const Rename& rename) const
@@ -128,13 +167,8 @@ void RunProgress::Note(const Rename& done)
 /// The new name is still that of a file which an earlier rename of the run calls otherwise.
 bool RunProgress::WaitsForAnother(const Rename& rename) const
 {
-    for (const Rename& earlier : renames_) {
-        if (&earlier == &rename)
-            return false;
-        if (earlier.from == rename.to)
-            return true;
-    }
-    return false;
+    const auto first = first_of_.find(rename.to);
+    return first != first_of_.end() && first->second < &rename;
 }
 
 void DoRenames(Files& files, const Renames& renames, Renames& done)
@@ -147,35 +181,60 @@ void DoRenames(Files& files, const Renames& renames, Renames& done)
     }
 }
 
-void FinishRun(Files& files, const UnfinishedRun& run, Renames& done)
+void FinishRun(Files& files, const Renames& renames, Renames& done)
 {
-    RenamedFolder folder(files, run.renames);
-    for (const Rename& rename : run.renames) {
-        if (!folder.IsToDo(rename))
-            continue;
-        if (run.is_undoing)
-            folder.PutNameBack(rename, done);
-        else if (TextOfName(rename.from) != TextOfName(rename.to)) // else no renamer's doing
+    RenamedFolder folder(files, renames, BothNames::are_a_half_rename);
+    for (const Rename& rename : renames)
+        if (folder.Progress().IsToDo(rename) &&
+            TextOfName(rename.from) != TextOfName(rename.to)) // else no renamer's doing
             folder.GiveName(rename, done);
-    }
 }
 
-void RefuseFolders(const Renames& renames)
+void RefuseForms(const Renames& renames)
 {
     for (const Rename& rename : renames)
         for (const std::string& name : {rename.from, rename.to})
-            if (name.find_first_of("\\/") != npos)
-                throw RunError(ErrorKind::file,
-                               "cannot rename " + name + ": a name has no folders");
+            if (const std::string_view fault = FaultOfForm(name); !fault.empty())
+                throw RunError(ErrorKind::file, Joined({"cannot rename ", name, ": ", fault}));
 }
 
-void UndoRenames(Files& files, const Renames& renames, Renames& done)
+LeftRenames PutBackEach(const Renames& renames, const RunProgress& progress,
+                        const std::function<void(const Rename& back)>& put_back)
 {
-    RenamedFolder folder(files, renames);
+    LeftRenames left;
+    std::set<std::string_view> missing; // old names whose files are left
+    const auto leave = [&](const Rename& rename) {
+        left.renames.push_back(rename);
+        missing.insert(rename.from);
+    };
     std::for_each(renames.rbegin(), renames.rend(), [&](const Rename& rename) {
-        if (rename.from != rename.to && !folder.IsToDo(rename))
-            folder.PutNameBack({rename.to, rename.from}, done);
+        if (rename.from == rename.to || progress.IsToDo(rename))
+            return;
+        if (missing.contains(rename.to)) { // what bears the name now is another file
+            leave(rename);
+            return;
+        }
+        try {
+            put_back({rename.to, rename.from});
+        } catch (const RunError& error) {
+            if (error.kind != ErrorKind::file)
+                throw;
+            if (!left.fault)
+                left.fault = error;
+            leave(rename);
+        }
     });
+    std::reverse(left.renames.begin(), left.renames.end());
+    if (left.fault)
+        left.fault->text += WhatToDo(left.renames.size() - 1);
+    return left;
+}
+
+LeftRenames UndoRenames(Files& files, const Renames& renames, BothNames both, Renames& done)
+{
+    RenamedFolder folder(files, renames, both);
+    return PutBackEach(renames, folder.Progress(),
+                       [&](const Rename& back) { folder.PutNameBack(back, done); });
 }
 
 bool NothingIsDone(Files& files, const Renames& renames)

@@ -6,7 +6,6 @@
 #include "text/joined_text.h"
 #include "text/text.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -43,6 +42,26 @@ void TellOfFormer(const UnfinishedRun& former, Reporter& reporter)
                            "are changed first.");
 }
 
+/// Ends an undoing, with an error when some names could not be put back.
+void EndTakingBack(RenameRecord& record, const LeftRenames& left)
+{
+    try {
+        record.Finish(left.renames);
+    } catch (const RunError&) {
+        if (!left.fault)
+            throw;
+    }
+    if (left.fault)
+        throw RunError(*left.fault);
+}
+
+/// Goes on taking back what was being taken back when that was cut short.
+void GoOnTakingBack(Run& run, const UnfinishedRun& undoing)
+{
+    EndTakingBack(run.record, UndoRenames(run.files, Reversed(undoing.renames),
+                                          BothNames::are_a_half_rename, run.done));
+}
+
 /// Finishes a run that was cut short. Its renames and those to come count as one run; but what it
 /// took back is over.
 Renames FinishFormer(Run& run, Reporter& reporter)
@@ -51,11 +70,12 @@ Renames FinishFormer(Run& run, Reporter& reporter)
     if (!former)
         return {};
     TellOfFormer(*former, reporter);
-    FinishRun(run.files, *former, run.done);
-    if (!former->is_undoing)
-        return former->renames;
-    run.record.Finish();
-    return {};
+    if (former->is_undoing) {
+        GoOnTakingBack(run, *former);
+        return {};
+    }
+    FinishRun(run.files, former->renames, run.done);
+    return former->renames;
 }
 
 /// A run that has failed is over with what it has done: the next one begins anew.
@@ -93,23 +113,20 @@ void DoOnRecord(Run& run, Renames all, const Renames& renames)
 /// Takes renames back, on record as any run.
 void TakeBack(Run& run, const Renames& renames)
 {
-    if (renames.empty() && !run.record.Unfinished())
+    const bool was_cut_short = run.record.Unfinished().has_value();
+    if (renames.empty() && !was_cut_short)
         return;
     run.record.Begin({Reversed(renames), true});
+    LeftRenames left;
     try {
-        UndoRenames(run.files, renames, run.done);
+        left = UndoRenames(run.files, renames,
+                           was_cut_short ? BothNames::are_a_half_rename : BothNames::are_the_users,
+                           run.done);
     } catch (const RunError&) {
         EndOnRecord(run.record, {}); // what is on record, or in the report, still holds
         throw;
     }
-    run.record.Finish();
-}
-
-/// Goes on taking back what was being taken back when that was cut short.
-void GoOnTakingBack(Run& run, const UnfinishedRun& undoing)
-{
-    FinishRun(run.files, undoing, run.done);
-    run.record.Finish();
+    EndTakingBack(run.record, left);
 }
 
 /// Whether a report tells of a run that was cut short. It does not tell of the rename at which the
@@ -118,9 +135,7 @@ bool IsReportOf(Files& files, const Renames& recorded, const Renames& report)
 {
     if (report.empty())
         return NothingIsDone(files, recorded);
-    return std::all_of(report.begin(), report.end(), [&](const Rename& rename) {
-        return std::find(recorded.begin(), recorded.end(), rename) != recorded.end();
-    });
+    return AreAmong(report, recorded);
 }
 
 /// Takes back what a report tells of, where a run was cut short.
@@ -147,6 +162,8 @@ void RenameAll(Workspace& workspace, const RenamePasses& passes)
     Renames all = FinishFormer(run, machine.reporter);
     const RenamePlan plan = PlanRenames(machine, passes);
     all.insert(all.end(), plan.renames.begin(), plan.renames.end());
+    if (!all.empty() && workspace.RecordsFolder.empty() && !workspace.RenamesAreReported)
+        TellNotKept(machine.reporter, "the environment names no folder for them");
     if (!all.empty() || run.record.Unfinished())
         DoOnRecord(run, std::move(all), plan.renames);
     if (plan.fault)
@@ -156,11 +173,14 @@ void RenameAll(Workspace& workspace, const RenamePasses& passes)
 RenamePlan PlanAll(Workspace& workspace, const RenamePasses& passes)
 {
     Machine& machine = workspace.machine();
-    const RenameRecord record(machine, workspace.RecordsFolder);
+    RenameRecord record(machine, workspace.RecordsFolder);
     const std::optional<UnfinishedRun>& former = record.Unfinished();
     if (former)
         TellOfFormer(*former, machine.reporter);
-    return PlanRenames(machine, passes, former.value_or(UnfinishedRun()));
+    RenamePlan plan = PlanRenames(machine, passes, former.value_or(UnfinishedRun()));
+    if (!plan.renames.empty())
+        record.RefuseUnwritable();
+    return plan;
 }
 
 void RenameOrPlan(Workspace& workspace, const RenamePasses& passes, Renaming renaming)
@@ -206,7 +226,7 @@ void dorenamefiles(Workspace& workspace, const std::string& find, const std::str
 
 void UndoRenames(Workspace& workspace, const Renames& renames)
 {
-    RefuseFolders(renames);
+    RefuseForms(renames);
     Run run(workspace);
     if (const std::optional<UnfinishedRun> former = run.record.Unfinished())
         TakeBackWithFormer(run, *former, renames);

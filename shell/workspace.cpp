@@ -72,7 +72,7 @@ std::optional<RunError> Workspace::Run(const std::function<void()>& command)
     Renamed.clear();
     std::optional<RunError> error = FatalErrorOf(command);
     for (const std::string& loss : machine_.files.Losses())
-        machine_.reporter.reportmsg(loss);
+        machine_.reporter.reportmsg(OnOneLine(loss));
     return error;
 }
 

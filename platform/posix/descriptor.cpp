@@ -72,6 +72,8 @@ int WriteBytes(int fd, std::string_view bytes)
             continue;
         if (put < 0)
             return errno;
+        if (put == 0)
+            return ENOSPC; // else it would be tried for ever
         bytes.remove_prefix(static_cast<std::size_t>(put));
     }
     return 0;

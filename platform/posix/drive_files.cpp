@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <dirent.h>
+#include <fcntl.h>
 #include <memory>
 #include <unistd.h>
 
@@ -103,6 +104,23 @@ bool PosixDriveFiles::NameIsTaken(std::string_view path)
     const std::string absolute = Absolute(path);
     struct stat state {};
     return !absolute.empty() && StateAt(absolute, StateOfName, state);
+}
+
+bool PosixDriveFiles::IsLink(std::string_view path)
+{
+    const std::string absolute = AbsoluteFile(path);
+    struct stat state {};
+    return !absolute.empty() && StateAt(absolute, StateOfName, state) && S_ISLNK(state.st_mode);
+}
+
+void PosixDriveFiles::RefuseUnwritable(std::string_view path)
+{
+    const std::string absolute = FileToUse(path, "write");
+    const std::optional<std::string> folder = FolderAt(std::string(FolderOf(absolute)));
+    if (!folder)
+        Refuse("write", absolute, "no such folder");
+    if (::faccessat(AT_FDCWD, folder->c_str(), W_OK | X_OK, AT_EACCESS) != 0)
+        RefuseWith("write", absolute, errno);
 }
 
 FileStamp PosixDriveFiles::Stamp(std::string_view path)

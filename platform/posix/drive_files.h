@@ -29,6 +29,8 @@ class PosixDriveFiles : public DriveFiles {
     bool FolderExists(std::string_view path) override;
     std::string RealFolder(std::string_view path) override;
     bool NameIsTaken(std::string_view path) override;
+    bool IsLink(std::string_view path) override;
+    void RefuseUnwritable(std::string_view path) override;
     FileStamp Stamp(std::string_view path) override;
     std::string ReadFile(std::string_view path) override;
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override;

@@ -31,12 +31,15 @@ std::string PosixDriveFiles::ReadFile(std::string_view path)
 {
     struct stat state {};
     const Descriptor file = OpenToRead(path, state);
-    const auto size = static_cast<std::uint64_t>(state.st_size);
-    RefuseTooLarge(path, size);
-    std::string bytes = RoomFor(path, size);
-    if (const int error = ReadBytes(file.Get(), 0, static_cast<std::size_t>(size), bytes))
-        RefuseWith("read", path, error);
-    return bytes;
+    const auto read = [&](std::size_t count, std::string& bytes) {
+        if (const int error = ReadBytes(file.Get(), 0, count, bytes))
+            RefuseWith("read", path, error);
+    };
+    return ReadWhole(path, static_cast<std::uint64_t>(state.st_size), read, [&] {
+        if (::fstat(file.Get(), &state) != 0)
+            RefuseWith("read", path, errno);
+        return static_cast<std::uint64_t>(state.st_size);
+    });
 }
 
 std::string PosixDriveFiles::ReadPart(std::string_view path, std::uint64_t offset,

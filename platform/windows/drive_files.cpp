@@ -78,6 +78,13 @@ bool WindowsDriveFiles::NameIsTaken(std::string_view path)
     return StateAt(Absolute(path), StateOfName, state);
 }
 
+bool WindowsDriveFiles::IsLink(std::string_view path)
+{
+    WindowsState state;
+    return StateAt(AbsoluteFile(path), StateOfName, state) &&
+           (state.attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+
 FileStamp WindowsDriveFiles::Stamp(std::string_view path)
 {
     WindowsState state;

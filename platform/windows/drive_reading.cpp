@@ -31,11 +31,17 @@ std::string WindowsDriveFiles::ReadFile(std::string_view path)
     const std::string absolute = PossibleFile(path, "read");
     std::uint64_t size = 0;
     const WindowsHandle file = OpenToRead(absolute, size);
-    RefuseTooLarge(absolute, size);
-    std::string bytes = RoomFor(absolute, size);
-    if (const DWORD error = ReadBytes(file, 0, static_cast<std::size_t>(size), bytes))
-        RefuseWith("read", absolute, static_cast<int>(error));
-    return bytes;
+    const auto refuse = [&](DWORD error) {
+        if (error != 0)
+            RefuseWith("read", absolute, static_cast<int>(error));
+    };
+    const auto read = [&](std::size_t count, std::string& bytes) {
+        refuse(ReadBytes(file, 0, count, bytes));
+    };
+    return ReadWhole(absolute, size, read, [&] {
+        refuse(SizeOf(file, size));
+        return size;
+    });
 }
 
 std::string WindowsDriveFiles::ReadPart(std::string_view path, std::uint64_t offset,

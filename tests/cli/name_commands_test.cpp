@@ -8,6 +8,8 @@ using testing::HasSubstr;
 
 class NameCommands : public CliTest {
   protected:
+    NameCommands() { variables["XDG_STATE_HOME"] = Native("state").string(); }
+
     /// Writes a report and gives its native path.
     std::string Keep(const std::string& json)
     {
@@ -145,6 +147,37 @@ TEST_F(NameCommands, UndoingNeverOverwrites)
     EXPECT_EQ(Content("site/a b"), "2");
     EXPECT_EQ(Content("site/a-b"), "1");
 }
+
+TEST_F(NameCommands, WithoutAHomeNothingIsKeptAndThatIsSaid)
+{
+    Put("site/a 1", "");
+    for (const char* const relative : {"", "state", "./state"}) {
+        variables["XDG_STATE_HOME"] = relative;
+        EXPECT_THAT(Call({"rename", "C:\\site", "1", "1"}).err, "");
+        const std::string err = Call({"rename", "C:\\site", "a", "aa"}).err;
+        EXPECT_THAT(err, testing::StartsWith("kiv: The old names are not kept"));
+        EXPECT_THAT(err, HasSubstr("(--json > FILE)"));
+        EXPECT_EQ(Call({"undo-renames", "C:\\site"}).code, 1);
+    }
+    variables["XDG_STATE_HOME"] = "state"; // else the home folder counts
+    variables["LOCALAPPDATA"] = variables["HOME"] = Native("home").string();
+    EXPECT_EQ(Call({"fix-names", "C:\\site"}).err, "");
+    EXPECT_TRUE(Exists("home"));
+}
+
+#ifndef _WIN32 // where names hold line ends
+TEST_F(NameCommands, ANameStaysOnItsLine)
+{
+    Put("site/a\nkiv: b", "");
+    Put("site/z\nz Z", "");
+    Put("site/z\nz-z", "");
+    EXPECT_EQ(Call({"rename", "C:\\site", "a", "c", "--dry-run"}).out,
+              "a\\x0Akiv: b -> c\\x0Akiv: b\n");
+    EXPECT_EQ(Call({"fix-names", "C:\\site"}).err,
+              "kiv: error: cannot rename C:\\site\\z\\x0Az Z to C:\\site\\z\\x0Az-z: target "
+              "exists\n");
+}
+#endif
 
 TEST_F(NameCommands, WhatIsNoReport)
 {

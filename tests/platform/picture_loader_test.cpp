@@ -110,6 +110,38 @@ TEST_F(HeaderPictureLoaderTest, ReadsEveryKindOfJpeg)
         EXPECT_EQ(SizeOf(row.bytes), (PictureSize{300, 200})) << row.what;
 }
 
+// A file of four gigabytes was looked through byte by byte.
+TEST_F(HeaderPictureLoaderTest, TheSearchForAMarkerEnds)
+{
+    constexpr std::size_t kMega = std::size_t{1024} * 1024;
+    const std::string frame = Frame('\xC0', 300, 200);
+    EXPECT_NE(ErrorOf(kBegin + std::string(20 * kMega, '\0') + frame), "");
+    EXPECT_LE(files.read, 2 * kMega);
+    EXPECT_NE(ErrorOf(kBegin + std::string(20 * kMega, '\xFF') + frame), "");
+    EXPECT_LE(files.read, 2 * kMega);
+}
+
+TEST_F(HeaderPictureLoaderTest, AHeaderComesToAnEnd)
+{
+    constexpr std::size_t kMega = std::size_t{1024} * 1024;
+    std::string segments;
+    std::string markers;
+    std::string blocks;
+    while (segments.size() < 17 * kMega)
+        segments += Segment('\xE1', std::string(65'000, 'x'));
+    while (markers.size() < 17 * kMega)
+        markers += "\xFF\x01";
+    while (blocks.size() < 17 * kMega)
+        blocks += "\xFF" + std::string(255, 'x');
+    const std::string frame = Frame('\xC0', 300, 200);
+    EXPECT_EQ(ErrorOf(kBegin + segments.substr(0, 100 * 65'004) + frame), "");
+    EXPECT_NE(ErrorOf(kBegin + segments + frame), "");
+    EXPECT_NE(ErrorOf(kBegin + markers + frame), "");
+    EXPECT_LE(files.read, 18 * kMega);
+    EXPECT_NE(
+        ErrorOf("GIF89a\0\0\0\0\0\0\0!\xFE"s + blocks + "\0,\0\0\0\0\1\0\1\0\0\2\2\x44\1\0;"s), "");
+}
+
 TEST_F(HeaderPictureLoaderTest, TheOrientationTurnsNothing)
 {
     // Exif says "rotate by 90 degrees".

@@ -57,7 +57,11 @@ TEST(DirectoryTools, ThumbnailNames)
 
 class RenamingFiles : public ShellTest {
   protected:
-    RenamingFiles() { workspace.LookAt("C:\\site"); }
+    RenamingFiles()
+    {
+        workspace.LookAt("C:\\site");
+        workspace.RecordsFolder = "C:\\state";
+    }
 
     void PutNames(const Texts& names)
     {

@@ -1,11 +1,7 @@
 // Runs of the renamers that are cut short, and runs that are taken back without a report.
-#include "platform/site_files.h"
-#include "shell/rename_records.h"
-#include "shell/renames.h"
-#include "shell_desk.h"
+#include "recorded_renames.h"
 #include "tests/support/failing_files.h"
 
-#include <filesystem>
 #include <functional>
 #include <limits>
 #include <new>
@@ -15,42 +11,6 @@ namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-class RecordedRenames : public ShellTest {
-  protected:
-    RecordedRenames()
-    {
-        workspace.LookAt("C:\\site");
-        workspace.RecordsFolder = "C:\\state\\kiv\\renames";
-    }
-
-    void PutNames(const Texts& names)
-    {
-        for (const std::string& name : names)
-            Put("site/" + name, name);
-    }
-
-    /// Leaves the folder as a run leaves it that is killed behind so many of its renames.
-    void CutShort(const Renames& renames, std::size_t done, bool is_undoing = false)
-    {
-        RenameRecord(machine, workspace.RecordsFolder).Begin({renames, is_undoing});
-        for (std::size_t i = 0; i < done; ++i)
-            std::filesystem::rename(Native("site/" + renames[i].from),
-                                    Native("site/" + renames[i].to));
-        files->Refresh();
-    }
-
-    /// What the program keeps for later about one folder.
-    std::string RecordFile()
-    {
-        const Texts names = NamesIn("state/kiv/renames");
-        return names.size() == 1 ? "state/kiv/renames/" + names[0] : "";
-    }
-
-    bool HasJournal() { return Exists("site/" + std::string(kRenameJournalFile)); }
-};
-
-const Renames kPlan = {{"a b", "a-b"}, {"c d", "c-d"}, {"e f", "e-f"}};
 
 TEST_F(RecordedRenames, TheLastRunIsTakenBackWithoutAReport)
 {
@@ -133,7 +93,7 @@ TEST_F(RecordedRenames, NamesThatFollowEachOther)
             CutShort(plan, done);
             Renames renamed;
             if (forward)
-                FinishRun(*files, {plan}, renamed);
+                FinishRun(*files, plan, renamed);
             else
                 EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
             EXPECT_EQ(Content(forward ? "site/c" : "site/b"), "b") << done;
@@ -440,29 +400,6 @@ TEST_F(RecordedRenames, UndoingStandsInTheFolderBeforeItBegins)
     EXPECT_FALSE(undoing.Run([&] { UndoRenames(undoing, report); }));
     EXPECT_EQ(renamed, 4);
     EXPECT_FALSE(HasJournal());
-}
-
-TEST_F(RecordedRenames, AnUndoingThatFailsCanBeStartedAgain)
-{
-    PutNames({"a b", "c d"});
-    EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
-    PutNames({"a b"}); // somebody else has the name now
-    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "file");
-    EXPECT_FALSE(HasJournal());
-    EXPECT_EQ(NamesIn("site"), (Texts{"a b", "a-b", "c d"}));
-    std::filesystem::remove(Native("site/a b"));
-    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "");
-    EXPECT_EQ(NamesIn("site"), (Texts{"a b", "c d"}));
-}
-
-TEST_F(RecordedRenames, AnUndoingThatFailsLeavesACutShortRunAsItWas)
-{
-    PutNames({"a b", "c d", "e f"});
-    CutShort(kPlan, 2);
-    const std::string journal = Content("site/" + std::string(kRenameJournalFile));
-    PutNames({"a b"});
-    EXPECT_EQ(KindOf([&] { UndoLastRenames(workspace); }), "file");
-    EXPECT_EQ(Content("site/" + std::string(kRenameJournalFile)), journal);
 }
 
 // A report of nothing was once taken for one of every run.

@@ -24,6 +24,7 @@ class FailingFiles : public Files {
     bool FileExists(std::string_view path) override { return Step().FileExists(path); }
     bool FolderExists(std::string_view path) override { return Step().FolderExists(path); }
     std::string RealFolder(std::string_view path) override { return Step().RealFolder(path); }
+    bool IsLink(std::string_view path) override { return Step().IsLink(path); }
     FileStamp Stamp(std::string_view path) override { return Step().Stamp(path); }
     std::string ReadFile(std::string_view path) override { return Step().ReadFile(path); }
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override
