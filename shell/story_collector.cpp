@@ -18,13 +18,6 @@ std::string Backslashed(std::string_view path)
     return text;
 }
 
-/// A site of thousands of pages that all list each other has millions of lines.
-constexpr std::size_t kMostLines = 500'000;
-
-/// Characters that are kept of all steps together. A block of thousands of lines is told with each
-/// of the lines that it makes.
-constexpr std::size_t kMostKept = 64'000'000;
-
 ToldPlace Place(const SourceSpan& span)
 {
     return {std::string(span.file), span.first, span.last};
@@ -87,8 +80,9 @@ ToldStep OneLine(const LineStory& story, int number, std::string_view text)
 } // namespace
 
 StoryCollector::StoryCollector(const StoryQuestion& question, std::string_view directory,
-                               Takes takes)
-    : question_(question), takes_(takes), name_(Backslashed(question.place)), paths_(question.paths)
+                               Takes takes, const StoryBounds& bounds)
+    : question_(question), bounds_(bounds), takes_(takes), name_(Backslashed(question.place)),
+      paths_(question.paths)
 {
     paths_.push_back(AbsolutePath(question.place, directory));
 }
@@ -221,7 +215,7 @@ bool StoryCollector::IsAsked(int line, std::string_view text) const
 /// `number` is that of the line among those that the story makes, counted from 1.
 void StoryCollector::AddSteps(ToldLine& line, const LineStory& story, int number)
 {
-    line.is_brief = kept_ > kMostKept && !story.steps.empty();
+    line.is_brief = kept_ > bounds_.characters && !story.steps.empty();
     line.steps = line.is_brief ? BriefStepsOf(story) : StepsOf(story);
     if (story.count > 1 && !line.is_brief)
         line.steps.push_back(OneLine(story, number, line.text));
@@ -236,7 +230,7 @@ void StoryCollector::Add(const LineStory& story, bool is_on_page)
         const std::string_view text = story.line == 0 ? story.before : kiv::TakeLine(rest);
         if (!IsAsked(number, text))
             continue;
-        if (found_.lines.size() >= kMostLines) {
+        if (found_.lines.size() >= bounds_.lines) {
             ++found_.left_out;
             continue;
         }

@@ -14,6 +14,12 @@
 
 namespace kiv {
 
+/// How much is told at once. Nobody reads as much, and a hostile site must not take the memory.
+struct StoryBounds {
+    std::size_t characters = 64'000'000; // of steps; past them a line's steps come without texts
+    std::size_t lines = 500'000;         // past them lines are counted alone
+};
+
 /// What fits the name best is meant; of two pages that fit it equally well, the first.
 class StoryCollector : public Trace {
   public:
@@ -21,7 +27,8 @@ class StoryCollector : public Trace {
 
     /// `directory`: the site's, where names begin. `takes` says what the question's place is taken
     /// for.
-    StoryCollector(const StoryQuestion& question, std::string_view directory, Takes takes);
+    StoryCollector(const StoryQuestion& question, std::string_view directory, Takes takes,
+                   const StoryBounds& bounds = {});
 
     /// What was found; the places have no names yet but their drive paths.
     Stories& Found() { return found_; }
@@ -47,6 +54,7 @@ class StoryCollector : public Trace {
     void CoverOlderPage();
 
     const StoryQuestion& question_;
+    const StoryBounds bounds_;
     const Takes takes_;
     std::string name_;               // that was asked for, with "\"
     std::vector<std::string> paths_; // that it may mean

@@ -41,15 +41,15 @@ TEST(StoryCollectorTest, TellsStepsWithoutTextsPastItsBound)
 TEST(StoryCollectorTest, CountsLinesThatItHasNoRoomFor)
 {
     const StoryQuestion question{"a"};
-    StoryCollector collector(question, "C:\\site\\", StoryCollector::Takes::pages);
+    StoryCollector collector(question, "C:\\site\\", StoryCollector::Takes::pages, {.lines = 500});
     ASSERT_TRUE(collector.BeginPage(kPage));
     LineStory story = StoryOf(1, 0);
-    story.count = 500'003;
+    story.count = 503;
     story.steps.clear();
     collector.TakeLine(story);
-    EXPECT_EQ(collector.Found().lines.size(), 500'000U);
+    EXPECT_EQ(collector.Found().lines.size(), 500U);
     EXPECT_EQ(collector.Found().left_out, 3U);
-    EXPECT_EQ(collector.Found().line_count, 500'003);
+    EXPECT_EQ(collector.Found().line_count, 503);
 }
 
 TEST(StoryCollectorTest, OfTwoPagesAtOnePlaceTheLaterOneStays)
