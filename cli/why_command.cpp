@@ -87,9 +87,9 @@ void RunWhy(CallDesk& desk, const GivenValues& given)
     if (stories.kind == Stories::Kind::none)
         RefuseUnknown(stories, question.place);
     if (question.line > stories.line_count && !stories.error)
-        throw RunError(ErrorKind::invalid_argument,
-                       "there is no line " + Decimal(question.line) + ": " + stories.shown +
-                           " has " + Counted(stories.line_count));
+        throw RunError(ErrorKind::invalid_argument, "there is no line " + Decimal(question.line) +
+                                                        ": " + stories.shown + " has " +
+                                                        Counted(stories.line_count));
     const std::optional<RunError> error = stories.error;
     desk.report.stories = std::move(stories);
     desk.report.story_line = question.line;

@@ -39,8 +39,8 @@ int WriteAtEnd(int fd, std::string_view bytes, Piece& piece)
         const ssize_t put = ::write(fd, bytes.data(), bytes.size());
         if (put < 0 && errno == EINTR)
             continue;
-        if (put < 0)
-            return errno;
+        if (put <= 0)
+            return put == 0 ? ENOSPC : errno;
         bytes.remove_prefix(static_cast<std::size_t>(put));
         if (bytes.empty())
             break;
