@@ -45,6 +45,16 @@ void RemoveOutputs(const std::filesystem::path& dir, const std::vector<Output>& 
         std::filesystem::remove(dir / output.name);
 }
 
+void SpoilOutputs(const std::filesystem::path& dir, const std::vector<Output>& outputs)
+{
+    for (const Output& output : outputs) {
+        std::fstream file;
+        file.exceptions(std::ios::failbit | std::ios::badbit);
+        file.open(dir / output.name, std::ios::in | std::ios::out | std::ios::binary);
+        file.put('\x01'); // no page begins so
+    }
+}
+
 std::uintmax_t BytesWritten(const std::vector<Output>& before, const std::vector<Output>& after)
 {
     std::uintmax_t bytes = 0;

@@ -27,6 +27,10 @@ std::vector<Output> ReadOutputList(const std::filesystem::path& list);
 /// Removes the files of these names from `dir`; a missing one is no error.
 void RemoveOutputs(const std::filesystem::path& dir, const std::vector<Output>& outputs);
 
+/// Gives each of these files another first byte, so that the next run replaces it. Throws
+/// std::ios_base::failure when one cannot be written.
+void SpoilOutputs(const std::filesystem::path& dir, const std::vector<Output>& outputs);
+
 /// The sum of the sizes of those files in `after` that are new or were written again since `before`
 /// was found.
 std::uintmax_t BytesWritten(const std::vector<Output>& before, const std::vector<Output>& after);

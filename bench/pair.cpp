@@ -1,12 +1,11 @@
 // Runs two programs in turn, A B A B, and prints the medians of both in one row of a table.
 //
 //   kiv-bench-pair --header
-//   kiv-bench-pair [--fresh] LABEL PAIRS LIST DIR_A DIR_B -- A… -- B…
+//   kiv-bench-pair [--fresh | --changed] LABEL PAIRS LIST DIR_A DIR_B -- A… -- B…
 //
 // LIST names the files that each run leaves in its folder, with their sizes: they are checked after
-// each run and, with
-// --fresh, removed before it, both outside of the measured time. The first pair warms up and does
-// not count.
+// each run and, with --fresh, removed before it, with --changed made other bytes, all outside of the
+// measured time. The first pair warms up and does not count.
 #include "bench/outputs.h"
 #include "bench/process.h"
 
@@ -27,8 +26,11 @@ struct Side {
     std::vector<kiv::Usage> runs = {};
 };
 
+/// What a run finds of the files that it is to leave.
+enum class Before { as_they_are, fresh, changed };
+
 struct Call {
-    bool fresh = false;
+    Before before = Before::as_they_are;
     std::string label;
     int pairs = 0;
     std::vector<kiv::Output> outputs;
@@ -39,8 +41,8 @@ struct Call {
 Call ReadCall(Words words)
 {
     Call call;
-    if (!words.empty() && words[0] == "--fresh") {
-        call.fresh = true;
+    if (!words.empty() && (words[0] == "--fresh" || words[0] == "--changed")) {
+        call.before = words[0] == "--fresh" ? Before::fresh : Before::changed;
         words.erase(words.begin());
     }
     const auto first = std::ranges::find(words, "--");
@@ -70,8 +72,10 @@ void Check(const Side& side, const std::vector<kiv::Output>& outputs)
 
 void RunOnce(Side& side, const Call& call)
 {
-    if (call.fresh)
+    if (call.before == Before::fresh)
         kiv::RemoveOutputs(side.dir, call.outputs);
+    else if (call.before == Before::changed)
+        kiv::SpoilOutputs(side.dir, call.outputs);
     side.runs.push_back(kiv::RunProgram(side.command));
     if (side.runs.back().exit_code != 0)
         throw std::runtime_error(side.command[0] + " ended with exit code " +
