@@ -78,8 +78,10 @@ class Site {
     fs::path root_;
 };
 
-void BuildFor(benchmark::State& state, const Site& site, int page)
+/// `page`: 1-based; 0: every page is asked for, -1: nobody asks.
+void L(benchmark::State& state, int page)
 {
+    static const Site site(*kiv::FindSiteSize("L"));
     std::size_t steps = 0;
     while (state.KeepRunning()) {
         Listener listener(page);
@@ -89,19 +91,10 @@ void BuildFor(benchmark::State& state, const Site& site, int page)
     state.counters["steps"] = static_cast<double>(steps);
 }
 
+BENCHMARK_CAPTURE(L, nobody, -1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(L, one page, 500)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(L, every page, 0)->Unit(benchmark::kMillisecond);
+
 } // namespace
 
-int main(int count, char** arguments)
-{
-    benchmark::Initialize(&count, arguments);
-    const Site site(*kiv::FindSiteSize("L"));
-    const auto add = [&site](const char* name, int page) {
-        benchmark::RegisterBenchmark(name, [&site, page](benchmark::State& state) {
-            BuildFor(state, site, page);
-        })->Unit(benchmark::kMillisecond);
-    };
-    add("L/nobody", -1);
-    add("L/one page", 500);
-    add("L/every page", 0);
-    benchmark::RunSpecifiedBenchmarks();
-}
+BENCHMARK_MAIN();

@@ -15,8 +15,8 @@ namespace {
 struct Directive {
     std::string_view word;
     std::size_t value_from;
-    PageField field;
     void (*take)(BuildState& state, PageRecord& page, std::string_view value);
+    PageField field;
     bool keeps_line = false;
 };
 
@@ -74,25 +74,25 @@ void SetRedirect2(BuildState&, PageRecord& page, std::string_view target)
 
 /// In the order in which they are tested: "@REDIRECT2" before "@REDIRECT".
 constexpr Directive kDirectives[] = {
-    {"@ROOT =", 9, PageField::root, SetSiteRoot, true},
-    {"@TITLE =", 10, PageField::title, SetTitle, true},
-    {"@NOINDEX", 9, PageField::noindex, SetNoindex},
-    {"@TIGHTNOTEMPLATE", 17, PageField::mode, SetMode<kTightNoTemplate>},
-    {"@KEYWORDS = ", 13, PageField::keywords, SetField<&PageRecord::keywords>},
-    {"@DESCRIPTION = ", 16, PageField::description, SetField<&PageRecord::description>},
-    {"@TIGHTPRINT", 12, PageField::mode, SetMode<kTightPrint>},
-    {"@NOTEMPLATE", 12, PageField::mode, SetMode<kNoTemplate>},
-    {"@NOBODYTEMPLATE", 16, PageField::mode, SetMode<kNoBodyTemplate>},
-    {"@NAKED", 7, PageField::mode, SetMode<kNaked>},
-    {"@ID =", 7, PageField::id, SetField<&PageRecord::id>},
-    {"@GROUP =", 10, PageField::group, SetField<&PageRecord::group>},
-    {"@TEMPLATETOP", 13, PageField::mode, SetMode<kTemplateTop>},
-    {"@TEMPLATEBOTTOM", 16, PageField::mode, SetMode<kTemplateBottom>},
-    {"@REDIRECT2", 12, PageField::mode, SetRedirect2},
-    {"@REDIRECT", 11, PageField::mode, SetRedirect},
-    {"@CROSS =", 10, PageField::title, SetField<&PageRecord::title>},
-    {"@VAR1 =", 9, PageField::var1, SetDecoded<&PageRecord::var1>},
-    {"@VAR2 =", 9, PageField::var2, SetDecoded<&PageRecord::var2>},
+    {"@ROOT =", 9, SetSiteRoot, PageField::root, true},
+    {"@TITLE =", 10, SetTitle, PageField::title, true},
+    {"@NOINDEX", 9, SetNoindex, PageField::noindex},
+    {"@TIGHTNOTEMPLATE", 17, SetMode<kTightNoTemplate>, PageField::mode},
+    {"@KEYWORDS = ", 13, SetField<&PageRecord::keywords>, PageField::keywords},
+    {"@DESCRIPTION = ", 16, SetField<&PageRecord::description>, PageField::description},
+    {"@TIGHTPRINT", 12, SetMode<kTightPrint>, PageField::mode},
+    {"@NOTEMPLATE", 12, SetMode<kNoTemplate>, PageField::mode},
+    {"@NOBODYTEMPLATE", 16, SetMode<kNoBodyTemplate>, PageField::mode},
+    {"@NAKED", 7, SetMode<kNaked>, PageField::mode},
+    {"@ID =", 7, SetField<&PageRecord::id>, PageField::id},
+    {"@GROUP =", 10, SetField<&PageRecord::group>, PageField::group},
+    {"@TEMPLATETOP", 13, SetMode<kTemplateTop>, PageField::mode},
+    {"@TEMPLATEBOTTOM", 16, SetMode<kTemplateBottom>, PageField::mode},
+    {"@REDIRECT2", 12, SetRedirect2, PageField::mode},
+    {"@REDIRECT", 11, SetRedirect, PageField::mode},
+    {"@CROSS =", 10, SetField<&PageRecord::title>, PageField::title},
+    {"@VAR1 =", 9, SetDecoded<&PageRecord::var1>, PageField::var1},
+    {"@VAR2 =", 9, SetDecoded<&PageRecord::var2>, PageField::var2},
 };
 
 } // namespace

@@ -16,6 +16,11 @@ namespace kiv {
 
 namespace {
 
+constexpr std::string_view kIsLink =
+    ": it is a link. kiv records a renaming under this name; move the link away";
+constexpr std::string_view kIsNoRecord =
+    ": it is no record of renames. Move it away once the names in ";
+
 // The first line, of a run and of its taking back; the folder stands in the second, and each
 // further line has two names.
 constexpr std::string_view kHead = "kiv renames 1";
@@ -134,19 +139,14 @@ RenameRecord::RenameRecord(Machine& machine, const std::string& records_folder)
     : machine_(machine), records_folder_(records_folder), journal_(JournalPath(machine.files))
 {
     if (machine.files.IsLink(journal_))
-        throw RunError(ErrorKind::file,
-                       Joined({"cannot use ", journal_,
-                               ": it is a link. kiv records a renaming under this name; move "
-                               "the link away"}));
+        throw RunError(ErrorKind::file, Joined({"cannot use ", journal_, kIsLink}));
     if (!machine.files.FileExists(journal_))
         return;
     // A folder that has moved takes its journal along.
     std::optional<ReadRecord> record = ParseRecord(machine.files.ReadFile(journal_));
     if (!record)
         throw RunError(ErrorKind::file,
-                       Joined({"cannot read ", journal_,
-                               ": it is no record of renames. Move it away once "
-                               "the names in ",
+                       Joined({"cannot read ", journal_, kIsNoRecord,
                                machine.files.CurrentDirectory(), " are as they should be"}));
     unfinished_ = former_ = std::move(record->run);
 }

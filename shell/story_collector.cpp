@@ -47,13 +47,14 @@ std::vector<ToldStep> StepsOf(const LineStory& story)
 std::vector<ToldStep> BriefStepsOf(const LineStory& story)
 {
     std::vector<ToldStep> steps;
-    for (auto step = story.steps.rbegin(); step != story.steps.rend(); ++step) {
+    for (std::size_t i = story.steps.size(); i-- > 0;) {
+        const TracedStep& step = story.steps[i];
         const bool is_told = std::ranges::any_of(steps, [&](const ToldStep& told) {
-            return told.from && told.from->file == step->from.file &&
-                   told.from->first == step->from.first;
+            return told.from && told.from->file == step.from.file &&
+                   told.from->first == step.from.first;
         });
-        if (!step->from.file.empty() && !is_told)
-            steps.push_back({step->name, step->text, {}, {}, Place(step->from)});
+        if (!step.from.file.empty() && !is_told)
+            steps.push_back({step.name, step.text, {}, {}, Place(step.from)});
     }
     std::ranges::reverse(steps);
     return steps;
