@@ -8,7 +8,11 @@ using testing::HasSubstr;
 
 class NameCommands : public CliTest {
   protected:
-    NameCommands() { variables["XDG_STATE_HOME"] = Native("state").string(); }
+    NameCommands()
+    {
+        for (const char* const name : {"XDG_STATE_HOME", "LOCALAPPDATA"})
+            variables[name] = Native("state").make_preferred().string();
+    }
 
     /// Writes a report and gives its native path.
     std::string Keep(const std::string& json)

@@ -37,7 +37,10 @@ class WhyTest : public CliTest {
         return printed.err;
     }
 
-    std::string NativeOf(const std::string& below) const { return Native(below).string(); }
+    std::string NativeOf(const std::string& below) const
+    {
+        return Native(below).make_preferred().string();
+    }
 };
 
 TEST_F(WhyTest, TheReportHoldsTheStory)

@@ -384,12 +384,13 @@ TEST_F(RecordedRenames, UndoingStandsInTheFolderBeforeItBegins)
     PutNames({"a b", "c d"});
     EXPECT_EQ(KindOf([&] { dodirfix(workspace); }), "");
     const Renames report = workspace.Renamed;
+    std::string folder = files->RealFolder("C:\\site");
+    ReplaceEach(folder, "\\", "\\\\"); // as a record spells it
     int renamed = 0;
     WatchedFiles watched(*files, [&] {
         ++renamed;
         EXPECT_EQ(Content("site/" + std::string(kRenameJournalFile)),
-                  "kiv renames back 1\r\n" + files->RealFolder("C:\\site") +
-                      "\r\nc-d\tc d\r\na-b\ta b\r\n");
+                  "kiv renames back 1\r\n" + folder + "\r\nc-d\tc d\r\na-b\ta b\r\n");
     });
     Machine seen{watched, *files, clock, clipboard, programs, reporter, pictures};
     Workspace undoing(seen);
