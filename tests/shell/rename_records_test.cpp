@@ -1,6 +1,7 @@
 // Runs of the renamers that are cut short, and runs that are taken back without a report.
 #include "recorded_renames.h"
 #include "tests/support/failing_files.h"
+#include "text/text.h"
 
 #include <functional>
 #include <limits>
