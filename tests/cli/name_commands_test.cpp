@@ -156,7 +156,7 @@ TEST_F(NameCommands, WithoutAHomeNothingIsKeptAndThatIsSaid)
 {
     Put("site/a 1", "");
     for (const char* const relative : {"", "state", "./state"}) {
-        variables["XDG_STATE_HOME"] = relative;
+        variables["LOCALAPPDATA"] = variables["XDG_STATE_HOME"] = relative;
         EXPECT_THAT(Call({"rename", "C:\\site", "1", "1"}).err, "");
         const std::string err = Call({"rename", "C:\\site", "a", "aa"}).err;
         EXPECT_THAT(err, testing::StartsWith("kiv: The old names are not kept"));
