@@ -61,8 +61,8 @@ void OwnPlaces::Add(std::string_view path, Kind kind)
 {
     try {
         const std::string absolute = AbsolutePath(path, files_.CurrentDirectory());
-        const std::string folder = UpperCase(FolderOf(absolute));
-        const auto [known, is_new] = folders_.try_emplace(folder);
+        const std::string_view folder = FolderOf(absolute);
+        const auto [known, is_new] = folders_.try_emplace(UpperCase(folder));
         if (is_new)
             known->second = files_.FolderExists(folder);
         if (!known->second)
