@@ -4,8 +4,8 @@
 //   kiv-bench-pair [--fresh | --changed] LABEL PAIRS LIST DIR_A DIR_B -- A… -- B…
 //
 // LIST names the files that each run leaves in its folder, with their sizes: they are checked after
-// each run and, with --fresh, removed before it, with --changed made other bytes, all outside of the
-// measured time. The first pair warms up and does not count.
+// each run and, with --fresh, removed before it, with --changed made other bytes, all outside of
+// the measured time. The first pair warms up and does not count.
 #include "bench/outputs.h"
 #include "bench/process.h"
 
