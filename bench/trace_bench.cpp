@@ -46,7 +46,8 @@ class Listener : public kiv::Trace {
 class Site {
   public:
     explicit Site(const kiv::SiteSize& size)
-        : root_(fs::path("/dev/shm") / ("kiv-trace-bench-" + std::to_string(getpid())))
+        : root_((fs::is_directory("/dev/shm") ? fs::path("/dev/shm") : fs::temp_directory_path()) /
+                ("kiv-trace-bench-" + std::to_string(getpid())))
     {
         fs::create_directories(root_ / "site");
         kiv::WriteSite(size, root_ / "site", 0);

@@ -168,9 +168,11 @@ void PageListParser::StartPage(SourceLine& line)
 /// How many source lines there are from the present one up to the next page's first.
 std::size_t PageListParser::LinesOfPage() const
 {
+    const auto starts_page = [](std::string_view line) {
+        return line.starts_with('@') && StartsWithNoCase(line, kPageStart);
+    };
     int end = source_line_ + 1;
-    while (end <= state_.SourceLineCount &&
-           !StartsWithNoCase(state_.SourceLines[end].text, kPageStart))
+    while (end <= state_.SourceLineCount && !starts_page(state_.SourceLines[end].text))
         ++end;
     return static_cast<std::size_t>(end - source_line_);
 }

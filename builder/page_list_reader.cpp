@@ -25,15 +25,15 @@ constexpr std::string_view kEnded = "never read: reading the page list ended abo
 constexpr std::string_view kStopped = "between @@stop and @@start";
 constexpr std::string_view kNewYearOff = "New Year text, which is off";
 
-/// The switches begin with "@@", which few lines do.
+/// The switches begin with "@", which few lines do.
 bool IsStop(std::string_view line)
 {
-    return line.starts_with("@@") && StartsWithNoCase(line, "@@stop");
+    return line.starts_with('@') && StartsWithNoCase(line, "@@stop");
 }
 
 bool IsEoy(std::string_view line)
 {
-    return line.starts_with("@@") && StartsWithNoCase(line, "@@EOY");
+    return line.starts_with('@') && StartsWithNoCase(line, "@@EOY");
 }
 
 /// Whether a "<zu" stands in the line. Many lines hold a "<", few a "z".

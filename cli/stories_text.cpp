@@ -1,7 +1,6 @@
 #include "cli/stories_text.h"
 
 #include "cli/shown_text.h"
-#include "platform/drive_path.h"
 #include "text/changed_part.h"
 #include "text/text.h"
 
@@ -9,7 +8,6 @@
 #include <iomanip>
 #include <map>
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>

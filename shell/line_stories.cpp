@@ -8,7 +8,6 @@
 #include "shell/workspace.h"
 #include "text/text.h"
 
-#include <algorithm>
 #include <map>
 #include <utility>
 

@@ -18,11 +18,6 @@ std::string Backslashed(std::string_view path)
     return text;
 }
 
-ToldPlace Place(const SourceSpan& span)
-{
-    return {std::string(span.file), span.first, span.last};
-}
-
 bool Covers(const SourceSpan& span, std::string_view file, int line)
 {
     return span.file == file && (line == 0 || (span.first <= line && line <= span.last));
@@ -36,7 +31,7 @@ std::vector<ToldStep> StepsOf(const LineStory& story)
     for (const TracedStep& step : story.steps) {
         ToldStep told{step.name, step.text, *before, step.after, {}};
         if (!step.from.file.empty())
-            told.from = Place(step.from);
+            told.from = Told(step.from);
         steps.push_back(std::move(told));
         before = &step.after;
     }
@@ -54,7 +49,7 @@ std::vector<ToldStep> BriefStepsOf(const LineStory& story)
                    told.from->first == step.from.first;
         });
         if (!step.from.file.empty() && !is_told)
-            steps.push_back({step.name, step.text, {}, {}, Place(step.from)});
+            steps.push_back({step.name, step.text, {}, {}, Told(step.from)});
     }
     std::ranges::reverse(steps);
     return steps;
@@ -79,6 +74,11 @@ ToldStep OneLine(const LineStory& story, int number, std::string_view text)
 }
 
 } // namespace
+
+ToldPlace Told(const SourceSpan& span)
+{
+    return {std::string(span.file), span.first, span.last};
+}
 
 StoryCollector::StoryCollector(const StoryQuestion& question, std::string_view directory,
                                Takes takes, const StoryBounds& bounds)
@@ -243,7 +243,7 @@ void StoryCollector::Add(const LineStory& story, bool is_on_page)
         line.line = number;
         line.text = text;
         for (const SourceSpan& source : story.sources)
-            line.sources.push_back(Place(source));
+            line.sources.push_back(Told(source));
         line.reason = story.reason;
         AddSteps(line, story, k + 1);
         found_.lines.push_back(std::move(line));

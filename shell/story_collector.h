@@ -14,6 +14,9 @@
 
 namespace kiv {
 
+/// The same lines, told.
+ToldPlace Told(const SourceSpan& span);
+
 /// How much is told at once. Nobody reads as much, and a hostile site must not take the memory.
 struct StoryBounds {
     std::size_t characters = 64'000'000; // of steps; past them a line's steps come without texts
