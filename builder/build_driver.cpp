@@ -90,7 +90,7 @@ void BuildPasses(Build& build, bool as_single_page)
 RunError NoMemory(const Build& build)
 {
     return {ErrorKind::memory, "there is not enough memory for what this line makes or reads",
-            build.state.place.Text()};
+            build.state.place};
 }
 
 /// The run for the single page, where there is one, and the ordinary one.
@@ -125,8 +125,8 @@ void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& block
     try {
         BuildRuns(build);
     } catch (RunError& error) {
-        if (error.where.empty())
-            error.where = build.state.place.Text();
+        if (!error.where.IsKnown())
+            error.where = build.state.place;
         if (build.tracer)
             build.tracer->Fail(error.text);
         RemoveDoublesQuietly(build.uploads);

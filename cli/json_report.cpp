@@ -39,15 +39,15 @@ Json ErrorObject(const RunError& error)
 {
     return Json{{"kind", std::string(KindName(error.kind))},
                 {"text", ToUtf8(error.text)},
-                {"where", ToUtf8(error.where)}};
+                {"where", ToUtf8(error.where.Text())}};
 }
 
 Json WarningObject(const Warning& warning)
 {
     return Json{{"text", ToUtf8(warning.text)},
-                {"file", TextOrNull(warning.file)},
-                {"line", warning.line > 0 ? Json(warning.line) : Json(nullptr)},
-                {"page", TextOrNull(warning.page)}};
+                {"file", TextOrNull(warning.where.file)},
+                {"line", warning.where.line > 0 ? Json(warning.where.line) : Json(nullptr)},
+                {"page", TextOrNull(warning.where.page)}};
 }
 
 Json PlaceObject(const ToldPlace& place)
@@ -146,7 +146,8 @@ Renames RenamesOfReport(std::string_view json, const std::string& path)
 {
     const auto refuse = [&]() -> RunError {
         return {ErrorKind::invalid_argument,
-                "this is not a JSON report of fix-names, thumb-names or rename", path};
+                "this is not a JSON report of fix-names, thumb-names or rename",
+                {path}};
     };
     const Json report = Json::parse(json, nullptr, false);
     if (!report.is_object() || !report.contains("renamed") || !report["renamed"].is_array())

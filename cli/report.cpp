@@ -22,10 +22,10 @@ void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, b
 {
     for (const Warning& warning : report.warnings)
         if (!warning.was_shown && (verbose || warning.is_noted))
-            err << "kiv: " << ShownText(warning.text) << InBrackets(warning.PlaceText()) << '\n';
+            err << "kiv: " << ShownText(warning.text) << InBrackets(warning.where.Text()) << '\n';
     if (report.error)
-        err << "kiv: error: " << ShownLine(report.error->text) << InBrackets(report.error->where)
-            << '\n';
+        err << "kiv: error: " << ShownLine(report.error->text)
+            << InBrackets(report.error->where.Text()) << '\n';
     if (report.dry_run && report.renamed)
         for (const Rename& rename : *report.renamed)
             out << ShownLine(rename.from) << " -> " << ShownLine(rename.to) << '\n';

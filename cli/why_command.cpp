@@ -23,8 +23,7 @@ class WordsOfBuild : public Reporter {
   protected:
     void Show(std::string_view text) override
     {
-        const Warning& warning = Warnings().back();
-        face_.reportmsg(text, {warning.file, warning.line, warning.page});
+        face_.reportmsg(text, Warnings().back().where.View());
     }
 
   private:

@@ -70,7 +70,7 @@ void ShowBox(QWidget* parent, std::string_view text)
 
 std::string ErrorText(const RunError& error)
 {
-    return error.where.empty() ? error.text : error.text + "\r\n" + error.where;
+    return error.where.IsKnown() ? error.text + "\r\n" + error.where.Text() : error.text;
 }
 
 } // namespace kiv

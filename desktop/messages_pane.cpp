@@ -32,11 +32,11 @@ QString OneLine(std::string_view text)
 
 QTreeWidgetItem* MakeItem(const Warning& warning)
 {
-    const QString line = warning.line > 0 ? QString::number(warning.line) : QString();
-    const std::string place = warning.PlaceText();
-    auto* const item =
-        new QTreeWidgetItem({OneLine(warning.text), ToQt(warning.file), line, ToQt(warning.page)});
-    item->setData(kTextColumn, kFileRole, ToQt(warning.file));
+    const QString line = warning.where.line > 0 ? QString::number(warning.where.line) : QString();
+    const std::string place = warning.where.Text();
+    auto* const item = new QTreeWidgetItem(
+        {OneLine(warning.text), ToQt(warning.where.file), line, ToQt(warning.where.page)});
+    item->setData(kTextColumn, kFileRole, ToQt(warning.where.file));
     item->setData(kTextColumn, kCopyRole,
                   OneLine(place.empty() ? warning.text : warning.text + " (" + place + ")"));
     item->setToolTip(kTextColumn, ToTip(warning.text));

@@ -2,32 +2,18 @@
 // status line, the command line prints, a test collects.
 #pragma once
 
+#include "platform/place.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace kiv {
 
-/// Where in the sources something was found, as a person would look for it.
-struct Place {
-    std::string_view file; // absolute drive path; "": none
-    int line = 0;          // 1-based; 0: none
-    std::string_view page; // file name of the page being written; "": none
-
-    /// "C:\site\_html.txt, line 12, page about.htm", or what of it there is.
-    std::string Text() const;
-};
-
-/// One warning of a run, with its place; "" and 0 where there is none.
+/// One warning of a run.
 struct Warning {
-    Warning(std::string_view warning_text, const Place& where, bool shown);
-    /// "C:\site\_html.txt, line 12, page about.htm", or what of it there is.
-    std::string PlaceText() const;
-
     std::string text;
-    std::string file;
-    int line = 0;
-    std::string page;
+    KeptPlace where;
     bool was_shown = false;
     bool is_noted = false; // not shown, but told where nobody has to close a box for it
 };
@@ -64,6 +50,8 @@ class Reporter {
     virtual void Show(std::string_view text) = 0;
 
   private:
+    Warning& Keep(std::string_view text, const Place& where);
+
     std::vector<Warning> warnings_;
 };
 

@@ -1,6 +1,8 @@
 // The fatal error of a run: thrown where it is seen, caught once, where a command is run.
 #pragma once
 
+#include "platform/place.h"
+
 #include <exception>
 #include <string>
 #include <string_view>
@@ -24,12 +26,13 @@ std::string_view KindName(ErrorKind kind);
 
 struct RunError : std::exception {
     ErrorKind kind;
-    std::string text;  // what is wrong, begins in lower case
-    std::string where; // file and line, and the page in work; filled in by the run when the spot
-                       // does not know it
+    std::string text; // what is wrong, begins in lower case
+    KeptPlace where;  // filled in by the run when the spot does not know it
+    std::string hint; // what can be done, as a sentence; "": nothing
 
-    RunError(ErrorKind error_kind, std::string error_text, std::string place = {})
-        : kind(error_kind), text(std::move(error_text)), where(std::move(place))
+    RunError(ErrorKind error_kind, std::string error_text, const Place& place = {},
+             std::string what_to_do = {})
+        : kind(error_kind), text(std::move(error_text)), where(place), hint(std::move(what_to_do))
     {
     }
     const char* what() const noexcept override { return text.c_str(); }

@@ -79,7 +79,7 @@ void loadjumps(Files& files, std::vector<JumpEntry>& entries)
             continue;
         if (entries.size() == kJumpEntries)
             throw RunError(ErrorKind::subscript, "more than 10 jump entries",
-                           Place{kJumpListFile, line_number, {}}.Text());
+                           {kJumpListFile, line_number, {}});
         std::string path(Trim(fields[1]));
         if (!path.ends_with('\\'))
             path += '\\';
@@ -98,7 +98,7 @@ int loadftplist(Files& files, UploadEntries& entries)
         if (line.empty())
             continue;
         const std::vector<std::string_view> fields = Split(line, '|');
-        const std::string where = Place{kUploadListFile, line_number, {}}.Text();
+        const Place where = {kUploadListFile, line_number, {}};
         if (fields.size() < 2)
             throw RunError(ErrorKind::subscript, "upload entry without \"|\"", where);
         if (count == 50)

@@ -5,6 +5,7 @@
 #include "platform/silent_reporter.h"
 #include "platform/unwritten_files.h"
 #include "shell/builds.h"
+#include "shell/story_collector.h"
 #include "shell/workspace.h"
 #include "text/joined_text.h"
 #include "text/text.h"
@@ -15,20 +16,15 @@ namespace kiv {
 
 namespace {
 
-ToldPlace Place(const SourceSpan& span)
-{
-    return {std::string(span.file), span.first, span.last};
-}
-
 PageStory Kept(const LineStory& story)
 {
     PageStory kept{{}, story.before, {}, story.count, story.reason};
     for (const SourceSpan& source : story.sources)
-        kept.sources.push_back(Place(source));
+        kept.sources.push_back(Told(source));
     for (const TracedStep& step : story.steps) {
         kept.steps.push_back({step.name, step.text, step.after, {}});
         if (!step.from.file.empty())
-            kept.steps.back().from = Place(step.from);
+            kept.steps.back().from = Told(step.from);
     }
     return kept;
 }
@@ -78,7 +74,7 @@ class PageTrace : public Trace {
 
 std::string ErrorWords(const RunError& error, bool has_pages)
 {
-    const std::string where = error.where.empty() ? "" : " (" + error.where + ")";
+    const std::string where = error.where.IsKnown() ? " (" + error.where.Text() + ")" : "";
     return Joined({"The build ended in an error: ", error.text, where, ".",
                    has_pages ? " What it had made by then is shown." : ""});
 }

@@ -94,7 +94,7 @@ NewsSettings ReadNewsSettings(Files& files)
         try {
             TakeSetting(settings, line);
         } catch (RunError& error) {
-            error.where = Place{kNewsSettingsFile, line_number, {}}.Text();
+            error.where = Place{kNewsSettingsFile, line_number, {}};
             throw;
         }
     }

@@ -25,7 +25,7 @@ void AltTable::Read(const Files& files, std::string_view bytes)
             Add(line);
         } catch (RunError& error) {
             const std::string file = AbsolutePath(kAltFile, files.CurrentDirectory());
-            error.where = Place{file, line_number, {}}.Text();
+            error.where = Place{file, line_number, {}};
             throw;
         }
     }

@@ -55,7 +55,7 @@ std::string TitleIn(std::string_view page, const std::string& path)
         Append(text, {" ", line});
     }
     if (closing < begin)
-        throw RunError(ErrorKind::invalid_argument, "the title ends before it begins", path);
+        throw RunError(ErrorKind::invalid_argument, "the title ends before it begins", {path});
     return text.substr(begin, closing - begin);
 }
 

@@ -40,7 +40,7 @@ class BuildDesk : public test::DriveFolder {
         try {
             BuildSite(machine, options, blocks, roots);
         } catch (const RunError& error) {
-            place = error.where;
+            place = error.where.Text();
             return std::string(KindName(error.kind));
         }
         return {};

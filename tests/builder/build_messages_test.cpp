@@ -39,9 +39,9 @@ TEST(BuildMessages, EachHasThePlaceOfItsMoment)
     messages.reportmsg("three");
     const std::vector<Warning>& kept = told.Warnings();
     ASSERT_EQ(kept.size(), 3U);
-    EXPECT_EQ(kept[0].PlaceText(), "C:\\site\\_html.txt, line 3, page a.htm");
+    EXPECT_EQ(kept[0].where.Text(), "C:\\site\\_html.txt, line 3, page a.htm");
     EXPECT_TRUE(kept[0].was_shown);
-    EXPECT_EQ(kept[1].PlaceText(), "");
+    EXPECT_EQ(kept[1].where.Text(), "");
     EXPECT_FALSE(kept[1].was_shown);
     EXPECT_TRUE(kept[2].was_shown);
 }

@@ -121,7 +121,7 @@ TEST_F(ListFiles, BadUploadLists)
     const std::optional<RunError> error = workspace.Run([&] { loadftplist(*files, entries); });
     ASSERT_TRUE(error);
     EXPECT_EQ(error->kind, ErrorKind::subscript);
-    EXPECT_EQ(error->where, "c:\\utils\\ftplist.txt, line 101");
+    EXPECT_EQ(error->where.Text(), "c:\\utils\\ftplist.txt, line 101");
 }
 
 TEST_F(ListFiles, SampleLists)

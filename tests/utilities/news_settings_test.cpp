@@ -94,7 +94,7 @@ TEST(NewsSettings, EighteenSitesAndNoMore)
         FAIL();
     } catch (const RunError& error) {
         EXPECT_EQ(error.kind, ErrorKind::subscript);
-        EXPECT_EQ(error.where, "c:\\utils\\kivnews.ini, line 20");
+        EXPECT_EQ(error.where.Text(), "c:\\utils\\kivnews.ini, line 20");
     }
 }
 

@@ -71,7 +71,7 @@ TEST(AltTable, AnErrorNamesItsLine)
         ReadAlts(desk, ";\r\n\r\ncat.jpg\r\n");
         FAIL();
     } catch (const RunError& error) {
-        EXPECT_EQ(error.where, "C:\\site\\_alt.txt, line 3");
+        EXPECT_EQ(error.where.Text(), "C:\\site\\_alt.txt, line 3");
     }
 }
 

@@ -140,7 +140,7 @@ TEST(TitleGrab, TitleThatEndsBeforeItBeginsIsFatal)
         FAIL();
     } catch (const RunError& error) {
         EXPECT_EQ(error.kind, ErrorKind::invalid_argument);
-        EXPECT_EQ(error.where, "C:\\site\\a.htm");
+        EXPECT_EQ(error.where.Text(), "C:\\site\\a.htm");
     }
     EXPECT_EQ(desk.Content("site/grabtitles.txt"), "old");
     EXPECT_TRUE(flags.grab_all); // nothing was written yet
