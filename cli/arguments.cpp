@@ -4,6 +4,7 @@
 
 #include "cli/help.h"
 #include "cli/values.h"
+#include "text/nearest.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>

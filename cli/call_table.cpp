@@ -92,6 +92,13 @@ constexpr OptionRow kWhyOptions[] = {
     {"--eoy", "", "As with the New Year text between @@EOY lines"},
 };
 
+constexpr OptionRow kCheckOptions[] = {
+    {"--only", "NAMES", "Look for these findings alone, a comma between two", Takes::text},
+    {"--not", "NAMES", "Look for all findings but these", Takes::text},
+    {"--fail-on", "SEVERITY", "The least that gives exit code 3 (default: error)", Takes::text,
+     kOptional, FailureSeverities},
+};
+
 constexpr CallRow kCalls[] = {
     {.name = "build",
      .about = "Build the pages of a site section (\"Do it!\")",
@@ -115,6 +122,14 @@ constexpr CallRow kCalls[] = {
                 "kiv-cli why ~/sites/museum visit.htm --find Opening\n"
                 "kiv-cli why ~/sites/museum _html.txt:30",
      .arguments = kWhyArguments, .options = kWhyOptions, .looks_only = true, .run = RunWhy},
+    {.name = "check",
+     .about = "Look for what is wrong in a site section and on its pages",
+     .details = "Builds in memory, with the members of _group.txt where there are any, and looks at "
+         "sources and pages. Nothing is written.",
+     .example = "kiv-cli check ~/sites/museum\n"
+                "kiv-cli check ~/sites/museum --fail-on warning\n"
+                "kiv-cli check ~/sites/museum --only dead-link,dead-picture",
+     .arguments = kOneDirectory, .options = kCheckOptions, .looks_only = true, .run = RunCheck},
     {.name = "sitemap",
      .about = "Merge the site maps of a group into _sitemap-master.txt (\"Assemble Site Map\")",
      .details = "Without _group.txt nothing is done.",

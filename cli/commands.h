@@ -15,6 +15,11 @@ void RunPictures(CallDesk& desk, const GivenValues& given);
 // why_command.cpp
 void RunWhy(CallDesk& desk, const GivenValues& given);
 
+// check_command.cpp
+void RunCheck(CallDesk& desk, const GivenValues& given);
+/// The values of "--fail-on".
+Choices FailureSeverities();
+
 // text_commands.cpp
 void RunConvert(CallDesk& desk, const GivenValues& given);
 void RunDimensions(CallDesk& desk, const GivenValues& given);

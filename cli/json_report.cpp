@@ -86,6 +86,19 @@ Json LineObject(const ToldLine& line)
                 {"steps", std::move(steps)}};
 }
 
+Json FindingObject(const ReportedFinding& reported)
+{
+    const Finding& finding = reported.finding;
+    return Json{{"severity", std::string(SeverityName(finding.severity))},
+                {"name", std::string(finding.name)},
+                {"text", ToUtf8(finding.text)},
+                {"file", TextOrNull(finding.where.file)},
+                {"native", reported.native.empty() ? Json(nullptr) : Json(reported.native)},
+                {"line", finding.where.line > 0 ? Json(finding.where.line) : Json(nullptr)},
+                {"page", TextOrNull(finding.where.page)},
+                {"suggestion", TextOrNull(finding.suggestion)}};
+}
+
 /// A report as it may be shown on a terminal: the library writes these as they are.
 std::string WithoutOrders(const std::string& json)
 {
@@ -136,6 +149,12 @@ void PrintJson(std::ostream& out, const RunReport& report)
         object["lines"] = std::move(lines);
         if (report.stories->left_out > 0)
             object["left_out"] = report.stories->left_out;
+    }
+    if (report.findings) {
+        Json findings = Json::array();
+        for (const ReportedFinding& finding : *report.findings)
+            findings.push_back(FindingObject(finding));
+        object["findings"] = std::move(findings);
     }
     if (report.result)
         object["result"] = ToUtf8(*report.result);

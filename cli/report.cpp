@@ -1,5 +1,6 @@
 #include "cli/report.h"
 
+#include "cli/findings_text.h"
 #include "cli/shown_text.h"
 #include "cli/stories_text.h"
 #include "text/windows1252.h"
@@ -32,6 +33,8 @@ void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, b
     if (report.stories)
         PrintStories(out, *report.stories,
                      {report.story_line, report.is_story_long, terminal.has_colours});
+    if (report.findings)
+        PrintFindings(out, *report.findings);
     if (report.result)
         out << (terminal.is_one ? ShownText(*report.result) : ToUtf8(*report.result));
     else if (!report.status.empty())

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/face.h"
+#include "inspect/finding.h"
 #include "platform/run_error.h"
 #include "shell/directory_tools.h"
 #include "shell/line_stories.h"
@@ -13,6 +14,12 @@
 
 namespace kiv {
 
+/// A finding with its place outside.
+struct ReportedFinding {
+    Finding finding;
+    std::string native; // of its file, UTF-8; "" where no drive leads there
+};
+
 /// All that a report tells; texts are Windows-1252.
 struct RunReport {
     std::string status;
@@ -21,12 +28,14 @@ struct RunReport {
     std::vector<std::string> files;
     std::vector<std::string> launched;
     std::vector<Warning> warnings;
-    std::optional<Renames> renamed;    // of a renamer
-    std::optional<std::string> result; // of a command whose result is a text
-    bool dry_run = false;              // `renamed` is what would be
-    std::optional<Stories> stories;    // of "why"
-    int story_line = 0;                // that it was asked for; 0: every one
-    bool is_story_long = false;        // with all that was done to each line
+    std::optional<Renames> renamed;                       // of a renamer
+    std::optional<std::string> result;                    // of a command whose result is a text
+    bool dry_run = false;                                 // `renamed` is what would be
+    std::optional<Stories> stories;                       // of "why"
+    int story_line = 0;                                   // that it was asked for; 0: every one
+    bool is_story_long = false;                           // with all that was done to each line
+    std::optional<std::vector<ReportedFinding>> findings; // of "check"
+    bool has_failed = false; // what the call was asked to fail on is there: exit code 3
 };
 
 /// What standard output goes to.

@@ -161,7 +161,7 @@ int RunCall(const Call& call, const CliSurroundings& around)
         PrintJson(around.out, report);
     else
         PrintPlain(around.out, around.err, report, call.given.Has("--verbose"), TerminalOf(around));
-    return CodeOfPrinted(report.error ? 1 : 0, around);
+    return CodeOfPrinted(report.error ? 1 : report.has_failed ? 3 : 0, around);
 }
 
 int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& around)

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <numeric>
 
 namespace kiv {
 
@@ -20,28 +19,6 @@ std::string Listed(const Choices& words)
     for (std::size_t i = 0; i < words.size(); ++i)
         list.append(i == 0 ? "" : i + 1 < words.size() ? ", " : " or ").append(words[i]);
     return list;
-}
-
-/// How many letters must be put in, left out, exchanged or swapped with their neighbour to make one
-/// word of the other.
-std::size_t Distance(std::string_view from, std::string_view to)
-{
-    std::vector<std::size_t> before_last;
-    std::vector<std::size_t> last;
-    std::vector<std::size_t> row(to.size() + 1);
-    std::iota(row.begin(), row.end(), 0);
-    for (std::size_t i = 1; i <= from.size(); ++i) {
-        before_last = std::move(last);
-        last = std::move(row);
-        row.assign(to.size() + 1, i);
-        for (std::size_t j = 1; j <= to.size(); ++j) {
-            const std::size_t exchanged = last[j - 1] + (from[i - 1] == to[j - 1] ? 0 : 1);
-            row[j] = std::min({last[j] + 1, row[j - 1] + 1, exchanged});
-            if (i > 1 && j > 1 && from[i - 1] == to[j - 2] && from[i - 2] == to[j - 1])
-                row[j] = std::min(row[j], before_last[j - 2] + 1);
-        }
-    }
-    return row.back();
 }
 
 } // namespace
@@ -100,21 +77,6 @@ std::string ValueFault(const OptionRow& row, const std::string& value)
     if (row.takes == Takes::folder && row.IsOption() && value.empty())
         return std::string(row.name) + " needs a folder";
     return "";
-}
-
-std::string_view Nearest(std::string_view misspelled, const Choices& words)
-{
-    const std::string lower = LowerCase(misspelled);
-    std::string_view nearest;
-    std::size_t least = misspelled.size() / 3 + 1; // more is another word
-    for (const std::string_view word : words) {
-        const std::size_t distance = Distance(lower, word);
-        if (distance < least) {
-            least = distance;
-            nearest = word;
-        }
-    }
-    return nearest;
 }
 
 } // namespace kiv

@@ -21,8 +21,4 @@ std::optional<std::size_t> ParseNumber(std::string_view text);
 /// What is wrong with a value, as a sentence for the user; "" when it is well.
 std::string ValueFault(const OptionRow& row, const std::string& value);
 
-/// The word of `words` that was most likely meant by a misspelled one, in whatever case; "" when
-/// none is near.
-std::string_view Nearest(std::string_view misspelled, const Choices& words);
-
 } // namespace kiv

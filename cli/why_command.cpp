@@ -5,6 +5,7 @@
 #include "platform/reporter.h"
 #include "shell/line_stories.h"
 #include "shell/workspace.h"
+#include "text/nearest.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 

@@ -132,6 +132,8 @@ const std::map<std::string, Take>& Directives()
          [](Case& c, const Section& s) {
              c.questions.push_back({CutArguments(s.rest), WithoutBlankEnds(s.DecodedLines())});
          }},
+        {"findings", [](Case& c, const Section& s) { c.findings = s.DecodedLines(); }},
+        {"mend", [](Case& c, const Section& s) { c.mends[Decoded(s.rest)] = s.Text("\n"); }},
         {"error", [](Case& c, const Section& s) { c.error = s.rest; }},
         {"not-on-windows", [](Case& c, const Section& s) { c.not_on_windows = s.rest; }},
     };

@@ -33,8 +33,10 @@ struct Case {
         std::vector<std::string> answer;
     };
     std::vector<Question> questions;
-    std::string error;          // kind; empty: none
-    std::string not_on_windows; // the reason; empty: the case holds there too
+    std::optional<std::vector<std::string>> findings; // of "check"
+    std::map<std::string, std::string> mends;         // files with which nothing is found
+    std::string error;                                // kind; empty: none
+    std::string not_on_windows;                       // the reason; empty: the case holds there too
 };
 
 /// The cases of a file. Throws std::runtime_error with the place of what it cannot read.

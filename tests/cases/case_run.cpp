@@ -6,6 +6,7 @@
 #include "tests/support/json.h"
 #include "text/windows1252.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iterator>
 #include <sstream>
@@ -59,6 +60,8 @@ class CaseRun {
             differences_ << traced.Differences(Texts((*report_)["messages"]),
                                                Texts((*report_)["files"]));
         }
+        if (case_.findings && differences_.str().empty())
+            CompareMended();
         return differences_.str();
     }
 
@@ -103,10 +106,58 @@ class CaseRun {
         std::vector<std::string> arguments = case_.arguments;
         arguments.insert(arguments.begin(), "--json");
         const Outcome outcome = RunWith(arguments);
-        if (outcome.code != (case_.error.empty() ? 0 : 1))
+        if (outcome.code != ExpectedCode())
             differences_ << "exit code " << outcome.code << "\n" << outcome.err << outcome.out;
         else
             report_ = Json::Parse(outcome.out);
+    }
+
+    /// What findings make of it is told by the expected ones, as long as the call does not say
+    /// from which on it fails.
+    int ExpectedCode() const
+    {
+        if (!case_.error.empty())
+            return 1;
+        const auto is_error = [](const std::string& finding) {
+            return finding.find(" error ") < finding.find(": ");
+        };
+        return case_.findings && std::ranges::any_of(*case_.findings, is_error) ? 3 : 0;
+    }
+
+    /// The site with its faults mended, in which nothing is found.
+    void CompareMended()
+    {
+        if (case_.mends.empty())
+            return;
+        for (const auto& [name, bytes] : case_.mends)
+            WriteBytes(folder_.Root() / PathOf(CaseFolder::Below(name)), bytes);
+        std::vector<std::string> arguments = case_.arguments;
+        arguments.insert(arguments.begin(), "--json");
+        report_ = Json::Parse(RunWith(arguments).out);
+        Compare("findings of the mended site", {}, Findings());
+    }
+
+    /// The findings of the report as case files have them.
+    std::vector<std::string> Findings() const
+    {
+        std::vector<std::string> lines;
+        for (const Json& finding : (*report_)["findings"].Items()) {
+            const auto text = [&](const char* key) {
+                return finding[key].IsNull() ? "" : FromUtf8(finding[key].Text());
+            };
+            std::string line = text("file");
+            if (line.starts_with("C:\\site\\"))
+                line.erase(0, std::string_view("C:\\site\\").size());
+            if (!finding["line"].IsNull())
+                line += ":" + finding["line"].Dump();
+            line += " " + text("severity") + " " + text("name") + ": " + text("text");
+            if (!finding["page"].IsNull())
+                line += " (page " + text("page") + ")";
+            if (!finding["suggestion"].IsNull())
+                line += " -> " + text("suggestion");
+            lines.push_back(line);
+        }
+        return lines;
     }
 
     void Ask(const Case::Question& question)
@@ -162,6 +213,8 @@ class CaseRun {
         }
         if (case_.result)
             Compare("result", {*case_.result}, {FromUtf8((*report_)["result"].Text())});
+        if (case_.findings)
+            Compare("findings", *case_.findings, Findings());
         if (case_.renamed) {
             std::vector<std::string> pairs;
             for (const Json& pair : (*report_)["renamed"].Items())

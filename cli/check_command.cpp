@@ -1,0 +1,91 @@
+// The command that looks for what is wrong in a site.
+#include "cli/commands.h"
+#include "cli/report.h"
+#include "inspect/finding_table.h"
+#include "shell/site_check.h"
+#include "shell/workspace.h"
+#include "text/joined_text.h"
+#include "text/nearest.h"
+#include "text/text.h"
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kiv {
+
+namespace {
+
+constexpr std::string_view kNever = "never";
+
+std::vector<std::string_view> FindingNames()
+{
+    std::vector<std::string_view> names;
+    for (const FindingRow& row : FindingRows())
+        names.push_back(row.name);
+    return names;
+}
+
+/// The names of a list such as "dead-link, dead-picture". Throws `invalid-argument` for one that is
+/// none.
+std::set<std::string, std::less<>> Names(const std::string& list)
+{
+    std::set<std::string, std::less<>> names;
+    if (list.empty())
+        return names;
+    const std::vector<std::string_view> known = FindingNames();
+    for (const std::string_view entry : Split(list, ',')) {
+        const std::string name(Trim(entry));
+        if (std::ranges::find(known, name) == known.end()) {
+            const std::string_view near = Nearest(name, known);
+            throw RunError(
+                ErrorKind::invalid_argument,
+                Joined({"no finding is called \"", name, "\"",
+                        near.empty() ? "" : "; did you mean \"", near, near.empty() ? "" : "\"?"}));
+        }
+        names.insert(name);
+    }
+    return names;
+}
+
+/// Whether one of them is at least as bad as the call asks.
+bool HasFailed(const std::vector<Finding>& findings, const std::string& fail_on)
+{
+    if (fail_on == kNever)
+        return false;
+    const auto is_bad = [&](Severity severity) {
+        for (const Severity least : {Severity::note, Severity::warning, Severity::error})
+            if (fail_on == SeverityName(least))
+                return severity >= least;
+        return severity == Severity::error;
+    };
+    return std::ranges::any_of(findings,
+                               [&](const Finding& finding) { return is_bad(finding.severity); });
+}
+
+} // namespace
+
+Choices FailureSeverities()
+{
+    return {SeverityName(Severity::error), SeverityName(Severity::warning),
+            SeverityName(Severity::note), kNever};
+}
+
+void RunCheck(CallDesk& desk, const GivenValues& given)
+{
+    const FindingChoice choice{Names(given.Text("--only")), Names(given.Text("--not"))};
+    std::vector<Finding> findings = CheckSite(desk.workspace, choice);
+    desk.report.has_failed = HasFailed(findings, given.Text("--fail-on"));
+    NativePaths& paths = desk.workspace.machine().native_paths;
+    std::vector<ReportedFinding>& reported = desk.report.findings.emplace();
+    for (Finding& finding : findings) {
+        const std::string& file = finding.where.file;
+        std::string native = file.empty() ? "" : paths.ToNative(file);
+        reported.push_back({std::move(finding), std::move(native)});
+    }
+}
+
+} // namespace kiv

@@ -1,0 +1,52 @@
+#include "cli/findings_text.h"
+
+#include "cli/shown_text.h"
+#include "text/text.h"
+
+#include <algorithm>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+namespace kiv {
+
+namespace {
+
+void PrintFinding(std::ostream& out, const ReportedFinding& reported)
+{
+    const Finding& finding = reported.finding;
+    out << (reported.native.empty() ? "kiv" : ShownUtf8(reported.native));
+    if (finding.where.line > 0)
+        out << ':' << finding.where.line;
+    out << ": " << SeverityName(finding.severity) << ": " << ShownLine(finding.text);
+    if (!finding.where.page.empty())
+        out << " (page " << ShownLine(finding.where.page) << ')';
+    out << " [" << finding.name << "]\n";
+    if (!finding.suggestion.empty())
+        out << "    " << ShownLine(finding.suggestion) << '\n';
+}
+
+/// "2 errors", "1 note".
+std::string Counted(const std::vector<ReportedFinding>& findings, Severity severity)
+{
+    const auto count = std::ranges::count_if(findings, [&](const ReportedFinding& reported) {
+        return reported.finding.severity == severity;
+    });
+    return std::to_string(count) + " " + std::string(SeverityName(severity)) +
+           (count == 1 ? "" : "s");
+}
+
+} // namespace
+
+void PrintFindings(std::ostream& out, const std::vector<ReportedFinding>& findings)
+{
+    for (const ReportedFinding& finding : findings)
+        PrintFinding(out, finding);
+    if (findings.empty())
+        out << "nothing found\n";
+    else
+        out << Counted(findings, Severity::error) << ", " << Counted(findings, Severity::warning)
+            << ", " << Counted(findings, Severity::note) << '\n';
+}
+
+} // namespace kiv

@@ -1,0 +1,14 @@
+// What `kiv-cli check` prints.
+#pragma once
+
+#include "cli/report.h"
+
+#include <iosfwd>
+#include <vector>
+
+namespace kiv {
+
+/// Each finding, then how many there are of each severity. Nothing of it steers a terminal.
+void PrintFindings(std::ostream& out, const std::vector<ReportedFinding>& findings);
+
+} // namespace kiv

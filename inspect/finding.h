@@ -1,0 +1,25 @@
+// What an inspection finds in a site.
+#pragma once
+
+#include "platform/place.h"
+
+#include <string>
+#include <string_view>
+
+namespace kiv {
+
+/// How bad it is: a note is worth knowing, a warning is likely wrong, an error is seen by visitors.
+enum class Severity { note, warning, error };
+
+/// "error", "warning" or "note".
+std::string_view SeverityName(Severity severity);
+
+struct Finding {
+    Severity severity = Severity::note;
+    std::string_view name;       // of its row in the table of findings
+    std::string text;            // what is wrong, as a sentence would say it, without its full stop
+    KeptPlace where;             // the source line, and the page where there is one
+    std::string suggestion = {}; // what to write or to do instead; "": nothing is known
+};
+
+} // namespace kiv

@@ -1,0 +1,45 @@
+// Takes what a traced build tells and makes of it what an inspection looks at.
+#pragma once
+
+#include "builder/trace.h"
+#include "inspect/site_view.h"
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace kiv {
+
+class SiteRecorder : public Trace {
+  public:
+    /// `view` is filled while the build runs; Finish adds what is known in the end.
+    explicit SiteRecorder(SiteView& view)
+        : view_(view), written_before_(view.files.Written().size())
+    {
+    }
+
+    bool BeginPage(const TracedPage& page) override;
+    void TakeLine(const LineStory& story) override;
+    void TakeUnused(const LineStory& story) override;
+
+    /// Reads sources and pages after the build. A source that cannot be read any more is left
+    /// without lines.
+    void Finish();
+
+  private:
+    SourceLines Lines(const SourceSpan& span);
+    std::size_t IndexOf(std::string_view path);
+    void ReadSource(SourceText& source) const;
+
+    SiteView& view_;
+    std::map<std::string, std::size_t, std::less<>> sources_; // upper-cased path to index
+    std::map<std::string, std::size_t, std::less<>> pages_;   // upper-cased path to index
+    std::string last_path_;                                   // that was looked up, and its index
+    std::size_t last_index_ = 0;
+    std::size_t page_ = 0;       // in work, of view_.pages
+    std::size_t written_before_; // files, by other builds
+};
+
+} // namespace kiv

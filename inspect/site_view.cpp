@@ -1,0 +1,32 @@
+#include "inspect/site_view.h"
+
+namespace kiv {
+
+namespace {
+
+/// The first of the lines that holds `words`, else the very first; 1-based.
+int LineWith(const SourceText& source, const SourceLines& lines, std::string_view words)
+{
+    for (int line = lines.first; !words.empty() && line <= lines.last; ++line) {
+        const auto index = static_cast<std::size_t>(line) - 1;
+        if (index < source.lines.size() &&
+            source.lines[index].find(words) != std::string_view::npos)
+            return line;
+    }
+    return lines.first;
+}
+
+} // namespace
+
+Place SiteView::PlaceOf(const PageText& page, int line, std::string_view words) const
+{
+    const auto index = static_cast<std::size_t>(line) - 1;
+    if (line < 1 || index >= page.origins.size() ||
+        page.origins[index].source == SourceLines::kNone)
+        return {page.path, line, page.name}; // a line of the program's own
+    const SourceLines& origin = page.origins[index];
+    const SourceText& source = sources[origin.source];
+    return {source.path, LineWith(source, origin, words), page.name};
+}
+
+} // namespace kiv

@@ -1,0 +1,107 @@
+#include "shell/site_check.h"
+
+#include "inspect/site_recorder.h"
+#include "inspect/site_view.h"
+#include "platform/drive_path.h"
+#include "platform/silent_reporter.h"
+#include "platform/site_files.h"
+#include "platform/unwritten_files.h"
+#include "shell/builds.h"
+#include "shell/groups.h"
+#include "shell/workspace.h"
+
+#include <deque>
+
+namespace kiv {
+
+namespace {
+
+/// Goes back to the folder that a check began in, however it ends.
+class WayBack {
+  public:
+    explicit WayBack(Files& files) : files_(files), folder_(files.CurrentDirectory()) {}
+    WayBack(const WayBack&) = delete;
+    WayBack& operator=(const WayBack&) = delete;
+    ~WayBack()
+    {
+        try {
+            files_.ChangeDirectory(folder_);
+        } catch (const RunError&) {
+            // It is gone; whatever comes next will say so.
+        }
+    }
+    const std::string& Folder() const { return folder_; }
+
+  private:
+    Files& files_;
+    std::string folder_;
+};
+
+class SiteCheck {
+  public:
+    explicit SiteCheck(Workspace& workspace)
+        : workspace_(workspace), files_(workspace.machine().files)
+    {
+    }
+
+    /// Builds the section in the current directory and keeps what is to be seen of it.
+    void Build()
+    {
+        SiteView& view = views_.emplace_back(files_, workspace_.machine().pictures);
+        view.folder = WithSeparator(AbsolutePath(".", files_.CurrentDirectory()));
+        SilentReporter reporter;
+        SiteRecorder recorder(view);
+        try {
+            BuildUnwritten(workspace_, files_, reporter, recorder);
+        } catch (const RunError& error) {
+            view.error = error;
+        }
+        recorder.Finish();
+        view.warnings = reporter.Warnings();
+    }
+
+    void BuildGroup(const std::string& folder)
+    {
+        if (!files_.FileExists(kGroupFile))
+            return Build();
+        const std::vector<std::string> entries = GroupEntries(files_);
+        if (files_.FileExists(kPageListFile) && files_.FileExists(kTemplateFile))
+            Build();
+        for (const std::string& entry : entries) {
+            files_.ChangeDirectory(WithSeparator(folder) + entry);
+            Build();
+        }
+    }
+
+    std::vector<Finding> Findings(const FindingChoice& choice)
+    {
+        std::vector<const SiteView*> group;
+        for (const SiteView& view : views_)
+            group.push_back(&view);
+        std::vector<Finding> found;
+        for (SiteView& view : views_) {
+            view.group = group;
+            for (Finding& finding : Inspect(view, choice))
+                found.push_back(std::move(finding));
+        }
+        return found;
+    }
+
+  private:
+    Workspace& workspace_;
+    UnwrittenFiles files_; // of all sections, so that their pages see each other
+    std::deque<SiteView> views_;
+};
+
+} // namespace
+
+std::vector<Finding> CheckSite(Workspace& workspace, const FindingChoice& choice)
+{
+    workspace.machine().files.Refresh(); // the sources may be others than the last command saw
+    const WayBack way_back(workspace.machine().files);
+    SiteCheck check(workspace);
+    check.BuildGroup(way_back.Folder());
+    return check.Findings(choice);
+}
+
+} // namespace kiv

@@ -1,0 +1,50 @@
+#include "text/nearest.h"
+
+#include "text/windows1252.h"
+
+#include <algorithm>
+#include <numeric>
+#include <string>
+#include <vector>
+
+namespace kiv {
+
+std::size_t EditDistance(std::string_view from, std::string_view to)
+{
+    std::vector<std::size_t> before_last;
+    std::vector<std::size_t> last;
+    std::vector<std::size_t> row(to.size() + 1);
+    std::iota(row.begin(), row.end(), 0);
+    for (std::size_t i = 1; i <= from.size(); ++i) {
+        before_last = std::move(last);
+        last = std::move(row);
+        row.assign(to.size() + 1, i);
+        for (std::size_t j = 1; j <= to.size(); ++j) {
+            const std::size_t exchanged = last[j - 1] + (from[i - 1] == to[j - 1] ? 0 : 1);
+            row[j] = std::min({last[j] + 1, row[j - 1] + 1, exchanged});
+            if (i > 1 && j > 1 && from[i - 1] == to[j - 2] && from[i - 2] == to[j - 1])
+                row[j] = std::min(row[j], before_last[j - 2] + 1);
+        }
+    }
+    return row.back();
+}
+
+std::string_view Nearest(std::string_view misspelled, std::span<const std::string_view> words)
+{
+    const std::string lower = LowerCase(misspelled);
+    std::string_view nearest;
+    std::size_t least = misspelled.size() / 3 + 1; // more is another word
+    for (const std::string_view word : words) {
+        const std::size_t longer = std::max(word.size(), lower.size());
+        if (longer - std::min(word.size(), lower.size()) >= least)
+            continue; // so many letters are missing already
+        const std::size_t distance = EditDistance(lower, LowerCase(word));
+        if (distance < least) {
+            least = distance;
+            nearest = word;
+        }
+    }
+    return nearest;
+}
+
+} // namespace kiv

@@ -1,0 +1,18 @@
+// The word that was most likely meant by a misspelled one.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+namespace kiv {
+
+/// How many letters must be put in, left out, exchanged or swapped with their neighbour to make one
+/// word of the other. Costs as many steps as the one has letters times those of the other.
+std::size_t EditDistance(std::string_view from, std::string_view to);
+
+/// The word of `words` that was most likely meant, whatever the case; "" when none is near: more
+/// than a third of its letters would have to change.
+std::string_view Nearest(std::string_view misspelled, std::span<const std::string_view> words);
+
+} // namespace kiv
