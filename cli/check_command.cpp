@@ -77,14 +77,14 @@ Choices FailureSeverities()
 void RunCheck(CallDesk& desk, const GivenValues& given)
 {
     const FindingChoice choice{Names(given.Text("--only")), Names(given.Text("--not"))};
-    std::vector<Finding> findings = CheckSite(desk.workspace, choice);
+    CheckWorkDir(desk.workspace, choice);
+    const std::vector<Finding>& findings = *desk.workspace.Findings;
     desk.report.has_failed = HasFailed(findings, given.Text("--fail-on"));
     NativePaths& paths = desk.workspace.machine().native_paths;
     std::vector<ReportedFinding>& reported = desk.report.findings.emplace();
-    for (Finding& finding : findings) {
+    for (const Finding& finding : findings) {
         const std::string& file = finding.where.file;
-        std::string native = file.empty() ? "" : paths.ToNative(file);
-        reported.push_back({std::move(finding), std::move(native)});
+        reported.push_back({finding, file.empty() ? "" : paths.ToNative(file)});
     }
 }
 

@@ -1,9 +1,7 @@
 #include "cli/findings_text.h"
 
 #include "cli/shown_text.h"
-#include "text/text.h"
 
-#include <algorithm>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -26,27 +24,12 @@ void PrintFinding(std::ostream& out, const ReportedFinding& reported)
         out << "    " << ShownLine(finding.suggestion) << '\n';
 }
 
-/// "2 errors", "1 note".
-std::string Counted(const std::vector<ReportedFinding>& findings, Severity severity)
-{
-    const auto count = std::ranges::count_if(findings, [&](const ReportedFinding& reported) {
-        return reported.finding.severity == severity;
-    });
-    return std::to_string(count) + " " + std::string(SeverityName(severity)) +
-           (count == 1 ? "" : "s");
-}
-
 } // namespace
 
 void PrintFindings(std::ostream& out, const std::vector<ReportedFinding>& findings)
 {
     for (const ReportedFinding& finding : findings)
         PrintFinding(out, finding);
-    if (findings.empty())
-        out << "nothing found\n";
-    else
-        out << Counted(findings, Severity::error) << ", " << Counted(findings, Severity::warning)
-            << ", " << Counted(findings, Severity::note) << '\n';
 }
 
 } // namespace kiv

@@ -8,7 +8,7 @@
 
 namespace kiv {
 
-/// Each finding, then how many there are of each severity. Nothing of it steers a terminal.
+/// Each finding. Nothing of it steers a terminal.
 void PrintFindings(std::ostream& out, const std::vector<ReportedFinding>& findings);
 
 } // namespace kiv

@@ -47,6 +47,8 @@ QKeySequence KeyOf(std::string_view name)
         return QKeySequence(Qt::CTRL | Qt::Key_Q);
     if (name == "reference")
         return QKeySequence(QKeySequence::HelpContents);
+    if (name == "check")
+        return QKeySequence(Qt::Key_F7);
     if (name == "why")
         return QKeySequence(Qt::Key_F8);
     return {};

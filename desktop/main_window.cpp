@@ -15,6 +15,7 @@
 #include "desktop/story_window.h"
 #include "desktop/window_place.h"
 #include "shell/builds.h"
+#include "shell/messages.h"
 #include "shell/outside_programs.h"
 
 #include <QApplication>
@@ -146,7 +147,7 @@ bool MainWindow::Perform(const std::function<void()>& command, Warnings warnings
     for (SideWindow* const window : findChildren<SideWindow*>(Qt::FindDirectChildrenOnly))
         window->Refresh();
     if (warnings == Warnings::replaced)
-        messages_->ShowWarnings(reporter_.Warnings());
+        messages_->ShowMessages(MessagesOf(workspace_, reporter_.Warnings(), error));
     if (error)
         ShowMessage(ErrorText(*error));
     is_running_ = false;
@@ -245,7 +246,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     }
     for (SideWindow* const window : findChildren<SideWindow*>(Qt::FindDirectChildrenOnly))
         window->close();
-    messages_->ShowWarnings({}); // the place that is remembered is that without them
+    messages_->ShowMessages({}); // the place that is remembered is that without them
     QMainWindow::closeEvent(event);
 }
 

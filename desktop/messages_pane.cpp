@@ -1,6 +1,7 @@
 #include "desktop/messages_pane.h"
 
 #include "desktop/qt_text.h"
+#include "text/joined_text.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -9,6 +10,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QStyle>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -30,17 +32,41 @@ QString OneLine(std::string_view text)
     return ToQt(text).simplified();
 }
 
-QTreeWidgetItem* MakeItem(const Warning& warning)
+/// "warning: TEXT (PLACE)", as it is copied and spoken.
+std::string Sentence(const Finding& message)
 {
-    const QString line = warning.where.line > 0 ? QString::number(warning.where.line) : QString();
-    const std::string place = warning.where.Text();
-    auto* const item = new QTreeWidgetItem(
-        {OneLine(warning.text), ToQt(warning.where.file), line, ToQt(warning.where.page)});
-    item->setData(kTextColumn, kFileRole, ToQt(warning.where.file));
-    item->setData(kTextColumn, kCopyRole,
-                  OneLine(place.empty() ? warning.text : warning.text + " (" + place + ")"));
-    item->setToolTip(kTextColumn, ToTip(warning.text));
-    item->setToolTip(1, ToTip(place));
+    const std::string place = message.where.Text();
+    return Joined({SeverityName(message.severity), ": ", message.text, place.empty() ? "" : " (",
+                   place, place.empty() ? "" : ")"});
+}
+
+QStyle::StandardPixmap IconOf(Severity severity)
+{
+    switch (severity) {
+    case Severity::error:
+        return QStyle::SP_MessageBoxCritical;
+    case Severity::warning:
+        return QStyle::SP_MessageBoxWarning;
+    case Severity::note:
+        break;
+    }
+    return QStyle::SP_MessageBoxInformation;
+}
+
+QTreeWidgetItem* MakeItem(const Finding& message, const QStyle& style)
+{
+    const KeptPlace& where = message.where;
+    const QString line = where.line > 0 ? QString::number(where.line) : QString();
+    auto* const item =
+        new QTreeWidgetItem({OneLine(message.text), ToQt(where.file), line, ToQt(where.page)});
+    item->setIcon(kTextColumn, style.standardIcon(IconOf(message.severity)));
+    item->setData(kTextColumn, kFileRole, ToQt(where.file));
+    item->setData(kTextColumn, kCopyRole, OneLine(Sentence(message)));
+    item->setData(kTextColumn, Qt::AccessibleTextRole, OneLine(Sentence(message)));
+    item->setToolTip(kTextColumn, ToTip(message.suggestion.empty()
+                                            ? message.text
+                                            : message.text + "\r\n" + message.suggestion));
+    item->setToolTip(1, ToTip(where.Text()));
     item->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
     return item;
 }
@@ -66,7 +92,7 @@ MessagesPane::MessagesPane(QWidget* parent)
     list_->setObjectName(QStringLiteral("Messages"));
     list_->setAccessibleName(QStringLiteral("Messages"));
     list_->setAccessibleDescription(
-        QStringLiteral("The warnings of the last command; Enter opens the file of one"));
+        QStringLiteral("What the last command had to tell; Enter opens the file of a message"));
     list_->setToolTip(QStringLiteral("Double-click a message to open its file in the editor"));
     list_->setHeaderLabels({QStringLiteral("Message"), QStringLiteral("File"),
                             QStringLiteral("Line"), QStringLiteral("Page")});
@@ -108,18 +134,18 @@ MessagesPane::MessagesPane(QWidget* parent)
     hide();
 }
 
-void MessagesPane::ShowWarnings(const std::vector<Warning>& warnings)
+void MessagesPane::ShowMessages(const std::vector<Finding>& messages)
 {
     list_->clear();
-    for (const Warning& warning : warnings)
-        list_->addTopLevelItem(MakeItem(warning));
+    for (const Finding& message : messages)
+        list_->addTopLevelItem(MakeItem(message, *style()));
     for (int column = 1; column < list_->columnCount(); ++column) {
         list_->resizeColumnToContents(column);
         const int most = parentWidget()->width() / kWidestPlace;
         list_->setColumnWidth(column, std::min(list_->columnWidth(column), most));
     }
-    title_->setText(QStringLiteral("&Messages: %1").arg(warnings.size()));
-    SetOpen(!warnings.empty());
+    title_->setText(QStringLiteral("&Messages: %1").arg(messages.size()));
+    SetOpen(!messages.empty());
 }
 
 void MessagesPane::SetOpen(bool open)

@@ -1,7 +1,8 @@
-// "Messages": every warning of the last command with its place, closed while there is none.
+// "Messages": every warning, error and finding of the last command with its place, closed while
+// there is none.
 #pragma once
 
-#include "platform/reporter.h"
+#include "inspect/finding.h"
 
 #include <QWidget>
 
@@ -22,10 +23,10 @@ class MessagesPane : public QWidget {
   public:
     explicit MessagesPane(QWidget* parent);
 
-    /// Shows the warnings and opens the pane, or closes it when there are none.
-    void ShowWarnings(const std::vector<Warning>& warnings);
+    /// Shows the messages and opens the pane, or closes it when there are none.
+    void ShowMessages(const std::vector<Finding>& messages);
 
-    /// Called with the file of a warning (a drive path) that is double-clicked, or chosen by Enter.
+    /// Called with the file of a message (a drive path) that is double-clicked, or chosen by Enter.
     std::function<void(const std::string& file)> on_open;
     /// Called before the pane is opened and after it was closed.
     std::function<void(bool is_open)> on_shown;
@@ -36,7 +37,7 @@ class MessagesPane : public QWidget {
   private:
     void SetOpen(bool open);
     void OpenFileOf(const QTreeWidgetItem* item);
-    /// Puts the selected warnings, or all when none is, into the clipboard.
+    /// Puts the selected messages, or all when none is, into the clipboard.
     void Copy();
 
     QLabel* title_;

@@ -3,6 +3,7 @@
 
 #include "platform/place.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,5 +22,8 @@ struct Finding {
     KeptPlace where;             // the source line, and the page where there is one
     std::string suggestion = {}; // what to write or to do instead; "": nothing is known
 };
+
+/// "2 errors, 1 warning, 0 notes"; "nothing found" for none.
+std::string CountText(std::span<const Finding> findings);
 
 } // namespace kiv

@@ -28,12 +28,6 @@ bool IsSame(const Finding& one, const Finding& other)
 
 } // namespace
 
-std::string_view SeverityName(Severity severity)
-{
-    constexpr std::string_view kNames[] = {"note", "warning", "error"};
-    return kNames[static_cast<std::size_t>(severity)];
-}
-
 bool FindingChoice::Takes(std::string_view name) const
 {
     return (only.empty() || only.contains(name)) && !without.contains(name);

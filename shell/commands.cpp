@@ -5,6 +5,7 @@
 #include "shell/groups.h"
 #include "shell/outside_programs.h"
 #include "shell/renames.h"
+#include "shell/site_check.h"
 #include "shell/utilities.h"
 #include "shell/workspace.h"
 
@@ -203,6 +204,9 @@ constexpr std::array kCommands = std::to_array<Command>({
      .tip = "Look up the syntax of page lists and templates",
      .menu = Menu::help, .opens = Opens::help},
 
+    {.name = "check", .object_name = "mnu_check", .caption = "Check",
+     .tip = "Look for what is wrong in the sources and on the pages; nothing is written",
+     .menu = Menu::site, .run = [](W& w) { CheckWorkDir(w); }, .disables_buttons = true},
     {.name = "why", .object_name = "mnu_why", .caption = "Why does a line look so?",
      .tip = "Show where each line of a page comes from and what made it so",
      .menu = Menu::site, .opens = Opens::stories},

@@ -104,4 +104,10 @@ std::vector<Finding> CheckSite(Workspace& workspace, const FindingChoice& choice
     return check.Findings(choice);
 }
 
+void CheckWorkDir(Workspace& workspace, const FindingChoice& choice)
+{
+    workspace.Findings = CheckSite(workspace, choice);
+    workspace.machine().reporter.Status("Check: " + CountText(*workspace.Findings));
+}
+
 } // namespace kiv

@@ -16,4 +16,7 @@ class Workspace;
 /// ends a build is a finding. Throws RunError when there is nothing to look at.
 std::vector<Finding> CheckSite(Workspace& workspace, const FindingChoice& choice);
 
+/// The same into the workspace's findings; the status tells how many there are.
+void CheckWorkDir(Workspace& workspace, const FindingChoice& choice = {});
+
 } // namespace kiv

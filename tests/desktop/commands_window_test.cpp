@@ -127,6 +127,38 @@ class CommandsTest : public QObject {
                  (QStringList{u"Missing closed bracket: <q>"_s, list, u"6"_s, u"b.htm"_s}));
     }
 
+    void AnErrorStaysInTheList()
+    {
+        MainWindowDesk desk;
+        PutSite(desk, "@FILE = a\r\n@TITLE = A\r\n<zutable>\r\na\tb\r\n");
+        const MainWindow& window = desk.Start();
+        Press(window, u"Command1"_s);
+        QCOMPARE(desk.boxes.texts.size(), 1);
+        QCOMPARE(Messages(window).topLevelItemCount(), 1);
+        const QStringList row = Row(window, 0);
+        QVERIFY(!row[0].isEmpty() && desk.boxes.texts[0].startsWith(row[0]));
+        QCOMPARE(row.mid(1), (QStringList{u"C:\\site\\_html.txt"_s, u"4"_s, QString()}));
+    }
+
+    void CheckListsWhatItFinds()
+    {
+        MainWindowDesk desk;
+        PutSite(desk, "@FILE = a\r\n@TITLE = A\r\nx !!FLV[p\r\n");
+        MainWindow& window = desk.Start();
+        QTest::keyClick(&window, Qt::Key_F7);
+        QCOMPARE(desk.boxes.texts, QStringList()); // all of it stands in the list
+        QCOMPARE(desk.Status(), u"Check: 0 errors, 1 warning, 0 notes"_s);
+        QCOMPARE(Messages(window).topLevelItemCount(), 1);
+        QCOMPARE(Row(window, 0), (QStringList{u"Missing closed bracket: p"_s,
+                                              u"C:\\site\\_html.txt"_s, u"3"_s, u"a.htm"_s}));
+        QVERIFY(!Messages(window).topLevelItem(0)->icon(0).isNull());
+        QVERIFY(!desk.Exists("site/a.htm")); // nothing is written
+        desk.Put("site/_html.txt", "@FILE = a\r\n@TITLE = A\r\nx\r\n");
+        QTest::keyClick(&window, Qt::Key_F7);
+        QCOMPARE(desk.Status(), u"Check: nothing found"_s);
+        QVERIFY(!Messages(window).isVisible());
+    }
+
     void MessagesAreCopiedAndOpened()
     {
         MainWindowDesk desk;
@@ -135,7 +167,7 @@ class CommandsTest : public QObject {
         Press(window, u"Command1"_s);
         Press(window, u"CopyMessages"_s);
         QCOMPARE(QGuiApplication::clipboard()->text(),
-                 u"Missing closed bracket: p (C:\\site\\_html.txt, line 3, page a.htm)"_s);
+                 u"warning: Missing closed bracket: p (C:\\site\\_html.txt, line 3, page a.htm)"_s);
         const QTreeWidget& list = Messages(window);
         const QRect place = list.visualItemRect(list.topLevelItem(0));
         QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place.center());

@@ -111,7 +111,8 @@ class ControlsTest : public QObject {
         QCOMPARE(Entries(window, u"Grab_head"_s),
                  (Names{u"menu_utils_grab=Grab titles"_s, u"grab_redirect=Grab & redirect"_s,
                         u"mnu_graball=Grab all"_s, u"mnu_graball_trim=Grab all trimmed"_s}));
-        QCOMPARE(Entries(window, u"menu_site"_s), (Names{u"mnu_why=Why does a line look so?"_s}));
+        QCOMPARE(Entries(window, u"menu_site"_s),
+                 (Names{u"mnu_check=Check"_s, u"mnu_why=Why does a line look so?"_s}));
         const auto* const why = window.findChild<QAction*>(u"mnu_why"_s);
         QCOMPARE(why->shortcut(), QKeySequence(Qt::Key_F8));
     }

@@ -93,7 +93,7 @@ TEST_F(CommandTable, GrabAndHelpMenus)
 
 TEST_F(CommandTable, SiteMenu)
 {
-    ExpectMenu(Menu::site, {{"mnu_why", "Why does a line look so?"}});
+    ExpectMenu(Menu::site, {{"mnu_check", "Check"}, {"mnu_why", "Why does a line look so?"}});
 }
 
 TEST_F(CommandTable, MenusInOrder)
@@ -255,8 +255,8 @@ TEST_F(CommandTable, BuildsDisableTheButtons)
     for (const Command& command : Commands())
         if (command.disables_buttons)
             builds.insert(command.object_name);
-    EXPECT_EQ(builds,
-              (std::set<std::string_view>{"Command1", "Command10", "Command11", "mnu_singlehtml"}));
+    EXPECT_EQ(builds, (std::set<std::string_view>{"Command1", "Command10", "Command11", "mnu_check",
+                                                  "mnu_singlehtml"}));
 }
 
 } // namespace

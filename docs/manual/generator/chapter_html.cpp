@@ -28,6 +28,8 @@ const std::map<std::string_view, Form>& Forms()
         {"stdin", {"The clipboard", true, true}},
         {"out", {"", false, true}},
         {"why", {"kiv-cli why ", false, true}},
+        {"findings", {"Found", false, true}},
+        {"mend", {"Mended: ", false, true}},
         {"absent", {"not there: ", false, false}},
         {"message", {"Message", false, true}},
         {"warning", {"Warning: ", false, false}},

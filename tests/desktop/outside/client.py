@@ -21,7 +21,7 @@ MENUS = {
               "picture sizer", "picture sizer (images)", "Toggle New Year", "Assemble Site Map",
               "Create single html", "New News"],
     "Grab": ["Grab titles", "Grab & redirect", "Grab all", "Grab all trimmed"],
-    "Site": ["Why does a line look so?"],
+    "Site": ["Check", "Why does a line look so?"],
 }
 # What opens each side window, and the buttons that it has at the least.
 WINDOWS = {
