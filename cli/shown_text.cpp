@@ -44,12 +44,17 @@ std::string ShownUtf8(std::string_view utf8)
     return shown;
 }
 
-std::string ShownLine(std::string_view text)
+std::string ShownUtf8Line(std::string_view utf8)
 {
-    std::string line = ToUtf8(text);
+    std::string line(utf8);
     ReplaceEach(line, "\r", "\\x0D");
     ReplaceEach(line, "\n", "\\x0A");
     return ShownUtf8(line);
+}
+
+std::string ShownLine(std::string_view text)
+{
+    return ShownUtf8Line(ToUtf8(text));
 }
 
 std::string ShownText(std::string_view text)

@@ -17,4 +17,7 @@ std::string ShownLine(std::string_view text);
 /// becomes `\xHH`, too.
 std::string ShownUtf8(std::string_view utf8);
 
+/// The same on one line.
+std::string ShownUtf8Line(std::string_view utf8);
+
 } // namespace kiv
