@@ -2,6 +2,7 @@
 
 #include "cli/changes.h"
 #include "cli/report.h"
+#include "cli/shown_text.h"
 #include "platform/run_error.h"
 #include "text/windows1252.h"
 
@@ -49,7 +50,7 @@ Json WrittenList(const RunReport& report)
     Json list = Json::array();
     for (std::size_t i = 0; i < report.written.size(); ++i)
         list.push_back(Json{{"path", ToUtf8(report.written[i].path)},
-                            {"native", report.native[i]},
+                            {"native", OnlyUtf8(report.native[i])},
                             {"changed", report.written[i].changed}});
     return list;
 }
@@ -79,7 +80,7 @@ Json WarningObject(const Warning& warning)
 Json PlaceObject(const ToldPlace& place)
 {
     return Json{{"file", ToUtf8(place.file)},
-                {"native", place.native},
+                {"native", OnlyUtf8(place.native)},
                 {"first", place.first},
                 {"last", place.last}};
 }

@@ -44,6 +44,21 @@ std::string ShownUtf8(std::string_view utf8)
     return shown;
 }
 
+std::string OnlyUtf8(std::string_view native)
+{
+    std::string text;
+    text.reserve(native.size());
+    while (!native.empty()) {
+        const std::size_t size = FirstUtf8(native).size;
+        if (size == 0)
+            AppendNumber(text, static_cast<unsigned char>(native[0]));
+        else
+            text.append(native.substr(0, size));
+        native.remove_prefix(std::max<std::size_t>(size, 1));
+    }
+    return text;
+}
+
 std::string ShownUtf8Line(std::string_view utf8)
 {
     std::string line(utf8);

@@ -134,6 +134,27 @@ TEST_F(Changes, NamesGoToAPipeAsTheyAreAndAreShownOnATerminal)
 }
 #endif
 
+#ifdef __linux__ // where a name may be of any bytes
+TEST_F(Changes, AFolderWhoseNameIsNoUtf8)
+{
+    PutSite("b\xE9"
+            "d",
+            "@FILE = index\n@TITLE = T\ntext\n");
+    const std::string native = Native("b\xE9"
+                                      "d")
+                                   .string();
+    Texts call = {"build", native, "--json"};
+    const Json written = Json::Parse(CallBare(call).out)["written"];
+    EXPECT_EQ(written[0]["native"], Root().string() + "/b\\xE9"
+                                                      "d/index.htm");
+    call = {"why", native, "index", "--json"};
+    EXPECT_THAT(Json::Parse(CallBare(call).out)["lines"].Dump(), HasSubstr("b\\\\xE9d/_html.txt"));
+    std::filesystem::remove(native + "/index.htm");
+    call = {"build", native, "--changed"};
+    EXPECT_EQ(CallBare(call).out, "index.htm\n");
+}
+#endif
+
 /// For programs such as rsync "#" and ";" begin a comment, and for others "-" an option.
 TEST_F(Changes, ANameThatLooksLikeSomethingElseGetsItsFolder)
 {
