@@ -32,7 +32,7 @@ class BuildMessages {
     }
 
     /// A warning without a box, which leaves the first one to others.
-    void NoteBuildMessage(std::string_view text) { reporter_.Note(text, place_); }
+    void NoteBuildMessage(std::string_view text) { reporter_.Withhold(text, place_); }
 
     bool MessageLatch = false;
 

@@ -210,6 +210,9 @@ Call Taken(const CLI::App& app)
             throw CLI::ValidationError(std::string(option.excludes) + " and " +
                                        std::string(option.name) +
                                        " do not go together; give one of them");
+        if (call.given.Has(option.name) && !option.needs.empty() && !call.given.Has(option.needs))
+            throw CLI::ValidationError(std::string(option.name) + " needs " +
+                                       std::string(option.needs));
     }
     return call;
 }

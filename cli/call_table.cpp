@@ -20,20 +20,23 @@ constexpr OptionRow kGlobalOptions[] = {
     {"--now", "YYYY-MM-DDTHH:MM:SS", "The date and time that pages see", Takes::date_time},
     {"--json", "", "Print one JSON object about the run"},
     {"--launch", "", "Start the programs that the command starts"},
-    {"--verbose", "", "Print the warnings that a build keeps back, too"},
+    {"--verbose", "", "Print every warning whole, however many there are"},
 };
 
 constexpr OptionRow kDirectory{"DIR", "", "The site's folder (default: the current one)",
                                Takes::folder};
 constexpr OptionRow kOneDirectory[] = {kDirectory};
 constexpr OptionRow kDryRun[] = {{"--dry-run", "", "Show the renames and touch nothing"}};
+constexpr OptionRow kSync{"--sync", "", "Wait until the disk keeps what was written"};
+constexpr OptionRow kStrict{"--strict", "", "Exit with 3 when there was any warning"};
+constexpr OptionRow kChanged{"--changed", "", "Print the files that changed, one a line"};
+constexpr OptionRow kNul{.name = "-0", .about = "End each of these with NUL instead of a line end",
+                         .needs = "--changed"};
 constexpr OptionRow kBuildOptions[] = {
     {"--eoy", "", "Keep the New Year text between @@EOY lines"},
-    {"--sync", "", "Wait until the disk keeps what was written"},
+    kSync, kStrict, kChanged, kNul,
 };
-constexpr OptionRow kGroupOptions[] = {
-    {"--sync", "", "Wait until the disk keeps what was written"},
-};
+constexpr OptionRow kGroupOptions[] = {kSync, kStrict, kChanged, kNul};
 constexpr OptionRow kGrabOptions[] = {
     {"--redirect", "", "Add a redirect line to each page, one folder up"},
     {"--all", "", "Copy the lines of each page"},
@@ -105,13 +108,14 @@ constexpr CallRow kCalls[] = {
      .details = "Reads _html.txt and _template.txt of DIR and writes its pages, _toc.txt and "
          "_sitemap.txt. When _singlehtml.txt is there, it receives all pages in one.",
      .example = "kiv-cli build ~/sites/museum\n"
-                "kiv-cli build ~/sites/museum --json",
-     .arguments = kOneDirectory, .options = kBuildOptions, .run = RunBuild},
+                "kiv-cli build ~/sites/museum --json\n"
+                "kiv-cli build --changed | rsync --files-from=- . host:museum",
+     .arguments = kOneDirectory, .options = kBuildOptions, .builds = true, .run = RunBuild},
     {.name = "group",
      .about = "Build a site section and every folder of its _group.txt (\"group\")",
      .details = "The New Year blocks are switched on. Without _group.txt nothing is built.",
      .example = "kiv-cli group ~/sites/museum",
-     .arguments = kOneDirectory, .options = kGroupOptions, .run = RunGroup},
+     .arguments = kOneDirectory, .options = kGroupOptions, .builds = true, .run = RunGroup},
     {.name = "why",
      .about = "Tell why a line of a page looks so, or where a line of a source went",
      .details = "PLACE is a page, such as visit or visit.htm, or a source, such as _html.txt; behind "
@@ -121,7 +125,8 @@ constexpr CallRow kCalls[] = {
                 "kiv-cli why ~/sites/museum visit.htm:12\n"
                 "kiv-cli why ~/sites/museum visit.htm --find Opening\n"
                 "kiv-cli why ~/sites/museum _html.txt:30",
-     .arguments = kWhyArguments, .options = kWhyOptions, .looks_only = true, .run = RunWhy},
+     .arguments = kWhyArguments, .options = kWhyOptions, .looks_only = true, .builds = true,
+     .run = RunWhy},
     {.name = "check",
      .about = "Look for what is wrong in a site section and on its pages",
      .details = "Builds in memory, with the members of _group.txt where there are any, and looks at "

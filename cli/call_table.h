@@ -12,6 +12,7 @@
 
 namespace kiv {
 
+class CliReporter;
 class Workspace;
 struct RunReport;
 
@@ -29,8 +30,9 @@ struct OptionRow {
     bool required = false;
     Choices (*choices)() = nullptr; // the only values that there are
     std::string_view excludes = {}; // the option above that it cannot stand with
+    std::string_view needs = {};    // the option above that it cannot stand without
 
-    bool IsOption() const { return name.starts_with("--"); }
+    bool IsOption() const { return name.starts_with('-'); }
 };
 
 /// What was given, by the names of options and arguments. Values are UTF-8.
@@ -53,6 +55,7 @@ struct CallDesk {
     Workspace& workspace;
     std::istream& in;
     RunReport& report;
+    CliReporter& reporter;
 };
 
 /// What a command finds when it begins.
@@ -71,6 +74,7 @@ struct CallRow {
     std::span<const OptionRow> options = {};
     Start start = Start::site;
     bool looks_only = false; // nothing is written at all
+    bool builds = false;     // what it tells without a place is a warning, too
     bool renames = false;    // the report has the renames, and "--dry-run" touches nothing
     void (*run)(CallDesk& desk, const GivenValues& given) = nullptr;
 };

@@ -1,7 +1,5 @@
 #include "cli/face.h"
 
-#include "cli/shown_text.h"
-
 #include <ostream>
 
 namespace kiv {
@@ -40,13 +38,12 @@ void TerminalLine::Clear()
     is_shown_ = false;
 }
 
-void CliReporter::Show(std::string_view text)
+void CliReporter::Take(const Warning& warning)
 {
-    messages_.emplace_back(text);
-    if (err_ == nullptr)
+    if (printer_ == nullptr)
         return;
     terminal_line_.Clear();
-    *err_ << "kiv: " << ShownText(text) << '\n' << std::flush;
+    printer_->Print(warning);
 }
 
 } // namespace kiv

@@ -1,6 +1,7 @@
 // What `kiv-cli` shows while a command runs.
 #pragma once
 
+#include "cli/message_printer.h"
 #include "platform/reporter.h"
 
 #include <chrono>
@@ -29,29 +30,35 @@ class TerminalLine {
     bool is_shown_ = false;
 };
 
-/// Collects messages and keeps the last status text; in plain output each message goes to standard
-/// error at once.
+/// Collects messages and keeps the last status text. In plain output every warning goes to standard
+/// error when it comes, shown in a box elsewhere or not.
 class CliReporter : public Reporter {
   public:
-    CliReporter(std::ostream* err, TerminalLine& terminal_line)
-        : err_(err), terminal_line_(terminal_line)
+    /// `printer` is null when nothing is printed.
+    CliReporter(MessagePrinter* printer, TerminalLine& terminal_line)
+        : printer_(printer), terminal_line_(terminal_line)
     {
     }
 
     const std::vector<std::string>& Messages() const { return messages_; }
     const std::string& FinalStatus() const { return status_; }
+    /// The last status text since BeginPart; "" when there was none.
+    const std::string& PartStatus() const { return part_status_; }
+    void BeginPart() { part_status_.clear(); }
 
-    void Status(std::string_view text) override { status_ = text; }
+    void Status(std::string_view text) override { status_ = part_status_ = text; }
     void Step(int done, int all) override { terminal_line_.Show(done, all); }
 
   protected:
-    void Show(std::string_view text) override;
+    void Show(std::string_view text) override { messages_.emplace_back(text); }
+    void Take(const Warning& warning) override;
 
   private:
-    std::ostream* err_;
+    MessagePrinter* printer_;
     TerminalLine& terminal_line_;
     std::vector<std::string> messages_;
     std::string status_;
+    std::string part_status_;
 };
 
 } // namespace kiv

@@ -35,13 +35,17 @@ constexpr std::array kTopics = std::to_array<Topic>({
      "and is no number is an option; after -- everything is an argument."},
     {"Paths", kPaths},
     {"Output",
-     "Plain: the final status on standard output, or the result of convert, dimensions and "
-     "reference; messages on standard error, each behind kiv: and a fatal error behind kiv: "
-     "error:. With --json: one object with the keys status, messages, error, files, launched and "
-     "warnings, and renamed or result where there is one.\n\n"
+     "Plain: the final status on standard output and what a build has changed, or the result of "
+     "convert, dimensions and reference; warnings and errors on standard error as PATH:LINE: "
+     "warning: TEXT, with the source line below; what has no place begins with kiv:. Past 50 "
+     "warnings the others are counted. On a terminal the words are in colour, unless NO_COLOR is "
+     "set. With --json: one object with the keys status, messages, error, files, written, launched "
+     "and warnings, and members, renamed, lines or result where there is one.\n\n"
      "Without --launch no program is started; the report lists what would have been. A dry run "
      "prints the renames and touches nothing; it fails where the renaming would."},
-    {"Exit status", "0 done; 1 a fatal error of the run; 2 a wrong call, nothing was touched."},
+    {"Exit status", "0 done; 1 a fatal error of the run; 2 a wrong call, nothing was touched; 3 "
+                    "there was a warning, "
+                    "and --strict was given."},
     {"Environment", kEnvironment},
     {"Files",
      "C:\\utils\\kiv_editpad.txt: the editor command. C:\\utils\\ftplist.txt: the upload list. "

@@ -1,6 +1,8 @@
 #include "cli/json_report.h"
 
+#include "cli/changes.h"
 #include "cli/report.h"
+#include "cli/shown_text.h"
 #include "platform/run_error.h"
 #include "text/windows1252.h"
 
@@ -39,7 +41,32 @@ Json ErrorObject(const RunError& error)
 {
     return Json{{"kind", std::string(KindName(error.kind))},
                 {"text", ToUtf8(error.text)},
-                {"where", ToUtf8(error.where.Text())}};
+                {"where", ToUtf8(error.where.Text())},
+                {"hint", ToUtf8(error.hint)}};
+}
+
+Json WrittenList(const RunReport& report)
+{
+    Json list = Json::array();
+    for (std::size_t i = 0; i < report.written.size(); ++i)
+        list.push_back(Json{{"path", ToUtf8(report.written[i].path)},
+                            {"native", OnlyUtf8(report.native[i])},
+                            {"changed", report.written[i].changed}});
+    return list;
+}
+
+Json MemberList(const RunReport& report)
+{
+    Json list = Json::array();
+    for (const MemberReport& member : *report.members) {
+        const ChangeCount count = CountChanges(member.Of(report.written));
+        list.push_back(Json{{"folder", ToUtf8(member.folder)},
+                            {"status", ToUtf8(member.status)},
+                            {"written", count.written},
+                            {"changed", count.changed},
+                            {"warnings", member.warnings}});
+    }
+    return list;
 }
 
 Json WarningObject(const Warning& warning)
@@ -53,7 +80,7 @@ Json WarningObject(const Warning& warning)
 Json PlaceObject(const ToldPlace& place)
 {
     return Json{{"file", ToUtf8(place.file)},
-                {"native", place.native},
+                {"native", OnlyUtf8(place.native)},
                 {"first", place.first},
                 {"last", place.last}};
 }
@@ -137,9 +164,12 @@ void PrintJson(std::ostream& out, const RunReport& report)
         {"messages", Texts(report.messages)},
         {"error", report.error ? ErrorObject(*report.error) : Json(nullptr)},
         {"files", Texts(report.files)},
+        {"written", WrittenList(report)},
         {"launched", Texts(report.launched)},
         {"warnings", warnings},
     };
+    if (report.members)
+        object["members"] = MemberList(report);
     if (report.renamed)
         object["renamed"] = Pairs(*report.renamed);
     if (report.stories) {

@@ -35,11 +35,11 @@ std::terminate_handler former_handler = nullptr;
 
 std::string_view NoMemoryText(bool json)
 {
-    return json
-               ? R"({"status": "", "messages": [], "error": {"kind": "memory", "text": "there is )"
-                 R"(not enough memory", "where": ""}, "files": [], "launched": [], "warnings": []})"
-                 "\n"
-               : "kiv: error: there is not enough memory\n";
+    return json ? R"({"status": "", "messages": [], "error": {"kind": "memory", "text": "there is )"
+                  R"(not enough memory", "where": "", "hint": ""}, "files": [], "written": [], )"
+                  R"("launched": [], "warnings": []})"
+                  "\n"
+                : "kiv: error: there is not enough memory\n";
 }
 
 void EndWellWithoutMemory(int count, const char* const* arguments)

@@ -1,5 +1,6 @@
 #include "cli/report.h"
 
+#include "cli/changes.h"
 #include "cli/findings_text.h"
 #include "cli/shown_text.h"
 #include "cli/stories_text.h"
@@ -11,22 +12,29 @@ namespace kiv {
 
 namespace {
 
-std::string InBrackets(const std::string& place)
+/// What a build did: of a group a line for each folder, and the sum.
+void PrintChanges(std::ostream& out, const RunReport& report)
 {
-    return place.empty() ? std::string() : " (" + ShownLine(place) + ")";
+    const auto members = report.members.value_or(std::vector<MemberReport>());
+    for (const MemberReport& member : members) {
+        const ChangeCount count = CountChanges(member.Of(report.written));
+        out << ShownUtf8Line(member.seen) << ": "
+            << (count.written == 0 ? "nothing written" : ChangeWords(count));
+        if (member.warnings > 0)
+            out << ", " << member.warnings << (member.warnings == 1 ? " warning" : " warnings");
+        out << '\n';
+    }
+    const ChangeCount count = CountChanges(report.written);
+    if (count.written > 0)
+        out << ChangeWords(count) << '\n';
 }
 
 } // namespace
 
-void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, bool verbose,
-                const Terminal& terminal)
+void PrintPlain(std::ostream& out, const RunReport& report, const Terminal& terminal)
 {
-    for (const Warning& warning : report.warnings)
-        if (!warning.was_shown && (verbose || warning.is_noted))
-            err << "kiv: " << ShownText(warning.text) << InBrackets(warning.where.Text()) << '\n';
-    if (report.error)
-        err << "kiv: error: " << ShownLine(report.error->text)
-            << InBrackets(report.error->where.Text()) << '\n';
+    if (report.changed)
+        return PrintPaths(out, *report.changed, report.ends_in_nul, terminal.is_one);
     if (report.dry_run && report.renamed)
         for (const Rename& rename : *report.renamed)
             out << ShownLine(rename.from) << " -> " << ShownLine(rename.to) << '\n';
@@ -39,6 +47,8 @@ void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, b
         out << (terminal.is_one ? ShownText(*report.result) : ToUtf8(*report.result));
     else if (!report.status.empty())
         out << ShownText(report.status) << '\n';
+    if (report.tells_changes)
+        PrintChanges(out, report);
 }
 
 } // namespace kiv

@@ -3,12 +3,15 @@
 
 #include "cli/face.h"
 #include "inspect/finding.h"
+#include "platform/files.h"
 #include "platform/run_error.h"
 #include "shell/directory_tools.h"
 #include "shell/line_stories.h"
 
+#include <cstddef>
 #include <iosfwd>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -20,12 +23,33 @@ struct ReportedFinding {
     std::string native; // of its file, UTF-8; "" where no drive leads there
 };
 
-/// All that a report tells; texts are Windows-1252.
+/// What the build of one folder of a group did.
+struct MemberReport {
+    std::string folder; // absolute drive path
+    std::string seen;   // the same, native, as seen from the shell's folder
+    std::string status;
+    std::size_t first = 0; // of the files written, the folder's own
+    std::size_t end = 0;
+    std::size_t warnings = 0;
+
+    std::span<const WrittenFile> Of(std::span<const WrittenFile> written) const
+    {
+        return written.subspan(first, end - first);
+    }
+};
+
+/// All that a report tells; texts are Windows-1252, native paths UTF-8.
 struct RunReport {
     std::string status;
     std::vector<std::string> messages;
     std::optional<RunError> error;
     std::vector<std::string> files;
+    std::vector<WrittenFile> written;                 // the same files
+    std::vector<std::string> native;                  // and their native paths, for the JSON report
+    bool tells_changes = false;                       // of a command that builds
+    std::optional<std::vector<std::string>> changed;  // the paths that "--changed" asks for
+    bool ends_in_nul = false;                         // each of these
+    std::optional<std::vector<MemberReport>> members; // of "group"
     std::vector<std::string> launched;
     std::vector<Warning> warnings;
     std::optional<Renames> renamed;                       // of a renamer
@@ -44,11 +68,8 @@ struct Terminal {
     bool has_colours = false; // that the user wants to see
 };
 
-/// The result on `out`, or the renames of a dry run, or the status; a fatal error on `err`, and
-/// with `verbose` the warnings that were kept back. The messages went to standard error while the
-/// command ran.
-/// Nothing of it steers a terminal but a result that goes to no terminal.
-void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, bool verbose,
-                const Terminal& terminal);
+/// The result, or the renames of a dry run, or the paths of the changed files, or the status and
+/// what changed. Nothing of it steers a terminal but a result that goes to no terminal.
+void PrintPlain(std::ostream& out, const RunReport& report, const Terminal& terminal);
 
 } // namespace kiv

@@ -1,10 +1,12 @@
 #include "cli/run_cli.h"
 
 #include "cli/arguments.h"
+#include "cli/changes.h"
 #include "cli/face.h"
 #include "cli/json_report.h"
 #include "cli/no_memory.h"
 #include "cli/report.h"
+#include "cli/shown_path.h"
 #include "cli/shown_text.h"
 #include "cli/values.h"
 #include "platform/drives.h"
@@ -79,6 +81,51 @@ void EnterDirectory(Workspace& workspace, const Call& call)
         TellOfUnfinishedRenames(workspace.machine());
 }
 
+/// Who does not want colours says so by NO_COLOR, whatever its value.
+bool WantsColours(const CliSurroundings& around)
+{
+    const std::optional<std::string> no_colour =
+        around.variable ? around.variable("NO_COLOR") : std::nullopt;
+    return !no_colour || no_colour->empty();
+}
+
+MessageLook LookOf(const Call& call, const CliSurroundings& around, const std::string& folder)
+{
+    return {.folder = folder,
+            .is_build = call.row->builds,
+            .has_colours = around.err_is_terminal && WantsColours(around),
+            .tells_all = call.given.Has("--verbose")};
+}
+
+/// What became of the files, as far as the call's report tells it.
+void TakeChanges(RunReport& report, const Call& call, Drives& files, const std::string& shell)
+{
+    report.files = files.Written();
+    report.written = files.WrittenFiles();
+    report.tells_changes = call.row->builds && !LooksOnly(call);
+    if (call.given.Has("--json"))
+        for (const WrittenFile& file : report.written)
+            report.native.push_back(NativeOrDrive(files, file.path));
+    else if (call.given.Has("--changed"))
+        report.changed = ChangedPaths(report.written, files, files.CurrentDirectory());
+    report.ends_in_nul = call.given.Has("-0");
+    if (report.members)
+        for (MemberReport& member : *report.members)
+            member.seen = SeenFrom(shell, NativeOrDrive(files, member.folder));
+}
+
+/// Runs the command, with what it tells going to `reporter`.
+std::optional<RunError> RunCommand(const Call& call, const CliSurroundings& around,
+                                   Workspace& workspace, CliReporter& reporter, RunReport& report)
+{
+    CallDesk desk{workspace, around.in, report, reporter};
+    return workspace.Run([&] {
+        if (call.row->start == Start::site)
+            EnterDirectory(workspace, call);
+        call.row->run(desk, call.given);
+    });
+}
+
 RunReport ReportOf(const Call& call, const CliSurroundings& around)
 {
     const bool json = call.given.Has("--json");
@@ -89,8 +136,10 @@ RunReport ReportOf(const Call& call, const CliSurroundings& around)
     HeldClipboard clipboard;
     SystemPrograms system_programs(files);
     ProgramList programs(!is_lent && call.given.Has("--launch") ? &system_programs : nullptr);
+    const std::string shell = ShellFolder(files, around.directory);
     TerminalLine terminal_line(around.err_is_terminal && !json ? &around.err : nullptr);
-    CliReporter reporter(json ? nullptr : &around.err, terminal_line);
+    MessagePrinter printer(around.err, files, LookOf(call, around, shell));
+    CliReporter reporter(json ? nullptr : &printer, terminal_line);
     HeaderPictureLoader pictures(files);
     Machine machine{files, files, *clock, clipboard, programs, reporter, pictures};
     Workspace workspace(machine);
@@ -98,21 +147,20 @@ RunReport ReportOf(const Call& call, const CliSurroundings& around)
         workspace.RecordsFolder = files.FromNative(records);
     workspace.RenamesAreReported = json;
     RunReport report;
-    CallDesk desk{workspace, around.in, report};
-    report.error = workspace.Run([&] {
-        if (call.row->start == Start::site)
-            EnterDirectory(workspace, call);
-        call.row->run(desk, call.given);
-    });
+    report.error = RunCommand(call, around, workspace, reporter, report);
     terminal_line.Clear();
     report.status = reporter.FinalStatus();
     report.messages = reporter.Messages();
-    report.files = files.Written();
     report.launched = programs.Launched();
     report.warnings = reporter.Warnings();
     report.dry_run = IsDryRun(call);
     if (call.row->renames)
         report.renamed = workspace.Renamed;
+    TakeChanges(report, call, files, shell);
+    if (!json)
+        printer.PrintRest();
+    if (!json && report.error)
+        printer.Print(*report.error);
     return report;
 }
 
@@ -135,12 +183,20 @@ int CodeOfPrinted(int code, const CliSurroundings& around)
     return 1;
 }
 
-/// Who does not want colours says so by NO_COLOR, whatever its value.
 Terminal TerminalOf(const CliSurroundings& around)
 {
-    const std::optional<std::string> no_colour =
-        around.variable ? around.variable("NO_COLOR") : std::nullopt;
-    return {around.out_is_terminal, around.out_is_terminal && (!no_colour || no_colour->empty())};
+    return {around.out_is_terminal, around.out_is_terminal && WantsColours(around)};
+}
+
+/// 0 done, 1 a fatal error, 3 a warning in a build that must have none, or what a check was asked
+/// to fail on.
+int CodeOf(const RunReport& report, const Call& call)
+{
+    constexpr int kFailed = 3;
+    if (report.error)
+        return 1;
+    const bool is_warned = call.given.Has("--strict") && !report.warnings.empty();
+    return is_warned || report.has_failed ? kFailed : 0;
 }
 
 int ReadAndRun(const std::vector<std::string>& arguments, const CliSurroundings& around)
@@ -160,8 +216,8 @@ int RunCall(const Call& call, const CliSurroundings& around)
     if (call.given.Has("--json"))
         PrintJson(around.out, report);
     else
-        PrintPlain(around.out, around.err, report, call.given.Has("--verbose"), TerminalOf(around));
-    return CodeOfPrinted(report.error ? 1 : report.has_failed ? 3 : 0, around);
+        PrintPlain(around.out, report, TerminalOf(around));
+    return CodeOfPrinted(CodeOf(report, call), around);
 }
 
 int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& around)

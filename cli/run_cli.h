@@ -18,13 +18,14 @@ struct CliSurroundings {
     bool err_is_terminal = false;
     Variables variable;
     bool out_is_terminal = false;
-    Drives* drives = nullptr; // instead of the machine's own; no program is started then
+    Drives* drives = nullptr;   // instead of the machine's own; no program is started then
+    std::string directory = {}; // the shell's, native; "": the process's
 };
 
 struct Call;
 
 /// Runs a call; `arguments` are UTF-8 and without the program's name. Returns the exit code: 0
-/// done, 1 a fatal error of the run, 2 a wrong call.
+/// done, 1 a fatal error of the run, 2 a wrong call, 3 a warning with "--strict".
 int RunCli(const std::vector<std::string>& arguments, const CliSurroundings& around);
 
 /// The same for a call that was read already, as those make it who need thousands a second.

@@ -44,12 +44,32 @@ std::string ShownUtf8(std::string_view utf8)
     return shown;
 }
 
-std::string ShownLine(std::string_view text)
+std::string OnlyUtf8(std::string_view native)
 {
-    std::string line = ToUtf8(text);
+    std::string text;
+    text.reserve(native.size());
+    while (!native.empty()) {
+        const std::size_t size = FirstUtf8(native).size;
+        if (size == 0)
+            AppendNumber(text, static_cast<unsigned char>(native[0]));
+        else
+            text.append(native.substr(0, size));
+        native.remove_prefix(std::max<std::size_t>(size, 1));
+    }
+    return text;
+}
+
+std::string ShownUtf8Line(std::string_view utf8)
+{
+    std::string line(utf8);
     ReplaceEach(line, "\r", "\\x0D");
     ReplaceEach(line, "\n", "\\x0A");
     return ShownUtf8(line);
+}
+
+std::string ShownLine(std::string_view text)
+{
+    return ShownUtf8Line(ToUtf8(text));
 }
 
 std::string ShownText(std::string_view text)

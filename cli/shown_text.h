@@ -17,4 +17,10 @@ std::string ShownLine(std::string_view text);
 /// becomes `\xHH`, too.
 std::string ShownUtf8(std::string_view utf8);
 
+/// The same on one line.
+std::string ShownUtf8Line(std::string_view utf8);
+
+/// A native path as a text: only a byte that is part of no character becomes `\xHH`.
+std::string OnlyUtf8(std::string_view native);
+
 } // namespace kiv

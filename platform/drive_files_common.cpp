@@ -115,6 +115,9 @@ std::string DriveFiles::FileToUse(std::string_view path, std::string_view action
 void DriveFiles::Refresh()
 {
     written_.clear();
+    places_of_written_.clear();
+    states_.clear();
+    former_.Forget();
     losses_.clear();
 }
 
@@ -184,10 +187,66 @@ std::string DriveFiles::ReadWhole(std::string_view path, std::uint64_t size, con
            "it ends before its size says so. Another program is changing it, or the disk fails");
 }
 
-void DriveFiles::CountWritten(const std::string& absolute)
+void DriveFiles::KeepFormerAt(std::string_view path)
 {
-    written_.push_back(absolute);
+    try {
+        const OutputFile file = Open(path);
+        if (IsFormerKnown(file))
+            return;
+        if (!file.exists)
+            KeepFormer(file, FormerFile::Absent());
+        else if (Stamp(path).size > kLargestFormer)
+            KeepFormer(file, FormerFile::Unknown());
+        else
+            KeepFormer(file, FormerFile::Holding(ReadFile(path)));
+    } catch (const RunError&) {
+        // It cannot be looked at, and what is wrong with it is for those to tell who use it.
+    }
+}
+
+void DriveFiles::CountWritten(const OutputFile& file, std::string_view bytes)
+{
+    std::string place = IdentityOf(file);
+    const State state = former_.IsChange(place, bytes) ? State::changed : State::as_before;
+    CountClosed(file, std::move(place), state);
+}
+
+void DriveFiles::CountAppended(const OutputFile& file)
+{
+    CountClosed(file, IdentityOf(file), State::unread);
+}
+
+void DriveFiles::CountClosed(const OutputFile& file, std::string place, State state)
+{
+    states_.insert_or_assign(place, state);
+    written_.push_back(file.path);
+    places_of_written_.push_back(std::move(place));
     ++writes_;
+}
+
+DriveFiles::State DriveFiles::StateOfContent(const std::string& path, const std::string& place)
+{
+    try {
+        const bool is_same = Stamp(path).size <= kLargestFormer && former_.Knows(place) &&
+                             !former_.IsChange(place, ReadFile(path));
+        return is_same ? State::as_before : State::changed;
+    } catch (const RunError&) {
+        return State::changed;
+    }
+}
+
+std::vector<WrittenFile> DriveFiles::WrittenFiles()
+{
+    std::vector<WrittenFile> files;
+    files.reserve(written_.size());
+    for (std::size_t i = 0; i < written_.size(); ++i) {
+        const std::string& place = places_of_written_[i];
+        State& state = states_.at(place);
+        if (state == State::unread)
+            state = StateOfContent(written_[i], place);
+        files.push_back({written_[i], place, state == State::changed});
+    }
+    return files;
 }
 
 } // namespace kiv

@@ -3,12 +3,14 @@
 #pragma once
 
 #include "platform/drives.h"
+#include "platform/former_files.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace kiv {
@@ -23,6 +25,7 @@ class DriveFiles : public Drives {
     FolderListing List(std::string_view folder, std::string_view pattern) override;
     std::vector<std::string> ListFolders(std::string_view folder) override;
     const std::vector<std::string>& Written() const override { return written_; }
+    std::vector<WrittenFile> WrittenFiles() override;
     const std::vector<std::string>& Losses() const override { return losses_; }
     void Refresh() override;
 
@@ -54,8 +57,25 @@ class DriveFiles : public Drives {
 
     void SetCurrent(std::string absolute) { current_ = std::move(absolute); }
 
-    /// A file was closed after writing.
-    void CountWritten(const std::string& absolute);
+    /// What tells a file to be written from every other that is written.
+    virtual std::string IdentityOf(const OutputFile& file) { return file.native; }
+    /// Whether it is known already what a file was before the run. Else whoever changes it tells by
+    /// KeepFormer, right before.
+    bool IsFormerKnown(const OutputFile& file) { return former_.Knows(IdentityOf(file)); }
+    void KeepFormer(const OutputFile& file, const FormerFile& former)
+    {
+        former_.Keep(IdentityOf(file), former);
+    }
+    /// The same for a file that is to be added to or deleted: reads it when it must. Never throws
+    /// but for lack of memory.
+    void KeepFormerAt(std::string_view path);
+    /// What is as large is not read for the mere question whether it is another one.
+    static constexpr std::size_t kLargestFormer = std::size_t{1} << 26U;
+
+    /// A file was closed after `bytes` were written as its whole content.
+    void CountWritten(const OutputFile& file, std::string_view bytes);
+    /// A file was closed after something was added to it.
+    void CountAppended(const OutputFile& file);
     /// It could not keep all that the former one had: "its owner", "its group", …
     void CountLost(const std::string& absolute, const std::vector<std::string_view>& lost);
 
@@ -89,8 +109,16 @@ class DriveFiles : public Drives {
   private:
     FolderListing Listing(std::string_view folder, std::string_view pattern, bool folders);
 
+    /// How a written file is now.
+    enum class State { as_before, changed, unread };
+    void CountClosed(const OutputFile& file, std::string place, State state);
+    State StateOfContent(const std::string& path, const std::string& place);
+
     std::string current_;
     std::vector<std::string> written_;
+    std::vector<std::string> places_of_written_;
+    std::unordered_map<std::string, State> states_; // by place
+    FormerFiles former_;
     std::vector<std::string> losses_;
     std::int64_t writes_ = 0; // never starts anew: stamps outlive a Refresh
 };

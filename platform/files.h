@@ -21,6 +21,14 @@ struct OutputFile {
     bool exists = false;
 };
 
+/// A file that was written.
+struct WrittenFile {
+    std::string path;  // absolute drive path, spelled as the program wrote it
+    std::string place; // what tells it from other files, whatever they are called; for comparing
+    bool changed;      // it holds other bytes than before the run, or was not there
+    bool operator==(const WrittenFile&) const = default;
+};
+
 /// Tells one state of a file from another.
 struct FileStamp {
     std::uint64_t size = 0;
@@ -181,6 +189,9 @@ class Files : public FileReader {
     /// Every file written since the last Refresh, as absolute drive paths, in the order of their
     /// closing.
     virtual const std::vector<std::string>& Written() const = 0;
+    /// The same, and what became of each: of a file that was written several times each entry tells
+    /// the end. Throws nothing: a file that cannot be read back counts as changed.
+    virtual std::vector<WrittenFile> WrittenFiles() = 0;
     /// A new command begins: forgets what was looked up and written before.
     virtual void Refresh() = 0;
 };

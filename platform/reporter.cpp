@@ -4,23 +4,19 @@ namespace kiv {
 
 void Reporter::reportmsg(std::string_view text, const Place& where)
 {
-    Keep(text, where).was_shown = true;
+    Keep(text, where, true);
     Show(text);
-}
-
-void Reporter::Note(std::string_view text, const Place& where)
-{
-    Keep(text, where).is_noted = true;
 }
 
 void Reporter::Withhold(std::string_view text, const Place& where)
 {
-    Keep(text, where);
+    Keep(text, where, false);
 }
 
-Warning& Reporter::Keep(std::string_view text, const Place& where)
+void Reporter::Keep(std::string_view text, const Place& where, bool is_shown)
 {
-    return warnings_.emplace_back(Warning{std::string(text), where});
+    warnings_.push_back({std::string(text), where, is_shown});
+    Take(warnings_.back());
 }
 
 } // namespace kiv

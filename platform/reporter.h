@@ -15,7 +15,6 @@ struct Warning {
     std::string text;
     KeptPlace where;
     bool was_shown = false;
-    bool is_noted = false; // not shown, but told where nobody has to close a box for it
 };
 
 /// Keeps the warnings of a run; a face derives from it and shows them.
@@ -31,9 +30,6 @@ class Reporter {
     /// Keeps a warning that is not shown.
     void Withhold(std::string_view text, const Place& where = {});
 
-    /// The same for one that a face tells when it has no boxes.
-    void Note(std::string_view text, const Place& where = {});
-
     /// In the order in which they came.
     const std::vector<Warning>& Warnings() const { return warnings_; }
     void ForgetWarnings() { warnings_.clear(); }
@@ -48,9 +44,11 @@ class Reporter {
   protected:
     /// Shows a message, which is the last of the warnings by then.
     virtual void Show(std::string_view text) = 0;
+    /// Takes each warning when it comes, for a face that tells also those that are not shown.
+    virtual void Take(const Warning& /*warning*/) {}
 
   private:
-    Warning& Keep(std::string_view text, const Place& where);
+    void Keep(std::string_view text, const Place& where, bool is_shown);
 
     std::vector<Warning> warnings_;
 };

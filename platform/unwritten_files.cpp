@@ -2,6 +2,7 @@
 
 #include "platform/drive_path.h"
 #include "platform/file_errors.h"
+#include "platform/run_error.h"
 #include "text/windows1252.h"
 
 #include <algorithm>
@@ -34,6 +35,24 @@ const std::string* UnwrittenFiles::Content(std::string_view path) const
 {
     const Kept* const kept = Find(path);
     return kept != nullptr && kept->bytes ? &*kept->bytes : nullptr;
+}
+
+bool UnwrittenFiles::IsAsOnDisk(const std::string& path)
+{
+    const std::string* const content = Content(path);
+    try {
+        return content != nullptr && real_.FileExists(path) && real_.ReadFile(path) == *content;
+    } catch (const RunError&) {
+        return false;
+    }
+}
+
+std::vector<WrittenFile> UnwrittenFiles::WrittenFiles()
+{
+    std::vector<WrittenFile> files;
+    for (const std::string& path : written_)
+        files.push_back({path, KeyOf(path), !IsAsOnDisk(path)});
+    return files;
 }
 
 bool UnwrittenFiles::FileExists(std::string_view path)

@@ -54,6 +54,7 @@ class UnwrittenFiles : public Files {
     FolderListing List(std::string_view folder, std::string_view pattern) override;
     std::vector<std::string> ListFolders(std::string_view folder) override;
     const std::vector<std::string>& Written() const override { return written_; }
+    std::vector<WrittenFile> WrittenFiles() override;
     void Refresh() override { written_.clear(); }
 
   private:
@@ -64,6 +65,7 @@ class UnwrittenFiles : public Files {
 
     /// The absolute path, its case aside.
     std::string KeyOf(std::string_view path) const;
+    bool IsAsOnDisk(const std::string& path);
     const Kept* Find(std::string_view path) const;
     void Keep(std::string_view path, std::string bytes);
 

@@ -53,7 +53,7 @@ void BuildCurrent(Workspace& workspace, const Addresses& addresses)
     BuildSite(workspace.machine(), options, workspace.memory.blocks, workspace.Roots);
 }
 
-void groupbuild(Workspace& workspace)
+void groupbuild(Workspace& workspace, const AroundMember& around)
 {
     Files& files = workspace.machine().files;
     if (!files.FileExists(kGroupFile))
@@ -64,12 +64,13 @@ void groupbuild(Workspace& workspace)
         throw RunError(ErrorKind::subscript, "more than 500 group entries",
                        {AbsolutePath(kGroupFile, files.CurrentDirectory())});
     const std::string saved = workspace.WorkDir;
+    const std::function<void()> build = [&] { BuildCurrent(workspace, addresses); };
     const auto build_all = [&] {
         if (files.FileExists(kPageListFile) && files.FileExists(kTemplateFile))
-            BuildCurrent(workspace, addresses);
+            around(build);
         for (const std::string& entry : entries) {
             workspace.GoTo(saved + entry); // as written: no "\" is put behind it here
-            BuildCurrent(workspace, addresses);
+            around(build);
         }
     };
     DoAndRestore(build_all, [&] { workspace.GoTo(saved); });
@@ -99,8 +100,13 @@ void BuildUnwritten(Workspace& workspace, UnwrittenFiles& files, Reporter& repor
 
 void BuildGroup(Workspace& workspace)
 {
+    BuildGroup(workspace, [](const std::function<void()>& build) { build(); });
+}
+
+void BuildGroup(Workspace& workspace, const AroundMember& around)
+{
     SetNewYear(workspace, true);
-    DoAndRestore([&] { groupbuild(workspace); }, [&] { SetNewYear(workspace, false); });
+    DoAndRestore([&] { groupbuild(workspace, around); }, [&] { SetNewYear(workspace, false); });
 }
 
 void ToggleNewYear(Workspace& workspace)

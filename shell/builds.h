@@ -1,6 +1,7 @@
 // Builds of the working directory and its group, and the New Year switch that they look at.
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 namespace kiv {
@@ -22,6 +23,11 @@ void BuildUnwritten(Workspace& workspace, UnwrittenFiles& files, Reporter& repor
 /// is off afterwards. Throws RunError of kind `subscript` past 500 entries, `file` for a folder
 /// that is missing.
 void BuildGroup(Workspace& workspace);
+
+/// The same; `around` is called for each of them when it is the current directory, with the
+/// function that builds it.
+using AroundMember = std::function<void(const std::function<void()>& build)>;
+void BuildGroup(Workspace& workspace, const AroundMember& around);
 
 void ToggleNewYear(Workspace& workspace);
 /// The New Year indicator.

@@ -90,6 +90,8 @@ class PosixDriveFiles : public DriveFiles {
         bool is_source = false;
         Expectation expected = {};
     };
+    /// What an old file of `size` bytes held that is open, or is not for it may not be read.
+    static FormerFile FormerOf(const Descriptor& held, std::size_t size);
     /// Writes what Open has found a place for: 0, an error number or kChangedMeanwhile.
     int Place(const OutputFile& file, const Writing& writing);
     int PlaceInOld(const OutputFile& file, const Writing& writing);

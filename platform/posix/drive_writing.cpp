@@ -26,6 +26,14 @@ int FlushInPlace(int fd, const std::string& native)
 
 } // namespace
 
+FormerFile PosixDriveFiles::FormerOf(const Descriptor& held, std::size_t size)
+{
+    std::string bytes;
+    if (!held.IsOpen() || size > kLargestFormer || ReadBytes(held.Get(), 0, size, bytes) != 0)
+        return FormerFile::Unknown();
+    return FormerFile::Holding(bytes);
+}
+
 OutputFile PosixDriveFiles::Open(std::string_view path)
 {
     OutputFile file;
@@ -98,6 +106,8 @@ int PosixDriveFiles::PlaceInOld(const OutputFile& file, const Writing& writing)
         return writing.is_source ? FlushInPlace(held.Get(), file.native) : 0;
     if (::faccessat(AT_FDCWD, file.native.c_str(), W_OK, AT_EACCESS) != 0)
         return errno;
+    if (!IsFormerKnown(file))
+        KeepFormer(file, FormerOf(held, static_cast<std::size_t>(old.st_size)));
     Lost lost;
     const Draft draft{file.native, writing.bytes, writing.is_source, writing.expected};
     const int error = PlaceOver(draft, old, lost);
@@ -113,8 +123,10 @@ int PosixDriveFiles::Place(const OutputFile& file, const Writing& writing)
     if (file.exists)
         return PlaceInOld(file, writing);
     const int error = PlaceNew({file.native, writing.bytes, writing.is_source});
-    if (error == 0)
+    if (error == 0) {
+        KeepFormer(file, FormerFile::Absent());
         names_.Added(file.native);
+    }
     return error;
 }
 
@@ -134,8 +146,8 @@ void PosixDriveFiles::Write(const OutputFile& file, const Writing& writing)
         RefuseWith("write", file.path, error);
     if (writing.expected.is_record)
         return;
-    places_.push_back(place.native);
-    CountWritten(file.path);
+    CountWritten(place, writing.bytes);
+    places_.push_back(std::move(place.native));
 }
 
 void PosixDriveFiles::Commit(const OutputFile& file, std::string_view bytes)
@@ -151,13 +163,14 @@ void PosixDriveFiles::CommitSource(const OutputFile& file, std::string_view byte
 
 void PosixDriveFiles::AppendToFile(std::string_view path, std::string_view bytes)
 {
-    const OutputFile file = LookedUp(path);
+    KeepFormerAt(path);
+    OutputFile file = LookedUp(path);
     if (const int error = AppendTo(file.native, bytes))
         RefuseWith("write", file.path, error);
     if (!file.exists)
         names_.Added(file.native);
-    places_.push_back(file.native);
-    CountWritten(file.path);
+    CountAppended(file);
+    places_.push_back(std::move(file.native));
 }
 
 void PosixDriveFiles::FlushWritten()
@@ -200,6 +213,7 @@ bool PosixDriveFiles::MakeFolder(std::string_view path)
 bool PosixDriveFiles::DeleteFile(std::string_view path)
 {
     const std::string absolute = FileToUse(path, "delete");
+    KeepFormerAt(path);
     std::string native;
     const int error = names_.Reach(absolute, native, [&](const std::string& place) {
         return ::unlink(place.c_str()) == 0 ? 0 : errno;

@@ -50,6 +50,8 @@ class WindowsDriveFiles : public DriveFiles {
     void Refresh() override;
 
   protected:
+    /// A path may spell a name in another case than the disk does.
+    std::string IdentityOf(const OutputFile& file) override { return PlaceOf(file); }
     bool IsTooLong(const std::string& absolute) const override
     {
         return names_.IsTooLong(absolute);
@@ -84,6 +86,8 @@ class WindowsDriveFiles : public DriveFiles {
     unsigned long Place(const OutputFile& file, const Writing& writing);
     unsigned long PlaceInOld(const OutputFile& file, const Writing& writing);
     void Write(const OutputFile& file, const Writing& writing);
+    /// What an old file of `size` bytes holds, if it may be read.
+    static FormerFile FormerAt(const std::wstring& native, std::uint64_t size);
     /// Tidies the folder of a file that is written, once after each Refresh.
     void TidyFolderOf(const std::wstring& native);
 

@@ -35,6 +35,17 @@ OutputFile WindowsDriveFiles::Open(std::string_view path)
     return file;
 }
 
+FormerFile WindowsDriveFiles::FormerAt(const std::wstring& native, std::uint64_t size)
+{
+    if (size > kLargestFormer)
+        return FormerFile::Unknown();
+    std::string bytes;
+    const WindowsHandle held = OpenWindowsFile(native);
+    if (!held.IsOpen() || ReadBytes(held, 0, static_cast<std::size_t>(size), bytes) != 0)
+        return FormerFile::Unknown();
+    return FormerFile::Holding(bytes);
+}
+
 void WindowsDriveFiles::TidyFolderOf(const std::wstring& native)
 {
     std::wstring folder = NativeFolderOf(native);
@@ -57,6 +68,8 @@ unsigned long WindowsDriveFiles::PlaceInOld(const OutputFile& file, const Writin
         if (held.IsOpen() && HoldsBytes(held, writing.bytes))
             return writing.is_source ? FlushFileAt(native) : 0;
     }
+    if (!IsFormerKnown(file))
+        KeepFormer(file, FormerAt(native, old.size));
     Lost lost;
     const DWORD error =
         PlaceOver({native, writing.bytes, writing.is_source, writing.expected}, old, lost);
@@ -70,8 +83,12 @@ unsigned long WindowsDriveFiles::Place(const OutputFile& file, const Writing& wr
     RefuseUnexpected(file, writing.expected);
     const std::wstring native = WideFromUtf8(file.native);
     TidyFolderOf(native);
-    return file.exists ? PlaceInOld(file, writing)
-                       : PlaceNew({native, writing.bytes, writing.is_source});
+    if (file.exists)
+        return PlaceInOld(file, writing);
+    const DWORD error = PlaceNew({native, writing.bytes, writing.is_source});
+    if (error == 0)
+        KeepFormer(file, FormerFile::Absent());
+    return error;
 }
 
 void WindowsDriveFiles::Write(const OutputFile& file, const Writing& writing)
@@ -89,8 +106,8 @@ void WindowsDriveFiles::Write(const OutputFile& file, const Writing& writing)
         RefuseWith("write", file.path, static_cast<int>(error));
     if (writing.expected.is_record)
         return;
+    CountWritten(place, writing.bytes);
     places_.push_back(std::move(place));
-    CountWritten(file.path);
 }
 
 void WindowsDriveFiles::Commit(const OutputFile& file, std::string_view bytes)
@@ -106,6 +123,7 @@ void WindowsDriveFiles::CommitSource(const OutputFile& file, std::string_view by
 
 void WindowsDriveFiles::AppendToFile(std::string_view path, std::string_view bytes)
 {
+    KeepFormerAt(path);
     OutputFile file = Open(path);
     const std::wstring native = WideFromUtf8(file.native);
     WindowsState old;
@@ -128,7 +146,7 @@ void WindowsDriveFiles::AppendToFile(std::string_view path, std::string_view byt
         ::DeleteFileW(native.c_str());
     if (error != 0)
         RefuseWith("write", file.path, static_cast<int>(error));
-    CountWritten(file.path);
+    CountAppended(file);
     places_.push_back(std::move(file));
 }
 
@@ -160,6 +178,7 @@ bool WindowsDriveFiles::MakeFolder(std::string_view path)
 bool WindowsDriveFiles::DeleteFile(std::string_view path)
 {
     const std::string absolute = PossibleFile(path, "delete");
+    KeepFormerAt(path);
     const std::wstring native = names_.Native(absolute);
     const DWORD error = Patiently(
         [&]() -> DWORD { return ::DeleteFileW(native.c_str()) != 0 ? 0 : ::GetLastError(); });

@@ -95,8 +95,9 @@ class CaseRun {
         std::istringstream in(ToUtf8(case_.standard_input.value_or("")));
         std::ostringstream out;
         std::ostringstream err;
-        const CliSurroundings around{in, out, err, false,
-                                     [](const char*) { return std::optional<std::string>(); }};
+        CliSurroundings around{in, out, err, false,
+                               [](const char*) { return std::optional<std::string>(); }};
+        around.directory = (folder_.Root() / "site").string();
         const int code = RunCli(arguments, around);
         return {code, out.str(), err.str()};
     }

@@ -36,13 +36,15 @@ class CliTest : public testing::Test, public test::DriveFolder {
         const CliSurroundings around{in,
                                      out,
                                      err,
-                                     false,
+                                     err_is_terminal,
                                      [this](const char* name) {
                                          const auto set = variables.find(name);
                                          return set == variables.end() ? std::nullopt
                                                                        : std::optional(set->second);
                                      },
-                                     out_is_terminal};
+                                     out_is_terminal,
+                                     nullptr,
+                                     shell_folder};
         const int code = RunCli(arguments, around);
         return {code, out.str(), err.str()};
     }
@@ -63,8 +65,14 @@ class CliTest : public testing::Test, public test::DriveFolder {
         const Printed printed = Call(all);
         EXPECT_EQ(printed.err, "");
         Json report = Json::Parse(printed.out);
-        EXPECT_EQ(printed.code, report["error"].IsNull() ? 0 : 1);
+        EXPECT_EQ(printed.code == 1, !report["error"].IsNull());
         return report;
+    }
+
+    /// The native path of what lies below drive C:, "site/a.txt".
+    std::string NativeOf(const std::string& below) const
+    {
+        return Native(below).make_preferred().string();
     }
 
     static std::string KindOf(const Json& report)
@@ -75,6 +83,8 @@ class CliTest : public testing::Test, public test::DriveFolder {
 
     std::string input;
     bool out_is_terminal = false;
+    bool err_is_terminal = false;
+    std::string shell_folder; // native; "": the process's
     std::map<std::string, std::string> variables;
 };
 

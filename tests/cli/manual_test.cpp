@@ -24,7 +24,7 @@ std::vector<std::string> ShellWords(const std::string& line)
     static const std::regex kWord("'([^']*)'|([^ ']+)");
     std::vector<std::string> words;
     for (std::sregex_iterator hit(line.begin(), line.end(), kWord), end; hit != end; ++hit) {
-        if ((*hit)[2] == "<" || (*hit)[2] == ">")
+        if ((*hit)[2] == "<" || (*hit)[2] == ">" || (*hit)[2] == "|")
             break;
         words.push_back((*hit)[1].matched ? (*hit)[1] : (*hit)[2]);
     }
@@ -186,8 +186,9 @@ TEST_F(Completion, OffersWhatMayFollow)
         {{"build", ""}, folders},
         {{"build", "hol"}, {"holiday pics"}},
         {{"build", "--"},
-         {"--drive-c", "--eoy", "--help", "--json", "--launch", "--now", "--sync", "--verbose",
-          "--version"}},
+         {"--changed", "--drive-c", "--eoy", "--help", "--json", "--launch", "--now", "--strict",
+          "--sync", "--verbose", "--version"}},
+        {{"group", "-0"}, {"-0"}},
         {{"build", "--j"}, {"--json"}},
         {{"build", "--drive-c", "hol"}, {"holiday pics"}},
         {{"build", "site", "--e"}, {"--eoy"}},

@@ -39,10 +39,14 @@ TEST_F(SiteCommands, APageInAnOwnPlaceIsToldOnStandardError)
     const std::string list = Content("site/_html.txt");
     const Printed printed = Call({"build", "C:\\site"});
     EXPECT_EQ(printed.code, 0);
-    EXPECT_EQ(printed.out, "2 files written\n");
-    EXPECT_EQ(printed.err, "kiv: Missing closed bracket: x\n"
-                           "kiv: The page \"_html.txt\" is written over a source of this build: "
-                           "C:\\site\\_html.txt (C:\\site\\_html.txt, line 5, page _html.txt)\n");
+    EXPECT_EQ(printed.out, "2 files written\n4 of 4 files changed\n");
+    const std::string place = NativeOf("site/_html.txt");
+    EXPECT_EQ(printed.err,
+              place + ":3: warning: Missing closed bracket: x (page index.htm)\n    $$9[x\n" +
+                  place + ":4: warning: Missing closed bracket: y (page index.htm)\n    $$9[y\n" +
+                  place +
+                  ":5: warning: The page \"_html.txt\" is written over a source of this build: "
+                  "C:\\site\\_html.txt (page _html.txt)\n    @FILE = _html.txt\n");
     Put("site/_html.txt", list);
     const Json report = Report({"build", "C:\\site"});
     EXPECT_EQ(report["messages"], Json::Parse(R"(["Missing closed bracket: x"])"));

@@ -55,6 +55,18 @@ void TakeError(const Json& error, Report& report)
     Text(Field(error, "where"));
 }
 
+void CheckWritten(const Json& written, const std::vector<std::string>& files)
+{
+    Expect(written.is_array() && written.size() == files.size(),
+           "the report tells of other files than were written");
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        Expect(Text(Field(written[i], "path")) == files[i], "a written file has another path");
+        Expect(!Text(Field(written[i], "native")).empty() &&
+                   Field(written[i], "changed").is_boolean(),
+               "a written file lacks what became of it");
+    }
+}
+
 void CheckWarning(const Json& warning)
 {
     Expect(warning.is_object() && !Text(Field(warning, "text")).empty(),
@@ -103,8 +115,11 @@ Report ReadReport(std::string_view json, int exit_code)
     Texts(Field(object, "messages"));
     Texts(Field(object, "launched"));
     TakeError(Field(object, "error"), report);
-    Expect(report.error.empty() == (exit_code == 0), "report and exit code say different things");
+    constexpr int kWarned = 3; // of "--strict"
+    Expect(report.error.empty() == (exit_code == 0 || exit_code == kWarned),
+           "report and exit code say different things");
     report.files = Texts(Field(object, "files"));
+    CheckWritten(Field(object, "written"), report.files);
     for (const Json& warning : Field(object, "warnings"))
         CheckWarning(warning);
     if (object.contains("renamed"))

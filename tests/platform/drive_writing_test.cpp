@@ -140,6 +140,60 @@ TEST_F(DriveWriting, WrittenHasEveryClosingInOrder)
     EXPECT_TRUE(files->Written().empty());
 }
 
+/// The paths below C: of what was written and is another file now.
+Names Changed(Files& files)
+{
+    Names changed;
+    for (const WrittenFile& file : files.WrittenFiles())
+        if (file.changed)
+            changed.insert(file.path.substr(3));
+    return changed;
+}
+
+TEST_F(DriveWriting, AFileIsChangedByWhatItIsInTheEnd)
+{
+    for (const char* const name : {"same.htm", "other.htm", "size.htm", "there_and_back.htm",
+                                   "back_and_there.htm", "added.bat", "again.bat"})
+        Put(name, "old");
+    files->WriteFile("same.htm", "old");
+    files->WriteFile("other.htm", "new");
+    files->WriteFile("size.htm", "older");
+    files->WriteFile("new.htm", "");
+    files->WriteFile("twice.htm", "1");
+    files->WriteFile("twice.htm", "1");
+    files->WriteFile("there_and_back.htm", "another page");
+    files->WriteFile("There_And_Back.htm", "old");
+    files->WriteFile("back_and_there.htm", "old");
+    files->WriteFile("back_and_there.htm", "new");
+    files->AppendToFile("added.bat", "x");
+    files->DeleteFile("again.bat");
+    files->AppendToFile("again.bat", "o");
+    files->AppendToFile("again.bat", "ld");
+    files->AppendToFile("made.bat", "x");
+    EXPECT_EQ(Changed(*files), (Names{"other.htm", "size.htm", "new.htm", "twice.htm",
+                                      "back_and_there.htm", "added.bat", "made.bat"}));
+    files->AppendToFile("again.bat", "er");
+    EXPECT_THAT(Changed(*files), testing::Contains("again.bat"));
+
+    files->Refresh(); // a new run
+    EXPECT_TRUE(files->WrittenFiles().empty());
+    files->WriteFile("other.htm", "new");
+    files->WriteFile("twice.htm", "1");
+    EXPECT_EQ(Changed(*files), Names{});
+}
+
+TEST_F(DriveWriting, AFileIsOneHoweverItIsCalled)
+{
+    files->WriteFile("a.htm", "1");
+    files->WriteFile("C:/A.HTM", "2");
+    files->WriteFile("b.htm", "2");
+    const std::vector<WrittenFile> written = files->WrittenFiles();
+    ASSERT_EQ(written.size(), 3U);
+    EXPECT_EQ(written[1].path, "C:\\A.HTM");
+    EXPECT_EQ(written[0].place, written[1].place);
+    EXPECT_NE(written[0].place, written[2].place);
+}
+
 TEST_F(DriveWriting, AppendingMakesAMissingFile)
 {
     files->AppendToFile("Up.bat", "one\r\n");

@@ -46,6 +46,21 @@ TEST_F(UnwrittenFilesTest, WhatIsWrittenIsReadBackAndTheDiskStays)
     EXPECT_THAT(unwritten.Written(), ElementsAre("C:\\site\\A.txt"));
 }
 
+TEST_F(UnwrittenFilesTest, AChangeIsOneBesideTheDisk)
+{
+    Put("site/a.txt", "old");
+    Put("site/b.txt", "old");
+    unwritten.WriteFile("A.txt", "new");
+    unwritten.WriteFile("b.txt", "new");
+    unwritten.WriteFile("b.txt", "old");
+    unwritten.WriteFile("c.txt", "");
+    std::vector<std::string> changed;
+    for (const WrittenFile& file : unwritten.WrittenFiles())
+        changed.push_back(file.path + (file.changed ? " changed" : ""));
+    EXPECT_THAT(changed, ElementsAre("C:\\site\\A.txt changed", "C:\\site\\b.txt",
+                                     "C:\\site\\c.txt changed"));
+}
+
 TEST_F(UnwrittenFilesTest, WhatIsNotWrittenIsTheDisks)
 {
     Put("site/a.txt", "old");

@@ -80,6 +80,7 @@ class FailingFiles : public Files {
         return Step().ListFolders(folder);
     }
     const std::vector<std::string>& Written() const override { return files_.Written(); }
+    std::vector<WrittenFile> WrittenFiles() override { return files_.WrittenFiles(); }
     void Refresh() override { files_.Refresh(); }
 
   private:

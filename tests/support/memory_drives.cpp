@@ -215,6 +215,8 @@ void MemoryDrives::CommitSource(const OutputFile& file, std::string_view bytes,
     RefuseUnexpected(found, expected);
     const Place place = PlaceOf(file.path);
     std::unique_ptr<MemoryNode>& node = place.folder->nodes[place.name];
+    if (!node || node->bytes != bytes)
+        KeepFormer(found, node ? FormerFile::Holding(node->bytes) : FormerFile::Absent());
     if (!node)
         node = std::make_unique<MemoryNode>();
     if (expected.kind == Expectation::Kind::content && node->bytes != expected.content)
@@ -223,7 +225,7 @@ void MemoryDrives::CommitSource(const OutputFile& file, std::string_view bytes,
         node->changed = ++changes_;
     node->bytes = bytes;
     if (!expected.is_record)
-        CountWritten(file.path);
+        CountWritten(found, bytes);
 }
 
 std::unique_ptr<FolderLock> MemoryDrives::LockFolder(std::string_view folder)
@@ -251,6 +253,7 @@ bool MemoryDrives::DeleteFile(std::string_view path)
         return false;
     if (place.node->is_folder)
         Refuse("delete", absolute, "is a directory");
+    KeepFormer(Open(absolute), FormerFile::Holding(place.node->bytes));
     place.folder->nodes.erase(place.name);
     return true;
 }

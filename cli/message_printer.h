@@ -1,0 +1,57 @@
+// Warnings and errors on standard error, each with its place in a form that editors and terminals
+// can open: "site/_html.txt:12: warning: ...".
+#pragma once
+
+#include "cli/source_lines.h"
+#include "platform/drives.h"
+#include "platform/reporter.h"
+#include "platform/run_error.h"
+
+#include <cstddef>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+namespace kiv {
+
+/// How messages are told.
+struct MessageLook {
+    std::string folder;       // native: paths in it are told relative to it
+    bool is_build = false;    // what has no place is a warning of a build, too
+    bool has_colours = false; // standard error is a terminal, and the user wants to see them
+    bool tells_all = false;   // however many there are, and each whole
+};
+
+/// Nothing of what it prints steers a terminal.
+class MessagePrinter {
+  public:
+    MessagePrinter(std::ostream& err, Drives& drives, MessageLook look)
+        : err_(err), drives_(drives), lines_(drives), look_(std::move(look))
+    {
+    }
+
+    /// A warning, and below it the source line. Past fifty they are only counted.
+    void Print(const Warning& warning);
+    /// How many were only counted, if any.
+    void PrintRest();
+    /// An error, the source line and what can be done.
+    void Print(const RunError& error);
+
+    static constexpr std::size_t kMostTold = 50;
+    static constexpr std::size_t kLongestText = 1000; // characters of a warning
+
+  private:
+    /// "site/_html.txt:12: ", "site/_html.txt: " or "kiv: ".
+    std::string PlaceOf(const KeptPlace& where);
+    std::string Coloured(std::string_view word, std::string_view colour) const;
+    void PrintSource(const KeptPlace& where, std::string_view text);
+
+    std::ostream& err_;
+    Drives& drives_;
+    SourceLines lines_;
+    MessageLook look_;
+    std::size_t told_ = 0;
+    std::size_t left_out_ = 0;
+};
+
+} // namespace kiv
