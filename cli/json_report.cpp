@@ -39,7 +39,8 @@ Json ErrorObject(const RunError& error)
 {
     return Json{{"kind", std::string(KindName(error.kind))},
                 {"text", ToUtf8(error.text)},
-                {"where", ToUtf8(error.where.Text())}};
+                {"where", ToUtf8(error.where.Text())},
+                {"hint", ToUtf8(error.hint)}};
 }
 
 Json WarningObject(const Warning& warning)

@@ -14,6 +14,7 @@ namespace kiv {
 struct Warning {
     std::string text;
     KeptPlace where;
+    std::string hint = {}; // what can be done, in whole sentences; "": nothing
     bool was_shown = false;
     bool is_noted = false; // not shown, but told where nobody has to close a box for it
 };
@@ -26,13 +27,13 @@ class Reporter {
     Reporter& operator=(const Reporter&) = delete;
     virtual ~Reporter() = default;
 
-    /// Keeps one message as a warning and shows it to the user.
-    void reportmsg(std::string_view text, const Place& where = {});
+    /// Keeps one message as a warning and shows it to the user. `hint` says what can be done.
+    void reportmsg(std::string_view text, const Place& where = {}, std::string_view hint = {});
     /// Keeps a warning that is not shown.
     void Withhold(std::string_view text, const Place& where = {});
 
     /// The same for one that a face tells when it has no boxes.
-    void Note(std::string_view text, const Place& where = {});
+    void Note(std::string_view text, const Place& where = {}, std::string_view hint = {});
 
     /// In the order in which they came.
     const std::vector<Warning>& Warnings() const { return warnings_; }
@@ -50,7 +51,7 @@ class Reporter {
     virtual void Show(std::string_view text) = 0;
 
   private:
-    Warning& Keep(std::string_view text, const Place& where);
+    Warning& Keep(std::string_view text, const Place& where, std::string_view hint = {});
 
     std::vector<Warning> warnings_;
 };

@@ -133,6 +133,8 @@ const std::map<std::string, Take>& Directives()
              c.questions.push_back({CutArguments(s.rest), WithoutBlankEnds(s.DecodedLines())});
          }},
         {"error", [](Case& c, const Section& s) { c.error = s.rest; }},
+        {"where", [](Case& c, const Section& s) { c.where = Decoded(s.rest); }},
+        {"hint", [](Case& c, const Section& s) { c.hint = Decoded(s.rest); }},
         {"not-on-windows", [](Case& c, const Section& s) { c.not_on_windows = s.rest; }},
     };
     return directives;

@@ -33,7 +33,9 @@ struct Case {
         std::vector<std::string> answer;
     };
     std::vector<Question> questions;
-    std::string error;          // kind; empty: none
+    std::string error;                // kind; empty: none
+    std::optional<std::string> where; // of the error
+    std::optional<std::string> hint;
     std::string not_on_windows; // the reason; empty: the case holds there too
 };
 

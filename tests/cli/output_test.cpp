@@ -79,7 +79,7 @@ TEST_F(Output, KeysOfTheReport)
     const Json failed = Report({"dimensions", "0", "0", "1", "1"});
     EXPECT_THAT(failed.Keys(),
                 ElementsAre("status", "messages", "error", "files", "launched", "warnings"));
-    EXPECT_THAT(failed["error"].Keys(), ElementsAre("kind", "text", "where"));
+    EXPECT_THAT(failed["error"].Keys(), ElementsAre("kind", "text", "where", "hint"));
     EXPECT_EQ(KindOf(failed), "division");
     EXPECT_EQ(Report({"fix-names", "C:\\gone"})["renamed"], Json::Parse("[]"));
 }
