@@ -34,12 +34,14 @@ QTreeWidgetItem* MakeItem(const Warning& warning)
 {
     const QString line = warning.where.line > 0 ? QString::number(warning.where.line) : QString();
     const std::string place = warning.where.Text();
+    const std::string hint = warning.hint.empty() ? "" : " " + warning.hint;
     auto* const item = new QTreeWidgetItem(
         {OneLine(warning.text), ToQt(warning.where.file), line, ToQt(warning.where.page)});
     item->setData(kTextColumn, kFileRole, ToQt(warning.where.file));
-    item->setData(kTextColumn, kCopyRole,
-                  OneLine(place.empty() ? warning.text : warning.text + " (" + place + ")"));
-    item->setToolTip(kTextColumn, ToTip(warning.text));
+    item->setData(
+        kTextColumn, kCopyRole,
+        OneLine((place.empty() ? warning.text : warning.text + " (" + place + ")") + hint));
+    item->setToolTip(kTextColumn, ToTip(warning.text + hint));
     item->setToolTip(1, ToTip(place));
     item->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
     return item;
