@@ -30,6 +30,10 @@ struct BlockContext {
 /// The tags of all blocks, such as "<zutable>".
 std::vector<std::string_view> BlockTagWords();
 
+/// The line that ends the block of a start tag: "</zutable1>" for "<zuTable1>", "" when the block
+/// has only one line.
+std::string_view EndLineOf(std::string_view tag);
+
 /// Expands the first block tag of `line` in place; a second one stays as written.
 void zuloop(std::string& line, BlockContext& context);
 

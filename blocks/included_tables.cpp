@@ -82,8 +82,9 @@ std::string Finish(IncludedTable& table)
     if (!table.heading.empty()) {
         const std::size_t added = CountNoCase(output, kHeadingMark) * table.heading.size();
         if (added > LongestLine(output.size() + table.heading.size()))
-            throw RunError(ErrorKind::overflow, "the heading of the table is too long to stand in "
-                                                "it so often");
+            throw RunError(ErrorKind::overflow,
+                           "the heading of the table is too long to stand in it so often", {},
+                           "Write one line \"h:\" with a short heading.");
         ReplaceEach(table.heading, "%%colcounter%%",
                     Decimal(static_cast<long long>(table.widest_row)));
         ReplaceEach(output, kHeadingMark, table.heading);

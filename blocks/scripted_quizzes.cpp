@@ -1,6 +1,7 @@
 // "<zuquiz1>": answer lists for a quiz script.
 #include "blocks/fragments.h"
 #include "blocks/quizzes.h"
+#include "platform/file_errors.h"
 #include "platform/site_files.h"
 #include "text/joined_text.h"
 #include "text/text.h"
@@ -19,6 +20,9 @@ struct AnswerLists {
     std::string killers;
     std::string answers;
 };
+
+constexpr std::string_view kHowToGetScript =
+    "A quiz brings a script of your own: write it into this file, and build again.";
 
 /// A part of an entry, fit to stand in single quotes.
 std::string ScriptText(std::string_view part)
@@ -62,7 +66,9 @@ void zuquiz1(std::string& line, BlockContext& context)
     }
     line = "<SCRIPT LANGUAGE=\"JavaScript\">\r\nvar killers = new Array(";
     line.append(lists.killers).append(");\r\nvar answers = new Array(").append(lists.answers);
-    line.append(");\r\n").append(context.files.ReadFile(kQuizScriptFile)).append(kCrLf);
+    line.append(");\r\n")
+        .append(ReadNeeded(context.files, kQuizScriptFile, kHowToGetScript))
+        .append(kCrLf);
     line.append("<A HREF=\"javascript: itemReset(); startQuiz(true, 0);\">"
                 "<B>QUIZ TIME: @TITLE</B></A>");
 }

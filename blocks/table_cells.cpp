@@ -23,7 +23,8 @@ std::string_view TakeClass(std::string_view& cell)
     const std::size_t end = cell.find("}}");
     if (end == npos)
         throw RunError(ErrorKind::invalid_argument,
-                       "table cell with \"{{\" and no \"}}\": " + std::string(cell));
+                       "table cell with \"{{\" and no \"}}\": " + std::string(cell), {},
+                       "End the class of the cell with \"}}\", as in \"{{name}}text\".");
     const std::string_view name = FromChar(cell.substr(0, end), 3);
     cell.remove_prefix(end + 2);
     return name;

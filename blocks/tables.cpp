@@ -89,7 +89,8 @@ void BoundStyles(const Table& table)
     const std::size_t source = table.css_class.size() + table.rows.size();
     if (table.widest_row * table.css_class.size() > LongestLine(source))
         throw RunError(ErrorKind::overflow,
-                       "the class of the table is too long a name for so many columns");
+                       "the class of the table is too long a name for so many columns", {},
+                       "Take a shorter name behind \"class:\", or fewer columns.");
 }
 
 /// The finished table. The styles of a class of the user's own go to the shared style sheet.

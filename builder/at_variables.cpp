@@ -282,7 +282,9 @@ bool MayBringNames(std::string_view before, std::string_view value)
 [[noreturn]] void ThrowTooLong(std::string_view name)
 {
     throw RunError(ErrorKind::overflow,
-                   "the values of " + std::string(name) + " and others make the line too long");
+                   "the values of " + std::string(name) + " and others make the line too long", {},
+                   "Look at the value of " + std::string(name) +
+                       ": it must not hold a variable that holds it again.");
 }
 
 void PutEverywhere(MergedLine& line, std::string_view name, std::string_view value)

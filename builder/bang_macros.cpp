@@ -59,8 +59,9 @@ Expansion ExpandMailto(const BracketUse& use, Build&)
     const std::string_view host = Before(address.substr(at + 1), '@');
     const std::size_t dot = host.find('.');
     if (dot == npos)
-        throw RunError(ErrorKind::subscript, "the address of " + std::string(use.name) +
-                                                 " has no \".\" behind its \"@\"");
+        throw RunError(ErrorKind::subscript,
+                       "the address of " + std::string(use.name) + " has no \".\" behind its \"@\"",
+                       {}, "Write the whole address, as in \"!!mailto[user@site.org]\".");
     const std::string_view domain = host.substr(0, dot);
     std::string_view tld = host.substr(dot + 1);
     std::string visible; // none in the open form: the author writes the words and the "</a>"

@@ -1,6 +1,7 @@
 #include "builder/build_driver.h"
 
 #include "builder/build_state.h"
+#include "builder/missing_sources.h"
 #include "builder/navigation_lists.h"
 #include "builder/page_list_parser.h"
 #include "builder/page_list_reader.h"
@@ -67,10 +68,8 @@ void RunHtmPass(Build& build)
 void BuildPasses(Build& build, bool as_single_page)
 {
     Machine& machine = build.machine;
-    if (!machine.files.FileExists(kTemplateFile) || !machine.files.FileExists(kPageListFile)) {
-        build.messages.reportmsg("OOPS! Missing _html.txt, _template.txt");
+    if (!HasSources(build))
         return;
-    }
     ResetBuildState(build);
     build.roots = {};
     build.pass.SinglePageMode = as_single_page;
@@ -90,7 +89,8 @@ void BuildPasses(Build& build, bool as_single_page)
 RunError NoMemory(const Build& build)
 {
     return {ErrorKind::memory, "there is not enough memory for what this line makes or reads",
-            build.state.place};
+            build.state.place,
+            "Part what the line makes or reads into smaller pieces, or close other programs."};
 }
 
 /// The run for the single page, where there is one, and the ordinary one.

@@ -18,8 +18,11 @@ class BuildMessages {
     /// `place` is the place in work whenever a message comes.
     BuildMessages(Reporter& reporter, const Place& place) : reporter_(reporter), place_(place) {}
 
-    /// Shows a message, whether or not there was one before.
-    void reportmsg(std::string_view text) { reporter_.reportmsg(text, place_); }
+    /// Shows a message, whether or not there was one before. `hint` says what can be done.
+    void reportmsg(std::string_view text, std::string_view hint = {})
+    {
+        reporter_.reportmsg(text, place_, hint);
+    }
 
     /// Shows the first warning of a build and keeps the others back.
     void ShowBuildMessage(std::string_view text)

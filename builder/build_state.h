@@ -26,15 +26,31 @@ inline constexpr int kMaxPages = 1000;
 inline constexpr int kMaxPageLines = 5000;
 inline constexpr int kMaxTemplateLines = 1000;
 
+/// What to do when a page list is too long.
+inline constexpr const char* kSplitSection =
+    "A page list has room for 999 pages, and for 40000 lines with all that it includes: move some "
+    "of its pages into a section of their own, a folder with its own page list.";
+
 /// The line that closes every page's text.
 inline constexpr std::string_view kEndMarker = "@@ENDOFFILE@@";
 
 struct PageLineTable : FixedTable<SourceLine, 0, kMaxPageLines> {
-    PageLineTable() : FixedTable("page line") {}
+    PageLineTable()
+        : FixedTable("page line",
+                     "A page has room for 4999 lines: part it in two, or put ready-made "
+                     "HTML in with \"!++\", which is one line.")
+    {
+    }
 };
 
 struct TemplateSection : FixedTable<SourceLine, 0, kMaxTemplateLines> {
-    TemplateSection() : FixedTable("template line") {}
+    TemplateSection()
+        : FixedTable(
+              "template line",
+              "A template has room for 1000 lines before <!--BODY HERE--> and 1000 behind it: "
+              "move styles and scripts into files of their own.")
+    {
+    }
 };
 
 /// A template section as it is written: runs of lines that nothing acts on are one piece of
@@ -63,11 +79,11 @@ struct BuildState {
     Sources sources;
     Place place; // of the line in work
 
-    FixedTable<SourceLine, 0, kMaxSourceLines> SourceLines{"source line"};
+    FixedTable<SourceLine, 0, kMaxSourceLines> SourceLines{"source line", kSplitSection};
     int SourceLineCount = 0;
-    FixedTable<PageRecord, 0, kMaxPages> PageTable{"page"};
+    FixedTable<PageRecord, 0, kMaxPages> PageTable{"page", kSplitSection};
     int PageCount = 0;
-    FixedTable<PageLineTable, 0, kMaxPages> PageLines{"page"};
+    FixedTable<PageLineTable, 0, kMaxPages> PageLines{"page", kSplitSection};
     kiv::NumberedVariables NumberedVariables;
     std::string SiteRoot;
     std::string OutputDir1;

@@ -86,7 +86,9 @@ constexpr std::size_t kLook = 220; // the work for each character of a text that
 [[noreturn]] void ThrowGrown(std::string_view name)
 {
     throw RunError(ErrorKind::overflow,
-                   "the fields of " + std::string(name) + " grow the line without end");
+                   "the fields of " + std::string(name) + " grow the line without end", {},
+                   "Look at the fields of this " + std::string(name) +
+                       ": one of them holds the mark of another, such as \"!2\".");
 }
 
 /// Puts the fields into a template, the last one first so that "!10" comes before "!1". Each goes
@@ -187,8 +189,11 @@ Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, Merg
     }
     const std::size_t bar = definition.find('|');
     if (bar == npos)
-        throw RunError(ErrorKind::invalid_argument, "the definition of " + std::string(use.name) +
-                                                        " has no \"|\" between its halves");
+        throw RunError(
+            ErrorKind::invalid_argument,
+            "the definition of " + std::string(use.name) + " has no \"|\" between its halves", {},
+            "Define it in the page list as \"" + std::string(use.name) +
+                " = on this page|on any other\".");
     // The folder goes first, so a field with a folder never names the page. The format wants it so.
     PageRecord& page = build.CurrentRecord();
     const std::string stem = build.CutToStem(page);
@@ -210,8 +215,12 @@ Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Mer
     }
     const std::vector<std::string_view> halves = Split(definition, '|');
     if (halves.size() < 3)
-        throw RunError(ErrorKind::subscript, "the definition of " + std::string(use.name) +
-                                                 " needs three parts with \"|\" between them");
+        throw RunError(ErrorKind::subscript,
+                       "the definition of " + std::string(use.name) +
+                           " needs three parts with \"|\" between them",
+                       {},
+                       "Define it in the page list as \"" + std::string(use.name) +
+                           " = on this page|in its group|anywhere else\".");
     PageRecord& page = build.CurrentRecord();
     const std::string stem = build.CutToStem(page);
     const std::size_t part = GroupCase(fields, page, stem);

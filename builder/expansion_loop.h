@@ -23,8 +23,12 @@ struct Change {
 
 [[noreturn]] inline void ThrowEndless(std::string_view mark)
 {
-    throw RunError(ErrorKind::overflow, "expanding \"" + std::string(mark) +
-                                            "\" does not come to an end, or makes too much text");
+    throw RunError(ErrorKind::overflow,
+                   "expanding \"" + std::string(mark) +
+                       "\" does not come to an end, or makes too much text",
+                   {},
+                   "Look at the definition of " + std::string(mark) +
+                       " and at those that it uses: none may lead back to it.");
 }
 
 /// Calls `change(cursor)` with the cursor at the first `mark` (whatever its case) while the line

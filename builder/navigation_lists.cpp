@@ -3,6 +3,7 @@
 #include "builder/build_state.h"
 #include "builder/write_line.h"
 #include "platform/drive_path.h"
+#include "platform/file_errors.h"
 #include "platform/site_files.h"
 #include "text/text.h"
 
@@ -21,6 +22,15 @@ constexpr std::string_view kSeparator = "====================";
 constexpr std::string_view kDropDownMark = "<!--DROPDOWN HERE-->";
 constexpr std::string_view kListMark = "<!--TOC HERE-->";
 constexpr std::string_view kSiteMapMark = "<!--SITEMAPHERE-->";
+
+// What to do when a file is missing that a site map is made of.
+constexpr std::string_view kHowToGetOwnMap =
+    "A build writes this file at its end: build once without the line <!--SITEMAPHERE-->, then put "
+    "the line back.";
+constexpr std::string_view kHowToGetMemberMap =
+    "A build writes this file: build that folder first, or take it out of _group.txt.";
+constexpr std::string_view kHowToGetGroup =
+    "The site map needs this file: write into it the folders of the group, one a line, or nothing.";
 
 /// Tells the trace which page the line written last stands for.
 void TellPage(Tracer* tracer, std::string_view mark, int page)
@@ -77,10 +87,12 @@ struct SiteMap {
 };
 
 /// Adds the lines of a site map file. A line that begins with "<" is structure; any other lacks its
-/// opening, in which `folder` stands before the page.
-void AppendSiteMap(SiteMap& map, Files& files, const std::string& path, std::string_view folder)
+/// opening, in which `folder` stands before the page. When there is no such file, the error says
+/// `what_to_do`.
+void AppendSiteMap(SiteMap& map, Files& files, const std::string& path, std::string_view folder,
+                   std::string_view what_to_do)
 {
-    const std::string bytes = files.ReadFile(path);
+    const std::string bytes = ReadNeeded(files, path, what_to_do);
     int number = 0;
     for (std::string_view rest = bytes; !rest.empty();) {
         const std::string_view line = TakeLine(rest);
@@ -104,7 +116,7 @@ void AppendGroupMap(SiteMap& map, Files& files, std::string_view group)
         return;
     }
     const std::string folder = std::string(group) + "/";
-    AppendSiteMap(map, files, folder + std::string(kSiteMapFile), folder);
+    AppendSiteMap(map, files, folder + std::string(kSiteMapFile), folder, kHowToGetMemberMap);
 }
 
 /// Tells the trace where the lines of a site map are from, which is the end of the page so far.
@@ -223,8 +235,8 @@ void WriteSiteMap(Build& build, Tracer* tracer)
     SiteMap map;
     map.is_told = tracer != nullptr;
     Files& files = build.machine.files;
-    AppendSiteMap(map, files, std::string(kSiteMapFile), "");
-    const std::string groups = files.ReadFile(kGroupFile);
+    AppendSiteMap(map, files, std::string(kSiteMapFile), "", kHowToGetOwnMap);
+    const std::string groups = ReadNeeded(files, kGroupFile, kHowToGetGroup);
     for (std::string_view rest = groups; !rest.empty();) {
         const std::string_view group = TakeLine(rest);
         if (!group.empty())

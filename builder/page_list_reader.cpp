@@ -3,6 +3,8 @@
 #include "blocks/tables.h"
 #include "builder/build_state.h"
 #include "builder/source_file.h"
+#include "platform/drive_path.h"
+#include "platform/run_error.h"
 #include "platform/site_files.h"
 #include "text/joined_text.h"
 #include "text/text.h"
@@ -51,6 +53,14 @@ std::string_view TagOf(std::string_view line)
     line.remove_prefix(std::min(line.find("<zu"), line.size()));
     const std::size_t end = line.find('>');
     return line.substr(0, end == npos ? npos : end + 1);
+}
+
+/// What to do when a block that begins in line `line` runs into the end of its file.
+std::string UnclosedHint(std::string_view tag, int line)
+{
+    constexpr std::size_t kShown = 40;
+    return Joined({"\"", FirstChars(tag, kShown), "\" of line ", Decimal(line),
+                   " has no end: add \"", EndLineOf(tag), "\" in a line of its own."});
 }
 
 class PageListReader {
@@ -212,7 +222,8 @@ bool PageListReader::SkipYearEndOf(SourceFile& source, SourceLine& line)
     do {
         if (source.AtEnd()) {
             source.TellUnusedBefore(first, kNewYearOff);
-            source.Close();
+            source.Close(Joined({"\"@@EOY\" of line ", Decimal(first),
+                                 " has no end: add a second \"@@EOY\" in a line of its own."}));
             return true;
         }
         line = source.NextLine();
@@ -232,8 +243,14 @@ void PageListReader::ExpandBlock(SourceFile& source, SourceLine& line,
     const std::string_view tag = TagOf(line.text);
     BlockContext context{source,       build_.machine.files, build_.machine.reporter,
                          state_.place, state_.style_sheet,   build_.blocks};
-    expand(current, context);
     const int first = line.line;
+    try {
+        expand(current, context);
+    } catch (RunError& error) {
+        if (error.kind == ErrorKind::end_of_file)
+            error.hint = UnclosedHint(tag, first);
+        throw;
+    }
     const bool is_changed = line.text != current;
     line = source.Here(state_.sources.Keep(std::move(current)));
     if (is_changed || line.line > first)
@@ -247,7 +264,7 @@ void ReadPageList(Build& build)
     // The pass for HTM comes without a reset, and its lines take the place of the former ones.
     build.state.SourceLineCount = 0;
     SourceFile list(build);
-    if (list.Open(kPageListFile))
+    if (list.OpenOwn(kPageListFile))
         PageListReader(build).Read(list);
     else
         build.messages.reportmsg("Oops! _html.txt doesn't exist!");

@@ -54,7 +54,11 @@ class NumberedVariables {
     }
 
   private:
-    static VariableSlots Slots() { return VariableSlots("numbered variable slot"); }
+    static VariableSlots Slots()
+    {
+        return VariableSlots("numbered variable slot",
+                             "Definitions are numbered from 1 to 9: take another number.");
+    }
     std::array<VariableSlots, 7> slots_ = {Slots(), Slots(), Slots(), Slots(),
                                            Slots(), Slots(), Slots()};
 };

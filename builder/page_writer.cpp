@@ -11,6 +11,7 @@
 #include "builder/text_helpers.h"
 #include "builder/write_line.h"
 #include "platform/drive_path.h"
+#include "platform/run_error.h"
 #include "platform/site_files.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -81,6 +82,7 @@ class PageWriter {
     void WriteShell(std::string_view text, std::string_view told);
     void BeginTrace(const TracedPage& page);
     void WriteBody();
+    void WriteLinesOfBody();
     void WriteBodyLine(int number, std::string_view line);
     void WriteSeparator();
     void ClosePage();
@@ -268,9 +270,21 @@ void PageWriter::WriteShell(std::string_view text, std::string_view told)
     line_.tracer->NoteWritten(mode.text, std::string(told));
 }
 
+/// A page of one line has its end where others have their title, and so is written past it.
+void PageWriter::WriteBody()
+{
+    try {
+        WriteLinesOfBody();
+    } catch (RunError& error) {
+        if (LineOf(state_.page.number, 2) == kEndMarker)
+            error.hint = "A page has two lines at least: put \"@TITLE =\" below its \"@FILE =\".";
+        throw;
+    }
+}
+
 /// Lines 1 and 2 are the page's name and title and are never written. The lines of a redirect page
 /// are merged like any, so that their faults are told, but nothing of them reaches the file.
-void PageWriter::WriteBody()
+void PageWriter::WriteLinesOfBody()
 {
     const std::size_t start = state_.output.size();
     const PageLineTable& lines = std::as_const(state_.PageLines)[state_.page.number];

@@ -53,7 +53,8 @@ std::string ScriptShowDb(std::string_view argument, const Addresses&)
     const std::size_t bar = argument.find('|');
     if (bar == npos)
         throw RunError(ErrorKind::invalid_argument,
-                       "@SHOWDB: has no \"|\" between its database and its table");
+                       "@SHOWDB: has no \"|\" between its database and its table", {},
+                       "Write it as \"@SHOWDB:path|table\".");
     const std::string_view path = argument.substr(0, bar);
     const std::string_view table = argument.substr(bar + 1);
     return JoinedLines({

@@ -26,9 +26,18 @@ bool SourceFile::Open(std::string_view path)
     return true;
 }
 
+bool SourceFile::OpenOwn(std::string_view path)
+{
+    BuildState& state = build_.state;
+    const std::string absolute = AbsolutePath(path, build_.machine.files.CurrentDirectory());
+    state.place = {state.sources.Keep(absolute), 0, {}};
+    return Open(path);
+}
+
 void SourceFile::RefuseClosed() const
 {
-    throw RunError(ErrorKind::file, std::string(name_) + " was closed before its end was found");
+    throw RunError(ErrorKind::file, std::string(name_) + " was closed before its end was found", {},
+                   what_to_do_);
 }
 
 SourceLine SourceFile::NextLine()

@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kiv {
@@ -22,7 +23,14 @@ class SourceFile : public LineSource {
     /// Begins with the first line of a file, whose bytes and name are kept by the build. Returns
     /// false, and changes nothing, when there is no such file; throws `file` when reading fails.
     bool Open(std::string_view path);
-    void Close() { is_open_ = false; }
+    /// The same for a source that no line names: the file itself becomes the build's place.
+    bool OpenOwn(std::string_view path);
+    /// Nothing can be read any more; `what_to_do` is told to who comes to see that in an error.
+    void Close(std::string what_to_do)
+    {
+        is_open_ = false;
+        what_to_do_ = std::move(what_to_do);
+    }
 
     /// Whether no byte is left. Throws `file` when no file is open.
     bool AtEnd() const
@@ -61,6 +69,7 @@ class SourceFile : public LineSource {
     std::string_view name_; // absolute drive path
     int line_ = 0;          // that was read last, 1-based
     bool is_open_ = false;
+    std::string what_to_do_;          // when it was closed
     std::vector<std::size_t> starts_; // where in the content each line read begins; for the trace
 };
 

@@ -9,6 +9,7 @@
 #include "builder/server_scripts.h"
 #include "builder/text_helpers.h"
 #include "builder/trace_words.h"
+#include "platform/run_error.h"
 #include "text/joined_text.h"
 #include "text/text.h"
 #include "text/text_cursor.h"
@@ -81,7 +82,9 @@ bool OpenWrappers(MergedLine& line)
         if (bar == npos) {
             line.build.messages.ShowBuildMessage("blunder in: " + line.text);
             throw RunError(ErrorKind::invalid_argument,
-                           "the wrapper " + std::string(mark.View()) + " has no \"|\"");
+                           "the wrapper " + std::string(mark.View()) + " has no \"|\"", {},
+                           Joined({value.empty() ? "It is not defined: define it" : "Define it",
+                                   " in the page list as \"", mark.View(), " = before|behind\"."}));
         }
         line.text = value.substr(0, bar);
         line.bound.AddSource(bar);
@@ -195,7 +198,8 @@ bool PutServerScript(MergedLine& line)
     if (line.tracer != nullptr) [[unlikely]]
         line.tracer->Note(word, "a block of script for the server", line.text);
     if (line.text.size() > line.bound.Longest())
-        throw RunError(ErrorKind::overflow, "the server script has too much text");
+        throw RunError(ErrorKind::overflow, "the server script has too much text", {},
+                       "Look at the macros in this line: together they make a text without end.");
     return true;
 }
 

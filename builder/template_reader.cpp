@@ -2,6 +2,7 @@
 
 #include "builder/build_state.h"
 #include "builder/source_file.h"
+#include "platform/run_error.h"
 #include "platform/site_files.h"
 #include "text/joined_text.h"
 #include "text/text.h"
@@ -13,6 +14,17 @@ namespace kiv {
 namespace {
 
 constexpr std::string_view kIncludePrefixes[] = {"ASP:", "HTM:", "DIR1:"};
+
+SourceLine FirstLine(SourceFile& source)
+{
+    try {
+        return source.NextLine();
+    } catch (RunError& error) {
+        error.hint = "The template is empty: write a line <!--BODY HERE--> into it, where the text "
+                     "of each page goes, or \";\" for pages without a frame.";
+        throw;
+    }
+}
 
 class TemplateReader {
   public:
@@ -42,11 +54,11 @@ class TemplateReader {
 void TemplateReader::Read()
 {
     SourceFile source(build_);
-    if (!source.Open(kTemplateFile)) {
+    if (!source.OpenOwn(kTemplateFile)) {
         build_.messages.reportmsg("Oops! _template.txt doesn't exist!");
         return;
     }
-    const SourceLine first = source.NextLine();
+    const SourceLine first = FirstLine(source);
     if (first.text.starts_with("++"))
         return ReadOther(source, FromChar(first.text, 3));
     TakeLineOf(source, first);

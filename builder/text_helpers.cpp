@@ -97,8 +97,12 @@ void ExpandTitleVariables(std::string& text, const VariableSlots& at_slots)
     for (int digit = 1; digit <= 9; ++digit) {
         const std::string mark = "@@" + Decimal(digit);
         if (!ReplaceWhileLeft(text, mark, at_slots[digit], bound))
-            throw RunError(ErrorKind::overflow, "the title does not come to an end: " + mark +
-                                                    " brings itself back, or too much text");
+            throw RunError(ErrorKind::overflow,
+                           "the title does not come to an end: " + mark +
+                               " brings itself back, or too much text",
+                           {},
+                           "Look at the definition of " + mark +
+                               " and at those that it uses: none may lead back to it.");
     }
 }
 

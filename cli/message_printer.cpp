@@ -76,6 +76,8 @@ void MessagePrinter::Print(const Warning& warning)
     err_ << ShownWords(look_.tells_all ? warning.text : Cut(warning.text, kLongestText))
          << OnPage(warning.where) << '\n';
     PrintSource(warning.where, warning.text);
+    if (!warning.hint.empty())
+        err_ << kIndent << ShownLine(warning.hint) << '\n';
     err_ << std::flush;
 }
 

@@ -70,7 +70,11 @@ void ShowBox(QWidget* parent, std::string_view text)
 
 std::string ErrorText(const RunError& error)
 {
-    return error.where.IsKnown() ? error.text + "\r\n" + error.where.Text() : error.text;
+    std::string text = error.text;
+    for (const std::string& more : {error.where.Text(), error.hint})
+        if (!more.empty())
+            text.append("\r\n").append(more);
+    return text;
 }
 
 } // namespace kiv

@@ -13,7 +13,7 @@ namespace kiv {
 /// over `parent`.
 void ShowBox(QWidget* parent, std::string_view text);
 
-/// The text of a fatal error and, in a line of its own, its place.
+/// The text of a fatal error and, each in a line of its own, its place and what can be done.
 std::string ErrorText(const RunError& error);
 
 } // namespace kiv

@@ -23,7 +23,11 @@ class WindowReporter : public Reporter {
     void Step(int done, int all) override { status_.Step(done, all); }
 
   protected:
-    void Show(std::string_view text) override { show_(text); }
+    void Show(std::string_view text) override
+    {
+        const std::string& hint = Warnings().back().hint;
+        show_(hint.empty() ? std::string(text) : std::string(text).append("\r\n").append(hint));
+    }
 
   private:
     std::function<void(std::string_view)> show_;

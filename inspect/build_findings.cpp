@@ -13,7 +13,7 @@ void FindBuildError(const SiteView& site, FindingSink& sink)
 void FindBuildWarnings(const SiteView& site, FindingSink& sink)
 {
     for (const Warning& warning : site.warnings)
-        sink.Add(warning.where.View(), warning.text);
+        sink.Add(warning.where.View(), warning.text, warning.hint);
 }
 
 } // namespace kiv

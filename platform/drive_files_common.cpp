@@ -25,8 +25,26 @@ void DriveFiles::ChangeDirectory(std::string_view path)
 {
     std::string absolute = Absolute(path);
     if (!FolderExists(path))
-        Refuse("change to", path, "no such folder");
+        RefuseFolder(path, absolute);
     current_ = std::move(absolute);
+}
+
+/// A slip in a folder's name is told by how far the path leads, and a file by where it lies.
+void DriveFiles::RefuseFolder(std::string_view path, std::string_view absolute)
+{
+    std::string hint(kNoSuchFolder.hint);
+    if (FileExists(absolute)) {
+        hint = Joined(
+            {"It is a file: give the folder that it lies in, \"", FolderOf(absolute), "\"."});
+    } else if (!absolute.empty()) {
+        std::string_view missing = absolute;
+        while (!NameOf(FolderOf(missing)).empty() && !FolderExists(FolderOf(missing)))
+            missing = FolderOf(missing);
+        if (FolderExists(FolderOf(missing)))
+            hint = Joined({"Look at the spelling: \"", FolderOf(missing),
+                           "\" is there, but has no folder \"", NameOf(missing), "\"."});
+    }
+    Refuse("change to", path, {"no such folder", hint});
 }
 
 FolderListing DriveFiles::List(std::string_view folder, std::string_view pattern)
@@ -46,7 +64,7 @@ FolderListing DriveFiles::Listing(std::string_view folder, std::string_view patt
 {
     const std::string absolute = Absolute(folder);
     if (absolute.empty())
-        Refuse("list", folder, "no such folder");
+        Refuse("list", folder, kNoSuchFolder);
     struct Row {
         std::string upper;
         FileName name;
@@ -95,7 +113,8 @@ std::string DriveFiles::Absolute(std::string_view path) const
     std::string absolute = AbsolutePath(path, current_);
     if (IsTooLong(absolute))
         Refuse("look at", Joined({FirstChars(absolute, kShownOfLongPath), "..."}),
-               "the path is too long");
+               {"the path is too long",
+                "Take shorter names, or move the site to a folder that is not so deep."});
     return absolute;
 }
 
@@ -108,7 +127,7 @@ std::string DriveFiles::FileToUse(std::string_view path, std::string_view action
 {
     std::string absolute = AbsoluteFile(path);
     if (absolute.empty() || NameOf(absolute).empty())
-        Refuse(action, path, "no such file");
+        Refuse(action, path, kNoSuchFile);
     return absolute;
 }
 
@@ -141,7 +160,9 @@ void DriveFiles::CountSaved(const std::string& saved)
 void DriveFiles::RefuseUnexpected(const OutputFile& file, const Expectation& expected)
 {
     if (expected.kind == Expectation::Kind::nothing && file.exists)
-        Refuse("write", file.path, "there is a file of this name already");
+        Refuse("write", file.path,
+               {"there is a file of this name already",
+                "Another program has just made it: look at it, move it away, and start again."});
     if (expected.kind == Expectation::Kind::content && !file.exists)
         RefuseChanged(file.path);
 }
@@ -157,7 +178,7 @@ void DriveFiles::RefuseTooLarge(std::string_view path, std::uint64_t size)
 {
     constexpr std::uint64_t kLargest = std::uint64_t{1} << 30U;
     if (size > kLargest)
-        Refuse("read", path, "it is larger than 1 GiB");
+        Refuse("read", path, {"it is larger than 1 GiB", "Part it into smaller files."});
 }
 
 std::string DriveFiles::RoomFor(std::string_view path, std::uint64_t size)
@@ -167,7 +188,10 @@ std::string DriveFiles::RoomFor(std::string_view path, std::uint64_t size)
         bytes.reserve(static_cast<std::size_t>(size));
         return bytes;
     } catch (const std::bad_alloc&) {
-        throw RunError(ErrorKind::memory, Joined({"there is not enough memory to read ", path}));
+        RunError error(ErrorKind::memory, Joined({"there is not enough memory to read ", path}), {},
+                       "Close other programs, or part the file into smaller ones.");
+        error.file = path;
+        throw RunError(std::move(error));
     }
 }
 
@@ -184,7 +208,8 @@ std::string DriveFiles::ReadWhole(std::string_view path, std::uint64_t size, con
         size = size_now();
     }
     Refuse("read", path,
-           "it ends before its size says so. Another program is changing it, or the disk fails");
+           {"it ends before its size says so. Another program is changing it, or the disk fails",
+            "Start again when the other program is done."});
 }
 
 void DriveFiles::KeepFormerAt(std::string_view path)

@@ -86,6 +86,7 @@ class DriveFiles : public Drives {
     /// Throws "cannot write x: …" when a file is there that must not be, or none that must be.
     static void RefuseUnexpected(const OutputFile& file, const Expectation& expected);
     [[noreturn]] static void RefuseChanged(std::string_view path);
+    [[noreturn]] void RefuseFolder(std::string_view path, std::string_view absolute);
     /// Throws for a file that is too large to be read whole.
     static void RefuseTooLarge(std::string_view path, std::uint64_t size);
     /// Makes room for a file that is read whole. Throws RunError of kind `memory`.

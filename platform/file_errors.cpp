@@ -1,6 +1,8 @@
 #include "platform/file_errors.h"
 
+#include "platform/drive_path.h"
 #include "platform/run_error.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -8,16 +10,61 @@
 
 namespace kiv {
 
-void Refuse(std::string_view action, std::string_view path, std::string_view reason)
+namespace {
+
+bool IsAbsolute(std::string_view path)
 {
-    std::string text("cannot ");
-    text.append(action).append(" ").append(path).append(": ").append(reason);
-    throw RunError(ErrorKind::file, std::move(text));
+    return path.size() > 2 && HasDrive(path) && IsSeparator(path[2]);
+}
+
+/// Whether the disk says that there is no such file.
+bool IsMissing(FileReader& files, std::string_view path)
+{
+    try {
+        return !files.FileExists(path);
+    } catch (const RunError&) {
+        return false;
+    }
+}
+
+RunError Refusal(std::string_view action, std::string_view path, const FileReason& reason)
+{
+    return {ErrorKind::file,
+            Joined({"cannot ", action, " ", path, ": ", reason.text}),
+            {},
+            std::string(reason.hint)};
+}
+
+} // namespace
+
+void Refuse(std::string_view action, std::string_view path, const FileReason& reason)
+{
+    RunError error = Refusal(action, path, reason);
+    if (IsAbsolute(path))
+        error.file = path;
+    throw RunError(std::move(error));
 }
 
 void RefuseWith(std::string_view action, std::string_view path, int error)
 {
-    Refuse(action, path, SystemReason(error));
+    const std::string reason = SystemReason(error);
+    Refuse(action, path, {reason, SystemHint(error)});
+}
+
+void RefuseStart(std::string_view command, const FileReason& reason)
+{
+    throw Refusal("start", command, reason);
+}
+
+std::string ReadNeeded(FileReader& files, std::string_view path, std::string_view what_to_do)
+{
+    try {
+        return files.ReadFile(path);
+    } catch (RunError& error) {
+        if (error.kind == ErrorKind::file && IsMissing(files, path))
+            error.hint = what_to_do;
+        throw;
+    }
 }
 
 std::string SystemReason(int error)

@@ -14,8 +14,12 @@ namespace kiv {
 template <typename T, int Low, int High>
 class FixedTable {
   public:
-    /// `name` says in an error which table was left, for instance "source line".
-    explicit FixedTable(const char* name) : name_(name) {}
+    /// `name` says in an error which table was left, for instance "source line", `what_to_do` what
+    /// its user can do then.
+    explicit FixedTable(const char* name, const char* what_to_do = "")
+        : name_(name), what_to_do_(what_to_do)
+    {
+    }
 
     const T& operator[](int index) const
     {
@@ -49,12 +53,14 @@ class FixedTable {
     /// Apart from Slot, which is called for every line and so must be short.
     [[noreturn]] void Refuse(int index) const
     {
-        throw RunError(ErrorKind::subscript, std::string(name_) + " " + std::to_string(index) +
-                                                 " is outside " + std::to_string(Low) + " to " +
-                                                 std::to_string(High));
+        throw RunError(ErrorKind::subscript,
+                       std::string(name_) + " " + std::to_string(index) + " is outside " +
+                           std::to_string(Low) + " to " + std::to_string(High),
+                       {}, what_to_do_);
     }
 
     const char* name_;
+    const char* what_to_do_;
     std::vector<T> entries_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/picture_headers.h"
 #include "platform/run_error.h"
+#include "text/joined_text.h"
 
 #include <climits>
 #include <cstddef>
@@ -24,11 +25,12 @@ namespace kiv {
 
 namespace {
 
-[[noreturn]] void Refuse(std::string_view path, std::string_view reason)
+[[noreturn]] void Refuse(std::string_view path, std::string_view reason, std::string what_to_do)
 {
-    std::string text("cannot read the size of ");
-    text.append(path).append(": ").append(reason);
-    throw RunError(ErrorKind::picture, std::move(text));
+    RunError error(ErrorKind::picture, Joined({"cannot read the size of ", path, ": ", reason}), {},
+                   std::move(what_to_do));
+    error.file = path;
+    throw RunError(std::move(error));
 }
 
 PictureHeader ReadHeader(FileReader& files, std::string_view path)
@@ -36,7 +38,7 @@ PictureHeader ReadHeader(FileReader& files, std::string_view path)
     try {
         return ReadPictureHeader(files, path);
     } catch (const RunError& error) {
-        Refuse(path, error.text);
+        Refuse(path, error.text, error.hint);
     }
 }
 
@@ -81,10 +83,14 @@ PictureSize HeaderPictureLoader::Size(std::string_view path)
     const PictureSize size = SizeIn(header);
     if (size.width > 0 && size.height > 0)
         return size;
+    const std::string what_to_do =
+        "Save the picture anew as a JPEG, GIF, PNG or BMP file, or move it out of the folder.";
     if (header.kind.empty())
-        Refuse(path, "it is not a JPEG, GIF, PNG or BMP picture");
-    Refuse(path, "it looks like " + header.kind +
-                     (header.kind.starts_with("a ") ? ", but says no size" : ""));
+        Refuse(path, "it is not a JPEG, GIF, PNG or BMP picture", what_to_do);
+    Refuse(path,
+           "it looks like " + header.kind +
+               (header.kind.starts_with("a ") ? ", but says no size" : ""),
+           what_to_do);
 }
 
 } // namespace kiv

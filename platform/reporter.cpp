@@ -1,21 +1,23 @@
 #include "platform/reporter.h"
 
+#include <utility>
+
 namespace kiv {
 
-void Reporter::reportmsg(std::string_view text, const Place& where)
+void Reporter::reportmsg(std::string_view text, const Place& where, std::string_view hint)
 {
-    Keep(text, where, true);
+    Keep({std::string(text), where, true, std::string(hint)});
     Show(text);
 }
 
-void Reporter::Withhold(std::string_view text, const Place& where)
+void Reporter::Withhold(std::string_view text, const Place& where, std::string_view hint)
 {
-    Keep(text, where, false);
+    Keep({std::string(text), where, false, std::string(hint)});
 }
 
-void Reporter::Keep(std::string_view text, const Place& where, bool is_shown)
+void Reporter::Keep(Warning warning)
 {
-    warnings_.push_back({std::string(text), where, is_shown});
+    warnings_.push_back(std::move(warning));
     Take(warnings_.back());
 }
 

@@ -15,6 +15,7 @@ struct Warning {
     std::string text;
     KeptPlace where;
     bool was_shown = false;
+    std::string hint = {}; // what can be done, in whole sentences; "": nothing
 };
 
 /// Keeps the warnings of a run; a face derives from it and shows them.
@@ -25,10 +26,10 @@ class Reporter {
     Reporter& operator=(const Reporter&) = delete;
     virtual ~Reporter() = default;
 
-    /// Keeps one message as a warning and shows it to the user.
-    void reportmsg(std::string_view text, const Place& where = {});
+    /// Keeps one message as a warning and shows it to the user. `hint` says what can be done.
+    void reportmsg(std::string_view text, const Place& where = {}, std::string_view hint = {});
     /// Keeps a warning that is not shown.
-    void Withhold(std::string_view text, const Place& where = {});
+    void Withhold(std::string_view text, const Place& where = {}, std::string_view hint = {});
 
     /// In the order in which they came.
     const std::vector<Warning>& Warnings() const { return warnings_; }
@@ -48,7 +49,7 @@ class Reporter {
     virtual void Take(const Warning& /*warning*/) {}
 
   private:
-    void Keep(std::string_view text, const Place& where, bool is_shown);
+    void Keep(Warning warning);
 
     std::vector<Warning> warnings_;
 };

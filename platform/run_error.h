@@ -28,6 +28,7 @@ struct RunError : std::exception {
     ErrorKind kind;
     std::string text; // what is wrong, begins in lower case
     KeptPlace where;  // filled in by the run when the spot does not know it
+    std::string file; // absolute drive path of what cannot be used, the place when nobody knows one
     std::string hint; // what can be done, as a sentence; "": nothing
 
     RunError(ErrorKind error_kind, std::string error_text, const Place& place = {},

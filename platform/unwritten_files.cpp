@@ -93,7 +93,7 @@ OutputFile UnwrittenFiles::Open(std::string_view path)
 {
     const std::string absolute = AbsolutePath(path, CurrentDirectory());
     if (made_.contains(UpperCase(absolute)))
-        Refuse("write", absolute, "a folder has this name");
+        Refuse("write", absolute, kFolderInTheWay);
     if (made_.contains(UpperCase(FolderOf(absolute))))
         return {absolute, {}, FileExists(path)};
     return real_.Open(path);

@@ -62,7 +62,8 @@ void groupbuild(Workspace& workspace, const AroundMember& around)
     const std::vector<std::string> entries = GroupEntries(files);
     if (entries.size() > kMaxGroupEntries)
         throw RunError(ErrorKind::subscript, "more than 500 group entries",
-                       {AbsolutePath(kGroupFile, files.CurrentDirectory())});
+                       {AbsolutePath(kGroupFile, files.CurrentDirectory())},
+                       "A group has room for 500 folders: make two groups of it.");
     const std::string saved = workspace.WorkDir;
     const std::function<void()> build = [&] { BuildCurrent(workspace, addresses); };
     const auto build_all = [&] {

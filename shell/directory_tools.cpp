@@ -82,7 +82,7 @@ class ImaginedFolder {
         const bool is_listed = taken_.count(upper) > 0;
         const int others = taken_[upper] - (upper == UpperCase(TextOfName(from)) ? 1 : 0);
         if (others > 0 || (!is_listed && files_.NameIsTaken(PathOf(to))))
-            RefuseRename(PathOf(from), PathOf(to), "target exists");
+            RefuseRename(PathOf(from), PathOf(to), kTargetExists.text, kTargetExists.hint);
         done.push_back(Move(from, name));
     }
 
@@ -149,7 +149,8 @@ class ImaginedFolder {
         if (!IsThere(rename.from))
             RefuseWith("rename", PathOf(rename.from), ENOENT);
         if (folders_.contains(name.text) || IsThere(rename.to))
-            RefuseRename(PathOf(rename.from), PathOf(rename.to), "target exists");
+            RefuseRename(PathOf(rename.from), PathOf(rename.to), kTargetExists.text,
+                         kTargetExists.hint);
         done.push_back(Move(rename.from, name));
     }
 

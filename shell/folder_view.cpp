@@ -33,7 +33,8 @@ FolderView ViewFolder(const Machine& machine, std::string_view folder)
     FolderView view;
     view.folder = AbsolutePath(folder, files.CurrentDirectory());
     if (view.folder.empty() || !files.FolderExists(view.folder))
-        throw RunError(ErrorKind::file, "cannot open the folder " + std::string(folder));
+        throw RunError(ErrorKind::file, "cannot open the folder " + std::string(folder),
+                       {view.folder}, "Look at its spelling, and whether it was moved.");
     view.drives = machine.native_paths.DriveLetters();
     view.above = WayTo(view.folder);
     for (const std::string& name : files.ListFolders(view.folder))

@@ -1,9 +1,11 @@
 #include "shell/groups.h"
 
 #include "platform/drive_path.h"
+#include "platform/file_errors.h"
 #include "platform/site_files.h"
 #include "shell/outside_programs.h"
 #include "shell/workspace.h"
+#include "text/text.h"
 
 namespace kiv {
 
@@ -11,8 +13,11 @@ namespace {
 
 void AppendLines(std::string& text, Files& files, const std::string& path)
 {
-    for (const std::string& line : ReadLines(files, path))
-        text.append(line).append("\r\n");
+    const std::string bytes = ReadNeeded(
+        files, path,
+        "A build writes this file: build its folder first, or take it out of _group.txt.");
+    for (std::string_view rest = bytes; !rest.empty();)
+        text.append(TakeLine(rest)).append("\r\n");
 }
 
 std::string AsFolder(const std::string& entry)

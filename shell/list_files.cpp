@@ -79,7 +79,8 @@ void loadjumps(Files& files, std::vector<JumpEntry>& entries)
             continue;
         if (entries.size() == kJumpEntries)
             throw RunError(ErrorKind::subscript, "more than 10 jump entries",
-                           {kJumpListFile, line_number, {}});
+                           {kJumpListFile, line_number, {}},
+                           "There is room for 10: take one out, or put \";\" before its line.");
         std::string path(Trim(fields[1]));
         if (!path.ends_with('\\'))
             path += '\\';
@@ -100,9 +101,11 @@ int loadftplist(Files& files, UploadEntries& entries)
         const std::vector<std::string_view> fields = Split(line, '|');
         const Place where = {kUploadListFile, line_number, {}};
         if (fields.size() < 2)
-            throw RunError(ErrorKind::subscript, "upload entry without \"|\"", where);
+            throw RunError(ErrorKind::subscript, "upload entry without \"|\"", where,
+                           "Write it as \"folder|command\"; a remark has no place in this file.");
         if (count == 50)
-            throw RunError(ErrorKind::subscript, "more than 50 upload entries", where);
+            throw RunError(ErrorKind::subscript, "more than 50 upload entries", where,
+                           "There is room for 50: take one out.");
         ++count;
         entries[count] = {std::string(fields[0]), std::string(fields[1])};
     }

@@ -9,7 +9,7 @@ std::vector<Finding> MessagesOf(const Workspace& workspace, const std::vector<Wa
 {
     std::vector<Finding> messages = workspace.Findings.value_or(std::vector<Finding>());
     for (const Warning& warning : warnings)
-        messages.push_back({Severity::warning, "", warning.text, warning.where});
+        messages.push_back({Severity::warning, "", warning.text, warning.where, warning.hint});
     if (error)
         messages.push_back({Severity::error, "", error->text, error->where, error->hint});
     return messages;

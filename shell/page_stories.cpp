@@ -75,7 +75,8 @@ class PageTrace : public Trace {
 std::string ErrorWords(const RunError& error, bool has_pages)
 {
     const std::string where = error.where.IsKnown() ? " (" + error.where.Text() + ")" : "";
-    return Joined({"The build ended in an error: ", error.text, where, ".",
+    const std::string hint = error.hint.empty() ? "" : " " + error.hint;
+    return Joined({"The build ended in an error: ", error.text, where, ".", hint,
                    has_pages ? " What it had made by then is shown." : ""});
 }
 

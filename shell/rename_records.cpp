@@ -139,7 +139,7 @@ RenameRecord::RenameRecord(Machine& machine, const std::string& records_folder)
     : machine_(machine), records_folder_(records_folder), journal_(JournalPath(machine.files))
 {
     if (machine.files.IsLink(journal_))
-        throw RunError(ErrorKind::file, Joined({"cannot use ", journal_, kIsLink}));
+        throw RunError(ErrorKind::file, Joined({"cannot use ", journal_, kIsLink}), {journal_});
     if (!machine.files.FileExists(journal_))
         return;
     // A folder that has moved takes its journal along.
@@ -147,7 +147,8 @@ RenameRecord::RenameRecord(Machine& machine, const std::string& records_folder)
     if (!record)
         throw RunError(ErrorKind::file,
                        Joined({"cannot read ", journal_, kIsNoRecord,
-                               machine.files.CurrentDirectory(), " are as they should be"}));
+                               machine.files.CurrentDirectory(), " are as they should be"}),
+                       {journal_});
     unfinished_ = former_ = std::move(record->run);
 }
 
@@ -174,7 +175,9 @@ std::optional<Renames> RenameRecord::Last()
     if (!record || record->run.is_undoing || record->folder != files.RealFolder(folder))
         throw RunError(ErrorKind::file,
                        Joined({"cannot read ", path, ": it is no record of renames. Those in ",
-                               folder, " can be taken back by the report of their run alone"}));
+                               folder, " can be taken back by the report of their run alone"}),
+                       {path},
+                       "If you kept the JSON report of the renaming, give it with --report.");
     return std::move(record->run.renames);
 }
 

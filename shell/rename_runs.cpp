@@ -121,9 +121,11 @@ Renames Reversed(const Renames& renames)
     return reversed;
 }
 
-void RefuseRename(const std::string& from, const std::string& to, std::string_view reason)
+void RefuseRename(const std::string& from, const std::string& to, std::string_view reason,
+                  std::string_view hint)
 {
-    throw RunError(ErrorKind::file, Joined({"cannot rename ", from, " to ", to, ": ", reason}));
+    throw RunError(ErrorKind::file, Joined({"cannot rename ", from, " to ", to, ": ", reason}),
+                   {from}, std::string(hint));
 }
 
 std::string_view FaultOfForm(std::string_view exact)
@@ -225,8 +227,10 @@ LeftRenames PutBackEach(const Renames& renames, const RunProgress& progress,
         }
     });
     std::reverse(left.renames.begin(), left.renames.end());
-    if (left.fault)
+    if (left.fault) {
         left.fault->text += WhatToDo(left.renames.size() - 1);
+        left.fault->hint.clear(); // that of one file would be in its way
+    }
     return left;
 }
 

@@ -35,9 +35,9 @@ struct UnfinishedRun {
     bool is_undoing = false; // it takes former renames back
 };
 
-/// Throws "cannot rename …" of kind `file`; both are paths.
+/// Throws "cannot rename …" of kind `file`; both are absolute paths. `hint` says what can be done.
 [[noreturn]] void RefuseRename(const std::string& from, const std::string& to,
-                               std::string_view reason);
+                               std::string_view reason, std::string_view hint = {});
 
 /// Why no renamer has to do with a name, given in exact form: it has folders, or is one that the
 /// program has for itself, in whatever case; "" when one may.

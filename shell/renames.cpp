@@ -152,7 +152,8 @@ void TakeBackWithFormer(Run& run, const UnfinishedRun& former, const Renames& re
             ErrorKind::file,
             Joined({"cannot undo what the report tells of in ", run.files.CurrentDirectory(),
                     ": another renaming was cut short there. Undo that one first, "
-                    "without a report"}));
+                    "without a report"}),
+            {run.files.CurrentDirectory()}, "Start undo-renames without --report.");
 }
 
 void RenameAll(Workspace& workspace, const RenamePasses& passes)
@@ -246,7 +247,9 @@ void UndoLastRenames(Workspace& workspace)
     if (!last)
         throw RunError(ErrorKind::file,
                        Joined({"cannot undo the renaming of ", run.files.CurrentDirectory(),
-                               ": there is none on record, or it was undone already"}));
+                               ": there is none on record, or it was undone already"}),
+                       {run.files.CurrentDirectory()},
+                       "If you kept the JSON report of the renaming, give it with --report.");
     TakeBack(run, *last);
 }
 

@@ -16,8 +16,6 @@ namespace {
 
 constexpr std::size_t kShownWhole = 40;
 
-constexpr std::string_view kNoMemory = "there is not enough memory for this";
-
 /// Drive letter in upper case, no "." and no "..", "\" at the end.
 std::string AbsoluteWorkDir(std::string_view path, std::string_view current)
 {
@@ -37,16 +35,26 @@ std::string SpelledWorkDir(std::string_view path, std::string_view current)
     return work_dir;
 }
 
+RunError NoMemory()
+{
+    return {ErrorKind::memory,
+            "there is not enough memory for this",
+            {},
+            "Close other programs, or work on less at a time."};
+}
+
 std::optional<RunError> FatalErrorOf(const std::function<void()>& command)
 {
     try {
         command();
-    } catch (const RunError& error) {
-        return error;
+    } catch (RunError& error) {
+        if (!error.where.IsKnown())
+            error.where.file = error.file;
+        return std::move(error);
     } catch (const std::bad_alloc&) {
-        return RunError(ErrorKind::memory, std::string(kNoMemory));
+        return NoMemory();
     } catch (const std::length_error&) {
-        return RunError(ErrorKind::memory, std::string(kNoMemory));
+        return NoMemory();
     }
     return std::nullopt;
 }
@@ -177,7 +185,8 @@ void Workspace::GoToAs(std::string_view path, std::string work_dir)
 {
     // An empty path would be where we are, and a tool would be let loose on the wrong folder.
     if (path.empty())
-        throw RunError(ErrorKind::file, "cannot change to a folder without a name");
+        throw RunError(ErrorKind::file, "cannot change to a folder without a name", {},
+                       "Give a folder; the list of jumps wants one behind the \"|\".");
     machine_.files.ChangeDirectory(path);
     WorkDir = std::move(work_dir);
     showdir();

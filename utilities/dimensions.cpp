@@ -57,7 +57,8 @@ bool IsTiny(std::string_view number)
 
 [[noreturn]] void RefuseOverflow(std::string_view what)
 {
-    throw RunError(ErrorKind::overflow, std::string(what) + " is out of range");
+    throw RunError(ErrorKind::overflow, std::string(what) + " is out of range", {},
+                   "Give smaller numbers.");
 }
 
 /// A field by its leading numeric part; 0 when it begins with no number.
@@ -110,7 +111,8 @@ double InProportion(double side, double factor, double divisor)
     if (!std::isfinite(product))
         RefuseOverflow("the product of the sides");
     if (divisor == 0)
-        throw RunError(ErrorKind::division, "division by a starting side of 0");
+        throw RunError(ErrorKind::division, "division by a starting side of 0", {},
+                       "Give the starting width and height, both greater than 0.");
     const double quotient = product / divisor;
     if (!std::isfinite(quotient))
         RefuseOverflow("the new side");

@@ -1,10 +1,12 @@
 #include "utilities/news_composer.h"
 
 #include "platform/drive_path.h"
+#include "platform/file_errors.h"
 #include "platform/site_files.h"
 #include "text/joined_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
+#include "utilities/news_marks.h"
 #include "utilities/news_names.h"
 #include "utilities/text_conversions.h"
 
@@ -20,9 +22,7 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kBangMarker = ";inserthere1";
 constexpr std::string_view kArticleFolder = "txt\\"; // below that of the page list
-constexpr std::string_view kEntryMarker = ";inserthere2";
 
 /// The header fields in the order of the bang line.
 constexpr std::array<std::string NewsItem::*, 6> kHeaderFields = {
@@ -47,16 +47,10 @@ NewsPaths PathsOf(const SitePreset& preset, const std::string& file_name)
     return paths;
 }
 
-/// The line end that makes a marker one.
-std::string MarkerLine(std::string_view marker)
-{
-    return Joined({marker, kCrLf});
-}
-
 /// Puts `lines` behind every line end that follows `marker`.
 void InsertAfter(std::string& page_list, std::string_view marker, std::string_view lines)
 {
-    const std::string line = MarkerLine(marker);
+    const std::string line = NewsMarkLine(marker);
     ReplaceEach(page_list, line, line + std::string(lines));
 }
 
@@ -64,7 +58,7 @@ void InsertAfter(std::string& page_list, std::string_view marker, std::string_vi
 /// list without the marker gets nothing, so it has all.
 bool HasAfter(std::string_view page_list, std::string_view marker, std::string_view lines)
 {
-    return !Contains(page_list, MarkerLine(marker)) || Contains(page_list, lines);
+    return FindNewsMark(page_list, marker) != NewsMark::found || Contains(page_list, lines);
 }
 
 /// The page entry but for its end.
@@ -118,23 +112,26 @@ struct NewsRun {
 /// A home page list gets the bang line.
 void ChangeHomeList(ListChange& list, const std::string& bang_line)
 {
-    list.is_done = HasAfter(list.old, kBangMarker, bang_line);
-    InsertAfter(list.changed, kBangMarker, bang_line);
+    list.is_done = HasAfter(list.old, kNewsLineMark, bang_line);
+    InsertAfter(list.changed, kNewsLineMark, bang_line);
 }
 
 /// A site's list gets the bang line and the entry.
 void ChangeSiteList(ListChange& list, const std::string& bang_line, const std::string& head)
 {
     list.is_done =
-        HasAfter(list.old, kBangMarker, bang_line) && HasAfter(list.old, kEntryMarker, head);
+        HasAfter(list.old, kNewsLineMark, bang_line) && HasAfter(list.old, kNewsEntryMark, head);
     ReplaceEach(list.changed, kEntryEnd, "");
-    InsertAfter(list.changed, kBangMarker, bang_line);
-    InsertAfter(list.changed, kEntryMarker, head + std::string(kEntryEnd));
+    InsertAfter(list.changed, kNewsLineMark, bang_line);
+    InsertAfter(list.changed, kNewsEntryMark, head + std::string(kEntryEnd));
 }
 
 ListChange ReadList(Files& files, const std::string& path)
 {
-    std::string content = files.ReadFile(path);
+    std::string content =
+        ReadNeeded(files, path,
+                   "The news needs this page list: write it, with a line \";inserthere1\" for the "
+                   "news lines and a line \";inserthere2\" for the pages.");
     return {path, content, content};
 }
 
@@ -180,7 +177,7 @@ NewsRun makehtml(Files& files, const NewsDesk& desk, const NewsItem& item, const
     NewsRun run;
     run.lists = ChangedLists(files, paths, bang_line, EntryHead(item, bang));
     run.body = BodyText(desk, item, preset);
-    if (!Contains(run.lists.front().old, kBangMarker))
+    if (FindNewsMark(run.lists.front().old, kNewsLineMark) == NewsMark::absent)
         run.body.insert(0, bang_line);
     return run;
 }
@@ -198,6 +195,15 @@ void WriteRun(Files& files, const NewsPaths& paths, const NewsRun& run)
     for (std::size_t i = 0; i < places.size(); ++i)
         files.CommitSource(places[i], run.lists[i].changed,
                            {Expectation::Kind::content, run.lists[i].old});
+}
+
+/// Says what a run has done with its article and its lists.
+void TellRun(Reporter& reporter, const NewsPaths& paths, const NewsRun& run)
+{
+    std::vector<NewsList> lists;
+    for (const ListChange& list : run.lists)
+        lists.push_back({list.path, list.old, !lists.empty()});
+    TellNews(reporter, paths.body, lists);
 }
 
 /// Goes on with a run that was cut short when it had put the article into place. What it had done
@@ -254,7 +260,9 @@ bool TakeUp(Machine& machine, const NewsDesk& desk, const NewsItem& item, const 
         desk.switchto(preset.folder);
     if (run)
         FinishRun(machine.files, paths, *run);
-    if (!is_left)
+    if (is_left)
+        TellRun(machine.reporter, paths, *run);
+    else
         machine.reporter.reportmsg("That file already exists. Try Again.");
     return is_left;
 }
@@ -271,7 +279,9 @@ bool newsdoit(Machine& machine, const NewsDesk& desk, const NewsItem& item,
     const auto locks = LockFolders(files, paths);
     if (!files.FileExists(paths.body)) {
         desk.switchto(preset.folder);
-        WriteRun(files, paths, makehtml(files, desk, item, preset, paths));
+        const NewsRun run = makehtml(files, desk, item, preset, paths);
+        WriteRun(files, paths, run);
+        TellRun(machine.reporter, paths, run);
     } else if (!TakeUp(machine, desk, item, preset, paths)) {
         return false;
     }

@@ -60,7 +60,8 @@ void TakeSetting(NewsSettings& settings, std::string_view line)
         return;
     }
     if (settings.presets.size() == kMaxPresets)
-        throw RunError(ErrorKind::subscript, "more than 18 news sites");
+        throw RunError(ErrorKind::subscript, "more than 18 news sites", {},
+                       "There is room for 18: take one out, or put \";\" before its line.");
     settings.presets.push_back(PresetOf(line));
 }
 

@@ -71,7 +71,8 @@ void SizePicturesHere(Machine& machine, const std::string& editor_command)
     Files& files = machine.files;
     const std::unique_ptr<FolderLock> lock = files.LockFolder(files.CurrentDirectory());
     const AltText alt_text = ReadAltText(files);
-    PictureTable pictures("picture");
+    PictureTable pictures(
+        "picture", "A picture list has room for 3000 pictures: move some into another folder.");
     const int count = ReadPictures(machine, alt_text, pictures);
     const std::string folder_name = ThisDirNameOf(files.CurrentDirectory());
     WritePictureFiles(files, alt_text, EmitPictures(pictures, count, folder_name));

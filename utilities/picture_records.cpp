@@ -35,7 +35,8 @@ void AltTable::Add(std::string_view line)
 {
     const std::vector<std::string_view> fields = Split(line, '|');
     if (fields.size() == 1 || fields.size() == 3)
-        throw RunError(ErrorKind::subscript, "a line of _alt.txt needs two fields or four");
+        throw RunError(ErrorKind::subscript, "a line of _alt.txt needs two fields or four", {},
+                       "Write it as \"file|text\" or as \"file|text|credit|caption\".");
     AltEntry& entry = entries_[++count_];
     entry.file = fields[0];
     entry.alt = QuoteEscape(fields[1]);
@@ -45,8 +46,9 @@ void AltTable::Add(std::string_view line)
     }
     const std::size_t dot = entry.file.find('.');
     if (dot == npos)
-        throw RunError(ErrorKind::invalid_argument,
-                       "the file name \"" + entry.file + "\" has no \".\"");
+        throw RunError(
+            ErrorKind::invalid_argument, "the file name \"" + entry.file + "\" has no \".\"", {},
+            "Write the name of the picture with its extension, as in \"bridge.jpg|text\".");
     entry.thumb = std::string(entry.file).insert(dot, "_t");
     rows_.try_emplace(entry.file, count_);
     rows_.try_emplace(entry.thumb, count_);

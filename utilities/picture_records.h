@@ -35,7 +35,9 @@ class AltTable {
   private:
     void Add(std::string_view line);
 
-    FixedTable<AltEntry, 1, 3000> entries_{"line of _alt.txt"};
+    FixedTable<AltEntry, 1, 3000> entries_{
+        "line of _alt.txt", "_alt.txt has room for 3000 entries: take out those of pictures that "
+                            "are gone, or part the folder in two."};
     int count_ = 0;
     std::unordered_map<std::string, int> rows_; // the first row of each name
 };

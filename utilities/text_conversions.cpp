@@ -149,7 +149,9 @@ std::string FieldNamesToScript(std::string_view text, std::string_view recipient
         const std::size_t quote = text.find('"');
         if (quote == npos)
             throw RunError(ErrorKind::invalid_argument,
-                           "a \"NAME=\" of the form has no double quote behind its name");
+                           "a \"NAME=\" of the form has no double quote behind its name", {},
+                           "Put the name in double quotes, as in NAME=\"email\", and copy the "
+                           "whole form.");
         const std::string_view name = text.substr(0, quote);
         text.remove_prefix(quote + 1);
         const bool separate = !known.empty();
@@ -195,7 +197,9 @@ std::string NewsLineToEntry(std::string_view text)
     const std::string_view line = text.empty() ? text : TakeLine(text);
     const std::vector<std::string_view> fields = Split(line, '|');
     if (fields.size() < 3)
-        throw RunError(ErrorKind::subscript, "the news line has fewer than three fields");
+        throw RunError(
+            ErrorKind::subscript, "the news line has fewer than three fields", {},
+            "Copy the whole line, as in \"!!1[date|file|title|byline|newspaper|subhead]\".");
     const std::string_view tag = line.starts_with("!!1") ? "!!2" : "!!1";
     return Joined({"@file = ", fields[1], "\r\n@title = ", fields[2], kCrLf, tag, FromChar(line, 4),
                    "\r\n++txt\\", fields[1], ".txt\r\n\r\n@@EOY\r\n\r\n"});

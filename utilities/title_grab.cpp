@@ -55,7 +55,8 @@ std::string TitleIn(std::string_view page, const std::string& path)
         Append(text, {" ", line});
     }
     if (closing < begin)
-        throw RunError(ErrorKind::invalid_argument, "the title ends before it begins", {path});
+        throw RunError(ErrorKind::invalid_argument, "the title ends before it begins", {path},
+                       "Put <title> before </title> in this page.");
     return text.substr(begin, closing - begin);
 }
 
@@ -120,7 +121,9 @@ void grab_titles(Machine& machine, bool with_redirect, GrabFlags& flags)
         machine.reporter.reportmsg("Empty directory!");
         return;
     }
-    GrabbedPages pages("page of the title grab");
+    GrabbedPages pages(
+        "page of the title grab",
+        "A title grab takes 1000 pages: move some into another folder while you grab.");
     const int all = static_cast<int>(names.size());
     int count = 0;
     for (const FileName& name : names) {

@@ -91,7 +91,7 @@ std::string PosixDriveFiles::RealFolder(std::string_view path)
     const std::string absolute = Absolute(path);
     const std::optional<std::string> native = absolute.empty() ? std::nullopt : FolderAt(absolute);
     if (!native)
-        Refuse("look at", path, "no such folder");
+        Refuse("look at", path, kNoSuchFolder);
     const std::unique_ptr<char, decltype(&std::free)> real(::realpath(native->c_str(), nullptr),
                                                            &std::free);
     if (!real)
@@ -118,7 +118,7 @@ void PosixDriveFiles::RefuseUnwritable(std::string_view path)
     const std::string absolute = FileToUse(path, "write");
     const std::optional<std::string> folder = FolderAt(std::string(FolderOf(absolute)));
     if (!folder)
-        Refuse("write", absolute, "no such folder");
+        Refuse("write", absolute, kNoSuchFolder);
     if (::faccessat(AT_FDCWD, folder->c_str(), W_OK | X_OK, AT_EACCESS) != 0)
         RefuseWith("write", absolute, errno);
 }
@@ -141,7 +141,7 @@ std::vector<FileName> PosixDriveFiles::Names(const std::string& folder, bool fol
 {
     const std::optional<std::string> native = FolderAt(folder);
     if (!native)
-        Refuse("list", folder, "no such folder");
+        Refuse("list", folder, kNoSuchFolder);
     std::vector<PosixName> all;
     if (const int error = names_.Read(*native, all))
         RefuseWith("list", folder, error);
@@ -171,11 +171,11 @@ std::unique_ptr<FolderLock> PosixDriveFiles::LockFolder(std::string_view folder)
     const std::string absolute = Absolute(folder);
     const std::optional<std::string> native = absolute.empty() ? std::nullopt : FolderAt(absolute);
     if (!native)
-        Refuse("work in", folder, "no such folder");
+        Refuse("work in", folder, kNoSuchFolder);
     std::unique_ptr<FolderLock> lock;
     const int error = locks_.Lock(*native, lock);
     if (error == EWOULDBLOCK)
-        Refuse("work in", absolute, "another run of kiv is at work there");
+        Refuse("work in", absolute, kOtherRun);
     if (error != 0)
         RefuseWith("work in", absolute, error);
     names_.Forget(); // who held it before has left other names there

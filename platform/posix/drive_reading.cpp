@@ -23,7 +23,7 @@ Descriptor PosixDriveFiles::OpenToRead(std::string_view path, struct stat& state
     if (::fstat(fd, &state) != 0)
         RefuseWith("read", absolute, errno);
     if (!S_ISREG(state.st_mode))
-        Refuse("read", absolute, "no plain file");
+        Refuse("read", absolute, kNoPlainFile);
     return file;
 }
 

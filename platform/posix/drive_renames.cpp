@@ -31,7 +31,7 @@ std::string PosixDriveFiles::ExactNameOf(const std::string& absolute)
     if (error != 0)
         RefuseWith("rename", absolute, error);
     if (!S_ISREG(state.st_mode))
-        Refuse("rename", absolute, "no plain file");
+        Refuse("rename", absolute, kNoPlainFile);
     return ExactName(NativeNameOf(native));
 }
 
@@ -61,7 +61,7 @@ void PosixDriveFiles::Rename(const std::string& source, const std::string& targe
     const std::optional<std::string> old_folder = FolderAt(std::string(FolderOf(source)));
     const std::optional<std::string> folder = FolderAt(std::string(FolderOf(target)));
     if (!old_folder || !folder)
-        Refuse("rename to", target, "no such folder");
+        Refuse("rename to", target, kNoSuchFolder);
     const std::string old_name = JoinNative(*old_folder, NativeName(change.from));
     const std::string new_name = JoinNative(*folder, NativeName(change.to));
     if (new_name == old_name)
@@ -69,14 +69,14 @@ void PosixDriveFiles::Rename(const std::string& source, const std::string& targe
     const std::string action = "rename " + source + " to";
     const std::string own = *folder == *old_folder ? NativeName(change.from) : std::string();
     if (alike == Alike::text && IsTakenByOthers(*folder, TextOfName(change.to), own))
-        Refuse(action, target, "target exists");
+        Refuse(action, target, kTargetExists);
     int error = RenameToFree(old_name, new_name);
     // Where the file system itself ignores case, the new spelling is the file's own name and so is
     // taken.
     if (error == EEXIST && NamesOfOneFile(old_name, new_name) == 1)
         error = MoveOver(old_name, new_name);
     if (error == EEXIST)
-        Refuse(action, target, "target exists");
+        Refuse(action, target, kTargetExists);
     if (error != 0)
         RefuseWith(action, target, error);
     names_.Removed(old_name);

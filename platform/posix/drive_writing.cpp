@@ -57,7 +57,7 @@ OutputFile PosixDriveFiles::LookedUp(std::string_view path)
     // comes back here.
     const int error = names_.Reach(file.path, file.native, look, PosixNames::kTrustFolder);
     if (file.native.empty() && IsMissing(error))
-        Refuse("write", file.path, "no such folder");
+        Refuse("write", file.path, kNoSuchFolder);
     if (error == ENOENT)
         return file;
     if (error != 0)
@@ -72,9 +72,9 @@ OutputFile PosixDriveFiles::LookedUp(std::string_view path)
             RefuseWith("write", file.path, fault);
     }
     if (S_ISDIR(state.st_mode))
-        Refuse("write", file.path, "a folder has this name");
+        Refuse("write", file.path, kFolderInTheWay);
     if (!S_ISREG(state.st_mode))
-        Refuse("write", file.path, "no plain file");
+        Refuse("write", file.path, kNoPlainFile);
     file.exists = true;
     return file;
 }

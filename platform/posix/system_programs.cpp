@@ -76,7 +76,7 @@ NativeCommand MakeNative(Drives& drives, const Launch& launch)
     if (const std::optional<std::string> folder = ExplorerFolder(launch)) {
         const std::string opener = FindInPath("xdg-open");
         if (opener.empty())
-            Refuse("start", "explorer", "no such program: xdg-open");
+            RefuseStart("explorer", {"no such program: xdg-open", kNoSuchProgram.hint});
         return {opener, NativePath(drives, *folder)};
     }
     for (const ProgramReading& reading : ProgramReadings(launch.command)) {
@@ -90,7 +90,7 @@ NativeCommand MakeNative(Drives& drives, const Launch& launch)
         AddWords(command, drives, launch.options);
         return command;
     }
-    Refuse("start", Trim(launch.Text()), "no such program");
+    RefuseStart(Trim(launch.Text()), kNoSuchProgram);
 }
 
 /// What the started process tells of its failure.
@@ -168,8 +168,8 @@ void SystemPrograms::Start(const Launch& launch)
     if (failure.error == 0)
         return;
     const std::string reason = SystemReason(failure.error);
-    Refuse("start", FromUtf8(command[0]),
-           failure.in_folder ? drives_.CurrentDirectory() + ": " + reason : reason);
+    RefuseStart(FromUtf8(command[0]),
+                failure.in_folder ? drives_.CurrentDirectory() + ": " + reason : reason);
 }
 
 } // namespace kiv

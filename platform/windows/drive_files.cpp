@@ -66,7 +66,7 @@ std::string WindowsDriveFiles::RealFolder(std::string_view path)
 {
     const std::string absolute = Absolute(path);
     if (!IsFolderAt(absolute))
-        Refuse("look at", path, "no such folder");
+        Refuse("look at", path, kNoSuchFolder);
     std::wstring native = names_.Native(absolute);
     // A drive that does not tell how it spells the folder is one that ignores case.
     return FindFinalPath(native) == 0 ? ExactFromWide(native) : UpperCase(ExactFromWide(native));
@@ -100,7 +100,7 @@ FileStamp WindowsDriveFiles::Stamp(std::string_view path)
 std::vector<FileName> WindowsDriveFiles::Names(const std::string& folder, bool folders)
 {
     if (!HasGoodNames(folder))
-        Refuse("list", folder, "no such folder");
+        Refuse("list", folder, kNoSuchFolder);
     std::vector<FileName> names;
     const DWORD error = ForEachName(names_.Native(folder), [&](const WindowsName& name) {
         std::string text = FromWide(name.native);
@@ -109,7 +109,7 @@ std::vector<FileName> WindowsDriveFiles::Names(const std::string& folder, bool f
         return true;
     });
     if (IsMissing(error))
-        Refuse("list", folder, "no such folder");
+        Refuse("list", folder, kNoSuchFolder);
     if (error != 0)
         RefuseWith("list", folder, static_cast<int>(error));
     return names;
@@ -131,10 +131,10 @@ std::unique_ptr<FolderLock> WindowsDriveFiles::LockFolder(std::string_view folde
 {
     const std::string absolute = Absolute(folder);
     if (!IsFolderAt(absolute))
-        Refuse("work in", folder, "no such folder");
+        Refuse("work in", folder, kNoSuchFolder);
     std::unique_ptr<FolderLock> lock = LockWindowsFolder(names_.Native(absolute));
     if (!lock)
-        Refuse("work in", absolute, "another run of kiv is at work there");
+        Refuse("work in", absolute, kOtherRun);
     return lock;
 }
 

@@ -20,7 +20,7 @@ WindowsHandle WindowsDriveFiles::OpenToRead(const std::string& absolute, std::ui
     WindowsHandle file = OpenWindowsFile(native);
     const DWORD error = file.IsOpen() ? SizeOf(file, size) : ::GetLastError();
     if (error != 0 && LookForFolder(native) == 0)
-        Refuse("read", absolute, "no plain file");
+        Refuse("read", absolute, kNoPlainFile);
     if (error != 0)
         RefuseWith("read", absolute, static_cast<int>(error));
     return file;

@@ -28,7 +28,7 @@ std::string WindowsDriveFiles::ExactNameOf(const std::string& absolute)
         is_there = NativeStateAt(native, absolute, StateOf, state);
     }
     if (!is_there || state.is_folder)
-        Refuse("rename", absolute, "no such file");
+        Refuse("rename", absolute, kNoSuchFile);
     return ExactFromWide(NativeNameOf(native));
 }
 
@@ -53,10 +53,10 @@ void WindowsDriveFiles::Rename(const std::string& source, const std::string& tar
     WindowsState state;
     if (alike == Alike::text && other != new_name && other != old_name &&
         NativeStateAt(other, target, StateOfName, state))
-        Refuse(action, target, "target exists");
+        Refuse(action, target, kTargetExists);
     const DWORD error = RenameToFree(old_name, new_name);
     if (IsTaken(error) || (error != 0 && StateOfName(new_name, state) == 0))
-        Refuse(action, target, "target exists");
+        Refuse(action, target, kTargetExists);
     if (error != 0)
         RefuseWith(action, target, static_cast<int>(error));
 }

@@ -26,9 +26,9 @@ OutputFile WindowsDriveFiles::Open(std::string_view path)
         RefuseWith("write", file.path, static_cast<int>(error));
     file.exists = error == 0;
     if (!file.exists && !IsFolderAt(std::string(FolderOf(file.path))))
-        Refuse("write", file.path, "no such folder");
+        Refuse("write", file.path, kNoSuchFolder);
     if (state.is_folder)
-        Refuse("write", file.path, "a folder has this name");
+        Refuse("write", file.path, kFolderInTheWay);
     file.native = Utf8FromWide(native);
     if (WideFromUtf8(file.native) != native)
         Refuse("write", file.path, "its name on the disk is not valid Unicode; rename the file");

@@ -133,7 +133,7 @@ NativeCommand MakeNative(Drives& drives, const Launch& launch)
     if (const std::optional<std::string> folder = ExplorerFolder(launch)) {
         const std::wstring explorer = FindInPath("explorer.exe");
         if (explorer.empty())
-            Refuse("start", Trim(launch.Text()), "no such program");
+            RefuseStart(Trim(launch.Text()), kNoSuchProgram);
         return {explorer, ExplorerLine(drives, *folder)};
     }
     for (const ProgramReading& reading : ProgramReadings(launch.command)) {
@@ -141,7 +141,7 @@ NativeCommand MakeNative(Drives& drives, const Launch& launch)
         if (!program.empty())
             return {std::move(program), ArgumentLine(drives, launch, reading.arguments)};
     }
-    Refuse("start", Trim(launch.Text()), "no such program");
+    RefuseStart(Trim(launch.Text()), kNoSuchProgram);
 }
 
 } // namespace
@@ -164,10 +164,9 @@ void SystemPrograms::Start(const Launch& launch)
                          CREATE_NEW_CONSOLE, nullptr, folder.c_str(), &start, &process) == 0) {
         const DWORD error = ::GetLastError();
         const std::string reason = SystemReason(static_cast<int>(error));
-        Refuse("start", Trim(launch.Text()),
-               error == ERROR_DIRECTORY || LookForFolder(folder) != 0
-                   ? drives_.CurrentDirectory() + ": " + reason
-                   : reason);
+        RefuseStart(Trim(launch.Text()), error == ERROR_DIRECTORY || LookForFolder(folder) != 0
+                                             ? drives_.CurrentDirectory() + ": " + reason
+                                             : reason);
     }
     ::CloseHandle(process.hThread);
     ::CloseHandle(process.hProcess);

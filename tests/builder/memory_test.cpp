@@ -42,13 +42,13 @@ TEST(Memory, AFileThatDoesNotFitIsAFatalErrorWithItsPlace)
     EXPECT_EQ(desk.Build(endless), "memory");
 }
 
-TEST(Memory, WithoutALineThereIsNoPlace)
+TEST(Memory, WithoutALineTheFileIsThePlace)
 {
     BuildDesk desk;
     desk.Put("site/_html.txt", "@FILE = p\n@TITLE = P\n");
     HugeFiles<std::bad_alloc> huge(*desk.files, "_template.txt");
     EXPECT_EQ(desk.Build(huge), "memory");
-    EXPECT_EQ(desk.place, "");
+    EXPECT_EQ(desk.place, "C:\\site\\_template.txt");
 }
 
 } // namespace

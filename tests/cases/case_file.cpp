@@ -135,6 +135,8 @@ const std::map<std::string, Take>& Directives()
         {"findings", [](Case& c, const Section& s) { c.findings = s.DecodedLines(); }},
         {"mend", [](Case& c, const Section& s) { c.mends[Decoded(s.rest)] = s.Text("\n"); }},
         {"error", [](Case& c, const Section& s) { c.error = s.rest; }},
+        {"where", [](Case& c, const Section& s) { c.where = Decoded(s.rest); }},
+        {"hint", [](Case& c, const Section& s) { c.hint = Decoded(s.rest); }},
         {"not-on-windows", [](Case& c, const Section& s) { c.not_on_windows = s.rest; }},
     };
     return directives;

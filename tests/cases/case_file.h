@@ -36,6 +36,8 @@ struct Case {
     std::optional<std::vector<std::string>> findings; // of "check"
     std::map<std::string, std::string> mends;         // files with which nothing is found
     std::string error;                                // kind; empty: none
+    std::optional<std::string> where;                 // of the error
+    std::optional<std::string> hint;
     std::string not_on_windows;                       // the reason; empty: the case holds there too
 };
 

@@ -200,6 +200,10 @@ class CaseRun {
         const Json error = (*report_)["error"];
         const std::string kind = error.IsNull() ? "" : error["kind"].Text();
         Compare("error", {case_.error}, {kind});
+        if (case_.where && !error.IsNull())
+            Compare("where", {*case_.where}, {FromUtf8(error["where"].Text())});
+        if (case_.hint && !error.IsNull())
+            Compare("hint", {*case_.hint}, {FromUtf8(error["hint"].Text())});
         Compare("messages", case_.messages, Texts((*report_)["messages"]));
         Compare("launched", case_.launched, Texts((*report_)["launched"]));
         if (case_.status)

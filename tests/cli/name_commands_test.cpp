@@ -103,7 +103,8 @@ TEST_F(NameCommands, ADryRunTellsWhatWouldStopTheRun)
     const Printed dry = Call({"fix-names", "--dry-run", "C:\\site"});
     EXPECT_EQ(dry.code, 1);
     EXPECT_EQ(dry.out, "a 1 -> a-1\n");
-    EXPECT_EQ(dry.err, "kiv: error: cannot rename C:\\site\\b 1 to C:\\site\\b-1: target exists\n");
+    EXPECT_THAT(dry.err, testing::HasSubstr("error: cannot rename C:\\site\\b 1 to C:\\site\\b-1: "
+                                            "target exists"));
     const Printed real = Call({"fix-names", "C:\\site"});
     EXPECT_EQ(real.code, 1);
     EXPECT_EQ(real.out, "");
@@ -177,9 +178,10 @@ TEST_F(NameCommands, ANameStaysOnItsLine)
     Put("site/z\nz-z", "");
     EXPECT_EQ(Call({"rename", "C:\\site", "a", "c", "--dry-run"}).out,
               "a\\x0Akiv: b -> c\\x0Akiv: b\n");
-    EXPECT_EQ(Call({"fix-names", "C:\\site"}).err,
-              "kiv: error: cannot rename C:\\site\\z\\x0Az Z to C:\\site\\z\\x0Az-z: target "
-              "exists\n");
+    const std::string err = Call({"fix-names", "C:\\site"}).err;
+    EXPECT_THAT(err, testing::HasSubstr("error: cannot rename C:\\site\\z\\x0Az Z to "
+                                        "C:\\site\\z\\x0Az-z: target exists"));
+    EXPECT_THAT(err, testing::Not(testing::HasSubstr("\nz")));
 }
 #endif
 

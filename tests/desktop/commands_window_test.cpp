@@ -210,6 +210,20 @@ class CommandsTest : public QObject {
         QVERIFY(!Messages(window).isVisible());
     }
 
+    void MissingSourcesAreToldWithWhatToDo()
+    {
+        MainWindowDesk desk;
+        desk.Put("site/_html.txt", "@FILE = a\r\n");
+        const MainWindow& window = desk.Start();
+        Press(window, u"Command1"_s);
+        QCOMPARE(
+            desk.boxes.texts,
+            QStringList{u"OOPS! Missing _html.txt, _template.txt\r\n"
+                        "There is no _template.txt in C:\\site. Write one: a single \";\" will "
+                        "do for pages without a frame."_s});
+        QCOMPARE(Row(window, 0).first(), u"OOPS! Missing _html.txt, _template.txt"_s);
+    }
+
     void FatalErrorShowsTextAndPlace()
     {
         MainWindowDesk desk;
@@ -219,7 +233,9 @@ class CommandsTest : public QObject {
         Press(window, u"Command1"_s);
         QCOMPARE(desk.boxes.texts.size(), 1);
         QVERIFY(desk.boxes.texts[0].contains(u"gone.htm"_s));
-        QVERIFY(desk.boxes.texts[0].endsWith(u"\r\nC:\\site\\_html.txt, line 4, page a.htm"_s));
+        QVERIFY(desk.boxes.texts[0].endsWith(
+            u"\r\nC:\\site\\_html.txt, line 4, page a.htm"
+            "\r\nNothing has this name: look at its spelling, and whether it was moved."_s));
         QCOMPARE(desk.Status(), u"a.htm"_s); // as it stood
         QVERIFY(window.isVisible());
         desk.Put("site/gone.htm", "here");
@@ -376,9 +392,9 @@ class CommandsTest : public QObject {
         desk.Put("utils/kiv_editpad.txt", "C:\\utils\\nopad.exe\r\n");
         const MainWindow& window = desk.Start();
         Press(window, u"Command2"_s);
-        QCOMPARE(
-            desk.boxes.texts,
-            QStringList{u"cannot start C:\\utils\\nopad.exe _template.txt: no such program"_s});
+        QCOMPARE(desk.boxes.texts,
+                 QStringList{u"cannot start C:\\utils\\nopad.exe _template.txt: no such program\r\n"
+                             "Install the program, or mend the command that names it."_s});
         QVERIFY(ButtonsAreOn(window));
     }
 

@@ -202,7 +202,8 @@ class DirectoryWindowTest : public QObject {
         window.BringUp();
         std::filesystem::remove_all(desk.Native("site/txt"));
         DoubleClick(window, u"txt"_s);
-        QCOMPARE(desk.words.shown, Texts{"cannot open the folder C:\\site\\txt"});
+        QCOMPARE(desk.words.shown, Texts{"cannot open the folder C:\\site\\txt\r\nC:\\site\\txt\r\n"
+                                         "Look at its spelling, and whether it was moved."});
         QCOMPARE(Shown(window), u"C:\\site"_s);
         QCOMPARE(FolderNames(window), (QStringList{u"C:\\"_s, u" site"_s, u"  images"_s}));
     }

@@ -173,7 +173,8 @@ class NewsWindowTest : public QObject {
         NewsWindow window(desk, nullptr);
         window.BringUp();
         QCOMPARE(desk.words.shown,
-                 Texts{"more than 18 news sites\r\nc:\\utils\\kivnews.ini, line 19"});
+                 Texts{"more than 18 news sites\r\nc:\\utils\\kivnews.ini, line 19\r\n"
+                       "There is room for 18: take one out, or put \";\" before its line."});
         QVERIFY(window.isVisible());
     }
 

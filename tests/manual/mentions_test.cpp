@@ -129,8 +129,9 @@ TEST(Mentions, EveryMessageIsTold)
 TEST(Mentions, EveryFatalErrorIsTold)
 {
     Words texts = TextsBehind("RunError(");
-    for (std::string& text : TextsBehind("{ErrorKind::"))
-        texts.push_back(std::move(text));
+    for (const char* const opening : {"{ErrorKind::", "FileReason("})
+        for (std::string& text : TextsBehind(opening))
+            texts.push_back(std::move(text));
     EXPECT_GE(texts.size(), 30U);
     EXPECT_THAT(Untold(texts, CodeSpans("messages")), IsEmpty());
 }

@@ -103,7 +103,8 @@ TEST_F(PagesTold, WhatAFailingBuildMadeBefore)
     EXPECT_THAT(told.trouble, StartsWith("The build ended in an error: cannot read "
                                          "C:\\site\\gone.htm: "));
     EXPECT_THAT(told.trouble, EndsWith(" (C:\\site\\_html.txt, line 8, page b.htm). "
-                                       "What it had made by then is shown."));
+                                       "Nothing has this name: look at its spelling, and whether "
+                                       "it was moved. What it had made by then is shown."));
     EXPECT_EQ(TellPage(workspace, "C:\\site\\a.htm").lines.size(), 3U);
 }
 
@@ -117,7 +118,11 @@ TEST_F(PagesTold, AFailureBeforeAnyPage)
     EXPECT_THAT(told.pages, IsEmpty());
     EXPECT_THAT(told.lines, IsEmpty());
     EXPECT_THAT(told.trouble, StartsWith("The build ended in an error: "));
-    EXPECT_THAT(told.trouble, EndsWith(" (C:\\site\\_html.txt, line 2001)."));
+    EXPECT_THAT(
+        told.trouble,
+        EndsWith(" (C:\\site\\_html.txt, line 2001). A page list has room for 999 pages, and for "
+                 "40000 lines with all that it includes: move some of its pages into a "
+                 "section of their own, a folder with its own page list."));
 }
 
 TEST_F(PagesTold, AFolderWithoutPages)

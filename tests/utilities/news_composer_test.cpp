@@ -66,7 +66,29 @@ TEST_F(NewsComposer, WritesBodyBangLineAndEntry)
     EXPECT_THAT(switched, ElementsAre("C:\\internet\\plain\\"));
     EXPECT_THAT(desk.programs.started, IsEmpty()); // only with a home page list
     EXPECT_THAT(desk.reporter.shown, IsEmpty());
-    EXPECT_THAT(desk.reporter.statuses, IsEmpty());
+    EXPECT_THAT(desk.reporter.statuses,
+                ElementsAre("News item written to C:\\internet\\plain\\txt\\pr040504.txt; "
+                            "C:\\internet\\plain\\_html.txt has its line and its page"));
+    EXPECT_THAT(desk.reporter.Warnings(), IsEmpty());
+}
+
+TEST_F(NewsComposer, AMarkThatIsNotFoundIsTold)
+{
+    desk.Put("internet/plain/_html.txt", "a\r\n;inserthere1\nb\r\n");
+    EXPECT_TRUE(Compose());
+    const std::vector<Warning>& told = desk.reporter.Warnings();
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_EQ(told[0].where.Text(), "C:\\internet\\plain\\_html.txt, line 2");
+    EXPECT_EQ(told[0].text, "No CR LF stands right behind \";inserthere1\": the news line was put "
+                            "nowhere in this list");
+    EXPECT_EQ(told[0].hint, "Let the mark end its line, and save the list with the line ends of "
+                            "Windows, CR LF.");
+    EXPECT_FALSE(told[0].was_shown);
+    EXPECT_EQ(told[1].where.Text(), "C:\\internet\\plain\\_html.txt");
+    EXPECT_EQ(told[1].hint,
+              "Put a line \";inserthere2\" where the page of the item belongs, and save "
+              "the list with the line ends of Windows, CR LF.");
+    EXPECT_THAT(desk.reporter.shown, IsEmpty());
 }
 
 TEST_F(NewsComposer, HomePageListGetsTheBangLineToo)
