@@ -22,22 +22,39 @@ namespace {
 struct BlockTag {
     std::string_view tag;
     void (*expand)(std::string& line, BlockContext& context);
+    std::span<const std::string_view> ends; // of the block
+    bool is_one_line = false;
 };
 
+constexpr std::string_view kEquationEnds[] = {kEquationEnd};
+constexpr std::string_view kPlayEnds[] = {kPlayEnd};
+constexpr std::string_view kQuizEnds[] = {kQuizEnd};
+constexpr std::string_view kSidebarEnds[] = {kSidebarEnd};
+constexpr std::string_view kTableEnds[] = {kTableEnd};
+constexpr std::string_view kTimelineEnds[] = {kTimelineEnd};
+
 constexpr BlockTag kBlockTags[] = {
-    {"<zuequation>", zuequation},
-    {"<zuplaywright>", zuplaywright},
-    {"<zuquiz1>", zuquiz1},
-    {"<zuquiz2>", zuquiz2},
-    {"<zusidebar1>", [](std::string& line, BlockContext&) { zusidebar(line, "left", "150"); }},
-    {"<zusidebar2>", [](std::string& line, BlockContext&) { zusidebar(line, "right", "150"); }},
-    {"<zusidebar3>", [](std::string& line, BlockContext&) { zusidebar(line, "left", "200"); }},
-    {"<zusidebar4>", [](std::string& line, BlockContext&) { zusidebar(line, "right", "200"); }},
-    {"<zusidebar5>", [](std::string& line, BlockContext&) { zusidebar(line, "left", "250"); }},
-    {"<zusidebar6>", [](std::string& line, BlockContext&) { zusidebar(line, "right", "250"); }},
-    {"<zutable>", [](std::string& line, BlockContext& context) { zutable(line, 0, context); }},
-    {"<zutable1>", [](std::string& line, BlockContext& context) { zutable(line, 1, context); }},
-    {"<zutimeline1>", zutimeline},
+    {"<zuequation>", zuequation, kEquationEnds, true},
+    {"<zuplaywright>", zuplaywright, kPlayEnds},
+    {"<zuquiz1>", zuquiz1, kQuizEnds},
+    {"<zuquiz2>", zuquiz2, kSelfCheckEnds},
+    {"<zusidebar1>", [](std::string& line, BlockContext&) { zusidebar(line, "left", "150"); },
+     kSidebarEnds, true},
+    {"<zusidebar2>", [](std::string& line, BlockContext&) { zusidebar(line, "right", "150"); },
+     kSidebarEnds, true},
+    {"<zusidebar3>", [](std::string& line, BlockContext&) { zusidebar(line, "left", "200"); },
+     kSidebarEnds, true},
+    {"<zusidebar4>", [](std::string& line, BlockContext&) { zusidebar(line, "right", "200"); },
+     kSidebarEnds, true},
+    {"<zusidebar5>", [](std::string& line, BlockContext&) { zusidebar(line, "left", "250"); },
+     kSidebarEnds, true},
+    {"<zusidebar6>", [](std::string& line, BlockContext&) { zusidebar(line, "right", "250"); },
+     kSidebarEnds, true},
+    {"<zutable>", [](std::string& line, BlockContext& context) { zutable(line, 0, context); },
+     kTableEnds},
+    {"<zutable1>", [](std::string& line, BlockContext& context) { zutable(line, 1, context); },
+     kTableEnds},
+    {"<zutimeline1>", zutimeline, kTimelineEnds},
 };
 
 /// A run of equal unknown tags is reported once.
@@ -53,6 +70,14 @@ void ReportUnknown(const std::string& tag, BlockContext& context)
 std::vector<std::string_view> BlockTagWords()
 {
     return ColumnOf(kBlockTags, &BlockTag::tag);
+}
+
+std::vector<BlockTagForm> BlockTagForms()
+{
+    std::vector<BlockTagForm> forms;
+    for (const BlockTag& row : kBlockTags)
+        forms.push_back({row.tag, row.ends, row.is_one_line});
+    return forms;
 }
 
 void zuloop(std::string& line, BlockContext& context)

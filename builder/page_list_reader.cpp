@@ -28,12 +28,12 @@ constexpr std::string_view kNewYearOff = "New Year text, which is off";
 /// The switches begin with "@", which few lines do.
 bool IsStop(std::string_view line)
 {
-    return line.starts_with('@') && StartsWithNoCase(line, "@@stop");
+    return line.starts_with('@') && StartsWithNoCase(line, kStopSwitch);
 }
 
 bool IsEoy(std::string_view line)
 {
-    return line.starts_with('@') && StartsWithNoCase(line, "@@EOY");
+    return line.starts_with('@') && StartsWithNoCase(line, kYearEndSwitch);
 }
 
 /// Whether a "<zu" stands in the line. Many lines hold a "<", few a "z".
@@ -116,7 +116,7 @@ void PageListReader::TakeYearEndOf(SourceFile& list, SourceLine& line)
         while (!list.AtEnd() && !IsEoy(list.Next())) {
         }
     line = list.Here({});
-    list.TellMade(line, first, "@@EOY",
+    list.TellMade(line, first, kYearEndSwitch,
                   enabled ? "the New Year text is on; the mark leaves an empty line"
                           : "the New Year text is off; it leaves an empty line");
 }
@@ -148,7 +148,7 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, SourceLine line)
     if (IsEoy(line.text)) {
         if (build_.options.EoyEnabled) {
             line.text = {};
-            source.TellMade(line, line.line, "@@EOY",
+            source.TellMade(line, line.line, kYearEndSwitch,
                             "the New Year text is on; the mark leaves an empty line");
         } else if (!SkipYearEndOf(source, line)) {
             return true;
@@ -193,7 +193,7 @@ bool PageListReader::SkipStopped(SourceFile& source, SourceLine& line)
             return false;
         }
         line = source.NextLine();
-    } while (!StartsWithNoCase(line.text, "@@start"));
+    } while (!StartsWithNoCase(line.text, kStartSwitch));
     if (!source.AtEnd()) {
         source.TellUnused(first, kStopped);
         line = source.NextLine();

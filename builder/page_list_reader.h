@@ -2,7 +2,14 @@
 // "@@EOY" stretches are gone, block tags expanded.
 #pragma once
 
+#include <string_view>
+
 namespace kiv {
+
+// Lines that begin so, in any case, switch stretches of the page list off and on.
+inline constexpr std::string_view kStopSwitch = "@@stop";
+inline constexpr std::string_view kStartSwitch = "@@start";
+inline constexpr std::string_view kYearEndSwitch = "@@EOY";
 
 struct Build;
 
