@@ -61,7 +61,7 @@ constexpr BlockTag kBlockTags[] = {
 void ReportUnknown(const std::string& tag, BlockContext& context)
 {
     if (tag != context.memory.last_unknown_tag)
-        context.reportmsg(tag + " is unknown!");
+        context.reportmsg(std::string(tag).append(kUnknownTagWarning));
     context.memory.last_unknown_tag = tag;
 }
 

@@ -31,6 +31,9 @@ struct BlockContext {
 /// The tags of all blocks, such as "<zutable>".
 std::vector<std::string_view> BlockTagWords();
 
+/// What the message of an unknown tag says behind the tag.
+inline constexpr std::string_view kUnknownTagWarning = " is unknown!";
+
 /// A block tag and what ends its block.
 struct BlockTagForm {
     std::string_view tag;                   // "<zutable>"

@@ -19,7 +19,6 @@ namespace {
 constexpr std::array<std::string_view, 7> kRecordExtensions = {".asp", ".html", ".htm", ".ram",
                                                                ".asf", ".xml",  ".txt"};
 
-constexpr std::string_view kPageStart = "@FILE =";
 constexpr std::string_view kDir1 = "@DIR1 =";
 constexpr std::string_view kAsp = "@ASP =";
 constexpr std::string_view kHtm = "@HTM =";

@@ -9,6 +9,9 @@ namespace kiv {
 
 struct Build;
 
+/// Begins a page, in any case; its file's name stands from the second character behind it on.
+inline constexpr std::string_view kPageStart = "@FILE =";
+
 /// The words that begin a page or name a folder for pages, such as "@FILE =".
 std::vector<std::string_view> ListDirectiveWords();
 

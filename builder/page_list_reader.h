@@ -6,12 +6,14 @@
 
 namespace kiv {
 
-// Lines that begin so, in any case, switch stretches of the page list off and on.
-inline constexpr std::string_view kStopSwitch = "@@stop";
-inline constexpr std::string_view kStartSwitch = "@@start";
-inline constexpr std::string_view kYearEndSwitch = "@@EOY";
-
 struct Build;
+
+/// The line that begins and ends New Year text, and the step of the trace that takes it out.
+inline constexpr std::string_view kYearEndMark = "@@EOY";
+
+// The lines between which nothing is read.
+inline constexpr std::string_view kStopMark = "@@stop";
+inline constexpr std::string_view kStartMark = "@@start";
 
 /// Fills SourceLines and SourceLineCount. A missing include or "@@start" is reported and ends the
 /// read there. Throws `subscript` past 40000 lines and `file` when a "++" file leaves "@@EOY" open.

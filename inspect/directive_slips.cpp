@@ -88,8 +88,8 @@ class Words {
     bool IsTaken(std::string_view line) const
     {
         const auto begins = [&](std::string_view word) { return StartsWithNoCase(line, word); };
-        return std::ranges::any_of(taken_, begins) || begins(kStopSwitch) || begins(kStartSwitch) ||
-               begins(kYearEndSwitch);
+        return std::ranges::any_of(taken_, begins) || begins(kStopMark) || begins(kStartMark) ||
+               begins(kYearEndMark);
     }
 
     /// Whether the line begins with an at-variable.
@@ -172,7 +172,7 @@ class LineReader {
   private:
     std::string MeantSwitch() const
     {
-        constexpr std::string_view kSwitches[] = {kStopSwitch, kStartSwitch, kYearEndSwitch};
+        constexpr std::string_view kSwitches[] = {kStopMark, kStartMark, kYearEndMark};
         if (parts_.signs == 0 || parts_.sign != '\0' || !parts_.value.empty())
             return {};
         for (const std::string_view known : kSwitches) {

@@ -73,12 +73,21 @@ void SiteRecorder::TakePart(const LineStory& story)
     }
 }
 
+/// What was made of lines while they were read is a step of the line that came of it.
+void SiteRecorder::TakeSteps(const LineStory& story)
+{
+    for (const TracedStep& step : story.steps) {
+        if (!step.from.file.empty())
+            view_.used.push_back(Lines(step.from));
+        if (!story.sources.empty() && step.name.starts_with("<zu"))
+            view_.blocks.push_back({Lines(story.sources.front()), step.name});
+    }
+}
+
 void SiteRecorder::TakeLine(const LineStory& story)
 {
     TakePart(story);
-    for (const TracedStep& step : story.steps)
-        if (!step.from.file.empty())
-            view_.used.push_back(Lines(step.from));
+    TakeSteps(story);
     if (story.line == 0) {
         if (!story.sources.empty())
             view_.unused.push_back({Lines(story.sources.front()), story.reason});
@@ -97,6 +106,7 @@ void SiteRecorder::TakeLine(const LineStory& story)
 void SiteRecorder::TakeUnused(const LineStory& story)
 {
     TakePart(story);
+    TakeSteps(story);
     for (const SourceSpan& span : story.sources)
         view_.unused.push_back({Lines(span), story.reason});
 }

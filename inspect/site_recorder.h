@@ -38,6 +38,7 @@ class SiteRecorder : public Trace {
     SourceLines Lines(const SourceSpan& span);
     std::size_t IndexOf(std::string_view path);
     void ReadSource(SourceText& source) const;
+    void TakeSteps(const LineStory& story);
     void TakePart(const LineStory& story);
     void TakeWrapper(const LineStory& story, const TracedUse& use);
     void EndPage();

@@ -66,6 +66,12 @@ struct UnusedLines {
     std::string reason; // as "why" tells it
 };
 
+/// A block that a build has worked out, with its tags.
+struct BlockLines {
+    SourceLines lines;
+    std::string tag; // as it is written, "<zutable>"
+};
+
 /// A number that the page list defines.
 struct NumberDefinition {
     std::string mark; // "!!3"
@@ -108,6 +114,7 @@ struct SiteView {
     std::vector<PageText> pages;
     std::vector<UnusedLines> unused;
     std::vector<SourceLines> used;                   // definitions that a page made use of
+    std::vector<BlockLines> blocks;                  // each pass tells of them
     std::vector<NumberDefinition> definitions;       // in the order in which they were read
     std::set<std::string, std::less<>> numbers_used; // "!!3", defined or not
     std::vector<ConstructUse> undefined;             // uses of numbers that nobody defines

@@ -9,6 +9,8 @@
 #include "text/windows1252.h"
 
 #include <algorithm>
+#include <limits>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -54,6 +56,8 @@ std::string EndOf(const BlockTagForm& form)
     return Joined({"</", form.tag.substr(1)});
 }
 
+constexpr int kUnknown = std::numeric_limits<int>::max(); // a last line
+
 class TagReader {
   public:
     TagReader(const SiteView& site, const SourceText& source, FindingSink& sink)
@@ -61,6 +65,9 @@ class TagReader {
     {
         for (const BlockTagForm& form : forms_)
             starts_.push_back(form.tag);
+        for (const BlockLines& block : site.blocks)
+            if (&site.sources[block.lines.source] == &source)
+                ends_.emplace(block.lines.first, block.lines.last);
     }
 
     /// Where nothing is known of the lines, their reading ended in an error.
@@ -93,10 +100,11 @@ class TagReader {
 
     void LookAt(std::string_view line)
     {
+        const bool may_break_off = last_ == kUnknown && line.starts_with('@');
+        if (line_ > last_ || (may_break_off && !line.starts_with("@@")))
+            open_ = nullptr; // the build has broken the block off
         if (line.starts_with(';') && open_ == nullptr)
             return;
-        if (line.starts_with('@') && !line.starts_with("@@"))
-            open_ = nullptr; // no block goes on past such a line
         if (line.find('<') == npos)
             return;
         const BlockTagForm* inside = nullptr; // a block that begins and ends in the line
@@ -110,12 +118,20 @@ class TagReader {
         }
     }
 
+    /// A block goes on as long as the build says. One in which the reading ended in an error is not
+    /// told of.
+    void Open(const BlockTagForm& form)
+    {
+        const auto end = ends_.find(line_);
+        open_ = &form;
+        last_ = end == ends_.end() ? kUnknown : end->second;
+    }
+
     void LookAtStart(const Tag& tag, const BlockTagForm*& inside)
     {
         // An include has tables alone, and takes every "<zutab" for one.
         if (!source_.is_page_list && tag.text.starts_with("<zutab")) {
-            open_ = &*std::ranges::find(forms_, "<zutable>", &BlockTagForm::tag);
-            return;
+            return Open(*std::ranges::find(forms_, "<zutable>", &BlockTagForm::tag));
         }
         const bool is_seen = tag.text.starts_with("<zu");
         const std::string lower = LowerCase(tag.text);
@@ -126,7 +142,7 @@ class TagReader {
             if (form.is_one_line)
                 inside = &form;
             else if (source_.is_page_list)
-                open_ = &form;
+                Open(form);
             return;
         }
         const std::string bare = Joined({"<", LowerCase(tag.name), ">"});
@@ -157,7 +173,9 @@ class TagReader {
     FindingSink& sink_;
     const std::vector<BlockTagForm> forms_ = BlockTagForms();
     std::vector<std::string_view> starts_;
+    std::map<int, int> ends_; // of the blocks that the build has read: first and last line
     const BlockTagForm* open_ = nullptr; // a block of several lines
+    int last_ = 0;                       // of its lines
     int line_ = 0;
 };
 
