@@ -101,10 +101,23 @@ bool StandsInTakenLine(const SiteView& site, std::string_view mark)
     return false;
 }
 
-/// Whether any page may have had the value.
+/// Whether a line that this build has not read holds the mark, such as one that waits for New Year.
+bool StandsInUnreadLine(const SiteView& site, std::string_view mark)
+{
+    for (const SourceText& source : site.sources)
+        for (std::size_t index = 0; index < std::min(source.lines.size(), source.parts.size());
+             ++index) {
+            const std::string_view line = source.lines[index];
+            if (!source.parts[index].IsRead() && !line.starts_with(';') && Contains(line, mark))
+                return true;
+        }
+    return false;
+}
+
+/// Whether any page has, or may have, the value.
 bool IsUsed(const SiteView& site, std::string_view mark)
 {
-    return site.numbers_used.contains(mark) ||
+    return site.numbers_used.contains(mark) || StandsInUnreadLine(site, mark) ||
            (mark.starts_with("@@") && StandsInTakenLine(site, mark));
 }
 

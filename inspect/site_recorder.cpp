@@ -48,7 +48,7 @@ bool SiteRecorder::BeginPage(const TracedPage& page)
 /// A wrapper ends on the page that opens it: nobody writes one that the next page ends.
 void SiteRecorder::EndPage()
 {
-    if (open_wrapper_ && IsNew(view_.unclosed, open_wrapper_->lines, open_wrapper_->text))
+    if (open_wrapper_ && IsNew(view_.unclosed, open_wrapper_->lines, open_wrapper_->name))
         view_.unclosed.push_back(*std::move(open_wrapper_));
     open_wrapper_.reset();
 }
@@ -62,6 +62,8 @@ void SiteRecorder::TakePart(const LineStory& story)
     if (story.sources.empty() || story.part == LinePart::none || is_stretch)
         return;
     const SourceLines lines = Lines(story.sources.front());
+    if (lines.source == SourceLines::kNone)
+        return;
     std::vector<LineParts>& parts = view_.sources[lines.source].parts;
     if (parts.size() < static_cast<std::size_t>(lines.last))
         parts.resize(static_cast<std::size_t>(lines.last));
@@ -131,16 +133,16 @@ ConstructUse SiteRecorder::Kept(const LineStory& story, const TracedUse& use)
 }
 
 bool SiteRecorder::IsNew(const std::vector<ConstructUse>& uses, const SourceLines& lines,
-                         std::string_view text)
+                         std::string_view key)
 {
-    return known_uses_.emplace(&uses, lines.source, lines.first, std::string(text)).second;
+    return known_uses_.emplace(&uses, lines.source, lines.first, std::string(key)).second;
 }
 
 void SiteRecorder::Add(std::vector<ConstructUse>& uses, const LineStory& story,
-                       const TracedUse& use)
+                       const TracedUse& use, std::string_view key)
 {
     // A line of the program's own has no source.
-    if (!story.sources.empty() && IsNew(uses, Lines(story.sources.front()), use.text))
+    if (!story.sources.empty() && IsNew(uses, Lines(story.sources.front()), key))
         uses.push_back(Kept(story, use));
 }
 
@@ -148,7 +150,7 @@ void SiteRecorder::TakeWrapper(const LineStory& story, const TracedUse& use)
 {
     if (use.name == "]]") {
         if (!open_wrapper_)
-            Add(view_.unopened, story, use);
+            Add(view_.unopened, story, use, use.name);
         open_wrapper_.reset();
         return;
     }
@@ -163,7 +165,7 @@ void SiteRecorder::TakeUse(const LineStory& story, const TracedUse& use)
     if (is_wrapper || use.name == "]]")
         TakeWrapper(story, use);
     if (!use.is_closed)
-        Add(view_.unclosed, story, use);
+        Add(view_.unclosed, story, use, use.name);
     if (use.name.size() != 3 || use.name.back() < '0' || use.name.back() > '9')
         return;
     const bool is_defined =
@@ -173,9 +175,9 @@ void SiteRecorder::TakeUse(const LineStory& story, const TracedUse& use)
     if (!view_.numbers_used.contains(use.name))
         view_.numbers_used.emplace(use.name);
     if (!is_defined)
-        Add(view_.undefined, story, use);
+        Add(view_.undefined, story, use, use.name);
     else if (use.name.starts_with('?') && use.is_closed)
-        Add(view_.references, story, use);
+        Add(view_.references, story, use, use.text);
 }
 
 void SiteRecorder::ReadSource(SourceText& source) const

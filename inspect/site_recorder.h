@@ -42,9 +42,10 @@ class SiteRecorder : public Trace {
     void TakePart(const LineStory& story);
     void TakeWrapper(const LineStory& story, const TracedUse& use);
     void EndPage();
-    void Add(std::vector<ConstructUse>& uses, const LineStory& story, const TracedUse& use);
+    void Add(std::vector<ConstructUse>& uses, const LineStory& story, const TracedUse& use,
+             std::string_view key);
     bool IsNew(const std::vector<ConstructUse>& uses, const SourceLines& lines,
-               std::string_view text);
+               std::string_view key);
     ConstructUse Kept(const LineStory& story, const TracedUse& use);
 
     SiteView& view_;
@@ -54,7 +55,8 @@ class SiteRecorder : public Trace {
     std::size_t last_index_ = 0;
     std::size_t page_ = 0;                     // in work, of view_.pages
     std::optional<ConstructUse> open_wrapper_; // on the page in work
-    /// By list, source, line and text.
+    /// By list, source, line and what tells uses of one line apart. Their texts may differ from
+    /// page to page.
     std::set<std::tuple<const void*, std::size_t, int, std::string>> known_uses_;
     std::size_t written_before_; // files, by other builds
 };
