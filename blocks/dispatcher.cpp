@@ -22,25 +22,39 @@ namespace {
 struct BlockTag {
     std::string_view tag;
     void (*expand)(std::string& line, BlockContext& context);
-    std::string_view end = {}; // the line that ends it; "": it has one line
+    std::span<const std::string_view> ends; // of the block
+    bool is_one_line = false;
 };
 
+constexpr std::string_view kEquationEnds[] = {kEquationEnd};
+constexpr std::string_view kPlayEnds[] = {kPlayEnd};
+constexpr std::string_view kQuizEnds[] = {kQuizEnd};
+constexpr std::string_view kSidebarEnds[] = {kSidebarEnd};
+constexpr std::string_view kTableEnds[] = {kTableEnd};
+constexpr std::string_view kTimelineEnds[] = {kTimelineEnd};
+
 constexpr BlockTag kBlockTags[] = {
-    {"<zuequation>", zuequation},
-    {"<zuplaywright>", zuplaywright, "</zuplaywright>"},
-    {"<zuquiz1>", zuquiz1, "</zuquiz1>"},
-    {"<zuquiz2>", zuquiz2, "</zuquiz2>"},
-    {"<zusidebar1>", [](std::string& line, BlockContext&) { zusidebar(line, "left", "150"); }},
-    {"<zusidebar2>", [](std::string& line, BlockContext&) { zusidebar(line, "right", "150"); }},
-    {"<zusidebar3>", [](std::string& line, BlockContext&) { zusidebar(line, "left", "200"); }},
-    {"<zusidebar4>", [](std::string& line, BlockContext&) { zusidebar(line, "right", "200"); }},
-    {"<zusidebar5>", [](std::string& line, BlockContext&) { zusidebar(line, "left", "250"); }},
-    {"<zusidebar6>", [](std::string& line, BlockContext&) { zusidebar(line, "right", "250"); }},
+    {"<zuequation>", zuequation, kEquationEnds, true},
+    {"<zuplaywright>", zuplaywright, kPlayEnds},
+    {"<zuquiz1>", zuquiz1, kQuizEnds},
+    {"<zuquiz2>", zuquiz2, kSelfCheckEnds},
+    {"<zusidebar1>", [](std::string& line, BlockContext&) { zusidebar(line, "left", "150"); },
+     kSidebarEnds, true},
+    {"<zusidebar2>", [](std::string& line, BlockContext&) { zusidebar(line, "right", "150"); },
+     kSidebarEnds, true},
+    {"<zusidebar3>", [](std::string& line, BlockContext&) { zusidebar(line, "left", "200"); },
+     kSidebarEnds, true},
+    {"<zusidebar4>", [](std::string& line, BlockContext&) { zusidebar(line, "right", "200"); },
+     kSidebarEnds, true},
+    {"<zusidebar5>", [](std::string& line, BlockContext&) { zusidebar(line, "left", "250"); },
+     kSidebarEnds, true},
+    {"<zusidebar6>", [](std::string& line, BlockContext&) { zusidebar(line, "right", "250"); },
+     kSidebarEnds, true},
     {"<zutable>", [](std::string& line, BlockContext& context) { zutable(line, 0, context); },
-     "</zutable>"},
+     kTableEnds},
     {"<zutable1>", [](std::string& line, BlockContext& context) { zutable(line, 1, context); },
-     "</zutable1>"},
-    {"<zutimeline1>", zutimeline, "</zutimeline1>"},
+     kTableEnds},
+    {"<zutimeline1>", zutimeline, kTimelineEnds},
 };
 
 /// The row of a tag, however its letters are written; null when it is unknown.
@@ -56,7 +70,7 @@ const BlockTag* Find(std::string_view tag)
 void ReportUnknown(const std::string& tag, BlockContext& context)
 {
     if (tag != context.memory.last_unknown_tag)
-        context.reportmsg(tag + " is unknown!");
+        context.reportmsg(std::string(tag).append(kUnknownTagWarning));
     context.memory.last_unknown_tag = tag;
 }
 
@@ -67,11 +81,20 @@ std::vector<std::string_view> BlockTagWords()
     return ColumnOf(kBlockTags, &BlockTag::tag);
 }
 
-std::string_view EndLineOf(std::string_view tag)
+std::string EndLineOf(std::string_view tag)
 {
-    if (const BlockTag* const row = Find(tag))
-        return row->end;
-    return "</zutable>"; // that of an included file, "<zutab" and anything
+    const BlockTag* const row = Find(tag);
+    if (row == nullptr)
+        return "</zutable>"; // that of an included file, "<zutab" and anything
+    return row->is_one_line ? "" : "</" + std::string(row->tag.substr(1));
+}
+
+std::vector<BlockTagForm> BlockTagForms()
+{
+    std::vector<BlockTagForm> forms;
+    for (const BlockTag& row : kBlockTags)
+        forms.push_back({row.tag, row.ends, row.is_one_line});
+    return forms;
 }
 
 void zuloop(std::string& line, BlockContext& context)

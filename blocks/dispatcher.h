@@ -6,6 +6,7 @@
 #include "platform/file_reader.h"
 #include "platform/reporter.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,7 +33,19 @@ std::vector<std::string_view> BlockTagWords();
 
 /// The line that ends the block of a start tag: "</zutable1>" for "<zuTable1>", "" when the block
 /// has only one line.
-std::string_view EndLineOf(std::string_view tag);
+std::string EndLineOf(std::string_view tag);
+/// What the message of an unknown tag says behind the tag.
+inline constexpr std::string_view kUnknownTagWarning = " is unknown!";
+
+/// A block tag and what ends its block.
+struct BlockTagForm {
+    std::string_view tag;                   // "<zutable>"
+    std::span<const std::string_view> ends; // the end tag begins with one of these
+    bool is_one_line = false;               // its end stands in the line of the tag
+};
+
+/// The same with their ends.
+std::vector<BlockTagForm> BlockTagForms();
 
 /// Expands the first block tag of `line` in place; a second one stays as written.
 void zuloop(std::string& line, BlockContext& context);

@@ -121,20 +121,19 @@ std::string EquationTable(std::string_view formula)
 void zuequation(std::string& line, BlockContext& context)
 {
     constexpr std::size_t kStartTagSize = 12; // "<zuequation>"
-    constexpr std::size_t kEndTagSize = 13;   // "</zuequation>"
 
     // The tag that was dispatched, however its other letters are written.
     const std::size_t start = line.find("<zu");
     const std::string head = line.substr(0, start);
     line.erase(0, start + kStartTagSize);
-    const std::size_t end = line.find("</zuequation>");
+    const std::size_t end = line.find(kEquationEnd);
     if (end == npos) {
         // The text before the start tag is lost. The format wants it so.
         context.reportmsg("Oops! Missing zuequation close!");
         return;
     }
     const std::string_view text = line;
-    line = head + EquationTable(text.substr(0, end)).append(text.substr(end + kEndTagSize));
+    line = head + EquationTable(text.substr(0, end)).append(text.substr(end + kEquationEnd.size()));
 }
 
 } // namespace kiv

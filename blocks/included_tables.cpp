@@ -104,7 +104,7 @@ void zutabtable2(std::string& line, BlockContext& context)
             context.bigoops("zutable!!");
             return;
         }
-        if (text.starts_with("</zutable")) {
+        if (text.starts_with(kTableEnd)) {
             line = Finish(table);
             return;
         }

@@ -33,7 +33,7 @@ void zuplaywright(std::string& line, BlockContext& context)
             context.bigoops("Missing close zuplaywright: " + output);
             return;
         }
-        if (line.starts_with("</zuplaywright>")) {
+        if (line.starts_with(kPlayEnd)) {
             line = output.append("</table></center><p>");
             return;
         }

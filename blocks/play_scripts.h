@@ -4,8 +4,12 @@
 #include "blocks/dispatcher.h"
 
 #include <string>
+#include <string_view>
 
 namespace kiv {
+
+/// A line that begins so ends a play script.
+inline constexpr std::string_view kPlayEnd = "</zuplaywright>";
 
 /// Reads a play script up to "</zuplaywright>" and puts the finished table into `line`. When the
 /// block runs into an "@" line or another block, that is reported and `line` is the line last read.

@@ -4,8 +4,13 @@
 #include "blocks/dispatcher.h"
 
 #include <string>
+#include <string_view>
 
 namespace kiv {
+
+/// A line that begins so ends a quiz of the one kind or the other.
+inline constexpr std::string_view kQuizEnd = "</zuquiz1>";
+inline constexpr std::string_view kSelfCheckEnds[] = {"</zuquiz2>", "</zucheck", "</zucyk"};
 
 /// Reads a quiz up to "</zuquiz1>" and puts its answer lists, the quiz script read from
 /// "c:\utils\quiz.txt" and a link that starts it into `line`.

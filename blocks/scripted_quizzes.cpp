@@ -59,7 +59,7 @@ void zuquiz1(std::string& line, BlockContext& context)
     AnswerLists lists;
     for (;;) {
         const std::string_view text = context.lines.Next();
-        if (text.starts_with("</zuquiz1>"))
+        if (text.starts_with(kQuizEnd))
             break;
         if (!text.empty())
             AppendEntries(lists, text);

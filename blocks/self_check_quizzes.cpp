@@ -67,8 +67,8 @@ std::string Close(const SelfCheck& quiz)
 
 bool EndsSelfCheck(std::string_view line)
 {
-    return line.starts_with("</zuquiz2>") || line.starts_with("</zucheck") ||
-           line.starts_with("</zucyk");
+    return std::ranges::any_of(kSelfCheckEnds,
+                               [&](std::string_view end) { return line.starts_with(end); });
 }
 
 } // namespace

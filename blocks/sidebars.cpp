@@ -21,7 +21,7 @@ void zusidebar(std::string& line, std::string_view align, std::string_view width
 
     // A side bar is a one-line construct: an end tag on a later line is never converted. The font
     // stays open. An end tag that stands before the start tag is taken like any other.
-    const std::size_t end = line.find("</zusidebar");
+    const std::size_t end = line.find(kSidebarEnd);
     if (end != npos)
         line.replace(end, kEndTagSize, "</td></tr></table>");
 }

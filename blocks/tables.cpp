@@ -121,7 +121,7 @@ void zutable(std::string& line, int kind, BlockContext& context)
         const bool header = text.starts_with("h:");
         if (header)
             text.remove_prefix(2);
-        if (text.starts_with("</zutable")) {
+        if (text.starts_with(kTableEnd)) {
             line = Finish(table, context.style_sheet);
             return;
         }

@@ -4,8 +4,12 @@
 #include "blocks/dispatcher.h"
 
 #include <string>
+#include <string_view>
 
 namespace kiv {
+
+/// A line that begins so ends a table.
+inline constexpr std::string_view kTableEnd = "</zutable";
 
 /// Reads a table block up to "</zutable" and puts the finished table into `line`. `kind` is 0 or 1.
 void zutable(std::string& line, int kind, BlockContext& context);

@@ -14,7 +14,7 @@ void zutimeline(std::string& line, BlockContext& context)
             context.bigoops("zutimeline");
             return;
         }
-        if (line.starts_with("</zutimeline")) {
+        if (line.starts_with(kTimelineEnd)) {
             line = output.append("</table></td></tr></table>");
             return;
         }

@@ -43,7 +43,7 @@ BracketUse CutBracketUse(std::string_view before, std::string_view rest, std::st
     const std::string_view arguments = FromChar(rest, head + 1);
     const std::size_t close = arguments.find(']');
     if (close == npos) {
-        messages.ShowBuildMessage("Missing closed bracket: " + std::string(arguments));
+        messages.ShowBuildMessage(std::string(kNoBracketWarning).append(arguments));
         return {before, rest, rest.size(), name, arguments, false};
     }
     return {before, rest, head + close + 1, name, arguments.substr(0, close), true};

@@ -11,6 +11,9 @@
 
 namespace kiv {
 
+/// The warning of a use without its "]"; what is taken for its fields follows.
+inline constexpr std::string_view kNoBracketWarning = "Missing closed bracket: ";
+
 /// One use of a construct in a line, from its mark up to its "]".
 struct BracketUse {
     std::string_view before;    // what stands before it in the line

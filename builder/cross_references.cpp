@@ -183,8 +183,7 @@ Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, Merg
     Build& build = line.build;
     const Fields fields = FilledFields(use);
     if (definition.empty()) {
-        build.messages.ShowBuildMessage("You're missing ?? = in the _html.txt file: \r\n" +
-                                        use.Line());
+        build.messages.ShowBuildMessage(std::string(kNoPageRefWarning) + use.Line());
         return {"", true, Told(line, [] { return kLineGoes; })};
     }
     const std::size_t bar = definition.find('|');
@@ -210,7 +209,7 @@ Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Mer
     Build& build = line.build;
     const Fields fields = FilledFields(use);
     if (definition.empty()) {
-        build.messages.ShowBuildMessage("You're missing a ?! = in the _html.txt file");
+        build.messages.ShowBuildMessage(std::string(kNoGroupRefWarning));
         return {"", true, Told(line, [] { return kLineGoes; })};
     }
     const std::vector<std::string_view> halves = Split(definition, '|');

@@ -11,6 +11,12 @@ namespace kiv {
 
 struct MergedLine;
 
+// The warnings of references that nobody defines; of the first the line follows.
+inline constexpr std::string_view kNoPageRefWarning =
+    "You're missing ?? = in the _html.txt file: \r\n";
+inline constexpr std::string_view kNoGroupRefWarning =
+    "You're missing a ?! = in the _html.txt file";
+
 /// A use without a definition vanishes.
 Expansion ExpandNumbered(const BracketUse& use, std::string_view definition, MergedLine& line);
 

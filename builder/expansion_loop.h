@@ -64,6 +64,8 @@ template <typename Expand>
 Change ExpandUse(MergedLine& line, TextCursor& cursor, std::string_view name, Expand expand)
 {
     const BracketUse use = CutBracketUse(cursor.Before(), cursor.Rest(), name, line.build.messages);
+    if (line.tracer != nullptr) [[unlikely]]
+        line.tracer->TellUse({name, use.Text(), use.is_closed});
     Expansion expansion = expand(use);
     // The warning of a missing "]" quotes the rest of the line.
     const std::size_t each = use.is_closed ? 2 : 20;

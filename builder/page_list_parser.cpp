@@ -19,7 +19,9 @@ namespace {
 constexpr std::array<std::string_view, 7> kRecordExtensions = {".asp", ".html", ".htm", ".ram",
                                                                ".asf", ".xml",  ".txt"};
 
-constexpr std::string_view kPageStart = "@FILE =";
+constexpr std::string_view kDir1 = "@DIR1 =";
+constexpr std::string_view kAsp = "@ASP =";
+constexpr std::string_view kHtm = "@HTM =";
 
 class PageListParser {
   public:
@@ -109,16 +111,16 @@ bool PageListParser::TakeRootOrPage(SourceLine& line)
     const std::string_view text = line.text;
     if (!text.starts_with('@'))
         return true;
-    if (build_.tracer && (StartsWithNoCase(text, "@DIR1 =") || StartsWithNoCase(text, "@ASP =") ||
-                          StartsWithNoCase(text, "@HTM =")))
+    if (build_.tracer && (StartsWithNoCase(text, kDir1) || StartsWithNoCase(text, kAsp) ||
+                          StartsWithNoCase(text, kHtm)))
         build_.tracer->NoteRole(line, "names a folder for pages");
-    if (StartsWithNoCase(text, "@DIR1 ="))
+    if (StartsWithNoCase(text, kDir1))
         return TakeOutputRoot(FromChar(text, 9), false, state_.OutputDir1, build_.roots.dir1);
-    if (StartsWithNoCase(text, "@ASP =")) {
+    if (StartsWithNoCase(text, kAsp)) {
         if (!TakeOutputRoot(FromChar(text, 8), true, state_.AspOutputDir, build_.roots.asp))
             return false;
         state_.AspOutputWanted = true;
-    } else if (StartsWithNoCase(text, "@HTM =")) {
+    } else if (StartsWithNoCase(text, kHtm)) {
         if (!TakeOutputRoot(FromChar(text, 8), true, state_.HtmOutputDir, build_.roots.htm))
             return false;
         state_.HtmOutputWanted = true;
@@ -203,6 +205,11 @@ void PageListParser::CloseList()
 }
 
 } // namespace
+
+std::vector<std::string_view> ListDirectiveWords()
+{
+    return {kDir1, kAsp, kHtm, kPageStart};
+}
 
 void ParsePageList(Build& build)
 {

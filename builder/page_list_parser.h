@@ -2,9 +2,18 @@
 // for the merge.
 #pragma once
 
+#include <string_view>
+#include <vector>
+
 namespace kiv {
 
 struct Build;
+
+/// Begins a page, in any case; its file's name stands from the second character behind it on.
+inline constexpr std::string_view kPageStart = "@FILE =";
+
+/// The words that begin a page or name a folder for pages, such as "@FILE =".
+std::vector<std::string_view> ListDirectiveWords();
 
 /// Fills PageTable, PageCount, PageLines, NumberedVariables, SiteRoot and the output roots. A
 /// folder that is not there is reported and ends the parse, which leaves PageCount as it was.

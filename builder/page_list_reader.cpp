@@ -30,12 +30,12 @@ constexpr std::string_view kNewYearOff = "New Year text, which is off";
 /// The switches begin with "@", which few lines do.
 bool IsStop(std::string_view line)
 {
-    return line.starts_with('@') && StartsWithNoCase(line, "@@stop");
+    return line.starts_with('@') && StartsWithNoCase(line, kStopMark);
 }
 
 bool IsEoy(std::string_view line)
 {
-    return line.starts_with('@') && StartsWithNoCase(line, "@@EOY");
+    return line.starts_with('@') && StartsWithNoCase(line, kYearEndMark);
 }
 
 /// Whether a "<zu" stands in the line. Many lines hold a "<", few a "z".
@@ -126,7 +126,7 @@ void PageListReader::TakeYearEndOf(SourceFile& list, SourceLine& line)
         while (!list.AtEnd() && !IsEoy(list.Next())) {
         }
     line = list.Here({});
-    list.TellMade(line, first, "@@EOY",
+    list.TellMade(line, first, kYearEndMark,
                   enabled ? "the New Year text is on; the mark leaves an empty line"
                           : "the New Year text is off; it leaves an empty line");
 }
@@ -158,7 +158,7 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, SourceLine line)
     if (IsEoy(line.text)) {
         if (build_.options.EoyEnabled) {
             line.text = {};
-            source.TellMade(line, line.line, "@@EOY",
+            source.TellMade(line, line.line, kYearEndMark,
                             "the New Year text is on; the mark leaves an empty line");
         } else if (!SkipYearEndOf(source, line)) {
             return true;
@@ -203,7 +203,7 @@ bool PageListReader::SkipStopped(SourceFile& source, SourceLine& line)
             return false;
         }
         line = source.NextLine();
-    } while (!StartsWithNoCase(line.text, "@@start"));
+    } while (!StartsWithNoCase(line.text, kStartMark));
     if (!source.AtEnd()) {
         source.TellUnused(first, kStopped);
         line = source.NextLine();

@@ -2,9 +2,18 @@
 // "@@EOY" stretches are gone, block tags expanded.
 #pragma once
 
+#include <string_view>
+
 namespace kiv {
 
 struct Build;
+
+/// The line that begins and ends New Year text, and the step of the trace that takes it out.
+inline constexpr std::string_view kYearEndMark = "@@EOY";
+
+// The lines between which nothing is read.
+inline constexpr std::string_view kStopMark = "@@stop";
+inline constexpr std::string_view kStartMark = "@@start";
 
 /// Fills SourceLines and SourceLineCount. A missing include or "@@start" is reported and ends the
 /// read there. Throws `subscript` past 40000 lines and `file` when a "++" file leaves "@@EOY" open.

@@ -199,7 +199,14 @@ void PageWriter::OpenPage()
     build_.machine.reporter.Status(ShortenedPath(page.CurrentOutputPath));
     page.file = build_.machine.files.Open(page.CurrentOutputPath);
     WarnOfPlace();
-    BeginTrace({page.name, page.file.path, page.number});
+    TracedPage traced{page.name, page.file.path, page.number};
+    if (build_.tracer) [[unlikely]] {
+        const PageRecord& record = build_.CurrentRecord();
+        traced.id = record.id;
+        traced.group = record.group;
+        traced.from = build_.tracer->Known().Field(page.number, PageField::file).place;
+    }
+    BeginTrace(traced);
     TellHeadLines();
     if (build_.options.UploadListWanted)
         build_.uploads.RecordUpload(page.CurrentOutputPath);
@@ -239,9 +246,10 @@ void PageWriter::TellHeadLines()
     if (line_.tracer == nullptr)
         return;
     const PageLineTable& lines = std::as_const(state_.PageLines)[state_.page.number];
-    line_.tracer->Skip(lines[1], "it begins the page and names its file");
+    line_.tracer->Skip(lines[1], LinePart::page_start, "it begins the page and names its file");
     if (lines[2].line != 0)
-        line_.tracer->Skip(lines[2], "a page's second line is its title, which is not written");
+        line_.tracer->Skip(lines[2], LinePart::title,
+                           "a page's second line is its title, which is not written");
 }
 
 void PageWriter::WriteStart()
@@ -293,7 +301,7 @@ void PageWriter::WriteLinesOfBody()
         const SourceLine& line = lines[number];
         const Triggers triggers = ScanLine(line.text) & ~kTemplateOnly;
         if (line_.tracer != nullptr) [[unlikely]]
-            line_.tracer->Begin(line);
+            line_.tracer->Begin(line, LinePart::body);
         if (triggers == 0) {
             WriteBodyLine(number, line.text);
             continue;
@@ -338,7 +346,8 @@ void PageWriter::TellEndOfBody(int number)
     line_.tracer->Rewind(state_.output.size());
     const PageLineTable& lines = std::as_const(state_.PageLines)[state_.page.number];
     for (; lines[number].line != 0; ++number)
-        line_.tracer->Skip(lines[number], "a line @@ENDOFFILE@@ has ended the page");
+        line_.tracer->Skip(lines[number], LinePart::none,
+                           "a line @@ENDOFFILE@@ has ended the page");
 }
 
 void PageWriter::ClosePage()
@@ -371,7 +380,7 @@ void PageWriter::WriteTemplate(const TemplatePieces& pieces)
         }
         SetPlace(piece.line);
         if (line_.tracer != nullptr) [[unlikely]]
-            line_.tracer->Begin(piece.line);
+            line_.tracer->Begin(piece.line, LinePart::frame);
         line_.Begin(piece.line.text, piece.triggers);
         WriteTemplateLine(line_);
         if (line_.tracer != nullptr) [[unlikely]]
@@ -386,7 +395,7 @@ void PageWriter::TellTemplateUnused()
         return;
     for (const TemplatePieces* const pieces : {&head_, &tail_})
         for (const TemplatePiece& piece : *pieces)
-            build_.tracer->Unused(piece.line, "no page is framed by the template");
+            build_.tracer->Unused(piece.line, "no page is framed by the template", LinePart::frame);
 }
 
 void PageWriter::SetPlace(const SourceLine& line)

@@ -62,6 +62,8 @@ bool PlaceLists(MergedLine& line)
 
 bool CloseWrapper(MergedLine& line)
 {
+    if (line.tracer != nullptr) [[unlikely]]
+        line.tracer->TellUse({"]]", line.text});
     line.text = line.build.state.PendingWrapTail;
     line.bound.AddSource(line.text.size());
     if (line.tracer != nullptr) [[unlikely]]
@@ -77,6 +79,8 @@ bool OpenWrappers(MergedLine& line)
         const NumberedMark mark(Family::wrapper, digit);
         if (!line.text.starts_with(mark.View()))
             continue;
+        if (line.tracer != nullptr) [[unlikely]]
+            line.tracer->TellUse({mark.View(), mark.View()});
         const std::string& value = state.NumberedVariables[Family::wrapper][digit];
         const std::size_t bar = value.find('|');
         if (bar == npos) {
@@ -261,6 +265,8 @@ bool PutNumberedVariables(MergedLine& line)
     FirstMark swaps(kSwap.mark, line.text);
     return ChangeNumbered(line, Kind,
                           [&](std::string_view mark, std::string_view value, TextCursor& cursor) {
+                              if (line.tracer != nullptr) [[unlikely]]
+                                  line.tracer->TellUse({mark, mark});
                               std::size_t changed = npos;
                               const auto note = [&](const Change& change) {
                                   changed = std::min(changed, change.from);

@@ -96,7 +96,7 @@ void TemplateReader::TellLost(const TemplateSection& section, int first, int las
 {
     for (int i = first; build_.tracer && i <= last; ++i)
         if (!section[i].file.empty())
-            build_.tracer->Unused(section[i], reason);
+            build_.tracer->Unused(section[i], reason, LinePart::frame);
 }
 
 /// A second marker, in the tail, is stored in the head, too: the lines between the two are lost by

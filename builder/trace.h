@@ -25,6 +25,16 @@ struct TracedStep {
     SourceSpan from = {}; // the definition that was used
 };
 
+/// What the build reads a source line as.
+enum class LinePart {
+    none,         // nothing: it was skipped, or has gone into something else
+    before_pages, // of the page list, above its first page
+    page_start,   // a page's first line, with its file
+    title,        // a page's second line
+    body,
+    frame, // of the template
+};
+
 /// The way of one source line, or of a block of them, to the lines that it makes on a page.
 struct LineStory {
     std::vector<SourceSpan> sources; // first the lines that `before` shows, then what else went in
@@ -34,6 +44,8 @@ struct LineStory {
     int count = 0;          // of its lines
     std::string reason;     // why nothing was written
     bool is_failed = false; // an error ended the build in it
+    LinePart part = LinePart::none;
+    std::string role; // what it says of its pages or of the site: "gives the page its title"
 
     /// What it became.
     const std::string& Text() const { return steps.empty() ? before : steps.back().after; }
@@ -44,6 +56,16 @@ struct TracedPage {
     std::string_view name; // its file's, as the page list has it
     std::string_view path; // absolute drive path
     int number = 0;        // 1-based; of the single page 0
+    std::string_view id = {};
+    std::string_view group = {}; // "": it has none of its own
+    SourceSpan from = {};        // the line that begins it
+};
+
+/// A construct that stands in a line in work.
+struct TracedUse {
+    std::string_view name; // "!!3", "??1", "!!pop", "[[2", "]]", "@@4"
+    std::string_view text; // the whole of it as it stands, with its fields where it has any
+    bool is_closed = true; // false: its "]" is missing, and `text` is all that follows
 };
 
 /// Who asks. A build without one does nothing for it.
@@ -62,6 +84,12 @@ class Trace {
     /// Source lines that came to no page. Each pass of a build reads its sources, and tells of
     /// them.
     virtual void TakeUnused(const LineStory& story) = 0;
+    /// The page list defines a number, such as "!!3". Told before any page begins, in the order of
+    /// the lines.
+    virtual void TakeDefinition(std::string_view /*mark*/, const SourceSpan& /*from*/) {}
+    /// A construct is about to be expanded in a line of the page; `story` is that line's as far as
+    /// it has come.
+    virtual void TakeUse(const LineStory& /*story*/, const TracedUse& /*use*/) {}
 };
 
 } // namespace kiv

@@ -89,9 +89,14 @@ std::string Quoted(std::string_view text)
     return text.empty() ? "\"\"" : Joined({"\"", Shortened(text), "\""});
 }
 
+std::string NumberWords(Family family, int slot)
+{
+    return Joined({WordOf(family), " ", Decimal(slot), ", ", MarkOf(family, slot)});
+}
+
 std::string DefinitionWords(Family family, int slot)
 {
-    return Joined({"defines ", WordOf(family), " ", Decimal(slot), ", ", MarkOf(family, slot)});
+    return "defines " + NumberWords(family, slot);
 }
 
 std::string FieldWords(PageField field, std::string_view word)

@@ -18,6 +18,8 @@ std::string Quoted(std::string_view text);
 /// A value as it goes into the line, cut when it is long; "nothing" for none.
 std::string Shortened(std::string_view value);
 
+/// "macro 3, !!3[".
+std::string NumberWords(Family family, int slot);
 /// "defines macro 3, !!3[".
 std::string DefinitionWords(Family family, int slot);
 /// "gives the page its title"; `word` is the directive's.

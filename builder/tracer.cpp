@@ -72,7 +72,8 @@ Definition Tracer::DefinitionAt(SourceLine& line)
 void Tracer::DefineVariable(Family family, int slot, SourceLine& line)
 {
     NoteRole(line, DefinitionWords(family, slot));
-    definitions_.Variable(family, slot) = DefinitionAt(line);
+    const Definition& definition = definitions_.Variable(family, slot) = DefinitionAt(line);
+    trace_.TakeDefinition(NumberedMark(family, slot).View(), definition.place);
 }
 
 void Tracer::DefineField(int page, PageField field, std::string_view word, SourceLine& line)
@@ -90,9 +91,9 @@ void Tracer::Unused(const SourceSpan& span, std::string before, std::string_view
     trace_.TakeUnused(story);
 }
 
-void Tracer::Unused(const SourceLine& line, std::string_view reason)
+void Tracer::Unused(const SourceLine& line, std::string_view reason, LinePart part)
 {
-    Begin(line);
+    Begin(line, part);
     is_open_ = false;
     story_.reason = reason;
     trace_.TakeUnused(story_);
@@ -102,7 +103,7 @@ void Tracer::UnusedButForRole(const SourceLine& line, std::string_view otherwise
 {
     const std::string role =
         line.past == 0 ? "" : pasts_[static_cast<std::size_t>(line.past) - 1].role;
-    Unused(line, role.empty() ? otherwise : role);
+    Unused(line, role.empty() ? otherwise : role, LinePart::before_pages);
 }
 
 bool Tracer::BeginPage(const TracedPage& page)
@@ -113,10 +114,12 @@ bool Tracer::BeginPage(const TracedPage& page)
     return trace_.BeginPage(page);
 }
 
-void Tracer::Begin(const SourceLine& line)
+void Tracer::Begin(const SourceLine& line, LinePart part)
 {
     is_open_ = true;
     told_ = untold_ = 0;
+    story_.part = part;
+    story_.role.clear();
     story_.reason.clear();
     story_.line = story_.count = 0;
     if (line.past == 0) {
@@ -130,11 +133,12 @@ void Tracer::Begin(const SourceLine& line)
     story_.sources.assign(1, past.span);
     story_.before = past.before;
     story_.steps = past.steps;
+    story_.role = past.role;
 }
 
 void Tracer::Begin(const Definition& definition)
 {
-    Begin(SourceLine{definition.text, {}, 0});
+    Begin(SourceLine{definition.text, {}, 0}, LinePart::none);
     story_.sources.clear();
     if (!definition.place.file.empty())
         story_.sources.push_back(definition.place);
@@ -152,7 +156,7 @@ void Tracer::NoteToggle()
 
 void Tracer::TellToggles()
 {
-    Begin(SourceLine{toggles_.before, {}, 0});
+    Begin(SourceLine{toggles_.before, {}, 0}, LinePart::none);
     story_.sources = toggles_.sources;
     NoteWritten("!!showhide[", "the script that the page's toggles call");
     toggles_ = {};
@@ -278,9 +282,9 @@ void Tracer::EndOfTemplate(std::string_view text)
     End(text, Joined({last.name, last.name.ends_with(':') ? " " : ": ", last.text}));
 }
 
-void Tracer::Skip(const SourceLine& line, std::string_view reason)
+void Tracer::Skip(const SourceLine& line, LinePart part, std::string_view reason)
 {
-    Begin(line);
+    Begin(line, part);
     story_.line = story_.count = 0;
     story_.reason = reason;
     Emit();

@@ -40,8 +40,9 @@ class Tracer {
 
     /// Lines that come to no page; `before` is their text.
     void Unused(const SourceSpan& span, std::string before, std::string_view reason);
-    void Unused(const SourceLine& line, std::string_view reason);
-    /// The same for a line that speaks of the pages, if it does; else the reason is `otherwise`.
+    void Unused(const SourceLine& line, std::string_view reason, LinePart part = LinePart::none);
+    /// The same for a line above the first page. One that speaks of the pages tells that; else the
+    /// reason is `otherwise`.
     void UnusedButForRole(const SourceLine& line, std::string_view otherwise);
 
     // While a page is written.
@@ -49,7 +50,7 @@ class Tracer {
     /// Returns whether the page's lines are asked for.
     bool BeginPage(const TracedPage& page);
     /// A line begins its way.
-    void Begin(const SourceLine& line);
+    void Begin(const SourceLine& line, LinePart part);
     /// A text of the program's own begins, which is there because of a definition.
     void Begin(const Definition& definition);
     /// Something has been made of the line, which is `before` and `rest` now.
@@ -60,6 +61,8 @@ class Tracer {
     {
         Note(name, std::move(text), line, {}, from);
     }
+    /// The line in work is about to have a construct expanded.
+    void TellUse(const TracedUse& use) { trace_.TakeUse(story_, use); }
     /// The line in work has a toggle, for which the page gets a script.
     void NoteToggle();
     /// That script, if any, was written.
@@ -87,7 +90,7 @@ class Tracer {
     /// The same for a line of the template, which is not written when it is empty.
     void EndOfTemplate(std::string_view text);
     /// A line of the page that is never written.
-    void Skip(const SourceLine& line, std::string_view reason);
+    void Skip(const SourceLine& line, LinePart part, std::string_view reason);
     /// What was written since the page's output was `size` long is taken back.
     void Rewind(std::size_t size) { counted_ = size; }
     /// An error ends the build in the line in work, if there is one.

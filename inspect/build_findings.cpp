@@ -1,8 +1,24 @@
 // What the build itself has to say.
+#include "blocks/dispatcher.h"
+#include "builder/arguments.h"
+#include "builder/cross_references.h"
 #include "inspect/finding_table.h"
 #include "inspect/findings.h"
 
 namespace kiv {
+
+namespace {
+
+/// Whether another finding tells the same, with what to do: "unclosed-bracket", "undefined-number",
+/// "misspelled-tag".
+bool HasFindingOfItsOwn(std::string_view text)
+{
+    return text.starts_with(kNoBracketWarning) || text.starts_with(kNoPageRefWarning) ||
+           text == kNoGroupRefWarning ||
+           (text.starts_with('<') && text.ends_with(kUnknownTagWarning));
+}
+
+} // namespace
 
 void FindBuildError(const SiteView& site, FindingSink& sink)
 {
@@ -13,7 +29,8 @@ void FindBuildError(const SiteView& site, FindingSink& sink)
 void FindBuildWarnings(const SiteView& site, FindingSink& sink)
 {
     for (const Warning& warning : site.warnings)
-        sink.Add(warning.where.View(), warning.text, warning.hint);
+        if (!HasFindingOfItsOwn(warning.text))
+            sink.Add(warning.where.View(), warning.text, warning.hint);
 }
 
 } // namespace kiv

@@ -11,6 +11,23 @@ namespace {
 constexpr FindingRow kRows[] = {
     {"build-error", Severity::error, "The build ends in an error", FindBuildError},
     {"build-warning", Severity::warning, "The build has a warning", FindBuildWarnings},
+    {"misspelled-directive", Severity::error,
+     "A line nearly is a directive and is not taken as one", FindMisspelledDirectives},
+    {"misspelled-variable", Severity::warning, "A word nearly is an at-variable and stays as it is",
+     FindMisspelledVariables},
+    {"page-twice", Severity::error, "Two pages of the list are written to one file",
+     FindPagesTwice},
+    {"undefined-number", Severity::error, "A number is used that the page list never defines",
+     FindUndefinedNumbers},
+    {"unused-number", Severity::note, "A number is defined that no page uses", FindUnusedNumbers},
+    {"redefined-number", Severity::note, "A number is defined again, so that this has no effect",
+     FindRedefinedNumbers},
+    {"unknown-reference", Severity::error, "A reference names a page or group that is not there",
+     FindUnknownReferences},
+    {"unclosed-bracket", Severity::error, "A construct has no end, or an end has no construct",
+     FindUnclosedBrackets},
+    {"misspelled-tag", Severity::warning, "A <zu...> tag is none, or ends nothing",
+     FindMisspelledTags},
 };
 
 } // namespace

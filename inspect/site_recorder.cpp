@@ -5,6 +5,8 @@
 #include "text/text.h"
 #include "text/windows1252.h"
 
+#include <algorithm>
+
 namespace kiv {
 
 std::size_t SiteRecorder::IndexOf(std::string_view path)
@@ -28,20 +30,66 @@ SourceLines SiteRecorder::Lines(const SourceSpan& span)
 
 bool SiteRecorder::BeginPage(const TracedPage& page)
 {
+    EndPage();
     const auto [entry, is_new] = pages_.try_emplace(UpperCase(page.path), view_.pages.size());
     if (is_new)
         view_.pages.emplace_back();
     page_ = entry->second;
     // A later page at the same path takes the place of the earlier one.
-    view_.pages[page_] = {std::string(page.name), std::string(page.path), page.number, {}, {}};
+    PageText& kept = view_.pages[page_];
+    const SourceLines from = Lines(page.from);
+    if (!is_new && page.number > 0 && !(kept.from == from))
+        view_.twice.push_back({kept.from, from});
+    kept = {std::string(page.name), std::string(page.path),  page.number, {}, {},
+            std::string(page.id),   std::string(page.group), from};
     return true;
+}
+
+/// A wrapper ends on the page that opens it: nobody writes one that the next page ends.
+void SiteRecorder::EndPage()
+{
+    if (open_wrapper_ && IsNew(view_.unclosed, open_wrapper_->lines, open_wrapper_->name))
+        view_.unclosed.push_back(*std::move(open_wrapper_));
+    open_wrapper_.reset();
+}
+
+void SiteRecorder::TakePart(const LineStory& story)
+{
+    // A stretch that is switched off becomes a line, too; a block's tag begins it.
+    const bool is_stretch = !story.sources.empty() &&
+                            story.sources.front().last > story.sources.front().first &&
+                            !story.steps.empty() && !story.steps.front().name.starts_with('<');
+    if (story.sources.empty() || story.part == LinePart::none || is_stretch)
+        return;
+    const SourceLines lines = Lines(story.sources.front());
+    if (lines.source == SourceLines::kNone)
+        return;
+    std::vector<LineParts>& parts = view_.sources[lines.source].parts;
+    if (parts.size() < static_cast<std::size_t>(lines.last))
+        parts.resize(static_cast<std::size_t>(lines.last));
+    for (auto line = static_cast<std::size_t>(lines.first);
+         line <= static_cast<std::size_t>(lines.last); ++line) {
+        parts[line - 1].Add(story.part);
+        if (!story.role.empty())
+            parts[line - 1].AddRole();
+    }
+}
+
+/// What was made of lines while they were read is a step of the line that came of it.
+void SiteRecorder::TakeSteps(const LineStory& story)
+{
+    for (const TracedStep& step : story.steps) {
+        if (!step.from.file.empty())
+            view_.used.push_back(Lines(step.from));
+        if (!story.sources.empty() && step.name.starts_with("<zu"))
+            view_.blocks.push_back({Lines(story.sources.front()), step.name});
+    }
 }
 
 void SiteRecorder::TakeLine(const LineStory& story)
 {
-    for (const TracedStep& step : story.steps)
-        if (!step.from.file.empty())
-            view_.used.push_back(Lines(step.from));
+    TakePart(story);
+    TakeSteps(story);
     if (story.line == 0) {
         if (!story.sources.empty())
             view_.unused.push_back({Lines(story.sources.front()), story.reason});
@@ -59,8 +107,77 @@ void SiteRecorder::TakeLine(const LineStory& story)
 
 void SiteRecorder::TakeUnused(const LineStory& story)
 {
+    TakePart(story);
+    TakeSteps(story);
     for (const SourceSpan& span : story.sources)
         view_.unused.push_back({Lines(span), story.reason});
+}
+
+void SiteRecorder::TakeDefinition(std::string_view mark, const SourceSpan& from)
+{
+    const SourceLines lines = Lines(from);
+    for (const NumberDefinition& known : view_.definitions)
+        if (known.lines == lines)
+            return; // every pass tells of them
+    view_.definitions.push_back({std::string(mark), lines});
+}
+
+ConstructUse SiteRecorder::Kept(const LineStory& story, const TracedUse& use)
+{
+    ConstructUse kept{
+        std::string(use.name), std::string(use.text), Lines(story.sources.front()), {}};
+    for (const TracedStep& step : story.steps)
+        if (!step.from.file.empty())
+            kept.brought_by.push_back(Lines(step.from));
+    return kept;
+}
+
+bool SiteRecorder::IsNew(const std::vector<ConstructUse>& uses, const SourceLines& lines,
+                         std::string_view key)
+{
+    return known_uses_.emplace(&uses, lines.source, lines.first, std::string(key)).second;
+}
+
+void SiteRecorder::Add(std::vector<ConstructUse>& uses, const LineStory& story,
+                       const TracedUse& use, std::string_view key)
+{
+    // A line of the program's own has no source.
+    if (!story.sources.empty() && IsNew(uses, Lines(story.sources.front()), key))
+        uses.push_back(Kept(story, use));
+}
+
+void SiteRecorder::TakeWrapper(const LineStory& story, const TracedUse& use)
+{
+    if (use.name == "]]") {
+        if (!open_wrapper_)
+            Add(view_.unopened, story, use, use.name);
+        open_wrapper_.reset();
+        return;
+    }
+    EndPage(); // its second half is lost to this one's
+    if (!story.sources.empty())
+        open_wrapper_ = Kept(story, use);
+}
+
+void SiteRecorder::TakeUse(const LineStory& story, const TracedUse& use)
+{
+    const bool is_wrapper = use.name.starts_with("[[");
+    if (is_wrapper || use.name == "]]")
+        TakeWrapper(story, use);
+    if (!use.is_closed)
+        Add(view_.unclosed, story, use, use.name);
+    if (use.name.size() != 3 || use.name.back() < '0' || use.name.back() > '9')
+        return;
+    const bool is_defined =
+        std::ranges::any_of(view_.definitions, [&](const NumberDefinition& definition) {
+            return definition.mark == use.name;
+        });
+    if (!view_.numbers_used.contains(use.name))
+        view_.numbers_used.emplace(use.name);
+    if (!is_defined)
+        Add(view_.undefined, story, use, use.name);
+    else if (use.name.starts_with('?') && use.is_closed)
+        Add(view_.references, story, use, use.text);
 }
 
 void SiteRecorder::ReadSource(SourceText& source) const
@@ -79,6 +196,10 @@ void SiteRecorder::ReadSource(SourceText& source) const
 
 void SiteRecorder::Finish()
 {
+    if (!view_.error)
+        EndPage();
+    else if (const std::string& file = view_.error->where.file; !file.empty())
+        IndexOf(file); // nothing may be told of it: its reading ended in the error
     for (SourceText& source : view_.sources)
         ReadSource(source);
     for (PageText& page : view_.pages)

@@ -1,19 +1,28 @@
 #include "inspect/site_view.h"
 
+#include "text/joined_text.h"
+#include "text/text.h"
+
 namespace kiv {
 
 namespace {
 
-/// The first of the lines that holds `words`, else the very first; 1-based.
-int LineWith(const SourceText& source, const SourceLines& lines, std::string_view words)
+/// The first of the lines that holds `words`; 0: none does.
+int FindLine(const SourceText& source, const SourceLines& lines, std::string_view words)
 {
     for (int line = lines.first; !words.empty() && line <= lines.last; ++line) {
         const auto index = static_cast<std::size_t>(line) - 1;
-        if (index < source.lines.size() &&
-            source.lines[index].find(words) != std::string_view::npos)
+        if (index < source.lines.size() && ContainsNoCase(source.lines[index], words))
             return line;
     }
-    return lines.first;
+    return 0;
+}
+
+/// The first of the lines that holds `words`, else the very first; 1-based.
+int LineWith(const SourceText& source, const SourceLines& lines, std::string_view words)
+{
+    const int line = FindLine(source, lines, words);
+    return line == 0 ? lines.first : line;
 }
 
 } // namespace
@@ -27,6 +36,32 @@ Place SiteView::PlaceOf(const PageText& page, int line, std::string_view words) 
     const SourceLines& origin = page.origins[index];
     const SourceText& source = sources[origin.source];
     return {source.path, LineWith(source, origin, words), page.name};
+}
+
+Place SiteView::PlaceOf(const SourceLines& lines, std::string_view words) const
+{
+    const SourceText& source = sources[lines.source];
+    return {source.path, LineWith(source, lines, words), {}};
+}
+
+Place SiteView::PlaceOf(const ConstructUse& use) const
+{
+    const auto stands_in = [&](const SourceLines& lines) {
+        return FindLine(sources[lines.source], lines, use.name) != 0;
+    };
+    if (!stands_in(use.lines))
+        for (const SourceLines& lines : use.brought_by)
+            if (stands_in(lines))
+                return PlaceOf(lines, use.name);
+    return PlaceOf(use.lines, use.name);
+}
+
+std::string SiteView::PlaceText(const Place& place) const
+{
+    std::string_view file = place.file;
+    if (StartsWithNoCase(file, folder))
+        file.remove_prefix(folder.size());
+    return Joined({file, ":", Decimal(place.line)});
 }
 
 } // namespace kiv

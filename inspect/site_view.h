@@ -2,25 +2,49 @@
 // line came from where.
 #pragma once
 
+#include "builder/trace.h"
 #include "platform/files.h"
 #include "platform/picture_loader.h"
 #include "platform/reporter.h"
 #include "platform/run_error.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace kiv {
 
+/// What the build made of a source line, over all pages.
+class LineParts {
+  public:
+    void Add(LinePart part) { bits_ |= Bit(part); }
+    void AddRole() { bits_ |= kRole; }
+    bool Has(LinePart part) const { return (bits_ & Bit(part)) != 0; }
+    /// Whether it was taken for what it says of its pages or of the site.
+    bool HasRole() const { return (bits_ & kRole) != 0; }
+    /// Whether it was read as anything.
+    bool IsRead() const { return bits_ != 0; }
+
+  private:
+    static std::uint8_t Bit(LinePart part)
+    {
+        return static_cast<std::uint8_t>(1U << static_cast<unsigned>(part));
+    }
+    static constexpr std::uint8_t kRole = 1; // the bit of LinePart::none, which is never added
+    std::uint8_t bits_ = 0;
+};
+
 /// A file that the build read lines from.
 struct SourceText {
     std::string path;       // absolute drive path
     std::string bytes = {}; // of the whole file
     std::vector<std::string_view> lines =
-        {}; // of `bytes`, without their ends, as the build counts them
+        {};                            // of `bytes`, without their ends, as the build counts them
+    std::vector<LineParts> parts = {}; // of its lines, as far as anything is known
     bool is_page_list = false;
     bool is_template = false;
 };
@@ -32,12 +56,40 @@ struct SourceLines {
     int last = 0;
 
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+    bool operator==(const SourceLines&) const = default;
 };
 
 /// Source lines that wrote nothing.
 struct UnusedLines {
     SourceLines lines;
     std::string reason; // as "why" tells it
+};
+
+/// A block that a build has worked out, with its tags.
+struct BlockLines {
+    SourceLines lines;
+    std::string tag; // as it is written, "<zutable>"
+};
+
+/// A number that the page list defines.
+struct NumberDefinition {
+    std::string mark; // "!!3"
+    SourceLines lines;
+};
+
+/// A construct in a line, once for all pages that have the line.
+struct ConstructUse {
+    std::string name; // "!!3", "!!pop", "[[2", "]]"
+    std::string text; // the whole of it
+    SourceLines lines;
+    std::vector<SourceLines> brought_by; // definitions that were put into the line before
+};
+
+/// Two pages of the list that are one file.
+struct PageTwice {
+    SourceLines first; // the lines that begin them
+    SourceLines second;
 };
 
 /// A page that the build made.
@@ -47,6 +99,9 @@ struct PageText {
     int number = 0;   // 1-based; of the single page 0
     std::string bytes;
     std::vector<SourceLines> origins; // of its lines; [0] is line 1
+    std::string id = {};
+    std::string group = {}; // "": it has none of its own
+    SourceLines from = {};  // the line that begins it
 };
 
 struct SiteView {
@@ -58,7 +113,15 @@ struct SiteView {
     std::vector<SourceText> sources;
     std::vector<PageText> pages;
     std::vector<UnusedLines> unused;
-    std::vector<SourceLines> used;      // definitions that a page made use of
+    std::vector<SourceLines> used;                   // definitions that a page made use of
+    std::vector<BlockLines> blocks;                  // each pass tells of them
+    std::vector<NumberDefinition> definitions;       // in the order in which they were read
+    std::set<std::string, std::less<>> numbers_used; // "!!3", defined or not
+    std::vector<ConstructUse> undefined;             // uses of numbers that nobody defines
+    std::vector<ConstructUse> references;            // to pages and groups
+    std::vector<ConstructUse> unclosed;              // without their end
+    std::vector<ConstructUse> unopened;              // ends of nothing
+    std::vector<PageTwice> twice;
     std::vector<std::string> written;   // every file that the build wrote, absolute drive paths
     std::vector<Warning> warnings;      // of the build
     std::optional<RunError> error;      // that ended it
@@ -67,6 +130,12 @@ struct SiteView {
     /// Where the line of a page (1-based) came from: the source line and the page. Of the lines of
     /// a block it is the first that holds `words`, else the block's first.
     Place PlaceOf(const PageText& page, int line, std::string_view words = {}) const;
+    /// The first of the lines, which must be of a source, that holds `words`, else the very first.
+    Place PlaceOf(const SourceLines& lines, std::string_view words) const;
+    /// Where a construct stands: in its line, or in a definition that brought it there.
+    Place PlaceOf(const ConstructUse& use) const;
+    /// "_html.txt:12", the file as one says it in the section's folder.
+    std::string PlaceText(const Place& place) const;
     /// A line (1-based) of a source.
     Place PlaceOf(const SourceText& source, int line) const { return {source.path, line, {}}; }
 };

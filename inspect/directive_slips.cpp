@@ -1,0 +1,318 @@
+#include "inspect/directive_slips.h"
+
+#include "builder/at_variables.h"
+#include "builder/page_directives.h"
+#include "builder/page_list_parser.h"
+#include "builder/page_list_reader.h"
+#include "builder/page_record.h"
+#include "builder/server_scripts.h"
+#include "inspect/site_view.h"
+#include "inspect/word_slips.h"
+#include "text/joined_text.h"
+#include "text/text.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace kiv {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\xA0";
+
+std::string_view CutBlanks(std::string_view text)
+{
+    const std::size_t from = text.find_first_not_of(kBlanks);
+    return from == npos ? std::string_view() : text.substr(from);
+}
+
+/// Where in the page list a line stands, which tells how likely it is meant for a directive.
+enum class Zone {
+    body,  // text may stand here
+    head,  // among the lines with "@" right behind a page's first
+    fixed, // nothing but directives has any effect here: above the first page, a page's second line
+};
+
+/// A line with "@" and a word, taken apart.
+struct AtLine {
+    std::size_t signs = 0; // "@" before the word
+    bool is_moved = false; // blanks stand before the "@" or behind it
+    std::string_view word;
+    char sign = '\0'; // "=" or ":" behind the word; '\0': neither
+    std::string_view value;
+};
+
+/// `word` is "" for a line without.
+AtLine TakeApart(std::string_view line)
+{
+    AtLine parts;
+    std::string_view rest = CutBlanks(line);
+    parts.signs = std::min(rest.find_first_not_of('@'), rest.size());
+    if (parts.signs == 0)
+        return parts;
+    rest.remove_prefix(parts.signs);
+    const std::string_view head = CutBlanks(rest);
+    parts.is_moved = !line.starts_with('@') || head.size() != rest.size();
+    parts.word = HeadWord(head);
+    rest = CutBlanks(head.substr(parts.word.size()));
+    if (!rest.empty() && (rest[0] == '=' || rest[0] == ':')) {
+        parts.sign = rest[0];
+        rest = CutBlanks(rest.substr(1));
+    }
+    parts.value = rest;
+    return parts;
+}
+
+/// A directive: "@FILE =" is "FILE" with a value behind "=", "@NAKED" has neither.
+struct Form {
+    std::string_view word;
+    std::string_view tail; // " =", ":" or ""
+};
+
+/// The words of the builder's tables, taken apart once for a look at a site.
+class Words {
+  public:
+    Words()
+    {
+        for (const std::string_view word : ListDirectiveWords())
+            AddForm(word);
+        for (const std::string_view word : PageDirectiveWords())
+            AddForm(word);
+        for (const std::string_view word : ServerScriptWords())
+            AddForm(word);
+        for (const std::string_view name : AtVariableNames())
+            variables_.push_back(name);
+    }
+
+    /// Whether the build takes a line that begins so.
+    bool IsTaken(std::string_view line) const
+    {
+        const auto begins = [&](std::string_view word) { return StartsWithNoCase(line, word); };
+        return std::ranges::any_of(taken_, begins) || begins(kStopMark) || begins(kStartMark) ||
+               begins(kYearEndMark);
+    }
+
+    /// Whether the line begins with an at-variable.
+    bool BeginsWithVariable(std::string_view line) const
+    {
+        return std::ranges::any_of(
+            variables_, [&](std::string_view name) { return StartsWithNoCase(line, name); });
+    }
+
+    const Form* Known(std::string_view word) const
+    {
+        const auto form = std::ranges::find_if(
+            forms_, [&](const Form& known) { return EqualsNoCase(known.word, word); });
+        return form == forms_.end() ? nullptr : &*form;
+    }
+
+    const Form* Near(std::string_view word, std::size_t shortest) const
+    {
+        const std::string_view near = SlipOf(word, names_, shortest);
+        return near.empty() ? nullptr : Known(near);
+    }
+
+  private:
+    void AddForm(std::string_view line)
+    {
+        taken_.push_back(line);
+        const std::string_view word = HeadWord(line.substr(1));
+        forms_.push_back({word, Trim(line.substr(1 + word.size())).empty()
+                                    ? std::string_view()
+                                    : line.substr(1 + word.size())});
+        names_.push_back(word);
+    }
+
+    std::vector<std::string_view> taken_;
+    std::vector<Form> forms_;
+    std::vector<std::string_view> names_; // of the forms
+    std::vector<std::string_view> variables_;
+};
+
+std::string WithValue(std::string head, std::string_view value)
+{
+    if (!value.empty())
+        head.append(" ").append(value);
+    return head;
+}
+
+/// The line as it should be.
+std::string Written(const Form& form, std::string_view value)
+{
+    return WithValue(Joined({"@", form.word, form.tail.ends_with(' ') ? " =" : form.tail}), value);
+}
+
+bool IsUpperCase(std::string_view word)
+{
+    return std::ranges::none_of(word, [](char c) { return c != AsciiUpper(c); });
+}
+
+/// Looks at one line.
+class LineReader {
+  public:
+    LineReader(const Words& words, std::string_view line, std::string_view next, Zone zone)
+        : words_(words), line_(line), next_(next), zone_(zone), parts_(TakeApart(line))
+    {
+    }
+
+    /// The line that was meant; "": it is none of these.
+    std::string Meant() const
+    {
+        if (words_.IsTaken(line_))
+            return {};
+        if (std::string switched = MeantSwitch(); !switched.empty())
+            return switched;
+        if (parts_.word.empty() || parts_.signs > 1)
+            return {};
+        if (const Form* const form = words_.Known(parts_.word))
+            return IsMeant(*form) ? Written(*form, parts_.value) : std::string();
+        return MeantSlip();
+    }
+
+  private:
+    std::string MeantSwitch() const
+    {
+        constexpr std::string_view kSwitches[] = {kStopMark, kStartMark, kYearEndMark};
+        if (parts_.signs == 0 || parts_.sign != '\0' || !parts_.value.empty())
+            return {};
+        for (const std::string_view known : kSwitches) {
+            const std::string_view word = known.substr(2);
+            if (EqualsNoCase(parts_.word, word) ||
+                (parts_.signs == 2 && IsSlipOf(parts_.word, word, 3)))
+                return std::string(known);
+        }
+        return {};
+    }
+
+    bool ValueMayFollow(const Form& form) const
+    {
+        return !form.tail.empty() || parts_.value.empty() ||
+               StartsWithNoCase(form.word, "REDIRECT");
+    }
+
+    /// Whether a line with the very word of a directive was meant for it.
+    bool IsMeant(const Form& form) const
+    {
+        if (form.tail == ":")
+            return parts_.sign == ':' && parts_.is_moved;
+        if (form.tail.empty())
+            return zone_ != Zone::body && parts_.sign == '\0' && ValueMayFollow(form);
+        if (zone_ == Zone::fixed)
+            return true;
+        const bool is_variable = words_.BeginsWithVariable(CutBlanks(line_));
+        if (zone_ == Zone::head)
+            return parts_.sign != '\0' || !is_variable;
+        return parts_.sign == '=' && (!parts_.is_moved || next_.starts_with('@'));
+    }
+
+    std::string MeantSlip() const
+    {
+        const std::size_t shortest = zone_ != Zone::body && parts_.sign != '\0' ? 3 : 4;
+        const Form* const form = words_.Near(parts_.word, shortest);
+        if (form == nullptr || words_.BeginsWithVariable(CutBlanks(line_)))
+            return {};
+        bool is_meant = false;
+        if (form->tail == ":")
+            is_meant = parts_.sign == ':' && IsUpperCase(parts_.word);
+        else if (form->tail.empty())
+            is_meant = zone_ != Zone::body && parts_.sign == '\0' && ValueMayFollow(*form);
+        else if (parts_.sign != '\0')
+            is_meant = zone_ != Zone::body || (parts_.sign == '=' && IsUpperCase(parts_.word));
+        else
+            is_meant = zone_ == Zone::fixed;
+        return is_meant ? Written(*form, parts_.value) : std::string();
+    }
+
+    const Words& words_;
+    std::string_view line_;
+    std::string_view next_;
+    Zone zone_;
+    AtLine parts_;
+};
+
+/// The definition that a line such as "!!1= x" was meant for; "": it is one, or nothing like it.
+std::string MeantDefinition(std::string_view line)
+{
+    const std::string_view text = CutBlanks(line);
+    if (std::ranges::find(kFamilyMark, text.substr(0, 2)) == kFamilyMark.end())
+        return {};
+    const std::string_view behind = CutBlanks(text.substr(2));
+    const std::size_t digits = std::min(behind.find_first_not_of("0123456789"), behind.size());
+    const std::string_view rest = CutBlanks(behind.substr(digits));
+    if (digits < 1 || digits > 2 || !rest.starts_with('='))
+        return {};
+    if (text.size() == line.size() && line.size() > 4 && line[4] == '=')
+        return {};
+    return WithValue(
+        Joined({text.substr(0, 2), behind.substr(0, digits), digits == 1 ? " =" : "="}),
+        CutBlanks(rest.substr(1)));
+}
+
+bool IsDefined(const SiteView& site, std::string_view definition)
+{
+    return std::ranges::any_of(site.definitions, [&](const NumberDefinition& known) {
+        return known.mark == definition.substr(0, 3);
+    });
+}
+
+class SourceReader {
+  public:
+    SourceReader(const SiteView& site, const SourceText& source) : site_(site), source_(source) {}
+
+    std::vector<DirectiveSlip> Slips()
+    {
+        const std::size_t end = std::min(source_.lines.size(), source_.parts.size());
+        for (index_ = 0; index_ < end; ++index_)
+            LookAt(source_.lines[index_], source_.parts[index_]);
+        return std::move(slips_);
+    }
+
+  private:
+    void LookAt(std::string_view line, const LineParts& parts)
+    {
+        if (!parts.IsRead() || parts.Has(LinePart::frame))
+            return;
+        const Zone zone = ZoneOf(line, parts);
+        if (parts.HasRole() || (line.find('@') == npos && line.find('=') == npos))
+            return;
+        const std::string_view next =
+            index_ + 1 < source_.lines.size() ? source_.lines[index_ + 1] : std::string_view();
+        std::string meant = LineReader(words_, line, next, zone).Meant();
+        if (meant.empty() && zone != Zone::body) {
+            meant = MeantDefinition(line);
+            if (zone == Zone::head && IsDefined(site_, meant))
+                meant.clear(); // its use, with "=" behind it
+        }
+        if (!meant.empty())
+            slips_.push_back({static_cast<int>(index_) + 1, std::move(meant)});
+    }
+
+    /// A head goes on as long as its lines begin with "@" or are empty.
+    Zone ZoneOf(std::string_view line, const LineParts& parts)
+    {
+        if (parts.Has(LinePart::before_pages) || parts.Has(LinePart::title)) {
+            is_head_ = parts.Has(LinePart::title);
+            return Zone::fixed;
+        }
+        const std::string_view text = CutBlanks(line);
+        is_head_ = parts.Has(LinePart::page_start) ||
+                   (is_head_ && (text.empty() || text.starts_with('@')));
+        return is_head_ ? Zone::head : Zone::body;
+    }
+
+    const SiteView& site_;
+    const SourceText& source_;
+    const Words words_;
+    std::vector<DirectiveSlip> slips_;
+    std::size_t index_ = 0; // of the line in work
+    bool is_head_ = false;
+};
+
+} // namespace
+
+std::vector<DirectiveSlip> DirectiveSlips(const SiteView& site, const SourceText& source)
+{
+    return SourceReader(site, source).Slips();
+}
+
+} // namespace kiv

@@ -1,0 +1,115 @@
+// At-variables that are none.
+#include "builder/at_variables.h"
+#include "inspect/directive_slips.h"
+#include "inspect/finding_table.h"
+#include "inspect/findings.h"
+#include "inspect/word_slips.h"
+#include "text/joined_text.h"
+#include "text/text.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace kiv {
+
+namespace {
+
+constexpr std::size_t kShortest = 4; // letters of a word that may be taken for another
+constexpr std::size_t kLeastTail = 3;
+
+bool IsUpperCase(std::string_view word)
+{
+    return std::ranges::none_of(word, [](char c) { return c != AsciiUpper(c); });
+}
+
+bool HasSameLetters(std::string_view one, std::string_view other)
+{
+    return std::ranges::is_permutation(one, other, {}, AsciiUpper, AsciiUpper);
+}
+
+/// Names are written in capitals, and a handle, a rule of a style sheet or a mark in a program
+/// mostly is not. Of a short word all letters must be there: "@TEXT" is not "@NEXT".
+bool IsLikely(std::string_view word, std::string_view meant)
+{
+    const bool has_same_letters = HasSameLetters(word, meant);
+    if (!IsUpperCase(word))
+        return has_same_letters && word.size() > kShortest;
+    return has_same_letters || word.size() != meant.size() || word.size() > kShortest;
+}
+
+class Variables {
+  public:
+    Variables()
+    {
+        for (const std::string_view name : AtVariableNames())
+            if (name.starts_with('@'))
+                words_.push_back(name.substr(1));
+    }
+
+    /// The name that `word` was meant for, without its "@"; "": it is a name, or no slip.
+    std::string_view Meant(std::string_view word) const
+    {
+        std::string_view taken; // what the build takes of it
+        for (const std::string_view name : words_)
+            if (StartsWithNoCase(word, name) && name.size() > taken.size())
+                taken = name;
+        if (!taken.empty() && word.size() < taken.size() + kLeastTail)
+            return {};
+        const std::string_view meant = SlipOf(word, words_, kShortest);
+        if (meant.empty() || !IsLikely(word, meant))
+            return {};
+        // "@THISTITEL" becomes the page's file and "TITEL", "@FILES" is meant as it is.
+        return taken.empty() || meant.size() > taken.size() ? meant : std::string_view();
+    }
+
+  private:
+    std::vector<std::string_view> words_;
+};
+
+/// Whether an "@" with these characters before it belongs to an address or a number's mark.
+bool JoinsOn(std::string_view before)
+{
+    constexpr std::string_view kOfAddresses = "@.-+%";
+    return !before.empty() &&
+           (IsWordCharacter(before.back()) || kOfAddresses.find(before.back()) != npos);
+}
+
+void LookAt(std::string_view line, const Place& place, const Variables& variables,
+            FindingSink& sink)
+{
+    for (std::size_t at = line.find('@'); at != npos; at = line.find('@', at + 1)) {
+        const std::string_view word = HeadWord(line.substr(at + 1));
+        const std::string_view meant = variables.Meant(word);
+        if (!meant.empty() && !JoinsOn(line.substr(0, at)))
+            sink.Add(place, Joined({"\"@", word, "\" is no at-variable"}), Joined({"@", meant}));
+    }
+}
+
+/// Whether at-variables in the line come to a page: as text, in a title or in a definition.
+bool ComesToPages(const LineParts& parts)
+{
+    return parts.HasRole() || parts.Has(LinePart::title) || parts.Has(LinePart::body) ||
+           parts.Has(LinePart::frame);
+}
+
+} // namespace
+
+void FindMisspelledVariables(const SiteView& site, FindingSink& sink)
+{
+    const Variables variables;
+    for (const SourceText& source : site.sources) {
+        const std::vector<DirectiveSlip> slips = DirectiveSlips(site, source);
+        auto slip = slips.begin();
+        const std::size_t end = std::min(source.lines.size(), source.parts.size());
+        for (std::size_t index = 0; index < end; ++index) {
+            const int line = static_cast<int>(index) + 1;
+            const bool is_slip = slip != slips.end() && slip->line == line;
+            if (is_slip)
+                ++slip; // it is told as a whole
+            else if (ComesToPages(source.parts[index]))
+                LookAt(source.lines[index], site.PlaceOf(source, line), variables, sink);
+        }
+    }
+}
+
+} // namespace kiv
