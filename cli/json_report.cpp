@@ -120,7 +120,7 @@ Json FindingObject(const ReportedFinding& reported)
                 {"name", std::string(finding.name)},
                 {"text", ToUtf8(finding.text)},
                 {"file", TextOrNull(finding.where.file)},
-                {"native", reported.native.empty() ? Json(nullptr) : OnlyUtf8(reported.native)},
+                {"native", reported.native.empty() ? Json(nullptr) : Json(OnlyUtf8(reported.native))},
                 {"line", finding.where.line > 0 ? Json(finding.where.line) : Json(nullptr)},
                 {"page", TextOrNull(finding.where.page)},
                 {"suggestion", TextOrNull(finding.suggestion)}};

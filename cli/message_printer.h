@@ -2,7 +2,7 @@
 // can open: "site/_html.txt:12: warning: ...".
 #pragma once
 
-#include "cli/source_lines.h"
+#include "cli/quoted_sources.h"
 #include "platform/drives.h"
 #include "platform/reporter.h"
 #include "platform/run_error.h"
@@ -48,7 +48,7 @@ class MessagePrinter {
 
     std::ostream& err_;
     Drives& drives_;
-    SourceLines lines_;
+    QuotedSources lines_;
     MessageLook look_;
     std::size_t told_ = 0;
     std::size_t left_out_ = 0;

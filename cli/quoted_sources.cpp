@@ -1,4 +1,4 @@
-#include "cli/source_lines.h"
+#include "cli/quoted_sources.h"
 
 #include "platform/files.h"
 #include "platform/run_error.h"
@@ -26,7 +26,7 @@ std::vector<std::uint32_t> LineStarts(std::string_view content)
 
 } // namespace
 
-std::string_view SourceLines::Line(const std::string& path, int number)
+std::string_view QuotedSources::Line(const std::string& path, int number)
 {
     const Source& source = SourceAt(path);
     const auto index = static_cast<std::size_t>(number) - 1;
@@ -36,14 +36,14 @@ std::string_view SourceLines::Line(const std::string& path, int number)
     return TakeLine(rest);
 }
 
-const SourceLines::Source& SourceLines::SourceAt(const std::string& path)
+const QuotedSources::Source& QuotedSources::SourceAt(const std::string& path)
 {
     const auto found = sources_.find(path);
     return found != sources_.end() ? found->second
                                    : sources_.emplace(path, Read(path)).first->second;
 }
 
-SourceLines::Source SourceLines::Read(const std::string& path)
+QuotedSources::Source QuotedSources::Read(const std::string& path)
 {
     Source source;
     try {

@@ -14,9 +14,9 @@ class Files;
 
 /// Reads each file once, when a line of it is asked for first. All of them together take bounded
 /// room: a file for which there is none is passed over, and so is one that cannot be read.
-class SourceLines {
+class QuotedSources {
   public:
-    explicit SourceLines(Files& files) : files_(files) {}
+    explicit QuotedSources(Files& files) : files_(files) {}
 
     /// A line, 1-based, without its end; empty when there is none. The view lasts as long as this.
     std::string_view Line(const std::string& path, int number);
