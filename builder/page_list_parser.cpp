@@ -19,8 +19,6 @@ namespace {
 constexpr std::array<std::string_view, 7> kRecordExtensions = {".asp", ".html", ".htm", ".ram",
                                                                ".asf", ".xml",  ".txt"};
 
-constexpr std::string_view kPageStart = "@FILE =";
-
 class PageListParser {
   public:
     explicit PageListParser(Build& build) : build_(build), state_(build.state) {}

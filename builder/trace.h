@@ -46,6 +46,15 @@ struct TracedPage {
     int number = 0;        // 1-based; of the single page 0
 };
 
+/// How much of one of the format's bounds a pass takes up.
+struct TracedBound {
+    std::string_view what; // "pages in the page list"
+    int count = 0;
+    int most = 0;               // that there may be
+    SourceSpan where = {};      // what it is told of; `first` 0: the whole file
+    std::string_view page = {}; // the name of its file; "": none
+};
+
 /// Who asks. A build without one does nothing for it.
 class Trace {
   public:
@@ -62,6 +71,8 @@ class Trace {
     /// Source lines that came to no page. Each pass of a build reads its sources, and tells of
     /// them.
     virtual void TakeUnused(const LineStory& story) = 0;
+    /// The sources of a pass are read.
+    virtual void TakeBound(const TracedBound&) {}
 };
 
 } // namespace kiv

@@ -21,14 +21,6 @@ namespace {
 
 constexpr std::string_view kNever = "never";
 
-std::vector<std::string_view> FindingNames()
-{
-    std::vector<std::string_view> names;
-    for (const FindingRow& row : FindingRows())
-        names.push_back(row.name);
-    return names;
-}
-
 /// The names of a list such as "dead-link, dead-picture". Throws `invalid-argument` for one that is
 /// none.
 std::set<std::string, std::less<>> Names(const std::string& list)
@@ -77,7 +69,9 @@ Choices FailureSeverities()
 void RunCheck(CallDesk& desk, const GivenValues& given)
 {
     const FindingChoice choice{Names(given.Text("--only")), Names(given.Text("--not"))};
-    std::vector<Finding> findings = CheckSite(desk.workspace, choice);
+    Inspection inspection = CheckSite(desk.workspace, choice);
+    std::vector<Finding>& findings = inspection.findings;
+    desk.report.switched_off = inspection.switched_off;
     desk.report.has_failed = HasFailed(findings, given.Text("--fail-on"));
     NativePaths& paths = desk.workspace.machine().native_paths;
     std::vector<ReportedFinding>& reported = desk.report.findings.emplace();

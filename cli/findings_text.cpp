@@ -1,6 +1,7 @@
 #include "cli/findings_text.h"
 
 #include "cli/shown_text.h"
+#include "platform/site_files.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -38,7 +39,8 @@ std::string Counted(const std::vector<ReportedFinding>& findings, Severity sever
 
 } // namespace
 
-void PrintFindings(std::ostream& out, const std::vector<ReportedFinding>& findings)
+void PrintFindings(std::ostream& out, const std::vector<ReportedFinding>& findings,
+                   std::size_t switched_off)
 {
     for (const ReportedFinding& finding : findings)
         PrintFinding(out, finding);
@@ -47,6 +49,9 @@ void PrintFindings(std::ostream& out, const std::vector<ReportedFinding>& findin
     else
         out << Counted(findings, Severity::error) << ", " << Counted(findings, Severity::warning)
             << ", " << Counted(findings, Severity::note) << '\n';
+    if (switched_off > 0)
+        out << switched_off << (switched_off == 1 ? " finding is" : " findings are")
+            << " switched off by " << kCheckFile << '\n';
 }
 
 } // namespace kiv

@@ -1,5 +1,6 @@
 #include "inspect/site_recorder.h"
 
+#include "builder/page_list_reader.h"
 #include "platform/drive_path.h"
 #include "platform/site_files.h"
 #include "text/text.h"
@@ -37,11 +38,25 @@ bool SiteRecorder::BeginPage(const TracedPage& page)
     return true;
 }
 
-void SiteRecorder::TakeLine(const LineStory& story)
+/// What was made of lines while they were read is a step of the line that came of it.
+void SiteRecorder::TakeSteps(const LineStory& story)
 {
-    for (const TracedStep& step : story.steps)
+    for (const TracedStep& step : story.steps) {
         if (!step.from.file.empty())
             view_.used.push_back(Lines(step.from));
+        if (story.sources.empty())
+            continue;
+        const SourceSpan& source = story.sources.front();
+        if (step.name == kYearEndMark && source.last > source.first)
+            view_.skipped.push_back({Lines(source), SkippedLines::Mark::year_end});
+        else if (step.name.starts_with("<zu"))
+            view_.blocks.push_back({Lines(source), step.name});
+    }
+}
+
+void SiteRecorder::TakeLine(const LineStory& story)
+{
+    TakeSteps(story);
     if (story.line == 0) {
         if (!story.sources.empty())
             view_.unused.push_back({Lines(story.sources.front()), story.reason});
@@ -59,8 +74,20 @@ void SiteRecorder::TakeLine(const LineStory& story)
 
 void SiteRecorder::TakeUnused(const LineStory& story)
 {
-    for (const SourceSpan& span : story.sources)
+    TakeSteps(story);
+    for (const SourceSpan& span : story.sources) {
         view_.unused.push_back({Lines(span), story.reason});
+        if (story.reason == kNewYearOff)
+            view_.skipped.push_back({Lines(span), SkippedLines::Mark::year_end});
+        else if (story.reason == kOpenStop)
+            view_.skipped.push_back({Lines(span), SkippedLines::Mark::stop});
+    }
+}
+
+void SiteRecorder::TakeBound(const TracedBound& bound)
+{
+    view_.bounds.push_back({std::string(bound.what), bound.count, bound.most,
+                            Place{bound.where.file, bound.where.first, bound.page}});
 }
 
 void SiteRecorder::ReadSource(SourceText& source) const
@@ -77,8 +104,20 @@ void SiteRecorder::ReadSource(SourceText& source) const
         source.lines.push_back(kiv::TakeLine(rest));
 }
 
+void SiteRecorder::AddIfThere(const std::string& path)
+{
+    try {
+        if (view_.files.FileExists(path))
+            IndexOf(path);
+    } catch (const RunError&) {
+        return; // the build has met the same error, and tells of it
+    }
+}
+
 void SiteRecorder::Finish()
 {
+    for (const std::string_view list : {kPageListFile, kTemplateFile})
+        AddIfThere(view_.folder + std::string(list));
     for (SourceText& source : view_.sources)
         ReadSource(source);
     for (PageText& page : view_.pages)

@@ -23,14 +23,18 @@ class SiteRecorder : public Trace {
     bool BeginPage(const TracedPage& page) override;
     void TakeLine(const LineStory& story) override;
     void TakeUnused(const LineStory& story) override;
+    void TakeBound(const TracedBound& bound) override;
 
     /// Reads sources and pages after the build. A source that cannot be read any more is left
-    /// without lines.
+    /// without lines. Page list and template are among them also where the build did not come to
+    /// them.
     void Finish();
 
   private:
     SourceLines Lines(const SourceSpan& span);
     std::size_t IndexOf(std::string_view path);
+    void TakeSteps(const LineStory& story);
+    void AddIfThere(const std::string& path);
     void ReadSource(SourceText& source) const;
 
     SiteView& view_;

@@ -1,5 +1,7 @@
 #include "inspect/site_view.h"
 
+#include <algorithm>
+
 namespace kiv {
 
 namespace {
@@ -16,7 +18,23 @@ int LineWith(const SourceText& source, const SourceLines& lines, std::string_vie
     return lines.first;
 }
 
+const SourceText* FirstWith(const std::vector<SourceText>& sources, bool SourceText::*what)
+{
+    const auto found = std::ranges::find(sources, true, what);
+    return found == sources.end() ? nullptr : &*found;
+}
+
 } // namespace
+
+const SourceText* SiteView::PageList() const
+{
+    return FirstWith(sources, &SourceText::is_page_list);
+}
+
+const SourceText* SiteView::Template() const
+{
+    return FirstWith(sources, &SourceText::is_template);
+}
 
 Place SiteView::PlaceOf(const PageText& page, int line, std::string_view words) const
 {

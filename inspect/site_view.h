@@ -23,6 +23,13 @@ struct SourceText {
         {}; // of `bytes`, without their ends, as the build counts them
     bool is_page_list = false;
     bool is_template = false;
+
+    /// A line by its number (1-based); empty where there is none.
+    std::string_view Line(int number) const
+    {
+        const auto index = static_cast<std::size_t>(number) - 1;
+        return number >= 1 && index < lines.size() ? lines[index] : std::string_view();
+    }
 };
 
 /// Lines of a source, 1-based, both ends included.
@@ -38,6 +45,27 @@ struct SourceLines {
 struct UnusedLines {
     SourceLines lines;
     std::string reason; // as "why" tells it
+};
+
+/// A stretch of lines between two marks, left out by a build; the opening mark is its first line.
+struct SkippedLines {
+    enum class Mark { year_end, stop };
+    SourceLines lines;
+    Mark mark = Mark::year_end;
+};
+
+/// A block that a build has worked out, with its tags.
+struct BlockLines {
+    SourceLines lines;
+    std::string tag; // as it is written, "<zutable>"
+};
+
+/// How much of one of the format's bounds the sources take up.
+struct BoundUse {
+    std::string what; // "pages in the page list"
+    int count = 0;
+    int most = 0; // that there may be
+    KeptPlace where;
 };
 
 /// A page that the build made.
@@ -59,6 +87,9 @@ struct SiteView {
     std::vector<PageText> pages;
     std::vector<UnusedLines> unused;
     std::vector<SourceLines> used;      // definitions that a page made use of
+    std::vector<SkippedLines> skipped;  // closed or not
+    std::vector<BlockLines> blocks;     // each pass tells of them
+    std::vector<BoundUse> bounds;       // each pass tells of them
     std::vector<std::string> written;   // every file that the build wrote, absolute drive paths
     std::vector<Warning> warnings;      // of the build
     std::optional<RunError> error;      // that ended it
@@ -67,6 +98,14 @@ struct SiteView {
     /// Where the line of a page (1-based) came from: the source line and the page. Of the lines of
     /// a block it is the first that holds `words`, else the block's first.
     Place PlaceOf(const PageText& page, int line, std::string_view words = {}) const;
+    /// The page list or the template, null where it is not there.
+    const SourceText* PageList() const;
+    const SourceText* Template() const;
+    /// Whether one of the two, by its name, is not there.
+    bool Lacks(std::string_view list) const
+    {
+        return !files.FileExists(folder + std::string(list));
+    }
     /// A line (1-based) of a source.
     Place PlaceOf(const SourceText& source, int line) const { return {source.path, line, {}}; }
 };

@@ -10,7 +10,9 @@
 #include "shell/groups.h"
 #include "shell/workspace.h"
 
+#include <algorithm>
 #include <deque>
+#include <iterator>
 
 namespace kiv {
 
@@ -65,7 +67,8 @@ class SiteCheck {
         if (!files_.FileExists(kGroupFile))
             return Build();
         const std::vector<std::string> entries = GroupEntries(files_);
-        if (files_.FileExists(kPageListFile) && files_.FileExists(kTemplateFile))
+        // A build of the group passes by a folder that lacks one of the two, without a word.
+        if (files_.FileExists(kPageListFile) || files_.FileExists(kTemplateFile))
             Build();
         for (const std::string& entry : entries) {
             files_.ChangeDirectory(WithSeparator(folder) + entry);
@@ -73,18 +76,19 @@ class SiteCheck {
         }
     }
 
-    std::vector<Finding> Findings(const FindingChoice& choice)
+    Inspection Findings(const FindingChoice& choice)
     {
         std::vector<const SiteView*> group;
         for (const SiteView& view : views_)
             group.push_back(&view);
-        std::vector<Finding> found;
+        Inspection all;
         for (SiteView& view : views_) {
             view.group = group;
-            for (Finding& finding : Inspect(view, choice))
-                found.push_back(std::move(finding));
+            Inspection one = Inspect(view, choice);
+            std::ranges::move(one.findings, std::back_inserter(all.findings));
+            all.switched_off += one.switched_off;
         }
-        return found;
+        return all;
     }
 
   private:
@@ -95,7 +99,7 @@ class SiteCheck {
 
 } // namespace
 
-std::vector<Finding> CheckSite(Workspace& workspace, const FindingChoice& choice)
+Inspection CheckSite(Workspace& workspace, const FindingChoice& choice)
 {
     workspace.machine().files.Refresh(); // the sources may be others than the last command saw
     const WayBack way_back(workspace.machine().files);

@@ -20,10 +20,6 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kBangMarker = ";inserthere1";
-constexpr std::string_view kArticleFolder = "txt\\"; // below that of the page list
-constexpr std::string_view kEntryMarker = ";inserthere2";
-
 /// The header fields in the order of the bang line.
 constexpr std::array<std::string NewsItem::*, 6> kHeaderFields = {
     &NewsItem::date,   &NewsItem::file_name, &NewsItem::title,
@@ -40,23 +36,17 @@ struct NewsPaths {
 NewsPaths PathsOf(const SitePreset& preset, const std::string& file_name)
 {
     NewsPaths paths;
-    paths.body = Joined({preset.folder, kArticleFolder, file_name, ".txt"});
+    paths.body = Joined({preset.folder, kNewsArticleFolder, file_name, ".txt"});
     paths.site_list = Joined({preset.folder, kPageListFile});
     if (!preset.home_folder.empty())
         paths.home_list = Joined({preset.home_folder, kPageListFile});
     return paths;
 }
 
-/// The line end that makes a marker one.
-std::string MarkerLine(std::string_view marker)
-{
-    return Joined({marker, kCrLf});
-}
-
 /// Puts `lines` behind every line end that follows `marker`.
 void InsertAfter(std::string& page_list, std::string_view marker, std::string_view lines)
 {
-    const std::string line = MarkerLine(marker);
+    const std::string line = NewsMarkerLine(marker);
     ReplaceEach(page_list, line, line + std::string(lines));
 }
 
@@ -64,7 +54,7 @@ void InsertAfter(std::string& page_list, std::string_view marker, std::string_vi
 /// list without the marker gets nothing, so it has all.
 bool HasAfter(std::string_view page_list, std::string_view marker, std::string_view lines)
 {
-    return !Contains(page_list, MarkerLine(marker)) || Contains(page_list, lines);
+    return !Contains(page_list, NewsMarkerLine(marker)) || Contains(page_list, lines);
 }
 
 /// The page entry but for its end.
@@ -73,10 +63,6 @@ std::string EntryHead(const NewsItem& item, std::string_view bang)
     return Joined({"@file = ", item.file_name, "\r\n@title = ", item.title, "\r\n!!2",
                    FromChar(bang, 4), "\r\n++txt\\", item.file_name, ".txt\r\n"});
 }
-
-/// The end of the newest entry. The empty line behind "@@EOY" lets the next run find and remove
-/// that switch.
-constexpr std::string_view kEntryEnd = "@@EOY\r\n\r\n";
 
 /// The article as it was typed: lead first, line ends doubled when the text is single spaced.
 std::string ArticleText(const NewsItem& item)
@@ -118,18 +104,18 @@ struct NewsRun {
 /// A home page list gets the bang line.
 void ChangeHomeList(ListChange& list, const std::string& bang_line)
 {
-    list.is_done = HasAfter(list.old, kBangMarker, bang_line);
-    InsertAfter(list.changed, kBangMarker, bang_line);
+    list.is_done = HasAfter(list.old, kNewsBangMarker, bang_line);
+    InsertAfter(list.changed, kNewsBangMarker, bang_line);
 }
 
 /// A site's list gets the bang line and the entry.
 void ChangeSiteList(ListChange& list, const std::string& bang_line, const std::string& head)
 {
-    list.is_done =
-        HasAfter(list.old, kBangMarker, bang_line) && HasAfter(list.old, kEntryMarker, head);
-    ReplaceEach(list.changed, kEntryEnd, "");
-    InsertAfter(list.changed, kBangMarker, bang_line);
-    InsertAfter(list.changed, kEntryMarker, head + std::string(kEntryEnd));
+    list.is_done = HasAfter(list.old, kNewsBangMarker, bang_line) &&
+                   HasAfter(list.old, kNewsEntryMarker, head);
+    ReplaceEach(list.changed, kNewsEntryEnd, "");
+    InsertAfter(list.changed, kNewsBangMarker, bang_line);
+    InsertAfter(list.changed, kNewsEntryMarker, head + std::string(kNewsEntryEnd));
 }
 
 ListChange ReadList(Files& files, const std::string& path)
@@ -180,7 +166,7 @@ NewsRun makehtml(Files& files, const NewsDesk& desk, const NewsItem& item, const
     NewsRun run;
     run.lists = ChangedLists(files, paths, bang_line, EntryHead(item, bang));
     run.body = BodyText(desk, item, preset);
-    if (!Contains(run.lists.front().old, kBangMarker))
+    if (!Contains(run.lists.front().old, kNewsBangMarker))
         run.body.insert(0, bang_line);
     return run;
 }

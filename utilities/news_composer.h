@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/machine.h"
+#include "text/joined_text.h"
 #include "utilities/news_settings.h"
 
 #include <cstddef>
@@ -10,6 +11,23 @@
 #include <string_view>
 
 namespace kiv {
+
+// What the composer looks for in a page list. New lines are put behind it.
+inline constexpr std::string_view kNewsBangMarker = ";inserthere1"; // in a home page list, too
+inline constexpr std::string_view kNewsEntryMarker = ";inserthere2";
+
+/// Where articles lie, below the folder of the page list.
+inline constexpr std::string_view kNewsArticleFolder = "txt\\";
+
+/// The end of the newest entry. The empty line behind "@@EOY" lets the next run find and remove
+/// that switch.
+inline constexpr std::string_view kNewsEntryEnd = "@@EOY\r\n\r\n";
+
+/// The marker with the line end that makes it one.
+inline std::string NewsMarkerLine(std::string_view marker)
+{
+    return Joined({marker, kCrLf});
+}
 
 /// The fields of the window "News Item".
 struct NewsItem {
