@@ -33,6 +33,12 @@ std::string_view FileWords(std::string_view file, std::string_view list)
     return StartsWithNoCase(file, folder) ? file.substr(folder.size()) : file;
 }
 
+bool Fits(std::string_view text, const Finding& finding, std::string_view file)
+{
+    return text.empty() || ContainsNoCase(file, text) || ContainsNoCase(finding.where.page, text) ||
+           ContainsNoCase(finding.text, text);
+}
+
 } // namespace
 
 CheckList::CheckList(const SiteView& site) : path(site.folder + std::string(kCheckFile))
@@ -85,10 +91,7 @@ bool CheckList::SwitchesOff(const Finding& finding)
     const std::string_view file = FileWords(finding.where.file, path);
     bool is_off = false;
     for (CheckLine& line : lines) {
-        const bool fits =
-            line.name == finding.name &&
-            (ContainsNoCase(file, line.text) || ContainsNoCase(finding.where.page, line.text) ||
-             ContainsNoCase(finding.text, line.text));
+        const bool fits = line.name == finding.name && Fits(line.text, finding, file);
         line.is_used = line.is_used || fits;
         is_off = is_off || fits;
     }

@@ -18,7 +18,7 @@ std::string_view FirstLineWords(const SourceText& source)
         return "its first line is no directive, no mark and no comment, but text";
     if (source.is_template)
         return "its first line is no mark and no comment, and the page begins with the three bytes";
-    return "they stand in front of its first line, in the middle of the page";
+    return "its three bytes stand in the middle of the page";
 }
 
 /// The lines that hold a CR, which is not the one of their end.

@@ -55,16 +55,18 @@ void TakeFindings(Inspection& all, CheckList& list, std::vector<Finding> found,
     }
 }
 
-void TellUnused(Inspection& all, const CheckList& list)
+std::vector<Finding> UnusedCheckLines(const CheckList& list)
 {
+    std::vector<Finding> found;
     const auto row = std::ranges::find(FindingRows(), kUnusedCheckLine, &FindingRow::name);
-    FindingSink sink(*row, all.findings);
+    FindingSink sink(*row, found);
     for (const CheckLine& line : list.lines)
         if (!line.is_used && line.name != kUnusedCheckLine)
             sink.Add({list.path, line.line},
                      Joined({"there is no ", line.name, line.text.empty() ? "" : " with \"",
                              line.text, line.text.empty() ? "" : "\"", " to switch off"}),
                      "take the line out");
+    return found;
 }
 
 } // namespace
@@ -90,8 +92,7 @@ Inspection Inspect(const SiteView& site, const FindingChoice& choice)
         if (row.look != nullptr && (choice.Takes(row.name) || tells_use))
             TakeFindings(all, list, FindingsOf(row, site), choice);
     }
-    if (choice.Takes(kUnusedCheckLine))
-        TellUnused(all, list);
+    TakeFindings(all, list, UnusedCheckLines(list), choice);
     std::ranges::stable_sort(all.findings, StandsBefore);
     return all;
 }

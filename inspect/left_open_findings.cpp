@@ -77,6 +77,16 @@ std::string PagesText(const std::vector<std::string_view>& pages)
     return text;
 }
 
+std::string LeftOutText(const SiteView& site, const SkippedLines& skipped)
+{
+    int lines = 0;
+    const std::vector<std::string_view> pages = PagesIn(site, LeftOut(site, skipped), lines);
+    if (lines == 0)
+        return "; whatever comes below is left out";
+    return Joined({", so ", Decimal(lines), lines == 1 ? " line is" : " lines are",
+                   " left out, with ", PagesText(pages)});
+}
+
 void FindOpen(const SiteView& site, SkippedLines::Mark mark, std::string_view closing,
               FindingSink& sink)
 {
@@ -86,13 +96,9 @@ void FindOpen(const SiteView& site, SkippedLines::Mark mark, std::string_view cl
         const SourceText& source = site.sources[skipped.lines.source];
         if (!IsOpen(source, skipped) || IsOfComposer(source, skipped.lines.first))
             continue;
-        int lines = 0;
-        const std::vector<std::string_view> pages = PagesIn(site, LeftOut(site, skipped), lines);
-        sink.Add(
-            site.PlaceOf(source, skipped.lines.first),
-            Joined({"no ", closing, " follows, so ", Decimal(lines),
-                    lines == 1 ? " line is" : " lines are", " left out, with ", PagesText(pages)}),
-            Joined({"put a line ", closing, " where it should end"}));
+        sink.Add(site.PlaceOf(source, skipped.lines.first),
+                 Joined({"no ", closing, " follows", LeftOutText(site, skipped)}),
+                 Joined({"put a line ", closing, " where it should end"}));
     }
 }
 

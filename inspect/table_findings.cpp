@@ -121,9 +121,10 @@ void LookAtRows(const SiteView& site, const SourceText& source, const std::vecto
         columns.push_back(widths.Next(row.text));
     const int widest = *std::ranges::max_element(columns);
     for (std::size_t index = 0; index < rows.size(); ++index) {
-        if (rows[index].HasTab() || columns[index] >= widest)
-            continue;
         const std::string_view text = rows[index].text;
+        // One cell over several columns is a heading among the rows.
+        if (rows[index].HasTab() || columns[index] >= widest || SpanOf(text).columns > 1)
+            continue;
         sink.Add(site.PlaceOf(source, rows[index].line),
                  text.empty() ? "an empty line in a table is a row with one empty cell"
                  : HasBlanksForTab(text)

@@ -31,7 +31,8 @@ bool IsText(std::string_view line)
 
 const SourceText* SourceAt(const SiteView& site, std::string_view name)
 {
-    const std::string path = AbsolutePath(name, site.folder);
+    const std::string folder = AbsolutePath(site.folder, {}); // without its last "\"
+    const std::string path = AbsolutePath(name, folder);
     const auto found = std::ranges::find_if(
         site.sources, [&](const SourceText& source) { return EqualsNoCase(source.path, path); });
     return found == site.sources.end() ? nullptr : &*found;
