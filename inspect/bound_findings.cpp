@@ -20,10 +20,9 @@ void FindNearBounds(const SiteView& site, FindingSink& sink)
 {
     for (const BoundUse& bound : site.bounds)
         if (IsNear(bound))
-            sink.Add(
-                bound.where.View(),
-                Joined({Decimal(bound.count), " ", bound.what, " of ", Decimal(bound.most),
-                        " that there may be; one more than these ends the build in an error"}));
+            sink.Add(bound.where.View(),
+                     Joined({Decimal(bound.count), " ", bound.what, "; more than ",
+                             Decimal(bound.most), " end the build in an error"}));
 }
 
 } // namespace kiv
