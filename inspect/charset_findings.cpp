@@ -93,14 +93,36 @@ bool IsOutside(const LineBytes& bytes, Charset declared)
     return false;
 }
 
+/// Whether a browser takes the file for a page, by its name.
+bool IsHtml(const PageText& page)
+{
+    const std::string name = LowerCase(page.path);
+    return name.ends_with(".htm") || name.ends_with(".html") || name.ends_with(".asp");
+}
+
+/// Not a piece of text that others take in.
+bool IsWhole(const PageText& page)
+{
+    constexpr std::string_view kMarks[] = {"<html", "<head", "<body", "<!doctype"};
+    return std::ranges::any_of(
+        kMarks, [&](std::string_view mark) { return ContainsNoCase(page.bytes, mark); });
+}
+
 /// Which sets the pages declare, and for which lines of sources.
 class Declarations {
   public:
-    explicit Declarations(const SiteView& site) : site_(site)
+    explicit Declarations(const SiteView& site)
     {
         for (const PageText& page : site.pages)
-            names_.push_back(DeclaredCharset(page.bytes));
-        is_one_ = std::ranges::adjacent_find(names_, std::ranges::not_equal_to()) == names_.end();
+            if (IsHtml(page))
+                pages_.push_back({&page, DeclaredCharset(page.bytes)});
+        const auto declares = [](const Declared& one) { return !one.charset.empty(); };
+        if (std::ranges::any_of(pages_, declares))
+            std::erase_if(
+                pages_, [&](const Declared& one) { return !declares(one) && !IsWhole(*one.page); });
+        is_one_ = pages_.size() == site.pages.size() &&
+                  std::ranges::adjacent_find(pages_, std::ranges::not_equal_to(),
+                                             &Declared::charset) == pages_.end();
         if (!is_one_)
             LearnLines();
     }
@@ -109,10 +131,10 @@ class Declarations {
     /// or where they disagree.
     std::optional<std::string_view> Of(std::size_t source, int line) const
     {
-        if (names_.empty())
+        if (pages_.empty())
             return std::nullopt;
         if (is_one_)
-            return names_.front();
+            return pages_.front().charset;
         const auto found = lines_.find({source, line});
         if (found == lines_.end() || found->second.size() > 1)
             return std::nullopt;
@@ -120,18 +142,22 @@ class Declarations {
     }
 
   private:
+    struct Declared {
+        const PageText* page;
+        std::string charset;
+    };
+
     void LearnLines()
     {
-        for (std::size_t page = 0; page < site_.pages.size(); ++page)
-            for (const SourceLines& origin : site_.pages[page].origins)
+        for (const auto& [page, charset] : pages_)
+            for (const SourceLines& origin : page->origins)
                 if (origin.source != SourceLines::kNone)
                     for (int line = origin.first; line <= origin.last; ++line)
-                        lines_[{origin.source, line}].insert(names_[page]);
+                        lines_[{origin.source, line}].insert(charset);
     }
 
-    const SiteView& site_;
-    std::vector<std::string> names_; // by page
-    bool is_one_ = true;             // for all pages
+    std::vector<Declared> pages_; // that are held against their sources
+    bool is_one_ = true;          // for all pages
     std::map<std::pair<std::size_t, int>, std::set<std::string_view>> lines_;
 };
 
@@ -168,7 +194,7 @@ FaultyLines LinesThat(bool (*are_faulty)(const LineBytes&, Charset), const Sourc
     return faulty;
 }
 
-/// "3 lines are" with the words before and behind.
+/// "1 line", "3 lines".
 std::string LineCount(int count)
 {
     return Decimal(count) + (count == 1 ? " line" : " lines");

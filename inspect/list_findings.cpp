@@ -42,8 +42,13 @@ std::string FileMeant(const SiteView& site, std::string_view list)
 std::string WhatToDo(const SiteView& site, std::string_view list)
 {
     if (site.files.FolderExists(site.folder + std::string(list)))
-        return Joined({"a folder bears this name; a file has to"});
-    const std::string meant = FileMeant(site, list);
+        return "a folder bears this name; a file has to";
+    std::string meant;
+    try {
+        meant = FileMeant(site, list);
+    } catch (const RunError&) {
+        return ""; // a folder that may not be listed
+    }
     return meant.empty() ? "" : Joined({"rename \"", meant, "\" to \"", list, "\""});
 }
 

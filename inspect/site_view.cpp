@@ -36,6 +36,15 @@ const SourceText* SiteView::Template() const
     return FirstWith(sources, &SourceText::is_template);
 }
 
+bool SiteView::Lacks(std::string_view list) const
+{
+    try {
+        return !files.FileExists(folder + std::string(list));
+    } catch (const RunError&) {
+        return false; // the build has met the same error, and tells of it
+    }
+}
+
 Place SiteView::PlaceOf(const PageText& page, int line, std::string_view words) const
 {
     const auto index = static_cast<std::size_t>(line) - 1;

@@ -101,11 +101,8 @@ struct SiteView {
     /// The page list or the template, null where it is not there.
     const SourceText* PageList() const;
     const SourceText* Template() const;
-    /// Whether one of the two, by its name, is not there.
-    bool Lacks(std::string_view list) const
-    {
-        return !files.FileExists(folder + std::string(list));
-    }
+    /// Whether one of the two, by its name, is not there; not where the disk cannot tell.
+    bool Lacks(std::string_view list) const;
     /// A line (1-based) of a source.
     Place PlaceOf(const SourceText& source, int line) const { return {source.path, line, {}}; }
 };
