@@ -36,8 +36,7 @@ std::vector<Finding> FindingsOf(const FindingRow& row, const SiteView& site)
     FindingSink sink(row, found);
     row.look(site, sink);
     std::ranges::stable_sort(found, StandsBefore);
-    const auto [rest, end] = std::ranges::unique(found, IsSame);
-    found.erase(rest, end);
+    found.erase(std::unique(found.begin(), found.end(), IsSame), found.end());
     return found;
 }
 

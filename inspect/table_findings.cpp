@@ -6,6 +6,7 @@
 #include "text/text.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace kiv {
@@ -72,6 +73,11 @@ Span SpanOf(std::string_view cell)
     return {number_behind(codes.spans, "colspan="), number_behind(codes.spans, "rowspan=")};
 }
 
+std::string_view WithoutHeaderMark(std::string_view row)
+{
+    return row.starts_with("h:") ? row.substr(2) : row;
+}
+
 /// Goes through the rows of a table from the top and knows how wide each is.
 class RowWidths {
   public:
@@ -82,9 +88,7 @@ class RowWidths {
         for (auto& [width, rows] : reaching_)
             columns += rows-- > 0 ? width : 0;
         std::erase_if(reaching_, [](const auto& reach) { return reach.second <= 0; });
-        if (row.starts_with("h:"))
-            row.remove_prefix(2);
-        ForEachCell(row, [&](std::string_view cell, std::size_t) {
+        ForEachCell(WithoutHeaderMark(row), [&](std::string_view cell, std::size_t) {
             const Span span = SpanOf(cell);
             columns += span.columns;
             if (span.rows > 1)
@@ -112,26 +116,36 @@ bool HasBlanksForTab(std::string_view row)
 
 constexpr std::string_view kWhatToDo = "part the cells by one TAB each";
 
+/// Whether its one cell is meant to be all of the row: it spans columns, or cells of rows above
+/// reach down into it. `narrowest` is the fewest columns of the rows that have a TAB.
+bool IsWhole(const Row& row, int columns, int narrowest)
+{
+    return columns >= narrowest || SpanOf(WithoutHeaderMark(row.text)).columns > 1;
+}
+
+std::string_view WhatIsWrong(std::string_view row)
+{
+    if (row.empty())
+        return "an empty line in a table is a row with one empty cell";
+    return HasBlanksForTab(row) ? "this row has blanks where others of its table have a TAB"
+                                : "this row has no TAB, and others of its table have some";
+}
+
 void LookAtRows(const SiteView& site, const SourceText& source, const std::vector<Row>& rows,
                 FindingSink& sink)
 {
     RowWidths widths;
     std::vector<int> columns;
-    for (const Row& row : rows)
+    int narrowest = std::numeric_limits<int>::max();
+    for (const Row& row : rows) {
         columns.push_back(widths.Next(row.text));
-    const int widest = *std::ranges::max_element(columns);
-    for (std::size_t index = 0; index < rows.size(); ++index) {
-        const std::string_view text = rows[index].text;
-        // One cell over several columns is a heading among the rows.
-        if (rows[index].HasTab() || columns[index] >= widest || SpanOf(text).columns > 1)
-            continue;
-        sink.Add(site.PlaceOf(source, rows[index].line),
-                 text.empty() ? "an empty line in a table is a row with one empty cell"
-                 : HasBlanksForTab(text)
-                     ? "this row has blanks where others of its table have a TAB"
-                     : "this row has no TAB, and others of its table have some",
-                 std::string(text.empty() ? "take the line out" : kWhatToDo));
+        if (row.HasTab())
+            narrowest = std::min(narrowest, columns.back());
     }
+    for (std::size_t index = 0; index < rows.size(); ++index)
+        if (const Row& row = rows[index]; !row.HasTab() && !IsWhole(row, columns[index], narrowest))
+            sink.Add(site.PlaceOf(source, row.line), std::string(WhatIsWrong(row.text)),
+                     std::string(row.text.empty() ? "take the line out" : kWhatToDo));
 }
 
 /// A table without any TAB: blanks in most of its rows were meant to be some.
