@@ -28,6 +28,8 @@ bool IsOpen(const SourceText& source, const SkippedLines& skipped)
 bool IsOfComposer(const SourceText& source, int line)
 {
     const std::string_view mark = source.Line(line);
+    if (mark.empty())
+        return false;
     const auto start = static_cast<std::size_t>(mark.data() - source.bytes.data());
     return std::string_view(source.bytes).substr(start).starts_with(kNewsEntryEnd) &&
            StartsWithNoCase(source.Line(line - 1), Joined({"++", kNewsArticleFolder}));

@@ -56,6 +56,8 @@ std::string WhatToDo(const SiteView& site, std::string_view list)
 
 void FindMissingLists(const SiteView& site, FindingSink& sink)
 {
+    if (!site.is_there)
+        return; // what is not there lacks nothing
     for (const std::string_view list : {kPageListFile, kTemplateFile})
         if (site.Lacks(list))
             sink.Add({site.folder + std::string(list)},

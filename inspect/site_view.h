@@ -82,7 +82,8 @@ struct SiteView {
 
     Files& files; // with the pages as the build made them
     PictureLoader& pictures;
-    std::string folder; // the section's, absolute, ends in "\"
+    std::string folder;   // the section's, absolute, ends in "\"
+    bool is_there = true; // false: a group names it, and there is no such folder
     std::vector<SourceText> sources;
     std::vector<PageText> pages;
     std::vector<UnusedLines> unused;

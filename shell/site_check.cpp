@@ -70,10 +70,8 @@ class SiteCheck {
         // A build of the group passes by a folder that lacks one of the two, without a word.
         if (files_.FileExists(kPageListFile) || files_.FileExists(kTemplateFile))
             Build();
-        for (const std::string& entry : entries) {
-            files_.ChangeDirectory(WithSeparator(folder) + entry);
-            Build();
-        }
+        for (const std::string& entry : entries)
+            BuildMember(WithSeparator(folder), entry);
     }
 
     Inspection Findings(const FindingChoice& choice)
@@ -92,6 +90,23 @@ class SiteCheck {
     }
 
   private:
+    /// A build of the group would end at a member that is not there; here the others are looked at
+    /// all the same.
+    void BuildMember(const std::string& folder, const std::string& entry)
+    {
+        try {
+            files_.ChangeDirectory(folder + entry);
+        } catch (RunError& error) {
+            SiteView& view = views_.emplace_back(files_, workspace_.machine().pictures);
+            view.folder = WithSeparator(AbsolutePath(entry, folder));
+            view.is_there = false;
+            error.where = Place{folder + std::string(kGroupFile)};
+            view.error = error;
+            return;
+        }
+        Build();
+    }
+
     Workspace& workspace_;
     UnwrittenFiles files_; // of all sections, so that their pages see each other
     std::deque<SiteView> views_;
