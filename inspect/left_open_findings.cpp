@@ -27,11 +27,7 @@ bool IsOpen(const SourceText& source, const SkippedLines& skipped)
 /// The news composer leaves its mark open: with New Year off, the newest page alone is built.
 bool IsOfComposer(const SourceText& source, int line)
 {
-    const std::string_view mark = source.Line(line);
-    if (mark.empty())
-        return false;
-    const auto start = static_cast<std::size_t>(mark.data() - source.bytes.data());
-    return std::string_view(source.bytes).substr(start).starts_with(kNewsEntryEnd) &&
+    return source.Line(line) == Before(kNewsEntryEnd, '\r') && source.Line(line + 1).empty() &&
            StartsWithNoCase(source.Line(line - 1), Joined({"++", kNewsArticleFolder}));
 }
 
