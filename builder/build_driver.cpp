@@ -7,6 +7,7 @@
 #include "builder/page_list_reader.h"
 #include "builder/page_writer.h"
 #include "builder/template_reader.h"
+#include "builder/traced_bounds.h"
 #include "platform/drive_path.h"
 #include "platform/site_files.h"
 #include "text/text.h"
@@ -23,6 +24,8 @@ void RunPass(Build& build)
     ReadTemplate(build);
     ReadPageList(build);
     ParsePageList(build);
+    if (build.tracer) [[unlikely]]
+        TellBounds(build);
     WritePages(build);
 }
 

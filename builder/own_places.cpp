@@ -47,7 +47,7 @@ void OwnPlaces::Learn()
     if (kinds_.empty()) {
         for (const std::string_view settings : kOwnSettings)
             Add(settings, Kind::settings);
-        for (const std::string_view source : {kQuizScriptFile, kGroupFile})
+        for (const std::string_view source : {kQuizScriptFile, kGroupFile, kCheckFile})
             Add(source, Kind::source);
     }
     for (; learned_ < sources_.Files().size(); ++learned_)

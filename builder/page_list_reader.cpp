@@ -23,19 +23,12 @@ constexpr std::string_view kIncludePrefixes[] = {"ASP:", "HTM:"};
 
 // What the trace tells of lines that are not kept.
 constexpr std::string_view kComment = "a comment: it begins with \";\"";
-constexpr std::string_view kEnded = "never read: reading the page list ended above";
 constexpr std::string_view kStopped = "between @@stop and @@start";
-constexpr std::string_view kNewYearOff = "New Year text, which is off";
 
-/// The switches begin with "@", which few lines do.
+/// It begins with "@", which few lines do.
 bool IsStop(std::string_view line)
 {
     return line.starts_with('@') && StartsWithNoCase(line, kStopMark);
-}
-
-bool IsEoy(std::string_view line)
-{
-    return line.starts_with('@') && StartsWithNoCase(line, kYearEndMark);
 }
 
 /// Whether a "<zu" stands in the line. Many lines hold a "<", few a "z".
@@ -91,7 +84,7 @@ void PageListReader::Read(SourceFile& list)
     state_.SourceLines.Reserve(kMaxSourceLines + 1); // untouched room costs nothing
     while (!list.AtEnd())
         if (!TakeLineOf(list, list.NextLine()))
-            return list.TellRest(kEnded);
+            return list.TellRest(kReadEnded);
 }
 
 /// Returns false when the read ends here.
@@ -99,7 +92,7 @@ bool PageListReader::TakeLineOf(SourceFile& list, SourceLine line)
 {
     if (IsStop(line.text) && !SkipStopped(list, line))
         return false;
-    if (IsEoy(line.text))
+    if (IsYearEnd(line.text))
         TakeYearEndOf(list, line);
     if (line.text.starts_with(';')) {
         list.TellUnused(line.line, kComment);
@@ -123,7 +116,7 @@ void PageListReader::TakeYearEndOf(SourceFile& list, SourceLine& line)
     const int first = line.line;
     const bool enabled = build_.options.EoyEnabled;
     if (!enabled)
-        while (!list.AtEnd() && !IsEoy(list.Next())) {
+        while (!list.AtEnd() && !IsYearEnd(list.Next())) {
         }
     line = list.Here({});
     list.TellMade(line, first, kYearEndMark,
@@ -144,7 +137,7 @@ bool PageListReader::Include(const SourceFile& list, std::string_view name)
     list.TellUnused(line, Joined({"the lines of ", name, " stand in its place"}));
     while (!source.AtEnd())
         if (!TakeIncludedLine(source, source.NextLine())) {
-            source.TellRest(kEnded);
+            source.TellRest(kReadEnded);
             return false;
         }
     return true;
@@ -155,7 +148,7 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, SourceLine line)
 {
     if (IsStop(line.text) && !SkipStopped(source, line))
         return false;
-    if (IsEoy(line.text)) {
+    if (IsYearEnd(line.text)) {
         if (build_.options.EoyEnabled) {
             line.text = {};
             source.TellMade(line, line.line, kYearEndMark,
@@ -198,7 +191,7 @@ bool PageListReader::SkipStopped(SourceFile& source, SourceLine& line)
     const int first = line.line;
     do {
         if (source.AtEnd()) {
-            source.TellUnused(first, "@@stop without a @@start behind it: reading ended here");
+            source.TellUnused(first, kOpenStop);
             build_.messages.reportmsg("Missing @@start");
             return false;
         }
@@ -227,7 +220,7 @@ bool PageListReader::SkipYearEndOf(SourceFile& source, SourceLine& line)
             return true;
         }
         line = source.NextLine();
-    } while (!IsEoy(line.text));
+    } while (!IsYearEnd(line.text));
     source.TellUnused(first, kNewYearOff);
     if (source.AtEnd())
         return false;

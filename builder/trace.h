@@ -68,6 +68,15 @@ struct TracedUse {
     bool is_closed = true; // false: its "]" is missing, and `text` is all that follows
 };
 
+/// How much of one of the format's bounds a pass takes up.
+struct TracedBound {
+    std::string_view what; // "pages in the page list"
+    int count = 0;
+    int most = 0;               // that there may be
+    SourceSpan where = {};      // what it is told of; `first` 0: the whole file
+    std::string_view page = {}; // the name of its file; "": none
+};
+
 /// Who asks. A build without one does nothing for it.
 class Trace {
   public:
@@ -90,6 +99,8 @@ class Trace {
     /// A construct is about to be expanded in a line of the page; `story` is that line's as far as
     /// it has come.
     virtual void TakeUse(const LineStory& /*story*/, const TracedUse& /*use*/) {}
+    /// The sources of a pass are read.
+    virtual void TakeBound(const TracedBound&) {}
 };
 
 } // namespace kiv

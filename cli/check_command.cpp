@@ -21,14 +21,6 @@ namespace {
 
 constexpr std::string_view kNever = "never";
 
-std::vector<std::string_view> FindingNames()
-{
-    std::vector<std::string_view> names;
-    for (const FindingRow& row : FindingRows())
-        names.push_back(row.name);
-    return names;
-}
-
 /// The names of a list such as "dead-link, dead-picture". Throws `invalid-argument` for one that is
 /// none.
 std::set<std::string, std::less<>> Names(const std::string& list)
@@ -78,7 +70,8 @@ void RunCheck(CallDesk& desk, const GivenValues& given)
 {
     const FindingChoice choice{Names(given.Text("--only")), Names(given.Text("--not"))};
     CheckWorkDir(desk.workspace, choice);
-    const std::vector<Finding>& findings = *desk.workspace.Findings;
+    const std::vector<Finding>& findings = desk.workspace.Checked->findings;
+    desk.report.switched_off = desk.workspace.Checked->switched_off;
     desk.report.has_failed = HasFailed(findings, given.Text("--fail-on"));
     NativePaths& paths = desk.workspace.machine().native_paths;
     std::vector<ReportedFinding>& reported = desk.report.findings.emplace();

@@ -1,6 +1,8 @@
 #include "cli/findings_text.h"
 
 #include "cli/shown_text.h"
+#include "platform/site_files.h"
+#include "text/text.h"
 
 #include <ostream>
 #include <string>
@@ -26,10 +28,14 @@ void PrintFinding(std::ostream& out, const ReportedFinding& reported)
 
 } // namespace
 
-void PrintFindings(std::ostream& out, const std::vector<ReportedFinding>& findings)
+void PrintFindings(std::ostream& out, const std::vector<ReportedFinding>& findings,
+                   std::size_t switched_off)
 {
     for (const ReportedFinding& finding : findings)
         PrintFinding(out, finding);
+    if (switched_off > 0)
+        out << switched_off << (switched_off == 1 ? " finding is" : " findings are")
+            << " switched off by " << kCheckFile << '\n';
 }
 
 } // namespace kiv

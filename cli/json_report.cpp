@@ -185,6 +185,7 @@ void PrintJson(std::ostream& out, const RunReport& report)
         for (const ReportedFinding& finding : *report.findings)
             findings.push_back(FindingObject(finding));
         object["findings"] = std::move(findings);
+        object["switched_off"] = report.switched_off;
     }
     if (report.result)
         object["result"] = ToUtf8(*report.result);

@@ -42,7 +42,7 @@ void PrintPlain(std::ostream& out, const RunReport& report, const Terminal& term
         PrintStories(out, *report.stories,
                      {report.story_line, report.is_story_long, terminal.has_colours});
     if (report.findings)
-        PrintFindings(out, *report.findings);
+        PrintFindings(out, *report.findings, report.switched_off);
     if (report.result)
         out << (terminal.is_one ? ShownText(*report.result) : ToUtf8(*report.result));
     else if (!report.status.empty())

@@ -59,6 +59,7 @@ struct RunReport {
     int story_line = 0;                                   // that it was asked for; 0: every one
     bool is_story_long = false;                           // with all that was done to each line
     std::optional<std::vector<ReportedFinding>> findings; // of "check"
+    std::size_t switched_off = 0;                         // of the findings, by `_check.txt`
     bool has_failed = false; // what the call was asked to fail on is there: exit code 3
 };
 

@@ -1,6 +1,8 @@
 #include "inspect/finding_table.h"
 
+#include "inspect/check_list.h"
 #include "inspect/findings.h"
+#include "text/table_column.h"
 
 #include <utility>
 
@@ -28,6 +30,38 @@ constexpr FindingRow kRows[] = {
      FindUnclosedBrackets},
     {"misspelled-tag", Severity::warning, "A <zu...> tag is none, or ends nothing",
      FindMisspelledTags},
+    {"missing-list", Severity::error, "The page list or the template is not there",
+     FindMissingLists},
+    {"no-body-mark", Severity::error, "The template has no line <!--BODY HERE-->", FindNoBodyMark},
+    {"body-mark-not-alone", Severity::error, "<!--BODY HERE--> is not alone in its line",
+     FindBodyMarkNotAlone},
+    {"body-mark-twice", Severity::warning, "The template has a second line <!--BODY HERE-->",
+     FindBodyMarkTwice},
+    {"eoy-open", Severity::warning, "An @@EOY is not closed and leaves out what follows",
+     FindOpenYearEnd},
+    {"stop-open", Severity::warning, "A @@stop has no @@start and leaves out what follows",
+     FindOpenStop},
+    {"row-without-tab", Severity::warning, "A table row has no TAB between its cells",
+     FindRowsWithoutTab},
+    {"quiz-doubled-mark", Severity::warning, "A quiz's mark is taken for a numbered variable",
+     FindDoubledQuizMarks},
+    {"byte-order-mark", Severity::error, "A source begins with a byte order mark",
+     FindByteOrderMarks},
+    {"utf-16", Severity::error, "A source is UTF-16", FindUtf16},
+    {"lone-cr", Severity::warning, "A CR without LF does not end a line", FindLoneCarriageReturns},
+    {"wrong-charset", Severity::warning, "A source is in another character set than its pages say",
+     FindWrongCharset},
+    {"not-in-charset", Severity::warning, "Bytes are no character of the declared character set",
+     FindOutsideCharset},
+    {"news-mark-missing", Severity::warning, "The news composer finds no place for its lines",
+     FindMissingNewsMarks},
+    {"news-mark-line-end", Severity::warning, "The news composer's mark ends in no CR LF",
+     FindNewsMarkLineEnds},
+    {"near-bound", Severity::warning, "The sources nearly reach one of the format's bounds",
+     FindNearBounds},
+    {"check-list", Severity::warning, "A line of _check.txt is not understood",
+     FindCheckListFaults},
+    {kUnusedCheckLine, Severity::note, "A line of _check.txt switches off nothing", nullptr},
 };
 
 } // namespace
@@ -40,6 +74,11 @@ void FindingSink::Add(const Place& where, std::string text, std::string suggesti
 std::span<const FindingRow> FindingRows()
 {
     return kRows;
+}
+
+std::vector<std::string_view> FindingNames()
+{
+    return ColumnOf(kRows, &FindingRow::name);
 }
 
 } // namespace kiv

@@ -31,10 +31,13 @@ struct FindingRow {
     std::string_view name;
     Severity severity;
     std::string_view about; // what it means, in a line
+    /// Null: what is left to say when all others have looked.
     void (*look)(const SiteView& site, FindingSink& sink);
 };
 
 /// Every finding there is, in the order of the manual.
 std::span<const FindingRow> FindingRows();
+/// Their names.
+std::vector<std::string_view> FindingNames();
 
 } // namespace kiv

@@ -28,5 +28,41 @@ void FindUnclosedBrackets(const SiteView& site, FindingSink& sink);
 
 // tag_findings.cpp
 void FindMisspelledTags(const SiteView& site, FindingSink& sink);
+// list_findings.cpp
+void FindMissingLists(const SiteView& site, FindingSink& sink);
+
+// template_findings.cpp
+void FindNoBodyMark(const SiteView& site, FindingSink& sink);
+void FindBodyMarkNotAlone(const SiteView& site, FindingSink& sink);
+void FindBodyMarkTwice(const SiteView& site, FindingSink& sink);
+
+// left_open_findings.cpp
+void FindOpenYearEnd(const SiteView& site, FindingSink& sink);
+void FindOpenStop(const SiteView& site, FindingSink& sink);
+
+// table_findings.cpp
+void FindRowsWithoutTab(const SiteView& site, FindingSink& sink);
+
+// quiz_findings.cpp
+void FindDoubledQuizMarks(const SiteView& site, FindingSink& sink);
+
+// file_form_findings.cpp
+void FindByteOrderMarks(const SiteView& site, FindingSink& sink);
+void FindUtf16(const SiteView& site, FindingSink& sink);
+void FindLoneCarriageReturns(const SiteView& site, FindingSink& sink);
+
+// charset_findings.cpp
+void FindWrongCharset(const SiteView& site, FindingSink& sink);
+void FindOutsideCharset(const SiteView& site, FindingSink& sink);
+
+// news_findings.cpp
+void FindMissingNewsMarks(const SiteView& site, FindingSink& sink);
+void FindNewsMarkLineEnds(const SiteView& site, FindingSink& sink);
+
+// bound_findings.cpp
+void FindNearBounds(const SiteView& site, FindingSink& sink);
+
+// check_list_findings.cpp
+void FindCheckListFaults(const SiteView& site, FindingSink& sink);
 
 } // namespace kiv

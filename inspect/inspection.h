@@ -4,6 +4,7 @@
 #include "inspect/finding.h"
 #include "inspect/site_view.h"
 
+#include <cstddef>
 #include <set>
 #include <string>
 #include <string_view>
@@ -19,7 +20,11 @@ struct FindingChoice {
     bool Takes(std::string_view name) const;
 };
 
-/// The findings, by file, line and page; equal ones once.
-std::vector<Finding> Inspect(const SiteView& site, const FindingChoice& choice);
+struct Inspection {
+    std::vector<Finding> findings; // by file, line and page; equal ones once
+    std::size_t switched_off = 0;  // by `_check.txt`, which leaves out none that `only` names
+};
+
+Inspection Inspect(const SiteView& site, const FindingChoice& choice);
 
 } // namespace kiv

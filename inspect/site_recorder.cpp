@@ -1,5 +1,6 @@
 #include "inspect/site_recorder.h"
 
+#include "builder/page_list_reader.h"
 #include "platform/drive_path.h"
 #include "platform/site_files.h"
 #include "text/text.h"
@@ -81,8 +82,13 @@ void SiteRecorder::TakeSteps(const LineStory& story)
     for (const TracedStep& step : story.steps) {
         if (!step.from.file.empty())
             view_.used.push_back(Lines(step.from));
-        if (!story.sources.empty() && step.name.starts_with("<zu"))
-            view_.blocks.push_back({Lines(story.sources.front()), step.name});
+        if (story.sources.empty())
+            continue;
+        const SourceSpan& source = story.sources.front();
+        if (step.name == kYearEndMark && source.last > source.first)
+            view_.skipped.push_back({Lines(source), SkippedLines::Mark::year_end});
+        else if (step.name.starts_with("<zu"))
+            view_.blocks.push_back({Lines(source), step.name});
     }
 }
 
@@ -109,8 +115,19 @@ void SiteRecorder::TakeUnused(const LineStory& story)
 {
     TakePart(story);
     TakeSteps(story);
-    for (const SourceSpan& span : story.sources)
+    for (const SourceSpan& span : story.sources) {
         view_.unused.push_back({Lines(span), story.reason});
+        if (story.reason == kNewYearOff)
+            view_.skipped.push_back({Lines(span), SkippedLines::Mark::year_end});
+        else if (story.reason == kOpenStop)
+            view_.skipped.push_back({Lines(span), SkippedLines::Mark::stop});
+    }
+}
+
+void SiteRecorder::TakeBound(const TracedBound& bound)
+{
+    view_.bounds.push_back({std::string(bound.what), bound.count, bound.most,
+                            Place{bound.where.file, bound.where.first, bound.page}});
 }
 
 void SiteRecorder::TakeDefinition(std::string_view mark, const SourceSpan& from)
@@ -194,12 +211,24 @@ void SiteRecorder::ReadSource(SourceText& source) const
         source.lines.push_back(kiv::TakeLine(rest));
 }
 
+void SiteRecorder::AddIfThere(const std::string& path)
+{
+    try {
+        if (view_.files.FileExists(path))
+            IndexOf(path);
+    } catch (const RunError&) {
+        return; // the build has met the same error, and tells of it
+    }
+}
+
 void SiteRecorder::Finish()
 {
     if (!view_.error)
         EndPage();
     else if (const std::string& file = view_.error->where.file; !file.empty())
         IndexOf(file); // nothing may be told of it: its reading ended in the error
+    for (const std::string_view list : {kPageListFile, kTemplateFile})
+        AddIfThere(view_.folder + std::string(list));
     for (SourceText& source : view_.sources)
         ReadSource(source);
     for (PageText& page : view_.pages)

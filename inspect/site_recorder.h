@@ -29,14 +29,17 @@ class SiteRecorder : public Trace {
     void TakeUnused(const LineStory& story) override;
     void TakeDefinition(std::string_view mark, const SourceSpan& from) override;
     void TakeUse(const LineStory& story, const TracedUse& use) override;
+    void TakeBound(const TracedBound& bound) override;
 
     /// Reads sources and pages after the build. A source that cannot be read any more is left
-    /// without lines.
+    /// without lines. Page list and template are among them also where the build did not come to
+    /// them.
     void Finish();
 
   private:
     SourceLines Lines(const SourceSpan& span);
     std::size_t IndexOf(std::string_view path);
+    void AddIfThere(const std::string& path);
     void ReadSource(SourceText& source) const;
     void TakeSteps(const LineStory& story);
     void TakePart(const LineStory& story);

@@ -3,6 +3,8 @@
 #include "text/joined_text.h"
 #include "text/text.h"
 
+#include <algorithm>
+
 namespace kiv {
 
 namespace {
@@ -25,7 +27,32 @@ int LineWith(const SourceText& source, const SourceLines& lines, std::string_vie
     return line == 0 ? lines.first : line;
 }
 
+const SourceText* FirstWith(const std::vector<SourceText>& sources, bool SourceText::*what)
+{
+    const auto found = std::ranges::find(sources, true, what);
+    return found == sources.end() ? nullptr : &*found;
+}
+
 } // namespace
+
+const SourceText* SiteView::PageList() const
+{
+    return FirstWith(sources, &SourceText::is_page_list);
+}
+
+const SourceText* SiteView::Template() const
+{
+    return FirstWith(sources, &SourceText::is_template);
+}
+
+bool SiteView::Lacks(std::string_view list) const
+{
+    try {
+        return !files.FileExists(folder + std::string(list));
+    } catch (const RunError&) {
+        return false; // the build has met the same error, and tells of it
+    }
+}
 
 Place SiteView::PlaceOf(const PageText& page, int line, std::string_view words) const
 {

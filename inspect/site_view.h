@@ -47,6 +47,13 @@ struct SourceText {
     std::vector<LineParts> parts = {}; // of its lines, as far as anything is known
     bool is_page_list = false;
     bool is_template = false;
+
+    /// A line by its number (1-based); empty where there is none.
+    std::string_view Line(int number) const
+    {
+        const auto index = static_cast<std::size_t>(number) - 1;
+        return number >= 1 && index < lines.size() ? lines[index] : std::string_view();
+    }
 };
 
 /// Lines of a source, 1-based, both ends included.
@@ -64,6 +71,13 @@ struct SourceLines {
 struct UnusedLines {
     SourceLines lines;
     std::string reason; // as "why" tells it
+};
+
+/// A stretch of lines between two marks, left out by a build; the opening mark is its first line.
+struct SkippedLines {
+    enum class Mark { year_end, stop };
+    SourceLines lines;
+    Mark mark = Mark::year_end;
 };
 
 /// A block that a build has worked out, with its tags.
@@ -92,6 +106,14 @@ struct PageTwice {
     SourceLines second;
 };
 
+/// How much of one of the format's bounds the sources take up.
+struct BoundUse {
+    std::string what; // "pages in the page list"
+    int count = 0;
+    int most = 0; // that there may be
+    KeptPlace where;
+};
+
 /// A page that the build made.
 struct PageText {
     std::string name; // its file's, as the page list has it
@@ -109,7 +131,8 @@ struct SiteView {
 
     Files& files; // with the pages as the build made them
     PictureLoader& pictures;
-    std::string folder; // the section's, absolute, ends in "\"
+    std::string folder;   // the section's, absolute, ends in "\"
+    bool is_there = true; // false: a group names it, and there is no such folder
     std::vector<SourceText> sources;
     std::vector<PageText> pages;
     std::vector<UnusedLines> unused;
@@ -122,6 +145,8 @@ struct SiteView {
     std::vector<ConstructUse> unclosed;              // without their end
     std::vector<ConstructUse> unopened;              // ends of nothing
     std::vector<PageTwice> twice;
+    std::vector<SkippedLines> skipped;  // closed or not
+    std::vector<BoundUse> bounds;       // each pass tells of them
     std::vector<std::string> written;   // every file that the build wrote, absolute drive paths
     std::vector<Warning> warnings;      // of the build
     std::optional<RunError> error;      // that ended it
@@ -136,6 +161,11 @@ struct SiteView {
     Place PlaceOf(const ConstructUse& use) const;
     /// "_html.txt:12", the file as one says it in the section's folder.
     std::string PlaceText(const Place& place) const;
+    /// The page list or the template, null where it is not there.
+    const SourceText* PageList() const;
+    const SourceText* Template() const;
+    /// Whether one of the two, by its name, is not there; not where the disk cannot tell.
+    bool Lacks(std::string_view list) const;
     /// A line (1-based) of a source.
     Place PlaceOf(const SourceText& source, int line) const { return {source.path, line, {}}; }
 };

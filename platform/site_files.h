@@ -14,6 +14,7 @@ inline constexpr std::string_view kSiteMapFile = "_sitemap.txt";
 inline constexpr std::string_view kMasterSiteMapFile = "_sitemap-master.txt";
 inline constexpr std::string_view kSinglePageFile = "_singlehtml.txt";
 inline constexpr std::string_view kGrabbedTitlesFile = "grabtitles.txt";
+inline constexpr std::string_view kCheckFile = "_check.txt"; // findings that are switched off
 
 // In a folder of pictures.
 inline constexpr std::string_view kAltFile = "_alt.txt";
@@ -53,6 +54,7 @@ inline constexpr std::string_view kSiteFiles[] = {
     kBangListFile,      kBangTableFile2, kBangTableFile3,    kBangTableFile4, kPicturePagesFile,
     kSettingsFile,      kEditorFile,     kJumpListFile,      kUploadListFile, kAddressFile,
     kNewsSettingsFile,  kQuizScriptFile, kUploadBatchFile,   kScratchFile,    kRenameJournalFile,
+    kCheckFile,
 };
 
 } // namespace kiv

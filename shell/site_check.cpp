@@ -9,8 +9,12 @@
 #include "shell/builds.h"
 #include "shell/groups.h"
 #include "shell/workspace.h"
+#include "text/joined_text.h"
+#include "text/text.h"
 
+#include <algorithm>
 #include <deque>
+#include <iterator>
 
 namespace kiv {
 
@@ -65,37 +69,63 @@ class SiteCheck {
         if (!files_.FileExists(kGroupFile))
             return Build();
         const std::vector<std::string> entries = GroupEntries(files_);
-        if (files_.FileExists(kPageListFile) && files_.FileExists(kTemplateFile))
+        // A build of the group passes by a folder that lacks one of the two, without a word.
+        if (files_.FileExists(kPageListFile) || files_.FileExists(kTemplateFile))
             Build();
-        for (const std::string& entry : entries) {
-            files_.ChangeDirectory(WithSeparator(folder) + entry);
-            Build();
-        }
+        for (const std::string& entry : entries)
+            BuildMember(WithSeparator(folder), entry);
     }
 
-    std::vector<Finding> Findings(const FindingChoice& choice)
+    Inspection Findings(const FindingChoice& choice)
     {
         std::vector<const SiteView*> group;
         for (const SiteView& view : views_)
             group.push_back(&view);
-        std::vector<Finding> found;
+        Inspection all;
         for (SiteView& view : views_) {
             view.group = group;
-            for (Finding& finding : Inspect(view, choice))
-                found.push_back(std::move(finding));
+            Inspection one = Inspect(view, choice);
+            std::ranges::move(one.findings, std::back_inserter(all.findings));
+            all.switched_off += one.switched_off;
         }
-        return found;
+        return all;
     }
 
   private:
+    /// A build of the group would end at a member that is not there; here the others are looked at
+    /// all the same.
+    void BuildMember(const std::string& folder, const std::string& entry)
+    {
+        try {
+            files_.ChangeDirectory(folder + entry);
+        } catch (RunError& error) {
+            SiteView& view = views_.emplace_back(files_, workspace_.machine().pictures);
+            view.folder = WithSeparator(AbsolutePath(entry, folder));
+            view.is_there = false;
+            error.where = Place{folder + std::string(kGroupFile)};
+            view.error = error;
+            return;
+        }
+        Build();
+    }
+
     Workspace& workspace_;
     UnwrittenFiles files_; // of all sections, so that their pages see each other
     std::deque<SiteView> views_;
 };
 
+/// "; 2 are switched off by _check.txt", or nothing.
+std::string SwitchedOffText(std::size_t count)
+{
+    if (count == 0)
+        return "";
+    return Joined({"; ", Decimal(static_cast<int>(count)), count == 1 ? " is" : " are",
+                   " switched off by ", kCheckFile});
+}
+
 } // namespace
 
-std::vector<Finding> CheckSite(Workspace& workspace, const FindingChoice& choice)
+Inspection CheckSite(Workspace& workspace, const FindingChoice& choice)
 {
     workspace.machine().files.Refresh(); // the sources may be others than the last command saw
     const WayBack way_back(workspace.machine().files);
@@ -106,8 +136,10 @@ std::vector<Finding> CheckSite(Workspace& workspace, const FindingChoice& choice
 
 void CheckWorkDir(Workspace& workspace, const FindingChoice& choice)
 {
-    workspace.Findings = CheckSite(workspace, choice);
-    workspace.machine().reporter.Status("Check: " + CountText(*workspace.Findings));
+    workspace.Checked = CheckSite(workspace, choice);
+    workspace.machine().reporter.Status(
+        Joined({"Check: ", CountText(workspace.Checked->findings),
+                SwitchedOffText(workspace.Checked->switched_off)}));
 }
 
 } // namespace kiv

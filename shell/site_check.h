@@ -1,11 +1,7 @@
 // What would be wrong with a site before anybody sees it.
 #pragma once
 
-#include "inspect/finding.h"
 #include "inspect/inspection.h"
-
-#include <string>
-#include <vector>
 
 namespace kiv {
 
@@ -14,7 +10,7 @@ class Workspace;
 /// The findings of the working directory and, where it has a group list, of its members. They are
 /// built in memory with the New Year switch as it is; nothing on the disk is touched. An error that
 /// ends a build is a finding. Throws RunError when there is nothing to look at.
-std::vector<Finding> CheckSite(Workspace& workspace, const FindingChoice& choice);
+Inspection CheckSite(Workspace& workspace, const FindingChoice& choice);
 
 /// The same into the workspace's findings; the status tells how many there are.
 void CheckWorkDir(Workspace& workspace, const FindingChoice& choice = {});

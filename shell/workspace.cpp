@@ -78,7 +78,7 @@ std::optional<RunError> Workspace::Run(const std::function<void()>& command)
 {
     machine_.files.Refresh();
     Renamed.clear();
-    Findings.reset();
+    Checked.reset();
     std::optional<RunError> error = FatalErrorOf(command);
     for (const std::string& loss : machine_.files.Losses())
         machine_.reporter.reportmsg(OnOneLine(loss));

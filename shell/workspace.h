@@ -5,7 +5,7 @@
 
 #include "blocks/block_memory.h"
 #include "builder/output_roots.h"
-#include "inspect/finding.h"
+#include "inspect/inspection.h"
 #include "platform/machine.h"
 #include "platform/run_error.h"
 #include "shell/directory_tools.h"
@@ -99,8 +99,7 @@ class Workspace {
     bool IsGroup = false;            // the working directory has a group list
     OutputRoots Roots;               // that the page list of the last build declares
     Renames Renamed;                 // by the command that ran last, in the order done
-    std::optional<std::vector<Finding>>
-        Findings; // of the command that ran last, if it looks for any
+    std::optional<Inspection> Checked; // by the command that ran last, if it was a check
     CommandMemory memory;
 
     /// Called by showdir, while a command runs.

@@ -22,8 +22,6 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kArticleFolder = "txt\\"; // below that of the page list
-
 /// The header fields in the order of the bang line.
 constexpr std::array<std::string NewsItem::*, 6> kHeaderFields = {
     &NewsItem::date,   &NewsItem::file_name, &NewsItem::title,
@@ -40,7 +38,7 @@ struct NewsPaths {
 NewsPaths PathsOf(const SitePreset& preset, const std::string& file_name)
 {
     NewsPaths paths;
-    paths.body = Joined({preset.folder, kArticleFolder, file_name, ".txt"});
+    paths.body = Joined({preset.folder, kNewsArticleFolder, file_name, ".txt"});
     paths.site_list = Joined({preset.folder, kPageListFile});
     if (!preset.home_folder.empty())
         paths.home_list = Joined({preset.home_folder, kPageListFile});
@@ -67,10 +65,6 @@ std::string EntryHead(const NewsItem& item, std::string_view bang)
     return Joined({"@file = ", item.file_name, "\r\n@title = ", item.title, "\r\n!!2",
                    FromChar(bang, 4), "\r\n++txt\\", item.file_name, ".txt\r\n"});
 }
-
-/// The end of the newest entry. The empty line behind "@@EOY" lets the next run find and remove
-/// that switch.
-constexpr std::string_view kEntryEnd = "@@EOY\r\n\r\n";
 
 /// The article as it was typed: lead first, line ends doubled when the text is single spaced.
 std::string ArticleText(const NewsItem& item)
@@ -121,9 +115,9 @@ void ChangeSiteList(ListChange& list, const std::string& bang_line, const std::s
 {
     list.is_done =
         HasAfter(list.old, kNewsLineMark, bang_line) && HasAfter(list.old, kNewsEntryMark, head);
-    ReplaceEach(list.changed, kEntryEnd, "");
+    ReplaceEach(list.changed, kNewsEntryEnd, "");
     InsertAfter(list.changed, kNewsLineMark, bang_line);
-    InsertAfter(list.changed, kNewsEntryMark, head + std::string(kEntryEnd));
+    InsertAfter(list.changed, kNewsEntryMark, head + std::string(kNewsEntryEnd));
 }
 
 ListChange ReadList(Files& files, const std::string& path)

@@ -11,6 +11,13 @@
 
 namespace kiv {
 
+/// Where articles lie, below the folder of the page list.
+inline constexpr std::string_view kNewsArticleFolder = "txt\\";
+
+/// The end of the newest entry. The empty line behind "@@EOY" lets the next run find and remove
+/// that switch.
+inline constexpr std::string_view kNewsEntryEnd = "@@EOY\r\n\r\n";
+
 /// The fields of the window "News Item".
 struct NewsItem {
     std::size_t site = 0;  // number of the preset, from 1; 0 or past the last: none is chosen

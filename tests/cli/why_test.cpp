@@ -155,7 +155,9 @@ TEST_F(WhyTest, WhatCameBeforeAnErrorIsToldAllTheSame)
     EXPECT_THAT(printed.out, HasSubstr("_html.txt:4  an error ended the build here: field 2"));
     EXPECT_EQ(printed.err, NativeOf("site/_html.txt") +
                                ":4: error: field 2 of !!SWAP is missing (page a.htm)\n"
-                               "    !!swap[z]\n");
+                               "    !!swap[z]\n"
+                               "    Write it as "
+                               "\"!!swap[id|page|picture|other picture|width|height|alt]\".\n");
 }
 
 } // namespace
