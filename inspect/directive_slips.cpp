@@ -1,6 +1,7 @@
 #include "inspect/directive_slips.h"
 
 #include "builder/at_variables.h"
+#include "builder/line_triggers.h"
 #include "builder/page_directives.h"
 #include "builder/page_list_parser.h"
 #include "builder/page_list_reader.h"
@@ -190,6 +191,16 @@ class LineReader {
                StartsWithNoCase(form.word, "REDIRECT");
     }
 
+    /// Whether a value behind "=" is no text: the word is in capitals, as one writes it there.
+    bool IsShouted() const { return parts_.sign == '=' && IsUpperCase(parts_.word); }
+
+    /// Whether the line is nothing but a word in capitals.
+    bool IsWordAlone() const
+    {
+        return parts_.word.size() > 4 && parts_.word.size() + 1 == line_.size() &&
+               IsUpperCase(parts_.word);
+    }
+
     /// Whether a line with the very word of a directive was meant for it.
     bool IsMeant(const Form& form) const
     {
@@ -202,12 +213,13 @@ class LineReader {
         const bool is_variable = words_.BeginsWithVariable(CutBlanks(line_));
         if (zone_ == Zone::head)
             return parts_.sign != '\0' || !is_variable;
-        return parts_.sign == '=' && (!parts_.is_moved || next_.starts_with('@'));
+        return parts_.sign == '=' && (!parts_.is_moved || words_.IsTaken(next_));
     }
 
     std::string MeantSlip() const
     {
-        const std::size_t shortest = zone_ != Zone::body && parts_.sign != '\0' ? 3 : 4;
+        const bool is_likely = zone_ != Zone::body || (IsShouted() && words_.IsTaken(next_));
+        const std::size_t shortest = is_likely && parts_.sign != '\0' ? 3 : 4;
         const Form* const form = words_.Near(parts_.word, shortest);
         if (form == nullptr || words_.BeginsWithVariable(CutBlanks(line_)))
             return {};
@@ -215,9 +227,10 @@ class LineReader {
         if (form->tail == ":")
             is_meant = parts_.sign == ':' && IsUpperCase(parts_.word);
         else if (form->tail.empty())
-            is_meant = zone_ != Zone::body && parts_.sign == '\0' && ValueMayFollow(*form);
+            is_meant =
+                zone_ == Zone::body ? IsWordAlone() : parts_.sign == '\0' && ValueMayFollow(*form);
         else if (parts_.sign != '\0')
-            is_meant = zone_ != Zone::body || (parts_.sign == '=' && IsUpperCase(parts_.word));
+            is_meant = zone_ != Zone::body || IsShouted();
         else
             is_meant = zone_ == Zone::fixed;
         return is_meant ? Written(*form, parts_.value) : std::string();
@@ -277,7 +290,7 @@ class SourceReader {
             return;
         const std::string_view next =
             index_ + 1 < source_.lines.size() ? source_.lines[index_ + 1] : std::string_view();
-        std::string meant = LineReader(words_, line, next, zone).Meant();
+        std::string meant = MeantBy(line, next, zone);
         if (meant.empty() && zone != Zone::body) {
             meant = MeantDefinition(line);
             if (zone == Zone::head && IsDefined(site_, meant))
@@ -285,6 +298,18 @@ class SourceReader {
         }
         if (!meant.empty())
             slips_.push_back({static_cast<int>(index_) + 1, std::move(meant)});
+    }
+
+    /// Behind "ASP:" and its kin, script for the server alone is taken.
+    std::string MeantBy(std::string_view line, std::string_view next, Zone zone) const
+    {
+        if ((ScanLine(line) & kPrefix) == 0)
+            return LineReader(words_, line, next, zone).Meant();
+        const std::size_t prefix = line.find(':') + 1;
+        const std::string meant = LineReader(words_, line.substr(prefix), next, zone).Meant();
+        const Form* const form =
+            meant.empty() ? nullptr : words_.Known(HeadWord(std::string_view(meant).substr(1)));
+        return form == nullptr || form->tail != ":" ? "" : Joined({line.substr(0, prefix), meant});
     }
 
     /// A head goes on as long as its lines begin with "@" or are empty.
