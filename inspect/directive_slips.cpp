@@ -64,10 +64,12 @@ AtLine TakeApart(std::string_view line)
     return parts;
 }
 
-/// A directive: "@FILE =" is "FILE" with a value behind "=", "@NAKED" has neither.
+/// A directive: "@FILE =" is "FILE" with a value behind "=", "@REDIRECT" has one without "=",
+/// "@NAKED" has none.
 struct Form {
     std::string_view word;
-    std::string_view tail; // " =", ":" or ""
+    std::string_view tail;    // " =", ":" or ""
+    bool takes_value = false; // behind the word and its tail
 };
 
 /// The words of the builder's tables, taken apart once for a look at a site.
@@ -116,11 +118,10 @@ class Words {
   private:
     void AddForm(std::string_view line)
     {
-        taken_.push_back(line);
         const std::string_view word = HeadWord(line.substr(1));
-        forms_.push_back({word, Trim(line.substr(1 + word.size())).empty()
-                                    ? std::string_view()
-                                    : line.substr(1 + word.size())});
+        const std::string_view tail = line.substr(1 + word.size());
+        taken_.push_back(line);
+        forms_.push_back({word, tail, !tail.empty() || TakesValue(line)});
         names_.push_back(word);
     }
 
@@ -141,11 +142,6 @@ std::string WithValue(std::string head, std::string_view value)
 std::string Written(const Form& form, std::string_view value)
 {
     return WithValue(Joined({"@", form.word, form.tail.ends_with(' ') ? " =" : form.tail}), value);
-}
-
-bool IsUpperCase(std::string_view word)
-{
-    return std::ranges::none_of(word, [](char c) { return c != AsciiUpper(c); });
 }
 
 /// Looks at one line.
@@ -170,11 +166,12 @@ class LineReader {
         return MeantSlip();
     }
 
-  private:
+    /// The switch that was meant; "": it is one, or nothing like it.
     std::string MeantSwitch() const
     {
         constexpr std::string_view kSwitches[] = {kStopMark, kStartMark, kYearEndMark};
-        if (parts_.signs == 0 || parts_.sign != '\0' || !parts_.value.empty())
+        if (words_.IsTaken(line_) || parts_.signs == 0 || parts_.sign != '\0' ||
+            !parts_.value.empty())
             return {};
         for (const std::string_view known : kSwitches) {
             const std::string_view word = known.substr(2);
@@ -185,11 +182,8 @@ class LineReader {
         return {};
     }
 
-    bool ValueMayFollow(const Form& form) const
-    {
-        return !form.tail.empty() || parts_.value.empty() ||
-               StartsWithNoCase(form.word, "REDIRECT");
-    }
+  private:
+    bool ValueMayFollow(const Form& form) const { return form.takes_value || parts_.value.empty(); }
 
     /// Whether a value behind "=" is no text: the word is in capitals, as one writes it there.
     bool IsShouted() const { return parts_.sign == '=' && IsUpperCase(parts_.word); }
@@ -274,17 +268,21 @@ class SourceReader {
 
     std::vector<DirectiveSlip> Slips()
     {
-        const std::size_t end = std::min(source_.lines.size(), source_.parts.size());
-        for (index_ = 0; index_ < end; ++index_)
-            LookAt(source_.lines[index_], source_.parts[index_]);
+        const bool is_of_list = !source_.parts.empty() &&
+                                std::ranges::none_of(source_.parts, [](const LineParts& parts) {
+                                    return parts.Has(LinePart::frame);
+                                });
+        for (index_ = 0; is_of_list && index_ < source_.lines.size(); ++index_)
+            LookAt(source_.lines[index_],
+                   index_ < source_.parts.size() ? source_.parts[index_] : LineParts());
         return std::move(slips_);
     }
 
   private:
     void LookAt(std::string_view line, const LineParts& parts)
     {
-        if (!parts.IsRead() || parts.Has(LinePart::frame))
-            return;
+        if (!parts.IsRead())
+            return LookForSwitch(line);
         const Zone zone = ZoneOf(line, parts);
         if (parts.HasRole() || (line.find('@') == npos && line.find('=') == npos))
             return;
@@ -297,6 +295,16 @@ class SourceReader {
                 meant.clear(); // its use, with "=" behind it
         }
         if (!meant.empty())
+            slips_.push_back({static_cast<int>(index_) + 1, std::move(meant)});
+    }
+
+    /// A stretch that is not read goes on to its second switch, or to one that was meant for it.
+    void LookForSwitch(std::string_view line)
+    {
+        if (!line.starts_with("@@"))
+            return;
+        if (std::string meant = LineReader(words_, line, {}, Zone::body).MeantSwitch();
+            !meant.empty())
             slips_.push_back({static_cast<int>(index_) + 1, std::move(meant)});
     }
 

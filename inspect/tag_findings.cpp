@@ -58,16 +58,18 @@ std::vector<Tag> TagsIn(std::string_view line, std::span<const BlockTagForm> for
     return tags;
 }
 
-bool Ends(const BlockTagForm& form, std::string_view text)
-{
-    return std::ranges::any_of(form.ends,
-                               [&](std::string_view end) { return text.starts_with(end); });
-}
-
 /// "</zutable>" for "<zutable>".
 std::string EndOf(const BlockTagForm& form)
 {
     return Joined({"</", form.tag.substr(1)});
+}
+
+/// Of a line that goes on behind its block, as many characters as the end tag has are taken out.
+bool Ends(const BlockTagForm& form, std::string_view text)
+{
+    return std::ranges::any_of(form.ends,
+                               [&](std::string_view end) { return text.starts_with(end); }) &&
+           (!form.is_one_line || text.size() == EndOf(form).size());
 }
 
 constexpr int kUnknown = std::numeric_limits<int>::max(); // a last line

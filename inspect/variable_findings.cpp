@@ -18,11 +18,6 @@ namespace {
 constexpr std::size_t kShortest = 4; // letters of a word that may be taken for another
 constexpr std::size_t kLeastTail = 3;
 
-bool IsUpperCase(std::string_view word)
-{
-    return std::ranges::none_of(word, [](char c) { return c != AsciiUpper(c); });
-}
-
 bool HasSameLetters(std::string_view one, std::string_view other)
 {
     return std::ranges::is_permutation(one, other, {}, AsciiUpper, AsciiUpper);
