@@ -268,13 +268,8 @@ class SourceReader {
 
     std::vector<DirectiveSlip> Slips()
     {
-        const bool is_of_list = !source_.parts.empty() &&
-                                std::ranges::none_of(source_.parts, [](const LineParts& parts) {
-                                    return parts.Has(LinePart::frame);
-                                });
-        for (index_ = 0; is_of_list && index_ < source_.lines.size(); ++index_)
-            LookAt(source_.lines[index_],
-                   index_ < source_.parts.size() ? source_.parts[index_] : LineParts());
+        for (index_ = 0; source_.IsOfPageList() && index_ < source_.lines.size(); ++index_)
+            LookAt(source_.lines[index_], source_.PartsOf(index_));
         return std::move(slips_);
     }
 

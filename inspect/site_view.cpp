@@ -3,6 +3,8 @@
 #include "text/joined_text.h"
 #include "text/text.h"
 
+#include <algorithm>
+
 namespace kiv {
 
 namespace {
@@ -26,6 +28,12 @@ int LineWith(const SourceText& source, const SourceLines& lines, std::string_vie
 }
 
 } // namespace
+
+bool SourceText::IsOfPageList() const
+{
+    const auto is_of_frame = [](const LineParts& line) { return line.Has(LinePart::frame); };
+    return !parts.empty() && std::ranges::none_of(parts, is_of_frame);
+}
 
 Place SiteView::PlaceOf(const PageText& page, int line, std::string_view words) const
 {

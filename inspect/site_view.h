@@ -47,6 +47,14 @@ struct SourceText {
     std::vector<LineParts> parts = {}; // of its lines, as far as anything is known
     bool is_page_list = false;
     bool is_template = false;
+
+    /// What a line (0-based) was read as; nothing where nothing is known.
+    LineParts PartsOf(std::size_t index) const
+    {
+        return index < parts.size() ? parts[index] : LineParts();
+    }
+    /// Whether it belongs to the page list: lines of it were read, and none for the template.
+    bool IsOfPageList() const;
 };
 
 /// Lines of a source, 1-based, both ends included.

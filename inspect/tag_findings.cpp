@@ -90,11 +90,11 @@ class TagReader {
     void Run()
     {
         for (std::size_t index = 0; index < source_.lines.size(); ++index) {
-            const bool is_known = index < source_.parts.size();
-            if (!source_.parts.empty() && !(is_known && source_.parts[index].IsRead()))
+            const LineParts parts = source_.PartsOf(index);
+            if (!source_.parts.empty() && !parts.IsRead())
                 continue;
             line_ = static_cast<int>(index) + 1;
-            if (is_known && source_.parts[index].Has(LinePart::frame))
+            if (parts.Has(LinePart::frame))
                 LookAtFrame(source_.lines[index]);
             else
                 LookAt(source_.lines[index]);

@@ -111,13 +111,12 @@ void ForEachLine(const SiteView& site, Look look)
     for (const SourceText& source : site.sources) {
         const std::vector<DirectiveSlip> slips = DirectiveSlips(site, source);
         auto slip = slips.begin();
-        const std::size_t end = std::min(source.lines.size(), source.parts.size());
-        for (std::size_t index = 0; index < end; ++index) {
+        for (std::size_t index = 0; index < source.lines.size(); ++index) {
             const int line = static_cast<int>(index) + 1;
             const bool is_slip = slip != slips.end() && slip->line == line;
             if (is_slip)
                 ++slip;
-            else if (ComesToPages(source.parts[index]))
+            else if (ComesToPages(source.PartsOf(index)))
                 look(source.lines[index], site.PlaceOf(source, line));
         }
     }
