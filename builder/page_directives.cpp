@@ -4,6 +4,7 @@
 #include "text/table_column.h"
 #include "text/text.h"
 
+#include <algorithm>
 #include <string>
 
 namespace kiv {
@@ -100,6 +101,14 @@ constexpr Directive kDirectives[] = {
 std::vector<std::string_view> PageDirectiveWords()
 {
     return ColumnOf(kDirectives, &Directive::word);
+}
+
+bool TakesValue(std::string_view word)
+{
+    // Some character parts the value from its word; that of "@NAKED" would stand right behind it.
+    return std::ranges::any_of(kDirectives, [&](const Directive& directive) {
+        return directive.word == word && directive.value_from > word.size() + 1;
+    });
 }
 
 TakenDirective TakePageDirective(BuildState& state, int page_number, std::string_view& line)

@@ -12,6 +12,9 @@ namespace kiv {
 /// The words that begin a page directive, such as "@TITLE =".
 std::vector<std::string_view> PageDirectiveWords();
 
+/// Whether a value follows the word of a page directive.
+bool TakesValue(std::string_view word);
+
 /// A page directive that a line holds.
 struct TakenDirective {
     std::string_view word; // "": the line is none

@@ -1,6 +1,7 @@
 #include "inspect/directive_slips.h"
 
 #include "builder/at_variables.h"
+#include "builder/line_triggers.h"
 #include "builder/page_directives.h"
 #include "builder/page_list_parser.h"
 #include "builder/page_list_reader.h"
@@ -63,10 +64,12 @@ AtLine TakeApart(std::string_view line)
     return parts;
 }
 
-/// A directive: "@FILE =" is "FILE" with a value behind "=", "@NAKED" has neither.
+/// A directive: "@FILE =" is "FILE" with a value behind "=", "@REDIRECT" has one without "=",
+/// "@NAKED" has none.
 struct Form {
     std::string_view word;
-    std::string_view tail; // " =", ":" or ""
+    std::string_view tail;    // " =", ":" or ""
+    bool takes_value = false; // behind the word and its tail
 };
 
 /// The words of the builder's tables, taken apart once for a look at a site.
@@ -115,11 +118,10 @@ class Words {
   private:
     void AddForm(std::string_view line)
     {
-        taken_.push_back(line);
         const std::string_view word = HeadWord(line.substr(1));
-        forms_.push_back({word, Trim(line.substr(1 + word.size())).empty()
-                                    ? std::string_view()
-                                    : line.substr(1 + word.size())});
+        const std::string_view tail = line.substr(1 + word.size());
+        taken_.push_back(line);
+        forms_.push_back({word, tail, !tail.empty() || TakesValue(line)});
         names_.push_back(word);
     }
 
@@ -140,11 +142,6 @@ std::string WithValue(std::string head, std::string_view value)
 std::string Written(const Form& form, std::string_view value)
 {
     return WithValue(Joined({"@", form.word, form.tail.ends_with(' ') ? " =" : form.tail}), value);
-}
-
-bool IsUpperCase(std::string_view word)
-{
-    return std::ranges::none_of(word, [](char c) { return c != AsciiUpper(c); });
 }
 
 /// Looks at one line.
@@ -169,11 +166,12 @@ class LineReader {
         return MeantSlip();
     }
 
-  private:
+    /// The switch that was meant; "": it is one, or nothing like it.
     std::string MeantSwitch() const
     {
         constexpr std::string_view kSwitches[] = {kStopMark, kStartMark, kYearEndMark};
-        if (parts_.signs == 0 || parts_.sign != '\0' || !parts_.value.empty())
+        if (words_.IsTaken(line_) || parts_.signs == 0 || parts_.sign != '\0' ||
+            !parts_.value.empty())
             return {};
         for (const std::string_view known : kSwitches) {
             const std::string_view word = known.substr(2);
@@ -184,10 +182,17 @@ class LineReader {
         return {};
     }
 
-    bool ValueMayFollow(const Form& form) const
+  private:
+    bool ValueMayFollow(const Form& form) const { return form.takes_value || parts_.value.empty(); }
+
+    /// Whether a value behind "=" is no text: the word is in capitals, as one writes it there.
+    bool IsShouted() const { return parts_.sign == '=' && IsUpperCase(parts_.word); }
+
+    /// Whether the line is nothing but a word in capitals.
+    bool IsWordAlone() const
     {
-        return !form.tail.empty() || parts_.value.empty() ||
-               StartsWithNoCase(form.word, "REDIRECT");
+        return parts_.word.size() > 4 && parts_.word.size() + 1 == line_.size() &&
+               IsUpperCase(parts_.word);
     }
 
     /// Whether a line with the very word of a directive was meant for it.
@@ -202,12 +207,13 @@ class LineReader {
         const bool is_variable = words_.BeginsWithVariable(CutBlanks(line_));
         if (zone_ == Zone::head)
             return parts_.sign != '\0' || !is_variable;
-        return parts_.sign == '=' && (!parts_.is_moved || next_.starts_with('@'));
+        return parts_.sign == '=' && (!parts_.is_moved || words_.IsTaken(next_));
     }
 
     std::string MeantSlip() const
     {
-        const std::size_t shortest = zone_ != Zone::body && parts_.sign != '\0' ? 3 : 4;
+        const bool is_likely = zone_ != Zone::body || (IsShouted() && words_.IsTaken(next_));
+        const std::size_t shortest = is_likely && parts_.sign != '\0' ? 3 : 4;
         const Form* const form = words_.Near(parts_.word, shortest);
         if (form == nullptr || words_.BeginsWithVariable(CutBlanks(line_)))
             return {};
@@ -215,9 +221,10 @@ class LineReader {
         if (form->tail == ":")
             is_meant = parts_.sign == ':' && IsUpperCase(parts_.word);
         else if (form->tail.empty())
-            is_meant = zone_ != Zone::body && parts_.sign == '\0' && ValueMayFollow(*form);
+            is_meant =
+                zone_ == Zone::body ? IsWordAlone() : parts_.sign == '\0' && ValueMayFollow(*form);
         else if (parts_.sign != '\0')
-            is_meant = zone_ != Zone::body || (parts_.sign == '=' && IsUpperCase(parts_.word));
+            is_meant = zone_ != Zone::body || IsShouted();
         else
             is_meant = zone_ == Zone::fixed;
         return is_meant ? Written(*form, parts_.value) : std::string();
@@ -261,23 +268,22 @@ class SourceReader {
 
     std::vector<DirectiveSlip> Slips()
     {
-        const std::size_t end = std::min(source_.lines.size(), source_.parts.size());
-        for (index_ = 0; index_ < end; ++index_)
-            LookAt(source_.lines[index_], source_.parts[index_]);
+        for (index_ = 0; source_.IsOfPageList() && index_ < source_.lines.size(); ++index_)
+            LookAt(source_.lines[index_], source_.PartsOf(index_));
         return std::move(slips_);
     }
 
   private:
     void LookAt(std::string_view line, const LineParts& parts)
     {
-        if (!parts.IsRead() || parts.Has(LinePart::frame))
-            return;
+        if (!parts.IsRead())
+            return LookForSwitch(line);
         const Zone zone = ZoneOf(line, parts);
         if (parts.HasRole() || (line.find('@') == npos && line.find('=') == npos))
             return;
         const std::string_view next =
             index_ + 1 < source_.lines.size() ? source_.lines[index_ + 1] : std::string_view();
-        std::string meant = LineReader(words_, line, next, zone).Meant();
+        std::string meant = MeantBy(line, next, zone);
         if (meant.empty() && zone != Zone::body) {
             meant = MeantDefinition(line);
             if (zone == Zone::head && IsDefined(site_, meant))
@@ -285,6 +291,28 @@ class SourceReader {
         }
         if (!meant.empty())
             slips_.push_back({static_cast<int>(index_) + 1, std::move(meant)});
+    }
+
+    /// A stretch that is not read goes on to its second switch, or to one that was meant for it.
+    void LookForSwitch(std::string_view line)
+    {
+        if (!line.starts_with("@@"))
+            return;
+        if (std::string meant = LineReader(words_, line, {}, Zone::body).MeantSwitch();
+            !meant.empty())
+            slips_.push_back({static_cast<int>(index_) + 1, std::move(meant)});
+    }
+
+    /// Behind "ASP:" and its kin, script for the server alone is taken.
+    std::string MeantBy(std::string_view line, std::string_view next, Zone zone) const
+    {
+        if ((ScanLine(line) & kPrefix) == 0)
+            return LineReader(words_, line, next, zone).Meant();
+        const std::size_t prefix = line.find(':') + 1;
+        const std::string meant = LineReader(words_, line.substr(prefix), next, zone).Meant();
+        const Form* const form =
+            meant.empty() ? nullptr : words_.Known(HeadWord(std::string_view(meant).substr(1)));
+        return form == nullptr || form->tail != ":" ? "" : Joined({line.substr(0, prefix), meant});
     }
 
     /// A head goes on as long as its lines begin with "@" or are empty.

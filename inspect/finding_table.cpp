@@ -17,6 +17,8 @@ constexpr FindingRow kRows[] = {
      "A line nearly is a directive and is not taken as one", FindMisspelledDirectives},
     {"misspelled-variable", Severity::warning, "A word nearly is an at-variable and stays as it is",
      FindMisspelledVariables},
+    {"misspelled-macro", Severity::warning, "A macro nearly has a name that is known",
+     FindMisspelledMacros},
     {"page-twice", Severity::error, "Two pages of the list are written to one file",
      FindPagesTwice},
     {"undefined-number", Severity::error, "A number is used that the page list never defines",

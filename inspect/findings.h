@@ -16,6 +16,7 @@ void FindPagesTwice(const SiteView& site, FindingSink& sink);
 
 // variable_findings.cpp
 void FindMisspelledVariables(const SiteView& site, FindingSink& sink);
+void FindMisspelledMacros(const SiteView& site, FindingSink& sink);
 
 // number_findings.cpp
 void FindUndefinedNumbers(const SiteView& site, FindingSink& sink);

@@ -72,10 +72,9 @@ template <typename Take>
 void ForEachTitleNumber(const SiteView& site, Take take)
 {
     for (const SourceText& source : site.sources)
-        for (std::size_t index = 0; index < std::min(source.lines.size(), source.parts.size());
-             ++index) {
+        for (std::size_t index = 0; index < source.lines.size(); ++index) {
             const std::string_view line = source.lines[index];
-            if (!source.parts[index].Has(LinePart::title))
+            if (!source.PartsOf(index).Has(LinePart::title))
                 continue;
             for (int digit = 1; digit <= 9; ++digit) {
                 const NumberedMark mark(Family::at, digit);
@@ -90,9 +89,8 @@ void ForEachTitleNumber(const SiteView& site, Take take)
 bool StandsInTakenLine(const SiteView& site, std::string_view mark)
 {
     for (const SourceText& source : site.sources)
-        for (std::size_t index = 0; index < std::min(source.lines.size(), source.parts.size());
-             ++index) {
-            const LineParts& parts = source.parts[index];
+        for (std::size_t index = 0; index < source.lines.size(); ++index) {
+            const LineParts parts = source.PartsOf(index);
             const bool is_taken = parts.HasRole() || parts.Has(LinePart::title);
             if (is_taken && source.lines[index].starts_with('@') &&
                 source.lines[index].find(mark, 1) != npos)
@@ -105,10 +103,9 @@ bool StandsInTakenLine(const SiteView& site, std::string_view mark)
 bool StandsInUnreadLine(const SiteView& site, std::string_view mark)
 {
     for (const SourceText& source : site.sources)
-        for (std::size_t index = 0; index < std::min(source.lines.size(), source.parts.size());
-             ++index) {
+        for (std::size_t index = 0; index < source.lines.size(); ++index) {
             const std::string_view line = source.lines[index];
-            if (!source.parts[index].IsRead() && !line.starts_with(';') && Contains(line, mark))
+            if (!source.PartsOf(index).IsRead() && !line.starts_with(';') && Contains(line, mark))
                 return true;
         }
     return false;
@@ -149,13 +146,13 @@ void FindUndefinedNumbers(const SiteView& site, FindingSink& sink)
     });
 }
 
-/// A build that ended early has not seen every use.
+/// A build that ended early, or came to no page, has not seen every use.
 void FindUnusedNumbers(const SiteView& site, FindingSink& sink)
 {
     for (const NumberDefinition& definition : site.definitions) {
         const Number number(definition.mark);
         const bool is_last = &LastOf(site, definition.mark) == &definition;
-        if (site.error || !is_last || IsUsed(site, definition.mark))
+        if (site.error || site.pages.empty() || !is_last || IsUsed(site, definition.mark))
             continue;
         sink.Add(site.PlaceOf(definition.lines, {}),
                  number.slot == 0

@@ -1,4 +1,5 @@
 // References to pages and groups that are not there, and constructs without their end.
+#include "builder/page_list_parser.h"
 #include "builder/text_helpers.h"
 #include "inspect/finding_table.h"
 #include "inspect/findings.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace kiv {
@@ -24,21 +26,45 @@ struct PageNames {
     Names stems;
     Names files; // without their folders
     Names ids;
-    Names groups; // a page without one is a group of its own, called as its stem
-
-    explicit PageNames(const SiteView& site)
-    {
-        for (const PageText& page : site.pages) {
-            std::string file = page.name;
-            const std::string stem = FileStem(file);
-            stems.insert(stem);
-            files.insert(file);
-            groups.insert(page.group.empty() ? stem : page.group);
-            if (!page.id.empty())
-                ids.insert(page.id);
-        }
-    }
+    Names groups;             // a page without one is a group of its own, called as its stem
+    bool has_waiting = false; // pages that this build leaves out, with ids and groups of their own
 };
+
+/// Returns the file's stem.
+std::string AddFile(PageNames& names, std::string file)
+{
+    std::string stem = FileStem(file);
+    names.stems.insert(stem);
+    names.files.insert(std::move(file));
+    return stem;
+}
+
+/// Adds the pages of stretches that are not read, such as New Year text that is off.
+void AddWaiting(PageNames& names, const SourceText& source)
+{
+    for (std::size_t index = 0; index < source.lines.size(); ++index) {
+        const std::string_view line = source.lines[index];
+        if (source.PartsOf(index).IsRead() || !StartsWithNoCase(line, kPageStart))
+            continue;
+        names.has_waiting = true;
+        AddFile(names, std::string(Trim(FromChar(line, kPageStart.size() + 2))));
+    }
+}
+
+PageNames NamesOf(const SiteView& site)
+{
+    PageNames names;
+    for (const PageText& page : site.pages) {
+        const std::string stem = AddFile(names, page.name);
+        names.groups.insert(page.group.empty() ? stem : page.group);
+        if (!page.id.empty())
+            names.ids.insert(page.id);
+    }
+    for (const SourceText& source : site.sources)
+        if (source.IsOfPageList())
+            AddWaiting(names, source);
+    return names;
+}
 
 /// The name that was most likely meant; "": none is near.
 std::string NearestOf(std::string_view name, const Names& names)
@@ -84,7 +110,7 @@ class ReferenceCheck {
 
     void CheckGroup(std::string_view group)
     {
-        if (group.empty())
+        if (group.empty() || pages_.has_waiting)
             return;
         if (!group.ends_with('*')) {
             if (!pages_.groups.contains(group))
@@ -101,7 +127,7 @@ class ReferenceCheck {
 
     void CheckId(std::string_view id)
     {
-        if (pages_.ids.contains(id))
+        if (pages_.ids.contains(id) || pages_.has_waiting)
             return;
         const std::string near = NearestOf(id, pages_.ids);
         Add(Joined({"no page has the id \"", id, "\""}),
@@ -166,9 +192,9 @@ class ReferenceCheck {
 /// A build that ended early does not know every page.
 void FindUnknownReferences(const SiteView& site, FindingSink& sink)
 {
-    const PageNames pages(site);
     if (site.error)
         return;
+    const PageNames pages = NamesOf(site);
     for (const ConstructUse& use : site.references)
         ReferenceCheck(site, pages, use, sink).Run();
 }

@@ -54,6 +54,12 @@ bool SiteView::Lacks(std::string_view list) const
     }
 }
 
+bool SourceText::IsOfPageList() const
+{
+    const auto is_of_frame = [](const LineParts& line) { return line.Has(LinePart::frame); };
+    return !parts.empty() && std::ranges::none_of(parts, is_of_frame);
+}
+
 Place SiteView::PlaceOf(const PageText& page, int line, std::string_view words) const
 {
     const auto index = static_cast<std::size_t>(line) - 1;

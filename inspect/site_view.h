@@ -54,6 +54,13 @@ struct SourceText {
         const auto index = static_cast<std::size_t>(number) - 1;
         return number >= 1 && index < lines.size() ? lines[index] : std::string_view();
     }
+    /// What a line (0-based) was read as; nothing where nothing is known.
+    LineParts PartsOf(std::size_t index) const
+    {
+        return index < parts.size() ? parts[index] : LineParts();
+    }
+    /// Whether it belongs to the page list: lines of it were read, and none for the template.
+    bool IsOfPageList() const;
 };
 
 /// Lines of a source, 1-based, both ends included.

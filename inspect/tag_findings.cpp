@@ -27,15 +27,29 @@ struct Tag {
     bool is_end = false;
 };
 
-/// The tags of a line that begin with "<zu" or "</zu", in any case.
-std::vector<Tag> TagsIn(std::string_view line)
+/// Whether a name is a block tag's but for one letter.
+bool IsNearTag(std::string_view name, std::span<const BlockTagForm> forms)
+{
+    constexpr std::size_t kLeast = 6; // letters of such a name
+    if (name.size() < kLeast)
+        return false;
+    const std::string lower = LowerCase(name);
+    return std::ranges::any_of(forms, [&](const BlockTagForm& form) {
+        const std::string_view known = form.tag.substr(1, form.tag.size() - 2);
+        return EditDistance(lower, known) == 1;
+    });
+}
+
+/// The tags of a line that begin with "<zu" or "</zu", in any case, or would with one letter more,
+/// less or swapped.
+std::vector<Tag> TagsIn(std::string_view line, std::span<const BlockTagForm> forms)
 {
     std::vector<Tag> tags;
     for (std::size_t at = line.find('<'); at != npos; at = line.find('<', at + 1)) {
         const bool is_end = line.substr(at + 1).starts_with('/');
         const std::string_view rest = line.substr(at + (is_end ? 2 : 1));
         const std::string_view name = HeadWord(rest);
-        if (!StartsWithNoCase(name, "zu"))
+        if (!StartsWithNoCase(name, "zu") && !IsNearTag(name, forms))
             continue;
         const std::size_t end = rest.find('>');
         const std::size_t size = end == npos ? name.size() : end + 1;
@@ -44,16 +58,18 @@ std::vector<Tag> TagsIn(std::string_view line)
     return tags;
 }
 
-bool Ends(const BlockTagForm& form, std::string_view text)
-{
-    return std::ranges::any_of(form.ends,
-                               [&](std::string_view end) { return text.starts_with(end); });
-}
-
 /// "</zutable>" for "<zutable>".
 std::string EndOf(const BlockTagForm& form)
 {
     return Joined({"</", form.tag.substr(1)});
+}
+
+/// Of a line that goes on behind its block, as many characters as the end tag has are taken out.
+bool Ends(const BlockTagForm& form, std::string_view text)
+{
+    return std::ranges::any_of(form.ends,
+                               [&](std::string_view end) { return text.starts_with(end); }) &&
+           (!form.is_one_line || text.size() == EndOf(form).size());
 }
 
 constexpr int kUnknown = std::numeric_limits<int>::max(); // a last line
@@ -74,11 +90,11 @@ class TagReader {
     void Run()
     {
         for (std::size_t index = 0; index < source_.lines.size(); ++index) {
-            const bool is_known = index < source_.parts.size();
-            if (!source_.parts.empty() && !(is_known && source_.parts[index].IsRead()))
+            const LineParts parts = source_.PartsOf(index);
+            if (!source_.parts.empty() && !parts.IsRead())
                 continue;
             line_ = static_cast<int>(index) + 1;
-            if (is_known && source_.parts[index].Has(LinePart::frame))
+            if (parts.Has(LinePart::frame))
                 LookAtFrame(source_.lines[index]);
             else
                 LookAt(source_.lines[index]);
@@ -93,7 +109,7 @@ class TagReader {
 
     void LookAtFrame(std::string_view line)
     {
-        for (const Tag& tag : TagsIn(line))
+        for (const Tag& tag : TagsIn(line, forms_))
             if (std::ranges::find(starts_, LowerCase(tag.text)) != starts_.end())
                 Add(Joined({tag.text, " stays as it is: a template has no block tags"}), {});
     }
@@ -108,7 +124,7 @@ class TagReader {
         if (line.find('<') == npos)
             return;
         const BlockTagForm* inside = nullptr; // a block that begins and ends in the line
-        for (const Tag& tag : TagsIn(line)) {
+        for (const Tag& tag : TagsIn(line, forms_)) {
             if (EqualsNoCase(tag.name, kOrange))
                 continue;
             if (tag.is_end)
@@ -147,8 +163,9 @@ class TagReader {
         }
         const std::string bare = Joined({"<", LowerCase(tag.name), ">"});
         const std::string_view near = Nearest(bare, starts_);
-        // In capitals it may be a word of some other language of marks.
-        if (is_seen || (!near.empty() && LowerCase(near) == bare))
+        // What the build does not see may be a word of some other language of marks.
+        const bool is_zu = StartsWithNoCase(tag.name, "zu");
+        if (is_seen || (!near.empty() && (!is_zu || LowerCase(near) == bare)))
             Add(Joined({tag.text, " is no block tag"}), std::string(near));
     }
 

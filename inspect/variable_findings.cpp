@@ -1,5 +1,6 @@
-// At-variables that are none.
+// At-variables and macros with a name that are none.
 #include "builder/at_variables.h"
+#include "builder/bang_macros.h"
 #include "inspect/directive_slips.h"
 #include "inspect/finding_table.h"
 #include "inspect/findings.h"
@@ -16,11 +17,6 @@ namespace {
 
 constexpr std::size_t kShortest = 4; // letters of a word that may be taken for another
 constexpr std::size_t kLeastTail = 3;
-
-bool IsUpperCase(std::string_view word)
-{
-    return std::ranges::none_of(word, [](char c) { return c != AsciiUpper(c); });
-}
 
 bool HasSameLetters(std::string_view one, std::string_view other)
 {
@@ -66,12 +62,13 @@ class Variables {
     std::vector<std::string_view> words_;
 };
 
-/// Whether an "@" with these characters before it belongs to an address or a number's mark.
+/// Whether an "@" with these characters before it belongs to a mail address or a number's mark.
+/// Names of files are put together with "_", "-" and ".".
 bool JoinsOn(std::string_view before)
 {
-    constexpr std::string_view kOfAddresses = "@.-+%";
-    return !before.empty() &&
-           (IsWordCharacter(before.back()) || kOfAddresses.find(before.back()) != npos);
+    constexpr std::string_view kOfFileNames = "_-.";
+    return !before.empty() && kOfFileNames.find(before.back()) == npos &&
+           (IsWordCharacter(before.back()) || before.back() == '@' || before.back() == '+');
 }
 
 void LookAt(std::string_view line, const Place& place, const Variables& variables,
@@ -85,11 +82,44 @@ void LookAt(std::string_view line, const Place& place, const Variables& variable
     }
 }
 
-/// Whether at-variables in the line come to a page: as text, in a title or in a definition.
+void LookForMacros(std::string_view line, const Place& place, FindingSink& sink)
+{
+    for (std::size_t at = line.find("!!"); at != npos; at = line.find("!!", at + 2)) {
+        const std::string_view word = HeadWord(line.substr(at + 2));
+        if (!line.substr(at + 2 + word.size()).starts_with('['))
+            continue;
+        std::vector<std::string_view> names;
+        for (const Bang* const bang : kBangs)
+            names.push_back(bang->Name().substr(2));
+        if (const std::string_view meant = SlipOf(word, names, 2); !meant.empty())
+            sink.Add(place, Joined({"\"!!", word, "[\" is no macro"}), Joined({"!!", meant, "["}));
+    }
+}
+
+/// Whether words of the line come to a page: as text, in a title or in a definition.
 bool ComesToPages(const LineParts& parts)
 {
     return parts.HasRole() || parts.Has(LinePart::title) || parts.Has(LinePart::body) ||
            parts.Has(LinePart::frame);
+}
+
+/// Calls `look(line, place)` for every line that may come to a page, but for those that were meant
+/// for a directive, which are told as a whole.
+template <typename Look>
+void ForEachLine(const SiteView& site, Look look)
+{
+    for (const SourceText& source : site.sources) {
+        const std::vector<DirectiveSlip> slips = DirectiveSlips(site, source);
+        auto slip = slips.begin();
+        for (std::size_t index = 0; index < source.lines.size(); ++index) {
+            const int line = static_cast<int>(index) + 1;
+            const bool is_slip = slip != slips.end() && slip->line == line;
+            if (is_slip)
+                ++slip;
+            else if (ComesToPages(source.PartsOf(index)))
+                look(source.lines[index], site.PlaceOf(source, line));
+        }
+    }
 }
 
 } // namespace
@@ -97,19 +127,15 @@ bool ComesToPages(const LineParts& parts)
 void FindMisspelledVariables(const SiteView& site, FindingSink& sink)
 {
     const Variables variables;
-    for (const SourceText& source : site.sources) {
-        const std::vector<DirectiveSlip> slips = DirectiveSlips(site, source);
-        auto slip = slips.begin();
-        const std::size_t end = std::min(source.lines.size(), source.parts.size());
-        for (std::size_t index = 0; index < end; ++index) {
-            const int line = static_cast<int>(index) + 1;
-            const bool is_slip = slip != slips.end() && slip->line == line;
-            if (is_slip)
-                ++slip; // it is told as a whole
-            else if (ComesToPages(source.parts[index]))
-                LookAt(source.lines[index], site.PlaceOf(source, line), variables, sink);
-        }
-    }
+    ForEachLine(site, [&](std::string_view line, const Place& place) {
+        LookAt(line, place, variables, sink);
+    });
+}
+
+void FindMisspelledMacros(const SiteView& site, FindingSink& sink)
+{
+    ForEachLine(
+        site, [&](std::string_view line, const Place& place) { LookForMacros(line, place, sink); });
 }
 
 } // namespace kiv

@@ -45,6 +45,11 @@ std::string_view SlipOf(std::string_view word, std::span<const std::string_view>
     return nearest;
 }
 
+bool IsUpperCase(std::string_view word)
+{
+    return std::ranges::none_of(word, [](char c) { return c != AsciiUpper(c); });
+}
+
 bool IsWordCharacter(char c)
 {
     return (AsciiUpper(c) >= 'A' && AsciiUpper(c) <= 'Z') || (c >= '0' && c <= '9') || c == '_';

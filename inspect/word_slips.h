@@ -16,6 +16,9 @@ bool IsSlipOf(std::string_view word, std::string_view known, std::size_t shortes
 std::string_view SlipOf(std::string_view word, std::span<const std::string_view> words,
                         std::size_t shortest);
 
+/// Whether no letter of "a" to "z" is in it.
+bool IsUpperCase(std::string_view word);
+
 /// A character of the words that directives and at-variables are made of: "A" to "Z" in any case,
 /// "0" to "9", "_".
 bool IsWordCharacter(char c);
