@@ -19,7 +19,7 @@ struct FindingChoice {
     bool Takes(std::string_view name) const;
 };
 
-/// The findings, by file, line and page; equal ones once.
+/// The findings, by file, line and page. What one source line does to many pages is one finding.
 std::vector<Finding> Inspect(const SiteView& site, const FindingChoice& choice);
 
 } // namespace kiv

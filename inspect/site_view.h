@@ -49,6 +49,8 @@ struct PageText {
     std::vector<SourceLines> origins; // of its lines; [0] is line 1
 };
 
+class LinkedSite;
+
 struct SiteView {
     SiteView(Files& site_files, PictureLoader& loader) : files(site_files), pictures(loader) {}
 
@@ -63,6 +65,7 @@ struct SiteView {
     std::vector<Warning> warnings;      // of the build
     std::optional<RunError> error;      // that ended it
     std::vector<const SiteView*> group; // all sections that are looked at together, this one, too
+    const LinkedSite* linked = nullptr; // their pages and where these lead
 
     /// Where the line of a page (1-based) came from: the source line and the page. Of the lines of
     /// a block it is the first that holds `words`, else the block's first.

@@ -1,5 +1,6 @@
 #include "shell/site_check.h"
 
+#include "inspect/linked_site.h"
 #include "inspect/site_recorder.h"
 #include "inspect/site_view.h"
 #include "platform/drive_path.h"
@@ -78,9 +79,11 @@ class SiteCheck {
         std::vector<const SiteView*> group;
         for (const SiteView& view : views_)
             group.push_back(&view);
+        const LinkedSite linked(group);
         std::vector<Finding> found;
         for (SiteView& view : views_) {
             view.group = group;
+            view.linked = &linked;
             for (Finding& finding : Inspect(view, choice))
                 found.push_back(std::move(finding));
         }

@@ -1,0 +1,45 @@
+// For the families of findings over pages: the links of a section's pages, one after the other.
+#pragma once
+
+#include "inspect/linked_site.h"
+#include "inspect/site_view.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace kiv {
+
+/// Calls `look(page)` for each page of the section.
+template <typename Look>
+void ForEachPage(const SiteView& site, Look look)
+{
+    if (site.linked != nullptr)
+        for (const LinkedPage& page : site.linked->Pages())
+            if (page.view == &site)
+                look(page);
+}
+
+/// Calls `look(page, link, target)` for each link of its pages.
+template <typename Look>
+void ForEachLink(const SiteView& site, Look look)
+{
+    ForEachPage(site, [&](const LinkedPage& page) {
+        for (std::size_t index = 0; index < page.targets.size(); ++index)
+            look(page, page.facts.links[index], *page.targets[index]);
+    });
+}
+
+/// The source line of a link.
+inline Place PlaceOf(const LinkedPage& page, const PageLink& link)
+{
+    return page.view->PlaceOf(*page.text, link.line, link.Words());
+}
+
+/// "\"about.htm\"", for a sentence.
+inline std::string Quoted(std::string_view text)
+{
+    return std::string("\"").append(text).append("\"");
+}
+
+} // namespace kiv
