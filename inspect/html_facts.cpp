@@ -357,8 +357,8 @@ class FactFinder {
         default:
             break;
         }
-        TakeSides(element, first);
         NoteScript(element, first);
+        TakeSides(element, first);
     }
 
     void TakeAttribute(const GumboElement& element, const GumboAttribute& attribute)
@@ -520,8 +520,23 @@ class FactFinder {
             }
     }
 
+    /// Whether script of the element gives it another address before anybody follows its own.
+    static bool SetsAddress(const GumboElement& element)
+    {
+        for (unsigned index = 0; index < element.attributes.length; ++index) {
+            const auto& attribute =
+                *static_cast<const GumboAttribute*>(element.attributes.data[index]);
+            if (std::string_view(attribute.name).starts_with("on") &&
+                ContainsNoCase(attribute.value, "this.href"))
+                return true;
+        }
+        return false;
+    }
+
     void NoteScript(const GumboElement& element, std::size_t first)
     {
+        if (SetsAddress(element))
+            facts_.links.resize(first);
         if (gumbo_get_attribute(&element.attributes, "onclick") != nullptr)
             for (std::size_t link = first; link < facts_.links.size(); ++link)
                 facts_.links[link].has_script = true;

@@ -3,6 +3,7 @@
 #include "inspect/address_walk.h"
 #include "inspect/css_addresses.h"
 #include "inspect/page_names.h"
+#include "inspect/waiting_pages.h"
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
 #include "platform/site_files.h"
@@ -38,8 +39,10 @@ bool IsBelow(std::string_view path, std::string_view folder)
 LinkedSite::LinkedSite(std::span<const SiteView* const> sections)
     : files_(sections.front()->files), folders_(files_), sections_(sections)
 {
-    for (const SiteView* const section : sections)
+    for (const SiteView* const section : sections) {
         AddPages(*section);
+        waiting_.merge(WaitingPages(*section));
+    }
     for (std::size_t number = 0; number < pages_.size(); ++number)
         ResolveLinks(number); // which may find more pages
 }
@@ -79,6 +82,11 @@ const LinkedPage* LinkedSite::Find(std::string_view path) const
 bool LinkedSite::IsUsed(std::string_view path) const
 {
     return used_.contains(UpperCase(path)) || IsMentioned(NameOf(path));
+}
+
+bool LinkedSite::IsWaiting(std::string_view path) const
+{
+    return waiting_.contains(UpperCase(path));
 }
 
 bool LinkedSite::IsMentioned(std::string_view name) const
@@ -210,7 +218,8 @@ Target LinkedSite::FindFrom(std::string_view folder, const std::string& path, Li
         SectionOf(end.folder, is_known);
         if (end.kind == WalkEnd::Kind::missing)
             target.state = Target::State::missing;
-        if (target.state != Target::State::found && !is_known && MayBeWritten(kind))
+        const bool may_come = !is_known || IsWaiting(end.Path());
+        if (target.state != Target::State::found && may_come && MayBeWritten(kind))
             target.state = Target::State::unjudged;
         break;
     }

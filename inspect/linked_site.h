@@ -62,6 +62,8 @@ class LinkedSite {
     bool IsMentioned(std::string_view name) const;
     /// Whether an address is made by a server: then anything may be used.
     bool HasUnknownAddresses() const { return has_unknown_; }
+    /// Whether a build with the New Year switch writes the page. By absolute path.
+    bool IsWaiting(std::string_view path) const;
     FolderIndex& Folders() const { return folders_; }
     /// The section whose pages are written into the folder; null where there is none or it is not
     /// looked at. `is_known` is false then when there is one.
@@ -89,6 +91,7 @@ class LinkedSite {
     std::map<std::string, Target, std::less<>> targets_;      // by folder, kind and address
     std::set<std::string, std::less<>> used_;                 // upper-cased paths
     std::set<std::string, std::less<>> mentioned_;            // upper-cased names
+    std::set<std::string> waiting_;                           // upper-cased paths
     bool has_unknown_ = false;
 };
 

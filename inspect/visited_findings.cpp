@@ -41,8 +41,8 @@ std::set<std::string> PageFolders(const SiteView& site)
     return folders;
 }
 
-/// Lines that the template writes on every page of a section. A page with most of them was made
-/// by it; a page without them somebody wrote by hand.
+/// Lines that the template writes on every page of a section. A page with all of them was made by
+/// it. Somebody who writes a page by hand may take some over.
 class TemplateMarks {
   public:
     explicit TemplateMarks(const SiteView& site)
@@ -61,7 +61,7 @@ class TemplateMarks {
         while (!page.empty())
             if (const std::string_view line = TakeLine(page); marks_.contains(line))
                 found.insert(line);
-        return !found.empty() && found.size() * 2 >= marks_.size();
+        return !found.empty() && found.size() == marks_.size();
     }
 
   private:
@@ -95,7 +95,8 @@ std::map<std::string, std::string> StalePages(const SiteView& site)
         for (const std::string& name : site.linked->Folders().Of(FolderOf(folder + "x")).files) {
             const std::string path = folder + name;
             const LinkedPage* const page = site.linked->Find(path);
-            if (!IsPageName(name) || (page != nullptr && page->view != nullptr))
+            if (!IsPageName(name) || (page != nullptr && page->view != nullptr) ||
+                site.linked->IsWaiting(path))
                 continue;
             try {
                 if (marks.AreIn(site.files.ReadFile(path)))
@@ -164,11 +165,15 @@ void FindUnlinkedPages(const SiteView& site, FindingSink& sink)
 {
     if (!HasLinkedPages(site) || site.linked->HasUnknownAddresses())
         return;
-    bool is_first = true;
+    // A pass of its own writes a page once more elsewhere.
+    std::set<int> linked{1};
     ForEachPage(site, [&](const LinkedPage& page) {
-        const std::string_view name = NameOf(page.path);
-        const bool is_start = std::exchange(is_first, false) || IsIndexName(name);
-        if (!is_start && IsPageName(name) && !page.is_linked && !site.linked->IsMentioned(name))
+        if (page.is_linked || IsIndexName(NameOf(page.path)) ||
+            site.linked->IsMentioned(NameOf(page.path)))
+            linked.insert(page.text->number);
+    });
+    ForEachPage(site, [&](const LinkedPage& page) {
+        if (IsPageName(page.path) && linked.insert(page.text->number).second)
             sink.Add(PlaceOfPage(site, page),
                      Joined({"no page links to ", Quoted(page.text->name)}));
     });
