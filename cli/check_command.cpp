@@ -77,14 +77,24 @@ Choices FailureSeverities()
 void RunCheck(CallDesk& desk, const GivenValues& given)
 {
     const FindingChoice choice{Names(given.Text("--only")), Names(given.Text("--not"))};
-    std::vector<Finding> findings = CheckSite(desk.workspace, choice);
+    std::vector<ExternalLink> external;
+    std::vector<Finding> findings = CheckSite(desk.workspace, choice, &external);
     desk.report.has_failed = HasFailed(findings, given.Text("--fail-on"));
     NativePaths& paths = desk.workspace.machine().native_paths;
+    const auto native = [&](const KeptPlace& where) {
+        return where.file.empty() ? std::string() : paths.ToNative(where.file);
+    };
     std::vector<ReportedFinding>& reported = desk.report.findings.emplace();
     for (Finding& finding : findings) {
-        const std::string& file = finding.where.file;
-        std::string native = file.empty() ? "" : paths.ToNative(file);
-        reported.push_back({std::move(finding), std::move(native)});
+        std::string outside = native(finding.where);
+        reported.push_back({std::move(finding), std::move(outside)});
+    }
+    if (!given.Has("--external"))
+        return;
+    std::vector<ReportedLink>& links = desk.report.external.emplace();
+    for (ExternalLink& link : external) {
+        std::string outside = native(link.where);
+        links.push_back({std::move(link), std::move(outside)});
     }
 }
 

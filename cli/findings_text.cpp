@@ -12,15 +12,27 @@ namespace kiv {
 
 namespace {
 
+/// "site/_html.txt:12: "
+void PrintPlace(std::ostream& out, const std::string& native, int line)
+{
+    out << (native.empty() ? "kiv" : ShownUtf8(native));
+    if (line > 0)
+        out << ':' << line;
+    out << ": ";
+}
+
+void PrintPage(std::ostream& out, const std::string& page)
+{
+    if (!page.empty())
+        out << " (page " << ShownLine(page) << ')';
+}
+
 void PrintFinding(std::ostream& out, const ReportedFinding& reported)
 {
     const Finding& finding = reported.finding;
-    out << (reported.native.empty() ? "kiv" : ShownUtf8(reported.native));
-    if (finding.where.line > 0)
-        out << ':' << finding.where.line;
-    out << ": " << SeverityName(finding.severity) << ": " << ShownLine(finding.text);
-    if (!finding.where.page.empty())
-        out << " (page " << ShownLine(finding.where.page) << ')';
+    PrintPlace(out, reported.native, finding.where.line);
+    out << SeverityName(finding.severity) << ": " << ShownLine(finding.text);
+    PrintPage(out, finding.where.page);
     out << " [" << finding.name << "]\n";
     if (!finding.suggestion.empty())
         out << "    " << ShownLine(finding.suggestion) << '\n';
@@ -47,6 +59,18 @@ void PrintFindings(std::ostream& out, const std::vector<ReportedFinding>& findin
     else
         out << Counted(findings, Severity::error) << ", " << Counted(findings, Severity::warning)
             << ", " << Counted(findings, Severity::note) << '\n';
+}
+
+void PrintExternalLinks(std::ostream& out, const std::vector<ReportedLink>& links)
+{
+    for (const ReportedLink& reported : links) {
+        const ExternalLink& link = reported.link;
+        PrintPlace(out, reported.native, link.where.line);
+        out << ShownLine(link.address);
+        PrintPage(out, link.where.page);
+        out << '\n';
+    }
+    out << links.size() << (links.size() == 1 ? " address" : " addresses") << " on other hosts\n";
 }
 
 } // namespace kiv

@@ -35,6 +35,8 @@ void PrintPlain(std::ostream& out, std::ostream& err, const RunReport& report, b
                      {report.story_line, report.is_story_long, terminal.has_colours});
     if (report.findings)
         PrintFindings(out, *report.findings);
+    if (report.external)
+        PrintExternalLinks(out, *report.external);
     if (report.result)
         out << (terminal.is_one ? ShownText(*report.result) : ToUtf8(*report.result));
     else if (!report.status.empty())

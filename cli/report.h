@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/face.h"
+#include "inspect/external_links.h"
 #include "inspect/finding.h"
 #include "platform/run_error.h"
 #include "shell/directory_tools.h"
@@ -20,6 +21,12 @@ struct ReportedFinding {
     std::string native; // of its file, UTF-8; "" where no drive leads there
 };
 
+/// An address on another host with its place outside.
+struct ReportedLink {
+    ExternalLink link;
+    std::string native; // as of a finding
+};
+
 /// All that a report tells; texts are Windows-1252.
 struct RunReport {
     std::string status;
@@ -35,6 +42,7 @@ struct RunReport {
     int story_line = 0;                                   // that it was asked for; 0: every one
     bool is_story_long = false;                           // with all that was done to each line
     std::optional<std::vector<ReportedFinding>> findings; // of "check"
+    std::optional<std::vector<ReportedLink>> external;    // of "check" where it was asked for
     bool has_failed = false; // what the call was asked to fail on is there: exit code 3
 };
 

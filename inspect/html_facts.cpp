@@ -286,7 +286,7 @@ class FactFinder {
     void Enter(const GumboNode& node)
     {
         quiet_ += Silences(node) ? 1 : 0;
-        if (!IsCopy(node) && node.v.element.original_tag.data != nullptr)
+        if (!IsCopy(node))
             TakeElement(node.v.element);
     }
 
@@ -323,9 +323,10 @@ class FactFinder {
 
     void TakeElement(const GumboElement& element)
     {
-        const int line = lines_.Of(element.original_tag.data);
-        if (element.tag == GUMBO_TAG_UNKNOWN && StartsWithNoCase(View(element.original_tag), "<zu"))
-            facts_.tags.push_back({FromUtf8(View(element.original_tag)), line});
+        // One that is begun twice has the attributes of both; its tag may be the parser's own.
+        const std::string_view tag = View(element.original_tag);
+        if (element.tag == GUMBO_TAG_UNKNOWN && StartsWithNoCase(tag, "<zu"))
+            facts_.tags.push_back({FromUtf8(tag), lines_.Of(tag.data())});
         const std::size_t first = facts_.links.size();
         const GumboAttribute* source = nullptr;
         for (unsigned index = 0; index < element.attributes.length; ++index) {
@@ -475,6 +476,7 @@ class FactFinder {
         address = Trim(address.substr(1));
         if (!address.empty() && (address[0] == '"' || address[0] == '\''))
             address = Before(address.substr(1), address[0]);
+        facts_.leads_on = true;
         AddLink(LinkKind::link, address, address, LineOf(attribute));
     }
 
@@ -584,10 +586,9 @@ PageFacts ReadPage(std::string_view bytes)
     constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
     if (bytes.starts_with(kUtf8Mark))
         bytes.remove_prefix(kUtf8Mark.size());
-    std::string html = WithoutServerCode(bytes, facts.is_made_by_server);
-    const bool is_utf8 = IsUtf8(html);
-    if (!is_utf8)
-        html = ToUtf8(html);
+    const bool is_utf8 = IsUtf8(bytes);
+    const std::string html =
+        WithoutServerCode(is_utf8 ? std::string(bytes) : ToUtf8(bytes), facts.is_made_by_server);
     ParseMemory memory;
     const GumboOutput* const tree =
         NestingBound(html, kDeepest) < kDeepest ? memory.Parse(html) : nullptr;

@@ -45,6 +45,7 @@ struct PageFacts {
     std::vector<std::string> mentioned; // what script of the page names that looks like a file
     std::string base;                   // the address that others are relative to; "": the page's
     bool is_made_by_server = false;     // in part; other links and names may come with it
+    bool leads_on = false;              // by itself, to another page
     bool is_read = true;                // false: it is too deep or too large for it
 };
 

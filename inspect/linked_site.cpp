@@ -58,8 +58,9 @@ void LinkedSite::AddPages(const SiteView& section)
 void LinkedSite::AddPage(LinkedPage page, std::string_view bytes)
 {
     if (!by_path_.try_emplace(UpperCase(page.path), pages_.size()).second)
-        return; // another section has written it before
-    page.facts = ReadPage(bytes);
+        return;                // another section has written it before
+    if (IsPageName(page.path)) // else it is a feed, a list of films, a plain text
+        page.facts = ReadPage(bytes);
     for (const PageWord& id : page.facts.ids)
         page.anchors.insert(id.text);
     page.anchors.insert(page.facts.names.begin(), page.facts.names.end());
@@ -215,10 +216,11 @@ Target LinkedSite::FindFrom(std::string_view folder, const std::string& path, Li
     }
     case WalkEnd::Kind::missing: {
         bool is_known = true;
-        SectionOf(end.folder, is_known);
+        const SiteView* const section = SectionOf(end.folder, is_known);
+        const bool is_unfinished = section != nullptr && section->error.has_value();
         if (end.kind == WalkEnd::Kind::missing)
             target.state = Target::State::missing;
-        const bool may_come = !is_known || IsWaiting(end.Path());
+        const bool may_come = !is_known || is_unfinished || IsWaiting(end.Path());
         if (target.state != Target::State::found && may_come && MayBeWritten(kind))
             target.state = Target::State::unjudged;
         break;

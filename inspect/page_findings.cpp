@@ -11,9 +11,11 @@
 #include "text/joined_text.h"
 #include "text/nearest.h"
 #include "text/text.h"
+#include "text/windows1252.h"
 
 #include <algorithm>
 #include <map>
+#include <vector>
 
 namespace kiv {
 
@@ -141,7 +143,8 @@ void AddLeftOver(const LinkedPage& page, int line, std::string_view construct, F
         construct[0] == '@' ? MeantVariable(construct) : std::string_view();
     sink.Add(page.view->PlaceOf(*page.text, line, construct),
              Joined({"visitors read ", Quoted(construct), ", which looks like a construct"}),
-             meant.empty() ? std::string() : Joined({"did you mean ", meant, "?"}));
+             meant.empty() || meant == construct ? std::string()
+                                                 : Joined({"did you mean ", meant, "?"}));
 }
 
 void LookForConstructs(const LinkedPage& page, const PageWord& text, FindingSink& sink)
@@ -158,10 +161,8 @@ void LookForConstructs(const LinkedPage& page, const PageWord& text, FindingSink
 /// One that is misspelled is a matter of the source.
 bool IsBlockTag(std::string_view tag)
 {
-    return std::ranges::any_of(BlockTagWords(), [&](std::string_view word) {
-        return StartsWithNoCase(tag, word.substr(0, word.size() - 1)) &&
-               (tag.size() < word.size() || !IsWordCharacter(tag[word.size() - 1]));
-    });
+    const std::vector<std::string_view> words = BlockTagWords();
+    return tag.starts_with("<zu") && std::ranges::find(words, LowerCase(tag)) != words.end();
 }
 
 } // namespace
@@ -173,7 +174,8 @@ void FindLeftOvers(const SiteView& site, FindingSink& sink)
             LookForConstructs(page, text, sink);
         for (const PageWord& tag : page.facts.tags)
             if (IsBlockTag(tag.text))
-                AddLeftOver(page, tag.line, tag.text, sink);
+                sink.Add(site.PlaceOf(*page.text, tag.line, tag.text),
+                         Joined({"the tag ", Quoted(tag.text), " is left on the page"}));
     });
 }
 

@@ -10,8 +10,9 @@ namespace {
 
 // HTML takes the first one for a blank, so that it may stand anywhere in the text of a page. Where
 // a blank would end a value, it is the other one.
-constexpr char kMark = '\f';
-constexpr char kMarkInWord = '\x01';
+constexpr std::string_view kMark = "\f";
+constexpr std::string_view kMarkInWord = "\xEE\x80\x80"; // U+E000, which is nobody's
+constexpr std::string_view kMarkInText = "&#57344;";     // the same in Windows-1252
 
 /// What ends the code that begins here; "" when none begins.
 std::string_view EndOfCode(std::string_view rest)
@@ -52,7 +53,7 @@ std::string WithoutServerCode(std::string_view page, bool& found)
         found = true;
         const std::size_t stop = page.find(end, 2);
         const std::string_view code = page.substr(0, stop == npos ? npos : stop + end.size());
-        text.push_back(text.empty() || EndsWord(text.back()) ? kMark : kMarkInWord);
+        text.append(text.empty() || EndsWord(text.back()) ? kMark : kMarkInWord);
         text.append(static_cast<std::size_t>(std::ranges::count(code, '\n')), '\n');
         page.remove_prefix(code.size());
     }
@@ -61,7 +62,7 @@ std::string WithoutServerCode(std::string_view page, bool& found)
 
 bool HoldsServerCode(std::string_view part)
 {
-    return part.find(kMark) != npos || part.find(kMarkInWord) != npos;
+    return Contains(part, kMark) || Contains(part, kMarkInText);
 }
 
 } // namespace kiv

@@ -7,12 +7,12 @@
 
 namespace kiv {
 
-/// The page without its server code: line ends stay, and a mark stands where code was.
+/// The page, in UTF-8, without its server code: line ends stay, and a mark stands where code was.
 /// `found` tells whether there was any.
 std::string WithoutServerCode(std::string_view page, bool& found);
 
-/// Whether a part of a page that WithoutServerCode gave has the mark of code in it: what the server
-/// makes of it, nobody knows.
+/// Whether a part of a page that WithoutServerCode gave, now Windows-1252, has the mark of code in
+/// it: what the server makes of it, nobody knows.
 bool HoldsServerCode(std::string_view part);
 
 } // namespace kiv

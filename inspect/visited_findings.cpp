@@ -136,6 +136,13 @@ void FindLinksToStalePages(const SiteView& site, FindingSink& sink)
 
 namespace {
 
+/// Whether a name of the page list is the page's.
+bool IsNameOf(std::string_view name, const PageText& page)
+{
+    return StartsWithNoCase(page.name, name) &&
+           (name.size() == page.name.size() || page.name.rfind('.') == name.size());
+}
+
 /// Where the page list begins the page.
 Place PlaceOfPage(const SiteView& site, const LinkedPage& page)
 {
@@ -143,8 +150,8 @@ Place PlaceOfPage(const SiteView& site, const LinkedPage& page)
         if (!source.is_page_list)
             continue;
         for (std::size_t line = 0; line < source.lines.size(); ++line)
-            if (StartsWithNoCase(source.lines[line], "@FILE") &&
-                EqualsNoCase(Trim(FromChar(source.lines[line], 8)), page.text->name))
+            if (StartsWithNoCase(source.lines[line], "@FILE =") &&
+                IsNameOf(Trim(FromChar(source.lines[line], 8)), *page.text))
                 return {source.path, static_cast<int>(line) + 1, page.text->name};
     }
     return {page.path, 0, page.text->name};
@@ -168,7 +175,7 @@ void FindUnlinkedPages(const SiteView& site, FindingSink& sink)
     // A pass of its own writes a page once more elsewhere.
     std::set<int> linked{1};
     ForEachPage(site, [&](const LinkedPage& page) {
-        if (page.is_linked || IsIndexName(NameOf(page.path)) ||
+        if (page.is_linked || page.facts.leads_on || IsIndexName(NameOf(page.path)) ||
             site.linked->IsMentioned(NameOf(page.path)))
             linked.insert(page.text->number);
     });

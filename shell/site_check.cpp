@@ -11,7 +11,10 @@
 #include "shell/groups.h"
 #include "shell/workspace.h"
 
+#include <algorithm>
 #include <deque>
+#include <iterator>
+#include <optional>
 
 namespace kiv {
 
@@ -74,16 +77,32 @@ class SiteCheck {
         }
     }
 
-    std::vector<Finding> Findings(const FindingChoice& choice)
+    /// Lets the sections see each other. After the last of them was built.
+    void Link()
     {
-        std::vector<const SiteView*> group;
         for (const SiteView& view : views_)
-            group.push_back(&view);
-        const LinkedSite linked(group);
-        std::vector<Finding> found;
+            group_.push_back(&view);
+        if (group_.empty())
+            return;
+        linked_.emplace(group_);
         for (SiteView& view : views_) {
-            view.group = group;
-            view.linked = &linked;
+            view.group = group_;
+            view.linked = &*linked_;
+        }
+    }
+
+    std::vector<ExternalLink> External() const
+    {
+        std::vector<ExternalLink> found;
+        for (const SiteView& view : views_)
+            std::ranges::move(ExternalLinks(view), std::back_inserter(found));
+        return found;
+    }
+
+    std::vector<Finding> Findings(const FindingChoice& choice) const
+    {
+        std::vector<Finding> found;
+        for (const SiteView& view : views_) {
             for (Finding& finding : Inspect(view, choice))
                 found.push_back(std::move(finding));
         }
@@ -94,16 +113,22 @@ class SiteCheck {
     Workspace& workspace_;
     UnwrittenFiles files_; // of all sections, so that their pages see each other
     std::deque<SiteView> views_;
+    std::vector<const SiteView*> group_;
+    std::optional<LinkedSite> linked_;
 };
 
 } // namespace
 
-std::vector<Finding> CheckSite(Workspace& workspace, const FindingChoice& choice)
+std::vector<Finding> CheckSite(Workspace& workspace, const FindingChoice& choice,
+                               std::vector<ExternalLink>* external)
 {
     workspace.machine().files.Refresh(); // the sources may be others than the last command saw
     const WayBack way_back(workspace.machine().files);
     SiteCheck check(workspace);
     check.BuildGroup(way_back.Folder());
+    check.Link();
+    if (external != nullptr)
+        *external = check.External();
     return check.Findings(choice);
 }
 
