@@ -1,17 +1,15 @@
 #include "inspect/html_facts.h"
 
 #include "inspect/css_addresses.h"
+#include "inspect/mentioned_files.h"
 #include "inspect/nesting.h"
+#include "inspect/parse_memory.h"
 #include "inspect/server_code.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
 #include <algorithm>
-#include <chrono>
 #include <csetjmp>
-#include <cstdlib>
-#include <cstring>
-#include <memory>
 #include <optional>
 #include <set>
 #include <utility>
@@ -23,101 +21,20 @@ namespace kiv {
 namespace {
 
 constexpr std::size_t kDeepest = 3000;
-constexpr std::size_t kMostMemory = std::size_t{512} << 20U;
-constexpr std::chrono::seconds kLongest{5};
 
-/// All that a parse asks for, given back at once: the parser's own way of giving a tree back calls
-/// itself for each level of it. A page that asks for too much is left in the middle.
-class ParseMemory {
-  public:
-    ParseMemory() = default;
-    ParseMemory(const ParseMemory&) = delete;
-    ParseMemory& operator=(const ParseMemory&) = delete;
-
-    /// The tree of a page, which lives as long as this; null when it asks for too much.
-    const GumboOutput* Parse(std::string_view html)
-    {
-        GumboOptions options = kGumboDefaultOptions;
-        options.allocator = &ParseMemory::Take;
-        options.deallocator = [](void*, void*) {};
-        options.userdata = this;
-        options.max_errors = 0;
-        return ParseOrLeave(options, html);
-    }
-
-  private:
-    static constexpr std::size_t kBlock = std::size_t{256} << 10U;
-
-    /// Nothing between here and the allocator has anything to clean up: all of it is C.
-    const GumboOutput* ParseOrLeave(const GumboOptions& options, std::string_view html)
-    {
-        if (setjmp(way_out_) != 0)
-            return nullptr;
-        return gumbo_parse_with_options(&options, html.data(), html.size());
-    }
-
-    static void* Take(void* self, std::size_t size)
-    {
-        return static_cast<ParseMemory*>(self)->Take(size);
-    }
-
-    void* Take(std::size_t size)
-    {
-        constexpr std::size_t kAlign = alignof(std::max_align_t);
-        size = (size + kAlign - 1) / kAlign * kAlign;
-        if (size > left_)
-            AddBlock(std::max(size, kBlock));
-        if (++calls_ % 256 == 0 && std::chrono::steady_clock::now() - begin_ > kLongest)
-            std::longjmp(way_out_, 1);
-        left_ -= size;
-        return next_ + left_;
-    }
-
-    void AddBlock(std::size_t size)
-    {
-        taken_ += size;
-        void* const block = taken_ > kMostMemory ? nullptr : std::malloc(size + kHead);
-        if (block == nullptr)
-            std::longjmp(way_out_, 1);
-        blocks_.Add(block);
-        next_ = static_cast<char*>(block) + kHead;
-        left_ = size;
-    }
-
-    static constexpr std::size_t kHead = alignof(std::max_align_t);
-
-    /// The blocks, each with the one before it in its head.
-    class Blocks {
-      public:
-        Blocks() = default;
-        Blocks(const Blocks&) = delete;
-        Blocks& operator=(const Blocks&) = delete;
-        ~Blocks()
-        {
-            while (last_ != nullptr) {
-                void* before = nullptr;
-                std::memcpy(&before, last_, sizeof before);
-                std::free(std::exchange(last_, before));
-            }
-        }
-        void Add(void* block)
-        {
-            std::memcpy(block, &last_, sizeof last_);
-            last_ = block;
-        }
-
-      private:
-        void* last_ = nullptr;
-    };
-
-    std::jmp_buf way_out_{};
-    Blocks blocks_;
-    char* next_ = nullptr; // what is free of the last block
-    std::size_t left_ = 0; // of it
-    std::size_t taken_ = 0;
-    std::size_t calls_ = 0;
-    std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
-};
+/// The tree of a page, which lives as long as the memory; null when it asks for too much. Nothing
+/// between here and the allocator has anything to clean up: all of it is C.
+const GumboOutput* Parse(std::string_view html, ParseMemory& memory)
+{
+    GumboOptions options = kGumboDefaultOptions;
+    options.allocator = &ParseMemory::Take;
+    options.deallocator = [](void*, void*) {};
+    options.userdata = &memory;
+    options.max_errors = 0;
+    if (setjmp(memory.WayOut()) != 0)
+        return nullptr;
+    return gumbo_parse_with_options(&options, html.data(), html.size());
+}
 
 std::string_view View(const GumboStringPiece& piece)
 {
@@ -213,12 +130,6 @@ bool IsOdd(std::string_view text)
 {
     constexpr std::string_view kSigns[] = {"@", "!!", "$$", "%%", "??", "?!", "[["};
     return std::ranges::any_of(kSigns, [&](std::string_view sign) { return Contains(text, sign); });
-}
-
-bool IsNameCharacter(char c)
-{
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-           c == '-' || c == '.' || c == '%' || c == '~' || static_cast<unsigned char>(c) >= 0x80;
 }
 
 /// Words between blanks, in small letters.
@@ -591,27 +502,16 @@ PageFacts ReadPage(std::string_view bytes)
         WithoutServerCode(is_utf8 ? std::string(bytes) : ToUtf8(bytes), facts.is_made_by_server);
     ParseMemory memory;
     const GumboOutput* const tree =
-        NestingBound(html, kDeepest) < kDeepest ? memory.Parse(html) : nullptr;
+        NestingBound(html, kDeepest) < kDeepest ? Parse(html, memory) : nullptr;
     facts.is_read = tree != nullptr;
     if (tree != nullptr)
         FactFinder(html, is_utf8, facts).Look(tree->document);
     return facts;
 }
 
-std::vector<std::string> MentionedFiles(std::string_view script)
+bool CanReadPages()
 {
-    std::vector<std::string> names;
-    std::size_t begin = 0;
-    for (std::size_t at = 0; at <= script.size(); ++at) {
-        if (at < script.size() && IsNameCharacter(script[at]))
-            continue;
-        const std::string_view word = script.substr(begin, at - begin);
-        const std::size_t point = word.rfind('.');
-        if (point != npos && point > 0 && point + 1 < word.size())
-            names.emplace_back(word);
-        begin = at + 1;
-    }
-    return names;
+    return true;
 }
 
 } // namespace kiv

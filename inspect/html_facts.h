@@ -52,7 +52,7 @@ struct PageFacts {
 /// Reads a page, Windows-1252 or UTF-8. Never fails, whatever the bytes are.
 PageFacts ReadPage(std::string_view bytes);
 
-/// The words of a script that look like names of files: "door2.gif".
-std::vector<std::string> MentionedFiles(std::string_view script);
+/// False in a program that was built without a reader of HTML.
+bool CanReadPages();
 
 } // namespace kiv

@@ -2,6 +2,7 @@
 
 #include "inspect/address_walk.h"
 #include "inspect/css_addresses.h"
+#include "inspect/mentioned_files.h"
 #include "inspect/page_names.h"
 #include "inspect/waiting_pages.h"
 #include "platform/drive_path.h"
