@@ -1,9 +1,9 @@
 // The memory of a parser that is written in C.
 #pragma once
 
-#include <chrono>
 #include <csetjmp>
 #include <cstddef>
+#include <ctime>
 
 namespace kiv {
 
@@ -33,7 +33,7 @@ class ParseMemory {
     std::size_t left_ = 0;
     std::size_t taken_ = 0; // in bytes, of all blocks
     std::size_t calls_ = 0;
-    std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
+    std::clock_t begin_ = std::clock(); // a processor's time: others may keep it busy
 };
 
 } // namespace kiv
