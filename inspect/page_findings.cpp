@@ -121,20 +121,17 @@ std::size_t AtWord(std::string_view rest, char before)
     return size;
 }
 
-/// "@@EOY": a switch that is no whole line.
-std::size_t AtSwitch(std::string_view rest, char before)
+/// "  @@EOY": a switch that does not begin its line. Where it stands among words, they speak of it.
+bool IsSwitch(std::string_view line)
 {
-    constexpr std::string_view kSwitches[] = {"@@EOY", "@@stop"};
-    for (const std::string_view word : kSwitches)
-        if (StartsWithNoCase(rest, word) && !IsWordCharacter(before))
-            return word.size();
-    return 0;
+    constexpr std::string_view kSwitches[] = {"@@EOY", "@@stop", "@@start"};
+    return std::ranges::any_of(kSwitches,
+                               [&](std::string_view word) { return EqualsNoCase(line, word); });
 }
 
 std::size_t ConstructAt(std::string_view rest, char before)
 {
-    for (const std::size_t size :
-         {NumberedUse(rest), BangUse(rest), AtSwitch(rest, before), AtWord(rest, before)})
+    for (const std::size_t size : {NumberedUse(rest), BangUse(rest), AtWord(rest, before)})
         if (size > 0)
             return size;
     return 0;
@@ -153,6 +150,8 @@ void AddLeftOver(const LinkedPage& page, int line, std::string_view construct, F
 void LookForConstructs(const LinkedPage& page, const PageWord& text, FindingSink& sink)
 {
     const std::string_view line = text.text;
+    if (IsSwitch(Trim(line)))
+        return AddLeftOver(page, text.line, Trim(line), sink);
     for (std::size_t at = 0; at < line.size();) {
         const std::size_t size = ConstructAt(line.substr(at), at == 0 ? ' ' : line[at - 1]);
         if (size > 0)
