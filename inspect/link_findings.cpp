@@ -44,7 +44,7 @@ void FindDead(const SiteView& site, FindingSink& sink, LinkKind kind, const Dead
     ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
         if (link.kind != kind)
             return;
-        const std::string quoted = Quoted(link.address);
+        const std::string quoted = InQuotes(link.address);
         if (target.state == Target::State::no_index)
             sink.Add(PlaceOf(page, link), quoted + " is a folder without an index page",
                      "name a page of it");
@@ -93,7 +93,7 @@ void FindLetterCase(const SiteView& site, FindingSink& sink)
     ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
         if (target.state == Target::State::found && target.is_misspelled)
             sink.Add(PlaceOf(page, link),
-                     Quoted(link.address) +
+                     InQuotes(link.address) +
                          " is written with other capital letters than the file has",
                      Suggestion("write ", link, target));
     });
@@ -104,7 +104,7 @@ void FindDrivePaths(const SiteView& site, FindingSink& sink)
     ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
         if (target.state == Target::State::drive)
             sink.Add(PlaceOf(page, link),
-                     Quoted(link.address) + " is on this computer, which no visitor can reach",
+                     InQuotes(link.address) + " is on this computer, which no visitor can reach",
                      "write an address that begins at the page's folder");
     });
 }
@@ -114,7 +114,7 @@ void FindBackslashes(const SiteView& site, FindingSink& sink)
     ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
         if (target.has_backslash && target.state != Target::State::drive)
             sink.Add(PlaceOf(page, link),
-                     Joined({"the address ", Quoted(link.address), " has \"\\\""}),
+                     Joined({"the address ", InQuotes(link.address), " has \"\\\""}),
                      "write \"/\" in its place");
     });
 }
@@ -148,9 +148,10 @@ void FindDeadAnchors(const SiteView& site, FindingSink& sink)
             other->anchors.contains(target.fragment))
             return;
         const std::string where = other == &page ? "this page" : std::string(NameOf(other->path));
-        sink.Add(PlaceOf(page, link),
-                 Joined({Quoted(link.address), " leads to a place that ", where, " does not have"}),
-                 NearestAnchor(target.fragment, *other));
+        sink.Add(
+            PlaceOf(page, link),
+            Joined({InQuotes(link.address), " leads to a place that ", where, " does not have"}),
+            NearestAnchor(target.fragment, *other));
     });
 }
 

@@ -125,15 +125,12 @@ void LinkedSite::ResolveLinks(std::size_t number)
 {
     LinkedPage& page = pages_[number];
     const std::string folder = BaseFolder(page);
+    page.targets.reserve(page.facts.links.size());
     for (const PageLink& link : page.facts.links) {
         const Target& target = TargetOf(page, folder, link);
         page.targets.push_back(&target);
-        if (target.state != Target::State::found)
-            continue;
-        Follow(target, link.kind);
-        const auto found = by_path_.find(UpperCase(target.path));
-        if (found != by_path_.end() && found->second != number)
-            pages_[found->second].is_linked = true;
+        if (target.page != Target::kNone && target.page != number)
+            pages_[target.page].is_linked = true;
     }
 }
 
@@ -153,19 +150,21 @@ std::string LinkedSite::BaseFolder(const LinkedPage& page)
     return end.kind == WalkEnd::Kind::folder ? end.folder : std::string();
 }
 
+/// Pages of a folder share most of their addresses.
 const Target& LinkedSite::TargetOf(const LinkedPage& page, const std::string& folder,
                                    const PageLink& link)
 {
-    const Address address = ReadAddress(link.address);
-    has_unknown_ |= address.kind == AddressKind::unknown;
-    const bool is_own = address.kind == AddressKind::site && address.path.empty();
+    const std::size_t first = link.address.find_first_not_of(" \t\r\n");
+    const bool is_own = first == npos || link.address[first] == '#' || link.address[first] == '?';
     std::string key = is_own ? page.path : folder;
     key.append(1, '\n').append(1, static_cast<char>('a' + static_cast<int>(link.kind)));
     const auto [entry, is_new] = targets_.try_emplace(key.append(link.address));
-    if (!is_new)
-        return entry->second;
     Target& target = entry->second;
-    if (is_own && page.facts.base.empty())
+    if (!is_new)
+        return target;
+    const Address address = ReadAddress(link.address);
+    has_unknown_ |= address.kind == AddressKind::unknown;
+    if (is_own && page.facts.base.empty() && address.kind == AddressKind::site)
         target = {.state = Target::State::found, .path = page.path};
     else if (!is_own && !folder.empty())
         target = Resolve(folder, address, link.kind);
@@ -173,6 +172,11 @@ const Target& LinkedSite::TargetOf(const LinkedPage& page, const std::string& fo
         target.state = Target::State::drive;
     target.fragment = address.fragment;
     target.has_backslash = address.has_backslash;
+    if (target.state == Target::State::found)
+        Follow(target, link.kind);
+    const auto found = by_path_.find(UpperCase(target.path));
+    if (target.state == Target::State::found && found != by_path_.end())
+        target.page = found->second;
     return target;
 }
 

@@ -13,6 +13,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace kiv {
@@ -32,6 +33,9 @@ struct Target {
     std::string spelling = {};  // the path as it should be; of a missing one the nearest, if any
     std::string path = {};      // absolute drive path of what was found
     std::string fragment = {};
+    std::size_t page = kNone; // that was found, 0-based, of LinkedSite::Pages
+
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 };
 
 /// A page with what it says and where that leads.
@@ -88,7 +92,7 @@ class LinkedSite {
     std::span<const SiteView* const> sections_;
     std::deque<LinkedPage> pages_;
     std::map<std::string, std::size_t, std::less<>> by_path_; // upper-cased path to page
-    std::map<std::string, Target, std::less<>> targets_;      // by folder, kind and address
+    std::unordered_map<std::string, Target> targets_;         // by folder, kind and address
     std::set<std::string, std::less<>> used_;                 // upper-cased paths
     std::set<std::string, std::less<>> mentioned_;            // upper-cased names
     std::set<std::string> waiting_;                           // upper-cased paths

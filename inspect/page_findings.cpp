@@ -43,7 +43,7 @@ void FindIdsTwice(const SiteView& site, FindingSink& sink)
                 continue;
             const Place before = site.PlaceOf(*page.text, first->second, id.text);
             sink.Add(site.PlaceOf(*page.text, id.line, id.text),
-                     Joined({"the id ", Quoted(id.text), " is given twice; first in ",
+                     Joined({"the id ", InQuotes(id.text), " is given twice; first in ",
                              NameOf(before.file), ", line ", Decimal(before.line)}),
                      "choose another name for one of them");
         }
@@ -142,7 +142,7 @@ void AddLeftOver(const LinkedPage& page, int line, std::string_view construct, F
     const std::string_view meant =
         construct[0] == '@' ? MeantVariable(construct) : std::string_view();
     sink.Add(page.view->PlaceOf(*page.text, line, construct),
-             Joined({"visitors read ", Quoted(construct), ", which looks like a construct"}),
+             Joined({"visitors read ", InQuotes(construct), ", which looks like a construct"}),
              meant.empty() || meant == construct ? std::string()
                                                  : Joined({"did you mean ", meant, "?"}));
 }
@@ -177,7 +177,7 @@ void FindLeftOvers(const SiteView& site, FindingSink& sink)
         for (const PageWord& tag : page.facts.tags)
             if (IsBlockTag(tag.text))
                 sink.Add(site.PlaceOf(*page.text, tag.line, tag.text),
-                         Joined({"the tag ", Quoted(tag.text), " is left on the page"}));
+                         Joined({"the tag ", InQuotes(tag.text), " is left on the page"}));
     });
 }
 

@@ -36,10 +36,12 @@ inline Place PlaceOf(const LinkedPage& page, const PageLink& link)
     return page.view->PlaceOf(*page.text, link.line, link.Words());
 }
 
-/// "\"about.htm\"", for a sentence.
-inline std::string Quoted(std::string_view text)
+/// "\"about.htm\"", for a sentence; cut when it is longer than anybody reads.
+inline std::string InQuotes(std::string_view text)
 {
-    return std::string("\"").append(text).append("\"");
+    constexpr std::size_t kLongest = 200;
+    const std::string_view end = text.size() > kLongest ? "...\"" : "\"";
+    return std::string("\"").append(text.substr(0, kLongest)).append(end);
 }
 
 } // namespace kiv

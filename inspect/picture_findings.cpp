@@ -69,7 +69,7 @@ void FindPictureSizes(const SiteView& site, FindingSink& sink)
                 continue;
             const PageLink& link = page.facts.links[shown.link];
             sink.Add(PlaceOf(page, link),
-                     Joined({"the picture ", Quoted(link.address), " is ",
+                     Joined({"the picture ", InQuotes(link.address), " is ",
                              Sides(own->width, own->height), " pixels, and shown as ",
                              Sides(shown.width, shown.height)}),
                      Joined({"write width=\"", Decimal(own->width), "\" height=\"",

@@ -13,6 +13,8 @@
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
 namespace kiv {
 
@@ -84,37 +86,47 @@ class TemplateMarks {
     std::unordered_map<std::string_view, std::size_t> marks_; // and on how many pages each is
 };
 
-/// The pages that a former page list has left: upper-cased paths, and as they are.
-std::map<std::string, std::string> StalePages(const SiteView& site)
+/// Pages in the folders of a section that no page list writes.
+std::vector<std::string> OtherPages(const SiteView& site)
 {
-    std::map<std::string, std::string> stale;
-    if (site.linked == nullptr || site.error)
-        return stale;
-    const TemplateMarks marks(site);
+    std::vector<std::string> paths;
     for (const std::string& folder : PageFolders(site))
         for (const std::string& name : site.linked->Folders().Of(FolderOf(folder + "x")).files) {
             const std::string path = folder + name;
             const LinkedPage* const page = site.linked->Find(path);
-            if (!IsPageName(name) || (page != nullptr && page->view != nullptr) ||
-                site.linked->IsWaiting(path))
-                continue;
-            try {
-                if (marks.AreIn(site.files.ReadFile(path)))
-                    stale.emplace(UpperCase(path), path);
-            } catch (const RunError&) {
-                continue; // nobody can tell what it is
-            }
+            const bool is_written = page != nullptr && page->view != nullptr;
+            if (IsPageName(name) && !is_written && !site.linked->IsWaiting(path))
+                paths.push_back(path);
         }
-    return stale;
+    return paths;
+}
+
+/// Those of them that a former page list has left.
+std::vector<std::string> StalePages(const SiteView& site)
+{
+    if (site.linked == nullptr || site.error)
+        return {};
+    std::vector<std::string> paths = OtherPages(site);
+    if (paths.empty())
+        return {};
+    const TemplateMarks marks(site);
+    std::erase_if(paths, [&](const std::string& path) {
+        try {
+            return !marks.AreIn(site.files.ReadFile(path));
+        } catch (const RunError&) {
+            return true; // nobody can tell what it is
+        }
+    });
+    return paths;
 }
 
 } // namespace
 
 void FindStalePages(const SiteView& site, FindingSink& sink)
 {
-    for (const auto& [key, path] : StalePages(site))
+    for (const std::string& path : StalePages(site))
         sink.Add(Place{path, 0, {}},
-                 Joined({"no page list writes ", Quoted(NameOf(path)),
+                 Joined({"no page list writes ", InQuotes(NameOf(path)),
                          " any more, and it is still there"}),
                  "delete it here and on the server");
 }
@@ -123,12 +135,14 @@ void FindLinksToStalePages(const SiteView& site, FindingSink& sink)
 {
     std::set<std::string> stale;
     for (const SiteView* const section : site.group)
-        for (const auto& [key, path] : StalePages(*section))
-            stale.insert(key);
+        for (const std::string& path : StalePages(*section))
+            stale.insert(UpperCase(path));
+    if (stale.empty())
+        return;
     ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
         if (target.state == Target::State::found && stale.contains(UpperCase(target.path)))
             sink.Add(PlaceOf(page, link),
-                     Joined({"the link ", Quoted(link.address),
+                     Joined({"the link ", InQuotes(link.address),
                              " leads to a page that no page list writes any more"}),
                      "link to a page of the list, or put that page back");
     });
@@ -182,7 +196,7 @@ void FindUnlinkedPages(const SiteView& site, FindingSink& sink)
     ForEachPage(site, [&](const LinkedPage& page) {
         if (IsPageName(page.path) && linked.insert(page.text->number).second)
             sink.Add(PlaceOfPage(site, page),
-                     Joined({"no page links to ", Quoted(page.text->name)}));
+                     Joined({"no page links to ", InQuotes(page.text->name)}));
     });
 }
 
@@ -219,7 +233,8 @@ void FindUnusedPictures(const SiteView& site, FindingSink& sink)
         for (const std::string& name : site.linked->Folders().Of(FolderOf(folder + "x")).files) {
             const std::string path = folder + name;
             if (IsPictureName(name) && !IsAskedFor(name) && !site.linked->IsUsed(path))
-                sink.Add(Place{path, 0, {}}, Joined({"no page shows the picture ", Quoted(name)}));
+                sink.Add(Place{path, 0, {}},
+                         Joined({"no page shows the picture ", InQuotes(name)}));
         }
 }
 
