@@ -21,9 +21,12 @@ namespace kiv {
 
 void FindUnreadPages(const SiteView& site, FindingSink& sink)
 {
-    if (!CanReadPages())
-        return sink.Add({}, "this kiv was built without a reader of HTML: it has not looked at "
-                            "what the pages say");
+    if (!CanReadPages()) {
+        if (site.group.empty() || site.group.front() == &site)
+            sink.Add({}, "this kiv was built without a reader of HTML: it has not looked at what "
+                         "the pages say");
+        return;
+    }
     ForEachPage(site, [&](const LinkedPage& page) {
         if (!page.facts.is_read)
             sink.Add(Place{page.path, 0, page.text->name},
