@@ -1,4 +1,4 @@
-// Whole builds by the command line program, timed from its start to its end.
+// Whole builds and checks by the command line program, timed from its start to its end.
 //
 // The sites are made in a new folder below KIV_BENCH_DIR (default: /dev/shm, else the folder for
 // temporary files).
@@ -73,6 +73,13 @@ class Site {
         return usage;
     }
 
+    /// Pictures that a generated page shows are not there: the check finds them missing.
+    kiv::Usage Check() const
+    {
+        return kiv::RunProgram(
+            {KIV_CLI, "--drive-c", drive_.string(), "check", dir_.string(), "--fail-on", "never"});
+    }
+
     std::vector<kiv::Output> Outputs() const { return kiv::FindOutputs(dir_); }
     void RemoveOutputs() const { kiv::RemoveOutputs(dir_, Outputs()); }
     void ChangeOnePage() { kiv::WriteSite(size_, dir_, ++edition_); }
@@ -121,13 +128,35 @@ void Measure(benchmark::State& state, Site& site, Prepare prepare)
     state.counters["bytes"] = static_cast<double>(bytes);
 }
 
+/// One for the program's whole run: Google Benchmark calls a scenario several times and hands
+/// nothing of ours on.
+Site& SiteOf(std::string_view size)
+{
+    static Sites sites;
+    return sites.Of(*kiv::FindSiteSize(size));
+}
+
+void Check(benchmark::State& state, std::string_view size)
+{
+    const Site& site = SiteOf(size);
+    long peak = 0;
+    double cpu_ms = 0;
+    while (state.KeepRunning()) {
+        const kiv::Usage usage = site.Check();
+        if (usage.exit_code != 0)
+            return state.SkipWithError("the check failed");
+        state.SetIterationTime(usage.wall_ms / 1000);
+        cpu_ms += usage.cpu_ms;
+        peak = std::max(peak, usage.peak_rss_kib);
+    }
+    state.counters["cpu_ms"] = benchmark::Counter(cpu_ms, benchmark::Counter::kAvgIterations);
+    state.counters["peak_KiB"] = static_cast<double>(peak);
+}
+
 void Run(benchmark::State& state, std::string_view size, Prepare prepare)
 {
-    // One for the program's whole run: Google Benchmark calls a scenario several times and hands
-    // nothing of ours on.
-    static Sites sites;
     try {
-        Measure(state, sites.Of(*kiv::FindSiteSize(size)), prepare);
+        Measure(state, SiteOf(size), prepare);
     } catch (const std::exception& error) {
         state.SkipWithError(error.what());
     }
@@ -163,6 +192,10 @@ KIV_BENCH_SIZE(OnePageChanged, S);
 KIV_BENCH_SIZE(OnePageChanged, M);
 KIV_BENCH_SIZE(OnePageChanged, L);
 KIV_BENCH_SIZE(OnePageChanged, X);
+KIV_BENCH_SIZE(Check, S);
+KIV_BENCH_SIZE(Check, M);
+KIV_BENCH_SIZE(Check, L);
+KIV_BENCH_SIZE(Check, X);
 
 } // namespace
 

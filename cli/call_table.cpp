@@ -100,6 +100,7 @@ constexpr OptionRow kCheckOptions[] = {
     {"--not", "NAMES", "Look for all findings but these", Takes::text},
     {"--fail-on", "SEVERITY", "The least that gives exit code 3 (default: error)", Takes::text,
      kOptional, FailureSeverities},
+    {"--external", "", "List the addresses on other hosts, too; none is fetched"},
 };
 
 constexpr CallRow kCalls[] = {

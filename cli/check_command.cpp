@@ -68,17 +68,24 @@ Choices FailureSeverities()
 
 void RunCheck(CallDesk& desk, const GivenValues& given)
 {
-    const FindingChoice choice{Names(given.Text("--only")), Names(given.Text("--not"))};
+    const FindingChoice choice{Names(given.Text("--only")), Names(given.Text("--not")),
+                               given.Has("--external")};
     CheckWorkDir(desk.workspace, choice);
-    const std::vector<Finding>& findings = desk.workspace.Checked->findings;
-    desk.report.switched_off = desk.workspace.Checked->switched_off;
-    desk.report.has_failed = HasFailed(findings, given.Text("--fail-on"));
+    const Inspection& checked = *desk.workspace.Checked;
+    desk.report.switched_off = checked.switched_off;
+    desk.report.has_failed = HasFailed(checked.findings, given.Text("--fail-on"));
     NativePaths& paths = desk.workspace.machine().native_paths;
+    const auto native = [&](const KeptPlace& where) {
+        return where.file.empty() ? std::string() : paths.ToNative(where.file);
+    };
     std::vector<ReportedFinding>& reported = desk.report.findings.emplace();
-    for (const Finding& finding : findings) {
-        const std::string& file = finding.where.file;
-        reported.push_back({finding, file.empty() ? "" : paths.ToNative(file)});
-    }
+    for (const Finding& finding : checked.findings)
+        reported.push_back({finding, native(finding.where)});
+    if (!choice.external)
+        return;
+    std::vector<ReportedLink>& links = desk.report.external.emplace();
+    for (const ExternalLink& link : checked.external)
+        links.push_back({link, native(link.where)});
 }
 
 } // namespace kiv

@@ -126,6 +126,16 @@ Json FindingObject(const ReportedFinding& reported)
                 {"suggestion", TextOrNull(finding.suggestion)}};
 }
 
+Json LinkObject(const ReportedLink& reported)
+{
+    const KeptPlace& where = reported.link.where;
+    return Json{{"address", ToUtf8(reported.link.address)},
+                {"file", TextOrNull(where.file)},
+                {"native", reported.native.empty() ? Json(nullptr) : Json(reported.native)},
+                {"line", where.line > 0 ? Json(where.line) : Json(nullptr)},
+                {"page", TextOrNull(where.page)}};
+}
+
 /// A report as it may be shown on a terminal: the library writes these as they are.
 std::string WithoutOrders(const std::string& json)
 {
@@ -186,6 +196,12 @@ void PrintJson(std::ostream& out, const RunReport& report)
             findings.push_back(FindingObject(finding));
         object["findings"] = std::move(findings);
         object["switched_off"] = report.switched_off;
+    }
+    if (report.external) {
+        Json external = Json::array();
+        for (const ReportedLink& link : *report.external)
+            external.push_back(LinkObject(link));
+        object["external"] = std::move(external);
     }
     if (report.result)
         object["result"] = ToUtf8(*report.result);

@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::string_view kYellow = "\x1b[1;33m";
 constexpr std::string_view kRed = "\x1b[1;31m";
+constexpr std::string_view kCyan = "\x1b[1;36m";
 constexpr std::string_view kPlain = "\x1b[0m";
 constexpr std::string_view kIndent = "    ";
 
@@ -54,13 +55,16 @@ std::string MessagePrinter::Coloured(std::string_view word, std::string_view col
     return coloured.append(word).append(look_.has_colours ? kPlain : "").append(" ");
 }
 
-void MessagePrinter::PrintSource(const KeptPlace& where, std::string_view text)
+void MessagePrinter::PrintBelow(const KeptPlace& where, std::string_view text,
+                                const std::string& hint)
 {
-    if (where.file.empty() || where.line < 1)
-        return;
-    const std::string_view line = lines_.Line(where.file, where.line);
-    if (line.find_first_not_of(" \t") != npos)
-        err_ << kIndent << ShownLine(QuotedLine(line, text)) << '\n';
+    if (!where.file.empty() && where.line > 0) {
+        const std::string_view line = lines_.Line(where.file, where.line);
+        if (line.find_first_not_of(" \t") != npos)
+            out_ << kIndent << ShownLine(QuotedLine(line, text)) << '\n';
+    }
+    if (!hint.empty())
+        out_ << kIndent << ShownLine(hint) << '\n';
 }
 
 void MessagePrinter::Print(const Warning& warning)
@@ -70,31 +74,43 @@ void MessagePrinter::Print(const Warning& warning)
         return;
     }
     ++told_;
-    err_ << PlaceOf(warning.where);
+    out_ << PlaceOf(warning.where);
     if (look_.is_build || !warning.where.file.empty())
-        err_ << Coloured("warning:", kYellow);
-    err_ << ShownWords(look_.tells_all ? warning.text : Cut(warning.text, kLongestText))
+        out_ << Coloured("warning:", kYellow);
+    out_ << ShownWords(look_.tells_all ? warning.text : Cut(warning.text, kLongestText))
          << OnPage(warning.where) << '\n';
-    PrintSource(warning.where, warning.text);
-    if (!warning.hint.empty())
-        err_ << kIndent << ShownLine(warning.hint) << '\n';
-    err_ << std::flush;
+    PrintBelow(warning.where, warning.text, warning.hint);
+    out_ << std::flush;
 }
 
 void MessagePrinter::PrintRest()
 {
     if (left_out_ > 0)
-        err_ << "kiv: " << left_out_ << (left_out_ == 1 ? " more warning" : " more warnings")
+        out_ << "kiv: " << left_out_ << (left_out_ == 1 ? " more warning" : " more warnings")
              << (left_out_ == 1 ? " (--verbose tells it)\n" : " (--verbose tells them all)\n");
 }
 
 void MessagePrinter::Print(const RunError& error)
 {
-    err_ << PlaceOf(error.where) << Coloured("error:", kRed) << ShownLine(error.text)
+    out_ << PlaceOf(error.where) << Coloured("error:", kRed) << ShownLine(error.text)
          << OnPage(error.where) << '\n';
-    PrintSource(error.where, error.text);
-    if (!error.hint.empty())
-        err_ << kIndent << ShownLine(error.hint) << '\n';
+    PrintBelow(error.where, error.text, error.hint);
+}
+
+void MessagePrinter::Print(const Finding& finding)
+{
+    const std::string_view colour = finding.severity == Severity::error     ? kRed
+                                    : finding.severity == Severity::warning ? kYellow
+                                                                            : kCyan;
+    out_ << PlaceOf(finding.where)
+         << Coloured(std::string(SeverityName(finding.severity)) + ":", colour)
+         << ShownLine(finding.text) << OnPage(finding.where) << " [" << finding.name << "]\n";
+    PrintBelow(finding.where, finding.text, finding.suggestion);
+}
+
+void MessagePrinter::Print(const ExternalLink& link)
+{
+    out_ << PlaceOf(link.where) << ShownLine(link.address) << OnPage(link.where) << '\n';
 }
 
 } // namespace kiv

@@ -1,8 +1,10 @@
-// Warnings and errors on standard error, each with its place in a form that editors and terminals
-// can open: "site/_html.txt:12: warning: ...".
+// Warnings, errors and findings, each with its place in a form that editors and terminals can open:
+// "site/_html.txt:12: warning: ...".
 #pragma once
 
 #include "cli/quoted_sources.h"
+#include "inspect/external_links.h"
+#include "inspect/finding.h"
 #include "platform/drives.h"
 #include "platform/reporter.h"
 #include "platform/run_error.h"
@@ -18,15 +20,15 @@ namespace kiv {
 struct MessageLook {
     std::string folder;       // native: paths in it are told relative to it
     bool is_build = false;    // what has no place is a warning of a build, too
-    bool has_colours = false; // standard error is a terminal, and the user wants to see them
+    bool has_colours = false; // it is a terminal, and the user wants to see them
     bool tells_all = false;   // however many there are, and each whole
 };
 
 /// Nothing of what it prints steers a terminal.
 class MessagePrinter {
   public:
-    MessagePrinter(std::ostream& err, Drives& drives, MessageLook look)
-        : err_(err), drives_(drives), lines_(drives), look_(std::move(look))
+    MessagePrinter(std::ostream& out, Drives& drives, MessageLook look)
+        : out_(out), drives_(drives), lines_(drives), look_(std::move(look))
     {
     }
 
@@ -36,6 +38,10 @@ class MessagePrinter {
     void PrintRest();
     /// An error, the source line and what can be done.
     void Print(const RunError& error);
+    /// A finding with its name, the source line and what can be done.
+    void Print(const Finding& finding);
+    /// An address on another host.
+    void Print(const ExternalLink& link);
 
     static constexpr std::size_t kMostTold = 50;
     static constexpr std::size_t kLongestText = 1000; // characters of a warning
@@ -44,9 +50,10 @@ class MessagePrinter {
     /// "site/_html.txt:12: ", "site/_html.txt: " or "kiv: ".
     std::string PlaceOf(const KeptPlace& where);
     std::string Coloured(std::string_view word, std::string_view colour) const;
-    void PrintSource(const KeptPlace& where, std::string_view text);
+    /// What stands below a message: the source line, cut around what `text` is about, and the hint.
+    void PrintBelow(const KeptPlace& where, std::string_view text, const std::string& hint);
 
-    std::ostream& err_;
+    std::ostream& out_;
     Drives& drives_;
     QuotedSources lines_;
     MessageLook look_;

@@ -1,7 +1,6 @@
 #include "cli/report.h"
 
 #include "cli/changes.h"
-#include "cli/findings_text.h"
 #include "cli/shown_text.h"
 #include "cli/stories_text.h"
 #include "text/windows1252.h"
@@ -41,8 +40,6 @@ void PrintPlain(std::ostream& out, const RunReport& report, const Terminal& term
     if (report.stories)
         PrintStories(out, *report.stories,
                      {report.story_line, report.is_story_long, terminal.has_colours});
-    if (report.findings)
-        PrintFindings(out, *report.findings, report.switched_off);
     if (report.result)
         out << (terminal.is_one ? ShownText(*report.result) : ToUtf8(*report.result));
     else if (!report.status.empty())

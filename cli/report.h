@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/face.h"
+#include "inspect/external_links.h"
 #include "inspect/finding.h"
 #include "platform/files.h"
 #include "platform/run_error.h"
@@ -21,6 +22,12 @@ namespace kiv {
 struct ReportedFinding {
     Finding finding;
     std::string native; // of its file, UTF-8; "" where no drive leads there
+};
+
+/// An address on another host with its place outside.
+struct ReportedLink {
+    ExternalLink link;
+    std::string native; // as of a finding
 };
 
 /// What the build of one folder of a group did.
@@ -59,7 +66,7 @@ struct RunReport {
     int story_line = 0;                                   // that it was asked for; 0: every one
     bool is_story_long = false;                           // with all that was done to each line
     std::optional<std::vector<ReportedFinding>> findings; // of "check"
-    std::size_t switched_off = 0;                         // of the findings, by `_check.txt`
+    std::optional<std::vector<ReportedLink>> external;    // of "check" where it was asked for
     bool has_failed = false; // what the call was asked to fail on is there: exit code 3
 };
 

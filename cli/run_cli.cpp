@@ -126,6 +126,24 @@ std::optional<RunError> RunCommand(const Call& call, const CliSurroundings& arou
     });
 }
 
+/// What a check has found, which is its result.
+void PrintFindings(const RunReport& report, const CliSurroundings& around, Drives& files,
+                   const std::string& shell)
+{
+    MessagePrinter printer(
+        around.out, files,
+        {.folder = shell, .has_colours = around.out_is_terminal && WantsColours(around)});
+    if (report.findings)
+        for (const ReportedFinding& reported : *report.findings)
+            printer.Print(reported.finding);
+    if (!report.external)
+        return;
+    for (const ReportedLink& reported : *report.external)
+        printer.Print(reported.link);
+    const std::size_t count = report.external->size();
+    around.out << count << (count == 1 ? " address" : " addresses") << " on other hosts\n";
+}
+
 RunReport ReportOf(const Call& call, const CliSurroundings& around)
 {
     const bool json = call.given.Has("--json");
@@ -157,10 +175,12 @@ RunReport ReportOf(const Call& call, const CliSurroundings& around)
     if (call.row->renames)
         report.renamed = workspace.Renamed;
     TakeChanges(report, call, files, shell);
-    if (!json)
-        printer.PrintRest();
-    if (!json && report.error)
+    if (json)
+        return report;
+    printer.PrintRest();
+    if (report.error)
         printer.Print(*report.error);
+    PrintFindings(report, around, files, shell);
     return report;
 }
 

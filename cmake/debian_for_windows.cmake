@@ -1,5 +1,5 @@
 # What a cross build for Windows takes from Debian's packages for Linux: headers that are the same everywhere, and
-# GoogleTest's sources. find_package finds them in place of what the packages themselves announce, which would put all of
+# GoogleTest's sources; and from a source package, gumbo's. find_package finds them in place of what the packages themselves announce, which would put all of
 # /usr/include before the compiler's own headers.
 set(kiv_headers ${PROJECT_BINARY_DIR}/headers)
 file(MAKE_DIRECTORY ${kiv_headers})
@@ -25,3 +25,23 @@ file(WRITE ${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/GTestConfig.cmake
     "        add_subdirectory(/usr/src/googletest \"${PROJECT_BINARY_DIR}/googletest\" EXCLUDE_FROM_ALL)\n"
     "    endblock()\n"
     "endif()\n")
+
+# The .c files that libgumbo-dev was made of.
+set(KIV_GUMBO_SOURCE "" CACHE PATH "Folder of gumbo's .c files; empty: what packaging/windows/fetch-gumbo fetches")
+set(gumbo_source ${KIV_GUMBO_SOURCE})
+if(NOT gumbo_source)
+    execute_process(COMMAND ${PROJECT_SOURCE_DIR}/packaging/windows/fetch-gumbo
+        OUTPUT_VARIABLE gumbo_source OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_VARIABLE gumbo_error)
+endif()
+if(EXISTS ${gumbo_source}/gumbo.h)
+    enable_language(C)
+    file(GLOB gumbo_files CONFIGURE_DEPENDS ${gumbo_source}/*.c)
+    add_library(gumbo STATIC EXCLUDE_FROM_ALL ${gumbo_files})
+    target_include_directories(gumbo SYSTEM PUBLIC ${gumbo_source})
+    target_compile_options(gumbo PRIVATE -std=gnu99 -w)
+    set_target_properties(gumbo PROPERTIES INTERPROCEDURAL_OPTIMIZATION OFF)
+    add_library(Gumbo::gumbo ALIAS gumbo)
+    file(WRITE ${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/GumboConfig.cmake "")
+else()
+    message(STATUS "gumbo's sources could not be fetched: ${gumbo_error}")
+endif()

@@ -6,6 +6,8 @@
 #include "text/windows1252.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -23,21 +25,38 @@ bool StandsBefore(const Finding& one, const Finding& other)
     return key(one) < key(other);
 }
 
-bool IsSame(const Finding& one, const Finding& other)
+/// One finding for what a source line does to many pages, with the first of them: its text says
+/// how many there are.
+std::vector<Finding> JoinPages(std::vector<Finding> found)
 {
-    return one.name == other.name && one.text == other.text && one.where.file == other.where.file &&
-           one.where.line == other.where.line && one.where.page == other.where.page;
+    struct Pages {
+        std::size_t first = 0; // 0-based, of `joined`
+        std::set<std::string> names;
+    };
+    std::map<std::tuple<std::string_view, std::string, std::string, int>, Pages> places;
+    std::vector<Finding> joined;
+    for (Finding& finding : found) {
+        Pages& pages = places[{finding.name, finding.text, finding.where.file, finding.where.line}];
+        if (pages.names.empty())
+            pages.first = joined.size();
+        const bool is_first = pages.names.empty();
+        pages.names.insert(finding.where.page);
+        if (is_first)
+            joined.push_back(std::move(finding));
+    }
+    for (const auto& [place, pages] : places)
+        if (pages.names.size() > 1)
+            joined[pages.first].text.append(", on " + std::to_string(pages.names.size()) +
+                                            " pages");
+    return joined;
 }
 
-/// Equal ones once: each pass of a build finds the same.
 std::vector<Finding> FindingsOf(const FindingRow& row, const SiteView& site)
 {
     std::vector<Finding> found;
     FindingSink sink(row, found);
     row.look(site, sink);
-    std::ranges::stable_sort(found, StandsBefore);
-    found.erase(std::unique(found.begin(), found.end(), IsSame), found.end());
-    return found;
+    return JoinPages(std::move(found));
 }
 
 void TakeFindings(Inspection& all, CheckList& list, std::vector<Finding> found,
@@ -87,6 +106,8 @@ Inspection Inspect(const SiteView& site, const FindingChoice& choice)
     }
     TakeFindings(all, list, UnusedCheckLines(list), choice);
     std::ranges::stable_sort(all.findings, StandsBefore);
+    if (choice.external)
+        all.external = ExternalLinks(site);
     return all;
 }
 

@@ -1,6 +1,7 @@
 // Looks for all that is wrong in a site.
 #pragma once
 
+#include "inspect/external_links.h"
 #include "inspect/finding.h"
 #include "inspect/site_view.h"
 
@@ -16,13 +17,16 @@ namespace kiv {
 struct FindingChoice {
     std::set<std::string, std::less<>> only; // empty: all
     std::set<std::string, std::less<>> without;
+    bool external = false; // whether the addresses on other hosts are listed
 
     bool Takes(std::string_view name) const;
 };
 
 struct Inspection {
-    std::vector<Finding> findings; // by file, line and page; equal ones once
-    std::size_t switched_off = 0;  // by `_check.txt`, which leaves out none that `only` names
+    std::vector<Finding> findings;      // by file, line and page; what a source line does to many
+                                        // pages is one
+    std::size_t switched_off = 0;       // by `_check.txt`, which leaves out none that `only` names
+    std::vector<ExternalLink> external; // where the choice wants them
 };
 
 Inspection Inspect(const SiteView& site, const FindingChoice& choice);

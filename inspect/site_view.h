@@ -133,6 +133,8 @@ struct PageText {
     SourceLines from = {};  // the line that begins it
 };
 
+class LinkedSite;
+
 struct SiteView {
     SiteView(Files& site_files, PictureLoader& loader) : files(site_files), pictures(loader) {}
 
@@ -158,6 +160,7 @@ struct SiteView {
     std::vector<Warning> warnings;      // of the build
     std::optional<RunError> error;      // that ended it
     std::vector<const SiteView*> group; // all sections that are looked at together, this one, too
+    const LinkedSite* linked = nullptr; // their pages and where these lead
 
     /// Where the line of a page (1-based) came from: the source line and the page. Of the lines of
     /// a block it is the first that holds `words`, else the block's first.

@@ -156,12 +156,13 @@ FolderListing UnwrittenFiles::List(std::string_view folder, std::string_view pat
     const std::string place = KeyOf(folder);
     if (!made_.contains(place))
         listing = real_.List(folder, pattern);
+    const std::string before = WithSeparator(place);
+    std::erase_if(listing.files, [&](const FileName& file) {
+        return kept_.contains(before + UpperCase(file.text));
+    });
     for (const auto& [key, kept] : kept_) {
         if (FolderOf(key) != place)
             continue;
-        const std::string_view upper = NameOf(key);
-        std::erase_if(listing.files,
-                      [&](const FileName& file) { return UpperCase(file.text) == upper; });
         const std::string name(NameOf(kept.path));
         if (kept.bytes && FitsPattern(name, pattern))
             listing.files.push_back({name, name});

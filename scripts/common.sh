@@ -3,7 +3,7 @@
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 root=$PWD
 
-build_packages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libstb-dev)
+build_packages=(g++ cmake ninja-build libcli11-dev libgumbo-dev nlohmann-json3-dev libstb-dev)
 desktop_packages=(qt6-base-dev qt6-base-dev-tools fonts-dejavu-core)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev tidy imagemagick
     chromium chromium-driver python3-selenium)

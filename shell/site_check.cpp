@@ -1,5 +1,6 @@
 #include "shell/site_check.h"
 
+#include "inspect/linked_site.h"
 #include "inspect/site_recorder.h"
 #include "inspect/site_view.h"
 #include "platform/drive_path.h"
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <deque>
 #include <iterator>
+#include <optional>
 
 namespace kiv {
 
@@ -76,16 +78,27 @@ class SiteCheck {
             BuildMember(WithSeparator(folder), entry);
     }
 
-    Inspection Findings(const FindingChoice& choice)
+    /// Lets the sections see each other. After the last of them was built.
+    void Link()
     {
-        std::vector<const SiteView*> group;
         for (const SiteView& view : views_)
-            group.push_back(&view);
-        Inspection all;
+            group_.push_back(&view);
+        if (group_.empty())
+            return;
+        linked_.emplace(group_);
         for (SiteView& view : views_) {
-            view.group = group;
+            view.group = group_;
+            view.linked = &*linked_;
+        }
+    }
+
+    Inspection Findings(const FindingChoice& choice) const
+    {
+        Inspection all;
+        for (const SiteView& view : views_) {
             Inspection one = Inspect(view, choice);
             std::ranges::move(one.findings, std::back_inserter(all.findings));
+            std::ranges::move(one.external, std::back_inserter(all.external));
             all.switched_off += one.switched_off;
         }
         return all;
@@ -112,6 +125,8 @@ class SiteCheck {
     Workspace& workspace_;
     UnwrittenFiles files_; // of all sections, so that their pages see each other
     std::deque<SiteView> views_;
+    std::vector<const SiteView*> group_;
+    std::optional<LinkedSite> linked_;
 };
 
 /// "; 2 are switched off by _check.txt", or nothing.
@@ -131,15 +146,15 @@ Inspection CheckSite(Workspace& workspace, const FindingChoice& choice)
     const WayBack way_back(workspace.machine().files);
     SiteCheck check(workspace);
     check.BuildGroup(way_back.Folder());
+    check.Link();
     return check.Findings(choice);
 }
 
 void CheckWorkDir(Workspace& workspace, const FindingChoice& choice)
 {
     workspace.Checked = CheckSite(workspace, choice);
-    workspace.machine().reporter.Status(
-        Joined({"Check: ", CountText(workspace.Checked->findings),
-                SwitchedOffText(workspace.Checked->switched_off)}));
+    workspace.machine().reporter.Status(Joined({"Check: ", CountText(workspace.Checked->findings),
+                                                SwitchedOffText(workspace.Checked->switched_off)}));
 }
 
 } // namespace kiv

@@ -1,0 +1,53 @@
+#include "inspect/folder_names.h"
+
+#include "platform/drive_path.h"
+#include "platform/run_error.h"
+#include "text/text.h"
+#include "text/windows1252.h"
+
+#include <algorithm>
+
+namespace kiv {
+
+const std::string* FolderNames::Find(const std::vector<std::string>& names, std::string_view name)
+{
+    const auto same = std::ranges::equal_range(
+        names, UpperCase(name), {}, [](const std::string& other) { return UpperCase(other); });
+    if (same.empty())
+        return nullptr;
+    const auto exact = std::ranges::find(same, name);
+    return exact != same.end() ? &*exact : &same.front();
+}
+
+void FolderIndex::AddWritten(const std::string& path)
+{
+    try {
+        const std::string native = files_.Open(path).native;
+        const std::string name = FromUtf8(native.substr(native.find_last_of("/\\") + 1));
+        if (UpperCase(name) == UpperCase(NameOf(path)))
+            spelled_[UpperCase(path)] = name;
+    } catch (const RunError&) {
+        return; // it may not be written there, whatever its spelling
+    }
+}
+
+const FolderNames& FolderIndex::Of(std::string_view folder)
+{
+    const auto [entry, is_new] = folders_.try_emplace(UpperCase(folder));
+    FolderNames& names = entry->second;
+    if (!is_new)
+        return names;
+    try {
+        names.files = files_.ListFiles(folder, "*.*");
+        names.folders = files_.ListFolders(folder);
+    } catch (const RunError&) {
+        names.is_known = false;
+    }
+    const std::string before = UpperCase(WithSeparator(folder));
+    for (std::string& name : names.files)
+        if (const auto spelled = spelled_.find(before + UpperCase(name)); spelled != spelled_.end())
+            name = spelled->second;
+    return names;
+}
+
+} // namespace kiv

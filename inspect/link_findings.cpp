@@ -1,0 +1,158 @@
+// Addresses that lead nowhere, or only here.
+#include "inspect/finding_table.h"
+#include "inspect/findings.h"
+#include "inspect/page_links.h"
+#include "platform/drive_path.h"
+#include "text/joined_text.h"
+#include "text/nearest.h"
+#include "text/text.h"
+
+#include <utility>
+#include <vector>
+
+namespace kiv {
+
+namespace {
+
+/// What is told of an address that leads to nothing.
+struct DeadWords {
+    std::string_view before; // the address
+    std::string_view behind;
+};
+
+constexpr DeadWords kLinkWords = {"the link ", " leads to nothing"};
+constexpr DeadWords kMediaWords = {"the file ", " is not there"};
+constexpr DeadWords kPictureWords = {"the picture ", " is not there"};
+constexpr DeadWords kStyleWords = {"the style sheet ", " is not there"};
+constexpr DeadWords kScriptWords = {"the script ", " is not there"};
+constexpr DeadWords kFrameWords = {"the frame's page ", " is not there"};
+constexpr DeadWords kFormWords = {"the form is sent to ", ", which is not there"};
+
+/// The address with the path that is nearest to its own.
+std::string Suggestion(std::string_view verb, const PageLink& link, const Target& target)
+{
+    if (target.spelling.empty())
+        return {};
+    const std::size_t end = link.address.find_first_of("?#");
+    const std::string_view behind =
+        end == npos ? std::string_view() : std::string_view(link.address).substr(end);
+    return Joined({verb, "\"", target.spelling, behind, "\""});
+}
+
+void FindDead(const SiteView& site, FindingSink& sink, LinkKind kind, const DeadWords& words)
+{
+    ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
+        if (link.kind != kind)
+            return;
+        const std::string quoted = InQuotes(link.address);
+        if (target.state == Target::State::no_index)
+            sink.Add(PlaceOf(page, link), quoted + " is a folder without an index page",
+                     "name a page of it");
+        else if (target.state == Target::State::missing)
+            sink.Add(PlaceOf(page, link), Joined({words.before, quoted, words.behind}),
+                     Suggestion("did you mean ", link, target) +
+                         (target.spelling.empty() ? "" : "?"));
+    });
+}
+
+} // namespace
+
+void FindDeadLinks(const SiteView& site, FindingSink& sink)
+{
+    FindDead(site, sink, LinkKind::link, kLinkWords);
+    FindDead(site, sink, LinkKind::media, kMediaWords);
+}
+
+void FindDeadPictures(const SiteView& site, FindingSink& sink)
+{
+    FindDead(site, sink, LinkKind::picture, kPictureWords);
+}
+
+void FindDeadStyles(const SiteView& site, FindingSink& sink)
+{
+    FindDead(site, sink, LinkKind::style, kStyleWords);
+}
+
+void FindDeadScripts(const SiteView& site, FindingSink& sink)
+{
+    FindDead(site, sink, LinkKind::script, kScriptWords);
+}
+
+void FindDeadFrames(const SiteView& site, FindingSink& sink)
+{
+    FindDead(site, sink, LinkKind::frame, kFrameWords);
+}
+
+void FindDeadForms(const SiteView& site, FindingSink& sink)
+{
+    FindDead(site, sink, LinkKind::form, kFormWords);
+}
+
+void FindLetterCase(const SiteView& site, FindingSink& sink)
+{
+    ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
+        if (target.state == Target::State::found && target.is_misspelled)
+            sink.Add(PlaceOf(page, link),
+                     InQuotes(link.address) +
+                         " is written with other capital letters than the file has",
+                     Suggestion("write ", link, target));
+    });
+}
+
+void FindDrivePaths(const SiteView& site, FindingSink& sink)
+{
+    ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
+        if (target.state == Target::State::drive)
+            sink.Add(PlaceOf(page, link),
+                     InQuotes(link.address) + " is on this computer, which no visitor can reach",
+                     "write an address that begins at the page's folder");
+    });
+}
+
+void FindBackslashes(const SiteView& site, FindingSink& sink)
+{
+    ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
+        if (target.has_backslash && target.state != Target::State::drive)
+            sink.Add(PlaceOf(page, link),
+                     Joined({"the address ", InQuotes(link.address), " has \"\\\""}),
+                     "write \"/\" in its place");
+    });
+}
+
+namespace {
+
+/// Places that every page has, and those that only script or the browser knows.
+bool IsJudged(std::string_view fragment)
+{
+    return !fragment.empty() && !EqualsNoCase(fragment, "top") && fragment[0] != '!' &&
+           !Contains(fragment, ":~:");
+}
+
+std::string NearestAnchor(std::string_view fragment, const LinkedPage& page)
+{
+    const std::vector<std::string_view> known(page.anchors.begin(), page.anchors.end());
+    const std::string_view near = Nearest(fragment, known);
+    return near.empty() ? std::string() : Joined({"did you mean \"#", near, "\"?"});
+}
+
+} // namespace
+
+void FindDeadAnchors(const SiteView& site, FindingSink& sink)
+{
+    ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
+        if (link.kind != LinkKind::link || target.state != Target::State::found ||
+            link.has_script || !IsJudged(target.fragment))
+            return;
+        const LinkedPage* const other = site.linked->Find(target.path);
+        if (other == nullptr || other->facts.is_made_by_server || !other->facts.is_read ||
+            other->anchors.contains(target.fragment))
+            return;
+        const std::string where = other == &page ? "this page" : std::string(NameOf(other->path));
+        sink.Add(
+            PlaceOf(page, link),
+            Joined({InQuotes(link.address), " leads to a place that ", where, " does not have"}),
+            NearestAnchor(target.fragment, *other));
+    });
+}
+
+} // namespace kiv

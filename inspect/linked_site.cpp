@@ -1,0 +1,266 @@
+#include "inspect/linked_site.h"
+
+#include "inspect/address_walk.h"
+#include "inspect/css_addresses.h"
+#include "inspect/mentioned_files.h"
+#include "inspect/page_names.h"
+#include "inspect/waiting_pages.h"
+#include "platform/drive_path.h"
+#include "platform/run_error.h"
+#include "platform/site_files.h"
+#include "text/text.h"
+#include "text/windows1252.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kiv {
+
+namespace {
+
+/// A build writes pages, so only what is none is surely missing where nobody looks at the build.
+bool MayBeWritten(LinkKind kind)
+{
+    return kind == LinkKind::link || kind == LinkKind::frame || kind == LinkKind::form;
+}
+
+/// Programs on a server lie elsewhere.
+bool IsForPrograms(std::string_view path)
+{
+    return ContainsNoCase(path, "cgi-bin") || ContainsNoCase(path, "cgi-local");
+}
+
+bool IsBelow(std::string_view path, std::string_view folder)
+{
+    return UpperCase(path.substr(0, folder.size())) == UpperCase(folder);
+}
+
+} // namespace
+
+LinkedSite::LinkedSite(std::span<const SiteView* const> sections)
+    : files_(sections.front()->files), folders_(files_), sections_(sections)
+{
+    for (const SiteView* const section : sections) {
+        AddPages(*section);
+        waiting_.merge(WaitingPages(*section));
+    }
+    for (std::size_t number = 0; number < pages_.size(); ++number)
+        ResolveLinks(number); // which may find more pages
+}
+
+void LinkedSite::AddPages(const SiteView& section)
+{
+    for (const PageText& text : section.pages) {
+        folders_.AddWritten(text.path);
+        AddPage({.view = &section, .text = &text, .path = text.path}, text.bytes);
+    }
+}
+
+void LinkedSite::AddPage(LinkedPage page, std::string_view bytes)
+{
+    if (!by_path_.try_emplace(UpperCase(page.path), pages_.size()).second)
+        return;                // another section has written it before
+    if (IsPageName(page.path)) // else it is a feed, a list of films, a plain text
+        page.facts = ReadPage(bytes);
+    for (const PageWord& id : page.facts.ids)
+        page.anchors.insert(id.text);
+    page.anchors.insert(page.facts.names.begin(), page.facts.names.end());
+    Mention(std::exchange(page.facts.mentioned, {}));
+    pages_.push_back(std::move(page));
+}
+
+void LinkedSite::Mention(const std::vector<std::string>& names)
+{
+    for (const std::string& name : names)
+        mentioned_.insert(UpperCase(name));
+}
+
+const LinkedPage* LinkedSite::Find(std::string_view path) const
+{
+    const auto found = by_path_.find(UpperCase(path));
+    return found == by_path_.end() ? nullptr : &pages_[found->second];
+}
+
+bool LinkedSite::IsUsed(std::string_view path) const
+{
+    return used_.contains(UpperCase(path)) || IsMentioned(NameOf(path));
+}
+
+bool LinkedSite::IsWaiting(std::string_view path) const
+{
+    return waiting_.contains(UpperCase(path));
+}
+
+bool LinkedSite::IsMentioned(std::string_view name) const
+{
+    return mentioned_.contains(UpperCase(name));
+}
+
+const SiteView* LinkedSite::SectionOf(std::string_view folder, bool& is_known) const
+{
+    is_known = true;
+    for (std::string_view place = folder;; place = FolderOf(place)) {
+        for (const SiteView* const section : sections_)
+            if (UpperCase(section->folder) == UpperCase(WithSeparator(place)))
+                return section;
+        if (FolderNames::Find(folders_.Of(place).files, kPageListFile) != nullptr) {
+            is_known = false;
+            return nullptr;
+        }
+        if (NameOf(place).empty())
+            return nullptr;
+    }
+}
+
+std::string LinkedSite::Read(const std::string& path) const
+{
+    try {
+        return files_.ReadFile(path);
+    } catch (const RunError&) {
+        return {};
+    }
+}
+
+void LinkedSite::ResolveLinks(std::size_t number)
+{
+    LinkedPage& page = pages_[number];
+    const std::string folder = BaseFolder(page);
+    page.targets.reserve(page.facts.links.size());
+    for (const PageLink& link : page.facts.links) {
+        const Target& target = TargetOf(page, folder, link);
+        page.targets.push_back(&target);
+        if (target.page != Target::kNone && target.page != number)
+            pages_[target.page].is_linked = true;
+    }
+}
+
+/// The folder that addresses are relative to; "": nobody knows.
+std::string LinkedSite::BaseFolder(const LinkedPage& page)
+{
+    std::string folder(FolderOf(page.path));
+    if (page.facts.base.empty())
+        return folder;
+    const Address base = ReadAddress(page.facts.base);
+    const std::size_t slash = base.path.rfind('/');
+    if (base.kind != AddressKind::site || base.from_root)
+        return {};
+    if (slash == npos)
+        return folder;
+    const WalkEnd end = Walk(folders_, folder, base.path.substr(0, slash));
+    return end.kind == WalkEnd::Kind::folder ? end.folder : std::string();
+}
+
+/// Pages of a folder share most of their addresses.
+const Target& LinkedSite::TargetOf(const LinkedPage& page, const std::string& folder,
+                                   const PageLink& link)
+{
+    const std::size_t first = link.address.find_first_not_of(" \t\r\n");
+    const bool is_own = first == npos || link.address[first] == '#' || link.address[first] == '?';
+    std::string key = is_own ? page.path : folder;
+    key.append(1, '\n').append(1, static_cast<char>('a' + static_cast<int>(link.kind)));
+    const auto [entry, is_new] = targets_.try_emplace(key.append(link.address));
+    Target& target = entry->second;
+    if (!is_new)
+        return target;
+    const Address address = ReadAddress(link.address);
+    has_unknown_ |= address.kind == AddressKind::unknown;
+    if (is_own && page.facts.base.empty() && address.kind == AddressKind::site)
+        target = {.state = Target::State::found, .path = page.path};
+    else if (!is_own && !folder.empty())
+        target = Resolve(folder, address, link.kind);
+    else if (address.kind == AddressKind::drive)
+        target.state = Target::State::drive;
+    target.fragment = address.fragment;
+    target.has_backslash = address.has_backslash;
+    if (target.state == Target::State::found)
+        Follow(target, link.kind);
+    const auto found = by_path_.find(UpperCase(target.path));
+    if (target.state == Target::State::found && found != by_path_.end())
+        target.page = found->second;
+    return target;
+}
+
+Target LinkedSite::Resolve(std::string_view folder, const Address& address, LinkKind kind) const
+{
+    if (address.kind == AddressKind::drive)
+        return {.state = Target::State::drive};
+    if (address.kind != AddressKind::site || IsForPrograms(address.path))
+        return {};
+    if (!address.from_root)
+        return FindFrom(folder, address.path, kind);
+    // The root of the site is one of the folders above, or elsewhere.
+    for (std::string_view root = folder;; root = FolderOf(root)) {
+        Target target = FindFrom(root, address.path.substr(1), kind);
+        if (target.state == Target::State::found) {
+            target.spelling.insert(0, 1, '/');
+            return target;
+        }
+        if (NameOf(root).empty())
+            return {};
+    }
+}
+
+Target LinkedSite::FindFrom(std::string_view folder, const std::string& path, LinkKind kind) const
+{
+    const WalkEnd end = Walk(folders_, folder, path);
+    Target target{.is_misspelled = end.is_misspelled, .spelling = end.spelling, .path = end.Path()};
+    switch (end.kind) {
+    case WalkEnd::Kind::file:
+        target.state = Target::State::found;
+        break;
+    case WalkEnd::Kind::outside:
+        break;
+    case WalkEnd::Kind::folder: {
+        const FolderNames& names = folders_.Of(end.folder);
+        const auto index = std::ranges::find_if(names.files, IsIndexName);
+        const bool is_there = index != names.files.end();
+        target.state = is_there ? Target::State::found : Target::State::no_index;
+        if (is_there)
+            target.path = WithSeparator(end.folder) + *index;
+        [[fallthrough]];
+    }
+    case WalkEnd::Kind::missing: {
+        bool is_known = true;
+        const SiteView* const section = SectionOf(end.folder, is_known);
+        const bool is_unfinished = section != nullptr && section->error.has_value();
+        if (end.kind == WalkEnd::Kind::missing)
+            target.state = Target::State::missing;
+        const bool may_come = !is_known || is_unfinished || IsWaiting(end.Path());
+        if (target.state != Target::State::found && may_come && MayBeWritten(kind))
+            target.state = Target::State::unjudged;
+        break;
+    }
+    }
+    return target;
+}
+
+/// What a page leads to is used, and may lead further.
+void LinkedSite::Follow(const Target& target, LinkKind kind)
+{
+    const std::string key = UpperCase(target.path);
+    if (!used_.insert(key).second || by_path_.contains(key))
+        return;
+    const bool is_inside = std::ranges::any_of(
+        sections_, [&](const SiteView* section) { return IsBelow(target.path, section->folder); });
+    if (kind == LinkKind::style)
+        TakeStyleSheet(target.path);
+    else if (kind == LinkKind::script)
+        Mention(MentionedFiles(Read(target.path)));
+    else if (is_inside && MayBeWritten(kind) && IsPageName(target.path))
+        AddPage({.path = target.path}, Read(target.path));
+}
+
+void LinkedSite::TakeStyleSheet(const std::string& path)
+{
+    for (const CssAddress& found : CssAddresses(Read(path))) {
+        const Address address = ReadAddress(found.address);
+        if (address.kind != AddressKind::site || address.path.empty())
+            continue;
+        const LinkKind kind = found.is_import ? LinkKind::style : LinkKind::picture;
+        const Target target = Resolve(FolderOf(path), address, kind);
+        if (target.state == Target::State::found)
+            Follow(target, kind);
+    }
+}
+
+} // namespace kiv

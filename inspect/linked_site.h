@@ -1,0 +1,102 @@
+// The pages of all sections that are looked at together, and where their addresses lead.
+#pragma once
+
+#include "inspect/addresses.h"
+#include "inspect/folder_names.h"
+#include "inspect/html_facts.h"
+#include "inspect/site_view.h"
+
+#include <cstddef>
+#include <deque>
+#include <map>
+#include <set>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace kiv {
+
+/// Where an address leads.
+struct Target {
+    enum class State {
+        unjudged, // to no file of the site, or nobody can know
+        drive,    // to the disk of who wrote it
+        missing,
+        no_index, // to a folder without an index page
+        found,
+    };
+    State state = State::unjudged;
+    bool has_backslash = false;
+    bool is_misspelled = false; // in the case of its letters alone
+    std::string spelling = {};  // the path as it should be; of a missing one the nearest, if any
+    std::string path = {};      // absolute drive path of what was found
+    std::string fragment = {};
+    std::size_t page = kNone; // that was found, 0-based, of LinkedSite::Pages
+
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+};
+
+/// A page with what it says and where that leads.
+struct LinkedPage {
+    const SiteView* view = nullptr; // null: no page list that is looked at writes it
+    const PageText* text = nullptr; // the same
+    std::string path = {};          // absolute drive path
+    PageFacts facts = {};
+    std::vector<const Target*> targets = {};         // of facts.links, one for each
+    std::set<std::string, std::less<>> anchors = {}; // that a link may lead to
+    bool is_linked = false;                          // by another page
+};
+
+class LinkedSite {
+  public:
+    /// Reads all pages. The sections must outlive it; their files are looked at now and not later.
+    explicit LinkedSite(std::span<const SiteView* const> sections);
+    LinkedSite(const LinkedSite&) = delete;
+    LinkedSite& operator=(const LinkedSite&) = delete;
+
+    /// Those of the sections first, then others that they lead to in their folders.
+    const std::deque<LinkedPage>& Pages() const { return pages_; }
+    /// A page by its absolute path; null when it is none of them.
+    const LinkedPage* Find(std::string_view path) const;
+    /// Whether a page shows the file or leads to it, or a style sheet names it. By absolute path.
+    bool IsUsed(std::string_view path) const;
+    /// Whether script of any page names a file so.
+    bool IsMentioned(std::string_view name) const;
+    /// Whether an address is made by a server: then anything may be used.
+    bool HasUnknownAddresses() const { return has_unknown_; }
+    /// Whether a build with the New Year switch writes the page. By absolute path.
+    bool IsWaiting(std::string_view path) const;
+    FolderIndex& Folders() const { return folders_; }
+    /// The section whose pages are written into the folder; null where there is none or it is not
+    /// looked at. `is_known` is false then when there is one.
+    const SiteView* SectionOf(std::string_view folder, bool& is_known) const;
+
+  private:
+    void AddPages(const SiteView& section);
+    void AddPage(LinkedPage page, std::string_view bytes);
+    void Follow(const Target& target, LinkKind kind);
+    void ResolveLinks(std::size_t number);
+    const Target& TargetOf(const LinkedPage& page, const std::string& folder, const PageLink& link);
+    std::string BaseFolder(const LinkedPage& page);
+    Target Resolve(std::string_view folder, const Address& address, LinkKind kind) const;
+    Target FindFrom(std::string_view folder, const std::string& path, LinkKind kind) const;
+    void Use(const std::string& path);
+    void TakeStyleSheet(const std::string& path);
+    void Mention(const std::vector<std::string>& names);
+    std::string Read(const std::string& path) const;
+
+    Files& files_;
+    mutable FolderIndex folders_;
+    std::span<const SiteView* const> sections_;
+    std::deque<LinkedPage> pages_;
+    std::map<std::string, std::size_t, std::less<>> by_path_; // upper-cased path to page
+    std::unordered_map<std::string, Target> targets_;         // by folder, kind and address
+    std::set<std::string, std::less<>> used_;                 // upper-cased paths
+    std::set<std::string, std::less<>> mentioned_;            // upper-cased names
+    std::set<std::string> waiting_;                           // upper-cased paths
+    bool has_unknown_ = false;
+};
+
+} // namespace kiv

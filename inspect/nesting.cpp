@@ -1,0 +1,147 @@
+#include "inspect/nesting.h"
+
+#include "text/text.h"
+#include "text/windows1252.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace kiv {
+
+namespace {
+
+constexpr std::string_view kVoid[] = {
+    "AREA",  "BASE",    "BASEFONT", "BGSOUND", "BR",   "COL",   "EMBED",  "FRAME", "HR",  "IMG",
+    "INPUT", "ISINDEX", "KEYGEN",   "LINK",    "META", "PARAM", "SOURCE", "TRACK", "WBR", "IMAGE",
+};
+
+/// An element whose end tag may be left out, and what it closes when it begins.
+struct Loose {
+    std::string_view name;
+    std::string_view closes; // names between blanks
+};
+
+constexpr Loose kLoose[] = {
+    {"P", " P "},
+    {"LI", " P LI "},
+    {"DT", " P DT DD "},
+    {"DD", " P DT DD "},
+    {"TD", " P TD TH "},
+    {"TH", " P TD TH "},
+    {"TR", " P TD TH TR CAPTION COLGROUP "},
+    {"TBODY", " P TD TH TR TBODY THEAD TFOOT CAPTION COLGROUP "},
+    {"THEAD", " P TD TH TR TBODY THEAD TFOOT CAPTION COLGROUP "},
+    {"TFOOT", " P TD TH TR TBODY THEAD TFOOT CAPTION COLGROUP "},
+    {"CAPTION", " P "},
+    {"COLGROUP", " P CAPTION COLGROUP "},
+    {"OPTION", " OPTION "},
+};
+
+const Loose* FindLoose(std::string_view name)
+{
+    const auto* const row = std::ranges::find(kLoose, name, &Loose::name);
+    return row == std::end(kLoose) ? nullptr : row;
+}
+
+bool IsLetter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+/// The elements that are open.
+class OpenElements {
+  public:
+    std::size_t Count() const { return names_.size(); }
+
+    void Begin(std::string name)
+    {
+        if (std::ranges::find(kVoid, name) != std::end(kVoid))
+            return;
+        if (const Loose* const loose = foreign_ == 0 ? FindLoose(name) : nullptr)
+            while (!names_.empty() && Contains(loose->closes, " " + names_.back() + " "))
+                names_.pop_back();
+        foreign_ += IsForeign(name) ? 1U : 0U;
+        names_.push_back(std::move(name));
+    }
+
+    void End(std::string_view name)
+    {
+        std::size_t at = names_.size();
+        while (foreign_ == 0 && at > 0 && names_[at - 1] != name && FindLoose(names_[at - 1]))
+            --at;
+        if (at == 0 || names_[at - 1] != name)
+            return;
+        foreign_ -= IsForeign(name) ? 1U : 0U;
+        names_.resize(at - 1);
+    }
+
+  private:
+    /// Nothing may be left out in there.
+    static bool IsForeign(std::string_view name) { return name == "SVG" || name == "MATH"; }
+
+    std::vector<std::string> names_; // upper-cased
+    std::size_t foreign_ = 0;        // of them
+};
+
+/// What stands behind a comment that begins here.
+std::string_view BehindComment(std::string_view rest)
+{
+    if (rest.starts_with("<!-->"))
+        return rest.substr(5);
+    if (rest.starts_with("<!--->"))
+        return rest.substr(6);
+    for (std::size_t at = rest.find("--", 4); at != npos; at = rest.find("--", at + 1)) {
+        const std::string_view end = rest.substr(at + 2, 2);
+        if (end.starts_with(">") || end == "!>")
+            return rest.substr(rest.find('>', at) + 1);
+    }
+    return {};
+}
+
+/// What stands behind a tag, of which `rest` is what follows its name.
+std::string_view BehindTag(std::string_view rest)
+{
+    std::size_t at = 0;
+    while (at < rest.size() && rest[at] != '>') {
+        const bool begins_value = rest[at++] == '=';
+        if (!begins_value)
+            continue;
+        at = std::min(rest.find_first_not_of(" \t\r\n\f", at), rest.size());
+        if (at < rest.size() && (rest[at] == '"' || rest[at] == '\''))
+            at = std::min(rest.find(rest[at], at + 1), rest.size() - 1) + 1;
+    }
+    return rest.substr(std::min(at + 1, rest.size()));
+}
+
+} // namespace
+
+std::size_t NestingBound(std::string_view html, std::size_t enough)
+{
+    OpenElements open;
+    std::size_t most = 0;
+    while (most < enough) {
+        html.remove_prefix(std::min(html.find('<'), html.size()));
+        if (html.empty())
+            break;
+        if (html.starts_with("<!--")) {
+            html = BehindComment(html);
+            continue;
+        }
+        const bool is_end = html.starts_with("</");
+        html.remove_prefix(is_end ? 2 : 1);
+        if (html.empty() || !IsLetter(html[0]))
+            continue;
+        const std::size_t size = std::min(html.find_first_of(" \t\r\n\f/>"), html.size());
+        std::string name = UpperCase(html.substr(0, std::min<std::size_t>(size, 32)));
+        html = BehindTag(html.substr(size));
+        if (is_end)
+            open.End(name);
+        else
+            open.Begin(std::move(name));
+        most = std::max(most, open.Count());
+    }
+    return most;
+}
+
+} // namespace kiv

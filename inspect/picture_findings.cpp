@@ -1,0 +1,81 @@
+// Pictures that are shown in another shape than their own.
+#include "inspect/finding_table.h"
+#include "inspect/findings.h"
+#include "inspect/page_links.h"
+#include "platform/run_error.h"
+#include "text/joined_text.h"
+#include "text/text.h"
+
+#include <map>
+#include <optional>
+
+namespace kiv {
+
+namespace {
+
+/// The sizes of pictures, each looked up once.
+class Sizes {
+  public:
+    explicit Sizes(PictureLoader& loader) : loader_(loader) {}
+
+    /// None of what is no picture that can be measured.
+    std::optional<PictureSize> Of(const std::string& path)
+    {
+        const auto [entry, is_new] = sizes_.try_emplace(path);
+        if (!is_new)
+            return entry->second;
+        try {
+            entry->second = loader_.Size(path);
+        } catch (const RunError&) {
+            entry->second.reset();
+        }
+        return entry->second;
+    }
+
+  private:
+    PictureLoader& loader_;
+    std::map<std::string, std::optional<PictureSize>> sizes_;
+};
+
+/// Whether sides are the picture's own, made larger or smaller alike: one of them may be a pixel
+/// off. Lines and dots are stretched on purpose.
+bool Fits(const SizedPicture& shown, const PictureSize& own)
+{
+    if (own.width <= 2 || own.height <= 2)
+        return true;
+    const long long across = static_cast<long long>(shown.width) * own.height;
+    const long long down = static_cast<long long>(shown.height) * own.width;
+    const long long off = across > down ? across - down : down - across;
+    return off <= own.width || off <= own.height;
+}
+
+std::string Sides(int width, int height)
+{
+    return Joined({Decimal(width), " by ", Decimal(height)});
+}
+
+} // namespace
+
+void FindPictureSizes(const SiteView& site, FindingSink& sink)
+{
+    Sizes sizes(site.pictures);
+    ForEachPage(site, [&](const LinkedPage& page) {
+        for (const SizedPicture& shown : page.facts.pictures) {
+            const Target& target = *page.targets[shown.link];
+            if (target.state != Target::State::found)
+                continue;
+            const std::optional<PictureSize> own = sizes.Of(target.path);
+            if (!own || Fits(shown, *own))
+                continue;
+            const PageLink& link = page.facts.links[shown.link];
+            sink.Add(PlaceOf(page, link),
+                     Joined({"the picture ", InQuotes(link.address), " is ",
+                             Sides(own->width, own->height), " pixels, and shown as ",
+                             Sides(shown.width, shown.height)}),
+                     Joined({"write width=\"", Decimal(own->width), "\" height=\"",
+                             Decimal(own->height), "\", or one of them alone"}));
+        }
+    });
+}
+
+} // namespace kiv

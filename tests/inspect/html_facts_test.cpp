@@ -1,0 +1,95 @@
+// Pages that nobody would write, and what is kept of others.
+#include "inspect/html_facts.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace kiv {
+
+namespace {
+
+std::string Times(int count, std::string_view text)
+{
+    std::string all;
+    for (int i = 0; i < count; ++i)
+        all += text;
+    return all;
+}
+
+class HtmlFactsTest : public testing::Test {
+  protected:
+    HtmlFactsTest()
+    {
+        if (!CanReadPages())
+            skipped_ = true;
+    }
+    void SetUp() override
+    {
+        if (skipped_)
+            GTEST_SKIP() << "there is no reader of HTML";
+    }
+
+  private:
+    bool skipped_ = false;
+};
+
+TEST_F(HtmlFactsTest, TooDeepIsNotRead)
+{
+    for (const std::string_view part : {"<div>", "<b>", "<table>", "<svg>", "<marquee>", "<a b=1>"})
+        EXPECT_FALSE(ReadPage(Times(100'000, part)).is_read) << part;
+}
+
+TEST_F(HtmlFactsTest, LargePagesAreRead)
+{
+    const PageFacts facts = ReadPage(Times(20'000, "<p>word <a href='p.htm'>x</a></p>\n"));
+    EXPECT_TRUE(facts.is_read);
+    ASSERT_EQ(facts.links.size(), 20'000U);
+    EXPECT_EQ(facts.links.back().line, 20'000);
+}
+
+TEST_F(HtmlFactsTest, BrokenOffAnywhereItIsRead)
+{
+    const std::string page = "\xEF\xBB\xBF<!DOCTYPE html><!-- c --><p id='\xE9' style=\"a:url(b)\">"
+                             "<a href=\"a&amp;b\0c\">x<% d %></a><style>@import 'e'</style>"
+                             "<script>'f.gif'</script><img srcset=\"g 1x, h\"></p>&#x41;&amp";
+    for (std::size_t size = 0; size <= page.size(); ++size)
+        EXPECT_TRUE(ReadPage(page.substr(0, size)).is_read) << size;
+}
+
+TEST_F(HtmlFactsTest, EveryByteMayStandInAnAddress)
+{
+    for (int code = 1; code < 256; ++code) {
+        const char c = static_cast<char>(code);
+        if (c == '"' || c == '&' || c == '<')
+            continue;
+        const PageFacts facts = ReadPage(std::string("\n<a href=\"x") + c + "y\">z</a>");
+        ASSERT_EQ(facts.links.size(), 1U) << code;
+        EXPECT_EQ(facts.links[0].line, 2);
+        EXPECT_EQ(facts.links[0].Words(), std::string("x") + c + "y") << code;
+    }
+}
+
+TEST_F(HtmlFactsTest, LinesAreCountedByTheirLineFeeds)
+{
+    const PageFacts facts = ReadPage("a\r\nb\rc\n<p id=one><b>\n<p id=two>\r\n</b><p\nid=three>");
+    ASSERT_EQ(facts.ids.size(), 3U);
+    EXPECT_EQ(facts.ids[0].line, 3);
+    EXPECT_EQ(facts.ids[1].line, 4);
+    EXPECT_EQ(facts.ids[2].line, 6);
+}
+
+TEST_F(HtmlFactsTest, ServerCodeIsNoText)
+{
+    const PageFacts facts =
+        ReadPage("<% if a then\n x = \"<a href='gone.htm'>\"\n%>\n<a href=\"there.htm\">x</a>");
+    EXPECT_TRUE(facts.is_made_by_server);
+    ASSERT_EQ(facts.links.size(), 1U);
+    EXPECT_EQ(facts.links[0].address, "there.htm");
+    EXPECT_EQ(facts.links[0].line, 4);
+    EXPECT_FALSE(ReadPage("<?xml version=\"1.0\"?><p>x</p>").is_made_by_server);
+}
+
+} // namespace
+
+} // namespace kiv

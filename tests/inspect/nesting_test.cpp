@@ -1,0 +1,49 @@
+// How deep elements are nested, at most.
+#include "inspect/nesting.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace kiv {
+
+namespace {
+
+std::string Times(int count, std::string_view text)
+{
+    std::string all;
+    for (int i = 0; i < count; ++i)
+        all += text;
+    return all;
+}
+
+TEST(NestingTest, OfPagesAsTheyAre)
+{
+    const std::pair<std::string, std::size_t> rows[] = {
+        {"", 0},
+        {"text < 5 & 3 > 2", 0},
+        {"<p>a<p>b<p>c", 1},
+        {Times(50, "<br><img src=a><hr>"), 0},
+        {"<ul>" + Times(50, "<li>a") + "</ul>" + Times(3, "<b>"), 3},
+        {"<table>" + Times(50, "<tr><td><p>a<td>b"), 4},
+        {"<dl>" + Times(50, "<dt>a<dd>b") + "</dl>", 2},
+        {Times(9, "<div title='</div>'>"), 9},
+        {Times(9, "<div><!-- </div> -->"), 9},
+        {Times(9, "<div><!--></div>"), 1},
+        {Times(9, "<DIV></div >"), 1},
+    };
+    for (const auto& [html, deepest] : rows)
+        EXPECT_EQ(NestingBound(html, 100), deepest) << html;
+}
+
+TEST(NestingTest, WhatLooksClosedAndIsNot)
+{
+    // Each closes what another element shields.
+    for (const std::string_view part :
+         {"<div><marquee></div></marquee>", "<svg><td>", "<li><dd>", "<b><i></b>"})
+        EXPECT_GE(NestingBound(Times(200, part), 100), 100U) << part;
+}
+
+} // namespace
+
+} // namespace kiv
