@@ -268,7 +268,8 @@ class SourceReader {
 
     std::vector<DirectiveSlip> Slips()
     {
-        for (index_ = 0; source_.IsOfPageList() && index_ < source_.lines.size(); ++index_)
+        const std::size_t end = source_.IsOfPageList() ? source_.lines.size() : 0;
+        for (index_ = 0; index_ < end; ++index_)
             LookAt(source_.lines[index_], source_.PartsOf(index_));
         return std::move(slips_);
     }
