@@ -1,6 +1,7 @@
 #include "inspect/inspection.h"
 
 #include "inspect/check_list.h"
+#include "inspect/doubled_findings.h"
 #include "inspect/finding_table.h"
 #include "text/joined_text.h"
 #include "text/windows1252.h"
@@ -106,6 +107,7 @@ Inspection Inspect(const SiteView& site, const FindingChoice& choice)
     }
     TakeFindings(all, list, UnusedCheckLines(list), choice);
     std::ranges::stable_sort(all.findings, StandsBefore);
+    DropDoubled(all.findings);
     if (choice.external)
         all.external = ExternalLinks(site);
     return all;
