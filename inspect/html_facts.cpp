@@ -33,6 +33,9 @@ const GumboOutput* Parse(std::string_view html, ParseMemory& memory)
     options.deallocator = [](void*, void*) {};
     options.userdata = &memory;
     options.max_errors = 0;
+#ifdef _MSC_VER
+#pragma warning(suppress : 4611) // of destructors that a jump would pass over
+#endif
     if (setjmp(memory.WayOut()) != 0)
         return nullptr;
     return gumbo_parse_with_options(&options, html.data(), html.size());
