@@ -184,6 +184,8 @@ class FactFinder {
     {
         const GumboText& text = node.v.text;
         if (node.type == GUMBO_NODE_COMMENT) {
+            if (StartsWithNoCase(text.text, "[if")) // some browsers read it
+                Mention(text.text);
             // The server puts another file in its place.
             facts_.is_made_by_server |= std::string_view(text.text).starts_with("#include");
             return;
