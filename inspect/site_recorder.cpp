@@ -92,6 +92,15 @@ void SiteRecorder::TakeSteps(const LineStory& story)
     }
 }
 
+/// The first of its sources; of a line of a file that stands in the place of the line that names
+/// it, its own. There are sources.
+const SourceSpan& SiteRecorder::OriginOf(const LineStory& story)
+{
+    const SourceSpan& last = story.sources.back();
+    const bool is_of_file = !story.steps.empty() && story.steps.back().from == last;
+    return is_of_file ? last : story.sources.front();
+}
+
 void SiteRecorder::TakeLine(const LineStory& story)
 {
     TakePart(story);
@@ -102,7 +111,7 @@ void SiteRecorder::TakeLine(const LineStory& story)
         return;
     }
     std::vector<SourceLines>& origins = view_.pages[page_].origins;
-    const SourceLines origin = story.sources.empty() ? SourceLines() : Lines(story.sources.front());
+    const SourceLines origin = story.sources.empty() ? SourceLines() : Lines(OriginOf(story));
     const auto end =
         static_cast<std::size_t>(story.line) - 1 + static_cast<std::size_t>(story.count);
     if (origins.size() < end)
