@@ -38,6 +38,14 @@ constexpr Loose kLoose[] = {
     {"OPTION", " OPTION "},
 };
 
+/// What a drawing is made of. Any other element may end the drawing, or be no part of it.
+constexpr std::string_view kDrawn[] = {
+    "A",       "CIRCLE",   "CLIPPATH", "DEFS",           "ELLIPSE",        "FILTER",
+    "G",       "LINE",     "MARKER",   "MASK",           "PATH",           "PATTERN",
+    "POLYGON", "POLYLINE", "RECT",     "STOP",           "SYMBOL",         "TEXTPATH",
+    "TEXT",    "TSPAN",    "USE",      "LINEARGRADIENT", "RADIALGRADIENT",
+};
+
 const Loose* FindLoose(std::string_view name)
 {
     const auto* const row = std::ranges::find(kLoose, name, &Loose::name);
@@ -54,9 +62,13 @@ class OpenElements {
   public:
     std::size_t Count() const { return names_.size(); }
 
-    void Begin(std::string name)
+    /// `is_closed`: the tag ends in "/>", which closes an element of a drawing alone.
+    void Begin(std::string name, bool is_closed)
     {
         if (std::ranges::find(kVoid, name) != std::end(kVoid))
+            return;
+        Look(name);
+        if (is_closed && IsDrawing() && IsDrawn(name))
             return;
         if (const Loose* const loose = foreign_ == 0 ? FindLoose(name) : nullptr)
             while (!names_.empty() && Contains(loose->closes, " " + names_.back() + " "))
@@ -67,12 +79,14 @@ class OpenElements {
 
     void End(std::string_view name)
     {
+        Look(name);
         std::size_t at = names_.size();
         while (foreign_ == 0 && at > 0 && names_[at - 1] != name && FindLoose(names_[at - 1]))
             --at;
         if (at == 0 || names_[at - 1] != name)
             return;
         foreign_ -= IsForeign(name) ? 1U : 0U;
+        has_others_ = has_others_ && foreign_ > 0;
         names_.resize(at - 1);
     }
 
@@ -80,8 +94,19 @@ class OpenElements {
     /// Nothing may be left out in there.
     static bool IsForeign(std::string_view name) { return name == "SVG" || name == "MATH"; }
 
+    static bool IsDrawn(std::string_view name)
+    {
+        return std::ranges::find(kDrawn, name) != std::end(kDrawn);
+    }
+    void Look(std::string_view name)
+    {
+        has_others_ = has_others_ || (foreign_ > 0 && !IsForeign(name) && !IsDrawn(name));
+    }
+    bool IsDrawing() const { return foreign_ > 0 && !has_others_; }
+
     std::vector<std::string> names_; // upper-cased
     std::size_t foreign_ = 0;        // of them
+    bool has_others_ = false;        // something else began or ended in there
 };
 
 /// What stands behind a comment that begins here.
@@ -97,6 +122,16 @@ std::string_view BehindComment(std::string_view rest)
             return rest.substr(rest.find('>', at) + 1);
     }
     return {};
+}
+
+/// Whether a tag ends in "/>", where the "/" is no part of a value without quotes. `tag`: what
+/// stands between its name and the tag's end.
+bool IsClosed(std::string_view tag)
+{
+    if (!tag.ends_with("/>"))
+        return false;
+    tag.remove_suffix(2);
+    return tag.empty() || std::string_view(" \t\r\n\f\"'").find(tag.back()) != npos;
 }
 
 /// What stands behind a tag, of which `rest` is what follows its name.
@@ -134,11 +169,13 @@ std::size_t NestingBound(std::string_view html, std::size_t enough)
             continue;
         const std::size_t size = std::min(html.find_first_of(" \t\r\n\f/>"), html.size());
         std::string name = UpperCase(html.substr(0, std::min<std::size_t>(size, 32)));
-        html = BehindTag(html.substr(size));
+        const std::string_view rest = html.substr(size);
+        html = BehindTag(rest);
+        const bool is_closed = IsClosed(rest.substr(0, rest.size() - html.size()));
         if (is_end)
             open.End(name);
         else
-            open.Begin(std::move(name));
+            open.Begin(std::move(name), is_closed);
         most = std::max(most, open.Count());
     }
     return most;

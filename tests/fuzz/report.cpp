@@ -104,6 +104,26 @@ std::vector<std::pair<int, std::string>> Lines(const Json& list)
     return lines;
 }
 
+std::vector<std::string> Findings(const Json& list)
+{
+    std::vector<std::string> names;
+    for (const Json& finding : list) {
+        const std::string severity = Text(Field(finding, "severity"));
+        Expect(severity == "error" || severity == "warning" || severity == "note",
+               "a finding has a severity that there is not");
+        Expect(!Text(Field(finding, "text")).empty(), "a finding says nothing");
+        const Json& line = Field(finding, "line");
+        Expect(line.is_null() || (line.is_number_integer() && line > 0),
+               "a finding's line is none");
+        Expect(line.is_null() || Field(finding, "file").is_string(), "a line without its file");
+        Field(finding, "native");
+        Field(finding, "page");
+        Field(finding, "suggestion");
+        names.push_back(Text(Field(finding, "name")));
+    }
+    return names;
+}
+
 } // namespace
 
 Report ReadReport(std::string_view json, int exit_code)
@@ -126,6 +146,8 @@ Report ReadReport(std::string_view json, int exit_code)
         report.renamed = Pairs(object["renamed"]);
     if (object.contains("lines"))
         report.lines = Lines(object["lines"]);
+    if (object.contains("findings"))
+        report.findings = Findings(object["findings"]);
     if (object.contains("result"))
         report.result = Text(object["result"]);
     return report;

@@ -15,8 +15,9 @@ struct Report {
     std::vector<std::string> files;
     std::vector<std::pair<std::string, std::string>> renamed; // old name, new name
     std::vector<std::pair<int, std::string>>
-        lines;          // that "why" told of: number, 0 for none, and text
-    std::string result; // empty where there is none
+        lines;                         // that "why" told of: number, 0 for none, and text
+    std::vector<std::string> findings; // their names
+    std::string result;                // empty where there is none
 };
 
 /// Reads a report. Fails when it is not one whole JSON object with all that a report has, of the

@@ -95,7 +95,7 @@ void AddSite(Seeds& seeds, const Case& one)
     const std::string sample(kiv::kTemplateFile);
     if (!one.in.contains(sample) && !one.absent.contains(sample))
         scene.files.push_back({sample, ";\n"});
-    for (const char* const target : {"site", "why"})
+    for (const char* const target : {"site", "check", "why"})
         seeds.Add(target, SceneText(scene));
 }
 

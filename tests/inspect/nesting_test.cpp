@@ -31,6 +31,11 @@ TEST(NestingTest, OfPagesAsTheyAre)
         {Times(9, "<div><!-- </div> -->"), 9},
         {Times(9, "<div><!--></div>"), 1},
         {Times(9, "<DIV></div >"), 1},
+        {"<svg>" +
+             Times(50, "<path d=\"M0 0\"/><g>"
+                       "<use/></g><circle />") +
+             "</svg>",
+         2},
     };
     for (const auto& [html, deepest] : rows)
         EXPECT_EQ(NestingBound(html, 100), deepest) << html;
@@ -40,8 +45,12 @@ TEST(NestingTest, WhatLooksClosedAndIsNot)
 {
     // Each closes what another element shields.
     for (const std::string_view part :
-         {"<div><marquee></div></marquee>", "<svg><td>", "<li><dd>", "<b><i></b>"})
+         {"<div><marquee></div></marquee>", "<svg><td>", "<li><dd>", "<b><i></b>",
+          "<svg><path d=x/>", "<path/>", "<svg><div></div></svg><svg><div/><path/>"})
         EXPECT_GE(NestingBound(Times(200, part), 100), 100U) << part;
+    // What is no part of a drawing ends it, and what follows is closed no more.
+    EXPECT_GE(NestingBound("<svg><div></div>" + Times(200, "<path/>"), 100), 100U);
+    EXPECT_GE(NestingBound("<svg></p>" + Times(200, "<path/>"), 100), 100U);
 }
 
 } // namespace
