@@ -11,12 +11,14 @@ namespace kiv {
 
 const std::string* FolderNames::Find(const std::vector<std::string>& names, std::string_view name)
 {
-    const auto same = std::ranges::equal_range(
-        names, UpperCase(name), {}, [](const std::string& other) { return UpperCase(other); });
-    if (same.empty())
-        return nullptr;
-    const auto exact = std::ranges::find(same, name);
-    return exact != same.end() ? &*exact : &same.front();
+    const std::string upper = UpperCase(name);
+    const auto upper_of = [](const std::string& other) { return UpperCase(other); };
+    const auto first = std::ranges::lower_bound(names, upper, {}, upper_of);
+    const std::string* found = nullptr;
+    for (auto other = first; other != names.end() && UpperCase(*other) == upper; ++other)
+        if (found == nullptr || *other == name)
+            found = &*other;
+    return found;
 }
 
 void FolderIndex::AddWritten(const std::string& path)

@@ -1,6 +1,8 @@
 #include "inspect/html_facts.h"
 
+#include "inspect/attribute_values.h"
 #include "inspect/css_addresses.h"
+#include "inspect/line_numbers.h"
 #include "inspect/mentioned_files.h"
 #include "inspect/nesting.h"
 #include "inspect/parse_memory.h"
@@ -31,6 +33,9 @@ const GumboOutput* Parse(std::string_view html, ParseMemory& memory)
     options.deallocator = [](void*, void*) {};
     options.userdata = &memory;
     options.max_errors = 0;
+#ifdef _MSC_VER
+#pragma warning(suppress : 4611) // of destructors that a jump would pass over
+#endif
     if (setjmp(memory.WayOut()) != 0)
         return nullptr;
     return gumbo_parse_with_options(&options, html.data(), html.size());
@@ -40,28 +45,6 @@ std::string_view View(const GumboStringPiece& piece)
 {
     return piece.data == nullptr ? std::string_view() : std::string_view(piece.data, piece.length);
 }
-
-/// The lines of a text.
-class LineNumbers {
-  public:
-    explicit LineNumbers(std::string_view text) : text_(text)
-    {
-        for (std::size_t at = text.find('\n'); at != npos; at = text.find('\n', at + 1))
-            ends_.push_back(at);
-    }
-
-    /// 1-based; of a place in the text.
-    int Of(const char* place) const
-    {
-        const auto offset = static_cast<std::size_t>(place - text_.data());
-        const auto line = std::ranges::lower_bound(ends_, offset) - ends_.begin();
-        return static_cast<int>(line) + 1;
-    }
-
-  private:
-    std::string_view text_;
-    std::vector<std::size_t> ends_;
-};
 
 /// Which attributes of which elements are addresses. "*" is every element.
 struct AddressAttribute {
@@ -130,12 +113,6 @@ bool IsOdd(std::string_view text)
 {
     constexpr std::string_view kSigns[] = {"@", "!!", "$$", "%%", "??", "?!", "[["};
     return std::ranges::any_of(kSigns, [&](std::string_view sign) { return Contains(text, sign); });
-}
-
-/// Words between blanks, in small letters.
-bool HasWord(std::string_view words, std::string_view word)
-{
-    return Contains(" " + LowerCase(words) + " ", " " + std::string(word) + " ");
 }
 
 /// Looks over the tree of a page.
@@ -207,6 +184,8 @@ class FactFinder {
     {
         const GumboText& text = node.v.text;
         if (node.type == GUMBO_NODE_COMMENT) {
+            if (StartsWithNoCase(text.text, "[if")) // some browsers read it
+                Mention(text.text);
             // The server puts another file in its place.
             facts_.is_made_by_server |= std::string_view(text.text).starts_with("#include");
             return;
@@ -247,6 +226,14 @@ class FactFinder {
             if (std::string_view(attribute.name) == "src")
                 source = &attribute;
         }
+        TakeOfItsOwn(element, source);
+        NoteScript(element, first);
+        TakeSides(element, first);
+    }
+
+    /// What an element has beside the attributes of the table. `source`: its "src", or null.
+    void TakeOfItsOwn(const GumboElement& element, const GumboAttribute* source)
+    {
         switch (element.tag) {
         case GUMBO_TAG_INPUT:
             if (source != nullptr && HasWord(Value(element, "type"), "image"))
@@ -269,8 +256,6 @@ class FactFinder {
         default:
             break;
         }
-        NoteScript(element, first);
-        TakeSides(element, first);
     }
 
     void TakeAttribute(const GumboElement& element, const GumboAttribute& attribute)
@@ -340,23 +325,10 @@ class FactFinder {
         facts_.links.push_back(std::move(link));
     }
 
-    /// "small.jpg 480w, large.jpg 800w"
     void TakeSourceSet(const GumboAttribute& attribute)
     {
-        std::string_view rest = attribute.value;
-        while (true) {
-            rest.remove_prefix(std::min(rest.find_first_not_of(" \t\r\n\f,"), rest.size()));
-            if (rest.empty())
-                return;
-            const std::size_t size = std::min(rest.find_first_of(" \t\r\n\f"), rest.size());
-            std::string_view address = rest.substr(0, size);
-            rest.remove_prefix(size);
-            if (address.ends_with(','))
-                address.remove_suffix(1);
-            else // a size follows
-                rest.remove_prefix(std::min(rest.find(','), rest.size()));
+        for (const std::string_view address : SourceSetAddresses(attribute.value))
             AddLink(LinkKind::picture, address, address, LineOf(attribute));
-        }
     }
 
     void TakeLinkElement(const GumboElement& element)
@@ -373,22 +345,16 @@ class FactFinder {
             AddLink(LinkKind::link, element, "href");
     }
 
-    /// A page that leads on: "5; url=next.htm".
+    /// A page that leads on by itself.
     void TakeMeta(const GumboElement& element)
     {
-        if (!EqualsNoCase(Value(element, "http-equiv"), "refresh"))
+        const auto* const content = gumbo_get_attribute(&element.attributes, "content");
+        if (content == nullptr || !EqualsNoCase(Value(element, "http-equiv"), "refresh"))
             return;
-        const auto& attribute = *gumbo_get_attribute(&element.attributes, "http-equiv");
-        const std::string_view content = Value(element, "content");
-        const std::size_t at = FindNoCase(content, "url");
-        std::string_view address = at == npos ? std::string_view() : Trim(content.substr(at + 3));
-        if (!address.starts_with('='))
-            return;
-        address = Trim(address.substr(1));
-        if (!address.empty() && (address[0] == '"' || address[0] == '\''))
-            address = Before(address.substr(1), address[0]);
-        facts_.leads_on = true;
-        AddLink(LinkKind::link, address, address, LineOf(attribute));
+        const std::string_view address = RefreshAddress(content->value);
+        facts_.leads_on |= !address.empty();
+        if (!address.empty())
+            AddLink(LinkKind::link, address, address, LineOf(*content));
     }
 
     /// `place`: of the style, near enough for its lines.
@@ -403,16 +369,6 @@ class FactFinder {
         }
     }
 
-    static std::optional<int> Pixels(std::string_view side)
-    {
-        side = Trim(side);
-        if (side.size() > 2 && EqualsNoCase(side.substr(side.size() - 2), "px"))
-            side.remove_suffix(2);
-        if (side.empty() || side.size() > 6 || side.find_first_not_of("0123456789") != npos)
-            return std::nullopt;
-        return NumericHead(side);
-    }
-
     /// The sides of a picture whose address is the first link of the element from `first` on.
     void TakeSides(const GumboElement& element, std::size_t first)
     {
@@ -420,8 +376,8 @@ class FactFinder {
             return;
         const std::string_view source = Value(element, "src");
         const std::string_view style = Value(element, "style");
-        const std::optional<int> width = Pixels(Value(element, "width"));
-        const std::optional<int> height = Pixels(Value(element, "height"));
+        const std::optional<int> width = PixelsOf(Value(element, "width"));
+        const std::optional<int> height = PixelsOf(Value(element, "height"));
         if (source.empty() || !width || !height || ContainsNoCase(style, "width") ||
             ContainsNoCase(style, "height") || ContainsNoCase(style, "object-fit"))
             return;

@@ -39,6 +39,18 @@ std::string Suggestion(std::string_view verb, const PageLink& link, const Target
     return Joined({verb, "\"", target.spelling, behind, "\""});
 }
 
+/// What to write for an address that is not there.
+std::string MeantAddress(const PageLink& link, const Target& target)
+{
+    const std::string_view address = link.address;
+    if (Contains(address, "@") && !Contains(address, "/"))
+        return Joined({"did you mean \"mailto:", address, "\"?"});
+    if (StartsWithNoCase(address, "www."))
+        return Joined({"did you mean \"http://", address, "\"?"});
+    const std::string near = Suggestion("did you mean ", link, target);
+    return near.empty() ? near : near + "?";
+}
+
 void FindDead(const SiteView& site, FindingSink& sink, LinkKind kind, const DeadWords& words)
 {
     ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
@@ -50,8 +62,7 @@ void FindDead(const SiteView& site, FindingSink& sink, LinkKind kind, const Dead
                      "name a page of it");
         else if (target.state == Target::State::missing)
             sink.Add(PlaceOf(page, link), Joined({words.before, quoted, words.behind}),
-                     Suggestion("did you mean ", link, target) +
-                         (target.spelling.empty() ? "" : "?"));
+                     MeantAddress(link, target));
     });
 }
 

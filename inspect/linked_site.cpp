@@ -42,6 +42,7 @@ LinkedSite::LinkedSite(std::span<const SiteView* const> sections)
 {
     for (const SiteView* const section : sections) {
         AddPages(*section);
+        has_unknown_ |= section->error.has_value();
         waiting_.merge(WaitingPages(*section));
     }
     for (std::size_t number = 0; number < pages_.size(); ++number)
@@ -59,9 +60,13 @@ void LinkedSite::AddPages(const SiteView& section)
 void LinkedSite::AddPage(LinkedPage page, std::string_view bytes)
 {
     if (!by_path_.try_emplace(UpperCase(page.path), pages_.size()).second)
-        return;                // another section has written it before
-    if (IsPageName(page.path)) // else it is a feed, a list of films, a plain text
+        return;                                 // another section has written it before
+    const bool is_html = IsPageName(page.path); // else it is a feed, a list of films, a plain text
+    if (is_html)
         page.facts = ReadPage(bytes);
+    if (!is_html || page.facts.is_made_by_server)
+        Mention(MentionedFiles(bytes));
+    has_unknown_ |= !page.facts.is_read;
     for (const PageWord& id : page.facts.ids)
         page.anchors.insert(id.text);
     page.anchors.insert(page.facts.names.begin(), page.facts.names.end());

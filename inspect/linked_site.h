@@ -64,7 +64,8 @@ class LinkedSite {
     bool IsUsed(std::string_view path) const;
     /// Whether script of any page names a file so.
     bool IsMentioned(std::string_view name) const;
-    /// Whether an address is made by a server: then anything may be used.
+    /// Whether there are addresses that nobody knows: a server makes them, a page could not be
+    /// read, or an error ended a build. Then anything may be used.
     bool HasUnknownAddresses() const { return has_unknown_; }
     /// Whether a build with the New Year switch writes the page. By absolute path.
     bool IsWaiting(std::string_view path) const;

@@ -49,6 +49,17 @@ bool Fits(const SizedPicture& shown, const PictureSize& own)
     return off <= own.width || off <= own.height;
 }
 
+/// A camera may have noted that the picture is to be turned.
+bool IsPhoto(std::string_view path)
+{
+    return EqualsNoCase(LastChars(path, 4), ".jpg") || EqualsNoCase(LastChars(path, 5), ".jpeg");
+}
+
+PictureSize Turned(const PictureSize& size)
+{
+    return {size.height, size.width};
+}
+
 std::string Sides(int width, int height)
 {
     return Joined({Decimal(width), " by ", Decimal(height)});
@@ -65,7 +76,7 @@ void FindPictureSizes(const SiteView& site, FindingSink& sink)
             if (target.state != Target::State::found)
                 continue;
             const std::optional<PictureSize> own = sizes.Of(target.path);
-            if (!own || Fits(shown, *own))
+            if (!own || Fits(shown, *own) || (IsPhoto(target.path) && Fits(shown, Turned(*own))))
                 continue;
             const PageLink& link = page.facts.links[shown.link];
             sink.Add(PlaceOf(page, link),

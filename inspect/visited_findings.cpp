@@ -104,7 +104,8 @@ std::vector<std::string> OtherPages(const SiteView& site)
 /// Those of them that a former page list has left.
 std::vector<std::string> StalePages(const SiteView& site)
 {
-    if (site.linked == nullptr || site.error)
+    const auto is_single = [](const PageText& page) { return page.number == 0; };
+    if (site.linked == nullptr || site.error || std::ranges::any_of(site.pages, is_single))
         return {};
     std::vector<std::string> paths = OtherPages(site);
     if (paths.empty())
