@@ -33,10 +33,9 @@ std::set<std::string, std::less<>> Names(const std::string& list)
         const std::string name(Trim(entry));
         if (std::ranges::find(known, name) == known.end()) {
             const std::string_view near = Nearest(name, known);
-            throw RunError(
-                ErrorKind::invalid_argument,
-                Joined({"no finding is called \"", name, "\"",
-                        near.empty() ? "" : "; did you mean \"", near, near.empty() ? "" : "\"?"}));
+            throw RunError(ErrorKind::invalid_argument,
+                           Joined({"no finding is called \"", name, "\"", near.empty() ? "" : "; ",
+                                   DidYouMean(near)}));
         }
         names.insert(name);
     }

@@ -72,7 +72,7 @@ std::string Counted(int lines)
         names.push_back(Before(name, '.')); // a page may be called without its extension, too
     const std::string_view near = Nearest(place, names);
     if (!near.empty())
-        text.append("; did you mean \"").append(near).append("\"?");
+        text.append("; ").append(DidYouMean(near));
     throw RunError(ErrorKind::invalid_argument, text);
 }
 

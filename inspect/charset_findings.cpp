@@ -228,7 +228,7 @@ void FindWrongCharset(const SiteView& site, FindingSink& sink)
         sink.Add(site.PlaceOf(source, faulty.first),
                  Joined({LineCount(faulty.count), faulty.count == 1 ? " is " : " are ",
                          is_utf8 ? "UTF-8" : "Windows-1252", ", but the pages ", declared}),
-                 is_utf8 ? "declare UTF-8, <meta charset=\"utf-8\">, or save the file as "
+                 is_utf8 ? "declare UTF-8 by <meta charset=\"utf-8\">, or save the file as "
                            "Windows-1252"
                          : "save the file as UTF-8, or declare windows-1252");
     });
@@ -238,12 +238,12 @@ void FindOutsideCharset(const SiteView& site, FindingSink& sink)
 {
     ForFaulty(site, IsOutside, [&](const SourceText& source, const FaultyLines& faulty) {
         const std::string_view declared =
-            faulty.declared.empty() ? std::string_view("windows-1252, which browsers take for "
+            faulty.declared.empty() ? std::string_view("windows-1252, which browsers assume for "
                                                        "pages that declare nothing")
                                     : std::string_view(faulty.declared);
         sink.Add(site.PlaceOf(source, faulty.first),
                  Joined({LineCount(faulty.count), faulty.count == 1 ? " has " : " have ",
-                         "bytes that are no character of ", declared}));
+                         "bytes that stand for no character in ", declared}));
     });
 }
 

@@ -65,13 +65,13 @@ void CheckList::TakeLine(std::string_view line, int number)
     const std::size_t colon = ReasonColon(line);
     if (colon == npos)
         return faults.push_back(
-            {number, "this line is no name with a reason behind a colon", std::string(kForm)});
+            {number, "this line is not a name with a reason behind a colon", std::string(kForm)});
     const std::string_view name = Before(line.substr(0, colon), ' ');
     const std::vector<std::string_view> known = FindingNames();
     if (std::ranges::find(known, name) == known.end()) {
         const std::string_view near = Nearest(name, known);
-        return faults.push_back({number, Joined({"no finding is called \"", name, "\""}),
-                                 near.empty() ? "" : Joined({"did you mean \"", near, "\"?"})});
+        return faults.push_back(
+            {number, Joined({"no finding is called \"", name, "\""}), DidYouMean(near)});
     }
     if (Trim(line.substr(colon + 1)).empty())
         return faults.push_back({number,

@@ -10,10 +10,11 @@ namespace kiv {
 void FindMisspelledDirectives(const SiteView& site, FindingSink& sink)
 {
     for (const SourceText& source : site.sources)
-        for (DirectiveSlip& slip : DirectiveSlips(site, source)) {
+        for (const DirectiveSlip& slip : DirectiveSlips(site, source)) {
             const std::string_view line = source.lines[static_cast<std::size_t>(slip.line) - 1];
             sink.Add(site.PlaceOf(source, slip.line),
-                     Joined({Quoted(line), " is not taken as it stands"}), std::move(slip.meant));
+                     Joined({Quoted(line), " is not understood as it is written"}),
+                     Joined({"write \"", slip.meant, "\""}));
         }
 }
 
@@ -22,7 +23,8 @@ void FindPagesTwice(const SiteView& site, FindingSink& sink)
     for (const PageTwice& twice : site.twice)
         sink.Add(site.PlaceOf(twice.second, {}),
                  Joined({"this page is written over the one that ",
-                         site.PlaceText(site.PlaceOf(twice.first, {})), " begins"}));
+                         site.PlaceText(site.PlaceOf(twice.first, {})), " begins"}),
+                 "give one of the two another name");
 }
 
 } // namespace kiv

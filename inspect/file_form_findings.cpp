@@ -15,10 +15,11 @@ namespace {
 std::string_view FirstLineWords(const SourceText& source)
 {
     if (source.is_page_list)
-        return "its first line is no directive, no mark and no comment, but text";
+        return "its first line is text, whatever it was meant for";
     if (source.is_template)
-        return "its first line is no mark and no comment, and the page begins with the three bytes";
-    return "its three bytes stand in the middle of the page";
+        return "its first line is text, whatever it was meant for, and every page begins with "
+               "these bytes";
+    return "these three bytes stand in the middle of the page";
 }
 
 /// The lines that hold a CR, which is not the one of their end.
@@ -38,13 +39,14 @@ void TellOfCr(const SiteView& site, const SourceText& source, FindingSink& sink)
         return;
     constexpr std::string_view kWhatToDo = "save the file with CR LF or LF at the line ends";
     if (HasOnlyLoneCr(source.bytes))
-        return sink.Add(site.PlaceOf(source, 1),
-                        "the lines end in CR alone, which ends none: the whole file is one line",
-                        std::string(kWhatToDo));
+        return sink.Add(
+            site.PlaceOf(source, 1),
+            "the lines end in a CR alone, which does not end a line: the whole file is one",
+            std::string(kWhatToDo));
     const auto count = static_cast<long long>(lines.size());
     sink.Add(site.PlaceOf(source, lines.front()),
-             Joined({"CR without LF ends no line: there is one in ", Decimal(count),
-                     count == 1 ? " line" : " lines"}),
+             Joined({Decimal(count), count == 1 ? " line holds" : " lines hold",
+                     " a CR without LF, which does not end a line"}),
              std::string(kWhatToDo));
 }
 

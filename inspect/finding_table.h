@@ -35,7 +35,7 @@ struct FindingRow {
     void (*look)(const SiteView& site, FindingSink& sink);
 };
 
-/// Every finding there is, in the order of the manual.
+/// Every finding there is.
 std::span<const FindingRow> FindingRows();
 /// Their names.
 std::vector<std::string_view> FindingNames();

@@ -60,12 +60,12 @@ std::vector<std::string_view> PagesIn(const SiteView& site,
     return pages;
 }
 
-/// "3 pages: about, ships and maps"; "no page".
+/// ", with 3 pages: about, ships, maps"; "" for none.
 std::string PagesText(const std::vector<std::string_view>& pages)
 {
     if (pages.empty())
-        return "no page";
-    std::string text = Joined({Decimal(static_cast<long long>(pages.size())),
+        return {};
+    std::string text = Joined({", with ", Decimal(static_cast<long long>(pages.size())),
                                pages.size() == 1 ? " page: " : " pages: "});
     for (std::size_t index = 0; index < pages.size() && index < kNamedPages; ++index)
         Append(text, {index == 0 ? "" : ", ", pages[index]});
@@ -80,9 +80,9 @@ std::string LeftOutText(const SiteView& site, const SkippedLines& skipped)
     int lines = 0;
     const std::vector<std::string_view> pages = PagesIn(site, LeftOut(site, skipped), lines);
     if (lines == 0)
-        return "; whatever comes below is left out";
-    return Joined({", so ", Decimal(lines), lines == 1 ? " line is" : " lines are",
-                   " left out, with ", PagesText(pages)});
+        return ", so whatever comes below is left out";
+    return Joined({", so ", Decimal(lines), lines == 1 ? " line is" : " lines are", " left out",
+                   PagesText(pages)});
 }
 
 void FindOpen(const SiteView& site, SkippedLines::Mark mark, std::string_view closing,
@@ -96,7 +96,7 @@ void FindOpen(const SiteView& site, SkippedLines::Mark mark, std::string_view cl
             continue;
         sink.Add(site.PlaceOf(source, skipped.lines.first),
                  Joined({"no ", closing, " follows", LeftOutText(site, skipped)}),
-                 Joined({"put a line ", closing, " where it should end"}));
+                 Joined({"put a line ", closing, " where this should end"}));
     }
 }
 

@@ -59,7 +59,7 @@ void FindDead(const SiteView& site, FindingSink& sink, LinkKind kind, const Dead
         const std::string quoted = InQuotes(link.address);
         if (target.state == Target::State::no_index)
             sink.Add(PlaceOf(page, link), quoted + " is a folder without an index page",
-                     "name a page of it");
+                     "link to one of its pages");
         else if (target.state == Target::State::missing)
             sink.Add(PlaceOf(page, link), Joined({words.before, quoted, words.behind}),
                      MeantAddress(link, target));
@@ -104,8 +104,7 @@ void FindLetterCase(const SiteView& site, FindingSink& sink)
     ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
         if (target.state == Target::State::found && target.is_misspelled)
             sink.Add(PlaceOf(page, link),
-                     InQuotes(link.address) +
-                         " is written with other capital letters than the file has",
+                     InQuotes(link.address) + " and the name of the file differ in capital letters",
                      Suggestion("write ", link, target));
     });
 }
@@ -116,7 +115,7 @@ void FindDrivePaths(const SiteView& site, FindingSink& sink)
         if (target.state == Target::State::drive)
             sink.Add(PlaceOf(page, link),
                      InQuotes(link.address) + " is on this computer, which no visitor can reach",
-                     "write an address that begins at the page's folder");
+                     "write it relative to the page's folder");
     });
 }
 
@@ -125,8 +124,8 @@ void FindBackslashes(const SiteView& site, FindingSink& sink)
     ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
         if (target.has_backslash && target.state != Target::State::drive)
             sink.Add(PlaceOf(page, link),
-                     Joined({"the address ", InQuotes(link.address), " has \"\\\""}),
-                     "write \"/\" in its place");
+                     Joined({"the address ", InQuotes(link.address), " has a \"\\\""}),
+                     "write \"/\" instead");
     });
 }
 
@@ -143,7 +142,7 @@ std::string NearestAnchor(std::string_view fragment, const LinkedPage& page)
 {
     const std::vector<std::string_view> known(page.anchors.begin(), page.anchors.end());
     const std::string_view near = Nearest(fragment, known);
-    return near.empty() ? std::string() : Joined({"did you mean \"#", near, "\"?"});
+    return DidYouMean(near.empty() ? "" : Joined({"#", near}));
 }
 
 } // namespace

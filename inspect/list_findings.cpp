@@ -42,7 +42,7 @@ std::string FileMeant(const SiteView& site, std::string_view list)
 std::string WhatToDo(const SiteView& site, std::string_view list)
 {
     if (site.files.FolderExists(site.folder + std::string(list)))
-        return "a folder bears this name; a file has to";
+        return "rename the folder that has this name";
     std::string meant;
     try {
         meant = FileMeant(site, list);

@@ -89,7 +89,8 @@ void FindMissingNewsMarks(const SiteView& site, FindingSink& sink)
         sink.Add(site.PlaceOf(list, line),
                  Joined({"the news composer finds no line ", wanted.mark, " for \"", wanted.site,
                          "\" and would put nothing there"}),
-                 Joined({line > 0 ? "write it just so: " : "put such a line where news should go: ",
+                 Joined({line > 0 ? "write it exactly like this: "
+                                  : "put such a line where news should go: ",
                          wanted.mark}));
     });
 }
@@ -106,7 +107,7 @@ void FindNewsMarkLineEnds(const SiteView& site, FindingSink& sink)
             Joined({"the news composer does not see this ", wanted.mark, " for \"", wanted.site,
                     "\": ", ends_line ? "no CR LF" : "no line end", " stands right behind it"}),
             ends_line ? "save the page list with CR LF at the line ends"
-                      : "put nothing behind it in its line");
+                      : "leave nothing behind it on its line");
     });
 }
 

@@ -52,8 +52,8 @@ void AddUndefined(const Place& where, std::string_view mark, FindingSink& sink)
 {
     const Number number(mark);
     const FamilyWords& words = kFamilyWords[static_cast<std::size_t>(number.family)];
-    sink.Add(where, Joined({"the page list never defines ", number.Text(), ": ", words.fate}),
-             Joined({"above the first page: ", mark, " = ", words.value}));
+    sink.Add(where, Joined({"the page list never defines ", number.Text(), ", so ", words.fate}),
+             Joined({"define it above the first page: ", mark, " = ", words.value}));
 }
 
 /// The marks of definitions that the build does not take, which are told by themselves.
@@ -156,7 +156,7 @@ void FindUnusedNumbers(const SiteView& site, FindingSink& sink)
             continue;
         sink.Add(site.PlaceOf(definition.lines, {}),
                  number.slot == 0
-                     ? Joined({number.Text(), " cannot be used: a use has a digit from 1 to 9"})
+                     ? Joined({number.Text(), ", cannot be used: numbers go from 1 to 9"})
                      : Joined({"no page uses ", number.Text()}));
     }
 }
@@ -171,7 +171,8 @@ void FindRedefinedNumbers(const SiteView& site, FindingSink& sink)
         if (&last == &definition || is_in_titles)
             continue;
         sink.Add(site.PlaceOf(definition.lines, {}),
-                 Joined({Number(definition.mark).Text(), " has no effect: it is defined again in ",
+                 Joined({"this definition of ", Number(definition.mark).Text(),
+                         ", has no effect: there is another in ",
                          site.PlaceText(site.PlaceOf(last.lines, {}))}));
     }
 }

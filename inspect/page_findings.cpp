@@ -29,7 +29,7 @@ void FindUnreadPages(const SiteView& site, FindingSink& sink)
     ForEachPage(site, [&](const LinkedPage& page) {
         if (!page.facts.is_read)
             sink.Add(Place{page.path, 0, page.text->name},
-                     "the page is nested too deep, or too large, for its links to be looked at");
+                     "the page is nested too deeply, or is too large, to be looked at");
     });
 }
 
@@ -145,8 +145,7 @@ void AddLeftOver(const LinkedPage& page, int line, std::string_view construct, F
         construct[0] == '@' ? MeantVariable(construct) : std::string_view();
     sink.Add(page.view->PlaceOf(*page.text, line, construct),
              Joined({"visitors read ", InQuotes(construct), ", which looks like a construct"}),
-             meant.empty() || meant == construct ? std::string()
-                                                 : Joined({"did you mean ", meant, "?"}));
+             DidYouMean(meant == construct ? std::string_view() : meant));
 }
 
 void LookForConstructs(const LinkedPage& page, const PageWord& text, FindingSink& sink)

@@ -81,10 +81,10 @@ void FindPictureSizes(const SiteView& site, FindingSink& sink)
             const PageLink& link = page.facts.links[shown.link];
             sink.Add(PlaceOf(page, link),
                      Joined({"the picture ", InQuotes(link.address), " is ",
-                             Sides(own->width, own->height), " pixels, and shown as ",
+                             Sides(own->width, own->height), " pixels, but is shown as ",
                              Sides(shown.width, shown.height)}),
                      Joined({"write width=\"", Decimal(own->width), "\" height=\"",
-                             Decimal(own->height), "\", or one of them alone"}));
+                             Decimal(own->height), "\", or give one of them alone"}));
         }
     });
 }

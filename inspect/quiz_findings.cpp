@@ -38,8 +38,8 @@ void FindDoubledQuizMarks(const SiteView& site, FindingSink& sink)
                 sink.Add(site.PlaceOf(source, line),
                          Joined({mark, " in a quiz is taken for a numbered variable and never "
                                        "reaches the quiz's script"}),
-                         Joined({"part the mark and the digit: ", mark.substr(0, 2), " ",
-                                 mark.substr(2)}));
+                         Joined({"put a blank between the mark and the digit: ", mark.substr(0, 2),
+                                 " ", mark.substr(2)}));
         }
     }
 }

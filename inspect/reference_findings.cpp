@@ -115,7 +115,7 @@ class ReferenceCheck {
         if (!group.ends_with('*')) {
             if (!pages_.groups.contains(group))
                 Add(Joined({"no page is in a group \"", group, "\""}),
-                    NearestOf(group, pages_.groups));
+                    DidYouMean(NearestOf(group, pages_.groups)));
             return;
         }
         group.remove_suffix(1);
@@ -131,7 +131,7 @@ class ReferenceCheck {
             return;
         const std::string near = NearestOf(id, pages_.ids);
         Add(Joined({"no page has the id \"", id, "\""}),
-            near.empty() ? "" : Joined({kIdMark, near}));
+            DidYouMean(near.empty() ? "" : Joined({kIdMark, near})));
     }
 
     void CheckPage(std::string_view field, bool may_have_extension)
@@ -145,17 +145,18 @@ class ReferenceCheck {
         const std::string_view stem = Before(file, '.');
         if (is_file)
             return Add(Joined({"\"", field,
-                               "\" never is this page: behind a group without \"*\" a "
+                               "\" is never taken for this page: behind a group without \"*\" a "
                                "page is named without its extension"}),
-                       std::string(stem));
+                       Joined({"write \"", stem, "\""}));
         if (file != field) {
             if (pages_.stems.contains(file) || pages_.files.contains(file))
-                Add(Joined({"\"", field, "\" never is this page: its folder does not count"}),
-                    std::string(file));
+                Add(Joined({"\"", field,
+                            "\" is never taken for this page: its folder does not count"}),
+                    Joined({"write \"", file, "\""}));
             return; // it points out of the section
         }
         if (!LeadsElsewhere(field))
-            Add(Joined({"no page is called \"", field, "\""}), NearestPage(field));
+            Add(Joined({"no page is called \"", field, "\""}), DidYouMean(NearestPage(field)));
     }
 
     std::string NearestPage(std::string_view field) const
@@ -205,10 +206,10 @@ void FindUnclosedBrackets(const SiteView& site, FindingSink& sink)
         if (use.name.starts_with("[["))
             sink.Add(site.PlaceOf(use),
                      Joined({"the wrapper ", use.name, " has no end on its page"}),
-                     "a line of its own: ]]");
+                     "end it by a line that holds nothing but ]]");
         else
             sink.Add(site.PlaceOf(use), Joined({use.name, "[ has no \"]\" in its line"}),
-                     "a \"]\" behind its last field");
+                     "put a \"]\" behind its last field");
     for (const ConstructUse& use : site.unopened)
         sink.Add(site.PlaceOf(use), "\"]]\" ends no wrapper: none is open on this page");
 }

@@ -114,7 +114,7 @@ bool HasBlanksForTab(std::string_view row)
     return false;
 }
 
-constexpr std::string_view kWhatToDo = "part the cells by one TAB each";
+constexpr std::string_view kWhatToDo = "put one TAB between cells";
 
 /// Whether its one cell is meant to be all of the row: it spans columns, or cells of rows above
 /// reach down into it. `narrowest` is the fewest columns of the rows that have a TAB.
@@ -128,7 +128,7 @@ std::string_view WhatIsWrong(std::string_view row)
     if (row.empty())
         return "an empty line in a table is a row with one empty cell";
     return HasBlanksForTab(row) ? "this row has blanks where others of its table have a TAB"
-                                : "this row has no TAB, and others of its table have some";
+                                : "this row has no TAB, but others of its table have one";
 }
 
 void LookAtRows(const SiteView& site, const SourceText& source, const std::vector<Row>& rows,
@@ -156,11 +156,11 @@ void LookForBlanks(const SiteView& site, const SourceText& source, const std::ve
     const auto count = std::ranges::count_if(rows, has_blanks);
     if (static_cast<std::size_t>(count) * 2 <= rows.size())
         return;
-    sink.Add(
-        site.PlaceOf(source, std::ranges::find_if(rows, has_blanks)->line),
-        Joined({"no row of this table has a TAB, but ", Decimal(count), " of ",
-                Decimal(static_cast<long long>(rows.size())), " have blanks that look like some"}),
-        std::string(kWhatToDo));
+    sink.Add(site.PlaceOf(source, std::ranges::find_if(rows, has_blanks)->line),
+             Joined({"no row of this table has a TAB, but ", Decimal(count), " of ",
+                     Decimal(static_cast<long long>(rows.size())),
+                     " have blanks where one may be meant"}),
+             std::string(kWhatToDo));
 }
 
 } // namespace

@@ -166,7 +166,7 @@ class TagReader {
         // What the build does not see may be a word of some other language of marks.
         const bool is_zu = StartsWithNoCase(tag.name, "zu");
         if (is_seen || (!near.empty() && (!is_zu || LowerCase(near) == bare)))
-            Add(Joined({tag.text, " is no block tag"}), std::string(near));
+            Add(Joined({tag.text, " is not a block tag"}), DidYouMean(near));
     }
 
     void LookAtEnd(const Tag& tag, const BlockTagForm* inside)
@@ -177,12 +177,13 @@ class TagReader {
             return;
         }
         if (form != nullptr)
-            return Add(Joined({tag.text, " does not end ", form->tag}), EndOf(*form));
+            return Add(Joined({tag.text, " does not end ", form->tag}),
+                       Joined({"write ", EndOf(*form)}));
         const std::string bare = Joined({"<", LowerCase(tag.name), ">"});
         const std::string_view near = Nearest(bare, starts_);
         if (!near.empty())
             Add(Joined({tag.text, " ends nothing"}),
-                near == bare ? "" : Joined({"</", near.substr(1)}));
+                DidYouMean(near == bare ? "" : Joined({"</", near.substr(1)})));
     }
 
     const SiteView& site_;

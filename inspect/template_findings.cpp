@@ -131,10 +131,10 @@ void FindNoBodyMark(const SiteView& site, FindingSink& sink)
         MarkAmongOthers(*source) > 0)
         return;
     const std::string text =
-        Joined({"the template has no line ", kBodyMark, ", so no page gets anything of it"});
+        Joined({"the template has no line ", kBodyMark, ", so no page gets anything from it"});
     if (const SourceText* include = IncludeWithMark(site, *source))
         sink.Add(site.PlaceOf(*include, MarkLines(*include).front()), text,
-                 "an included file may hold no such line; put it into the template itself");
+                 "put the line into the template itself: in an included file it does not count");
     else if (const int line = MarkMeant(*source); line > 0)
         sink.Add(site.PlaceOf(*source, line), text, Joined({"write this line as ", kBodyMark}));
     else
@@ -149,8 +149,8 @@ void FindBodyMarkNotAlone(const SiteView& site, FindingSink& sink)
         return;
     if (const int line = MarkAmongOthers(*source); line > 0)
         sink.Add(site.PlaceOf(*source, line),
-                 Joined({kBodyMark, " does not fill its line, so it is no mark, and no page gets "
-                                    "anything of the template"}),
+                 Joined({kBodyMark, " is not alone on its line, so it does not count, and no page "
+                                    "gets anything from the template"}),
                  "put it on a line of its own, without blanks");
 }
 
@@ -162,8 +162,9 @@ void FindBodyMarkTwice(const SiteView& site, FindingSink& sink)
     const std::vector<int> marks = MarkLines(*source);
     for (std::size_t index = 1; index < marks.size(); ++index)
         sink.Add(site.PlaceOf(*source, marks[index]),
-                 Joined({"a second ", kBodyMark, ": of the lines between it and that of line ",
-                         Decimal(marks[index - 1]), " no page gets any"}),
+                 Joined({"a second ", kBodyMark,
+                         ": no page gets the lines between this one and that of line ",
+                         Decimal(marks[index - 1])}),
                  "take one of the two out");
 }
 

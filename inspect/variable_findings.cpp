@@ -6,6 +6,7 @@
 #include "inspect/findings.h"
 #include "inspect/word_slips.h"
 #include "text/joined_text.h"
+#include "text/nearest.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -78,7 +79,8 @@ void LookAt(std::string_view line, const Place& place, const Variables& variable
         const std::string_view word = HeadWord(line.substr(at + 1));
         const std::string_view meant = variables.Meant(word);
         if (!meant.empty() && !JoinsOn(line.substr(0, at)))
-            sink.Add(place, Joined({"\"@", word, "\" is no at-variable"}), Joined({"@", meant}));
+            sink.Add(place, Joined({"\"@", word, "\" is not an at-variable"}),
+                     DidYouMean(Joined({"@", meant})));
     }
 }
 
@@ -92,7 +94,8 @@ void LookForMacros(std::string_view line, const Place& place, FindingSink& sink)
         for (const Bang* const bang : kBangs)
             names.push_back(bang->Name().substr(2));
         if (const std::string_view meant = SlipOf(word, names, 2); !meant.empty())
-            sink.Add(place, Joined({"\"!!", word, "[\" is no macro"}), Joined({"!!", meant, "["}));
+            sink.Add(place, Joined({"\"!!", word, "[\" is not a macro"}),
+                     DidYouMean(Joined({"!!", meant, "["})));
     }
 }
 

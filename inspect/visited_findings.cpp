@@ -128,7 +128,7 @@ void FindStalePages(const SiteView& site, FindingSink& sink)
     for (const std::string& path : StalePages(site))
         sink.Add(Place{path, 0, {}},
                  Joined({"no page list writes ", InQuotes(NameOf(path)),
-                         " any more, and it is still there"}),
+                         " any more, but it is still there"}),
                  "delete it here and on the server");
 }
 
@@ -145,7 +145,7 @@ void FindLinksToStalePages(const SiteView& site, FindingSink& sink)
             sink.Add(PlaceOf(page, link),
                      Joined({"the link ", InQuotes(link.address),
                              " leads to a page that no page list writes any more"}),
-                     "link to a page of the list, or put that page back");
+                     "link to a page of the list, or put that page back on it");
     });
 }
 

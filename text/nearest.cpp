@@ -1,10 +1,10 @@
 #include "text/nearest.h"
 
+#include "text/joined_text.h"
 #include "text/windows1252.h"
 
 #include <algorithm>
 #include <numeric>
-#include <string>
 #include <vector>
 
 namespace kiv {
@@ -45,6 +45,11 @@ std::string_view Nearest(std::string_view misspelled, std::span<const std::strin
         }
     }
     return nearest;
+}
+
+std::string DidYouMean(std::string_view word)
+{
+    return word.empty() ? std::string() : Joined({"did you mean \"", word, "\"?"});
 }
 
 } // namespace kiv

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace kiv {
@@ -14,5 +15,8 @@ std::size_t EditDistance(std::string_view from, std::string_view to);
 /// The word of `words` that was most likely meant, whatever the case; "" when none is near: more
 /// than a third of its letters would have to change.
 std::string_view Nearest(std::string_view misspelled, std::span<const std::string_view> words);
+
+/// The question whether `word` was meant; "" when there is none.
+std::string DidYouMean(std::string_view word);
 
 } // namespace kiv

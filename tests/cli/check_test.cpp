@@ -1,4 +1,5 @@
 // What "check" says of sites too large for a case file, and how it tells of what is switched off.
+#include "inspect/html_facts.h"
 #include "tests/cli/cli_desk.h"
 
 namespace kiv {
@@ -87,6 +88,27 @@ TEST_F(CheckTest, NearBoundOfTemplateLines)
                    std::string(kEnd)}));
 }
 
+TEST_F(CheckTest, UnreadPageWhoseElementsAreTooDeep)
+{
+    if (!CanReadPages())
+        GTEST_SKIP() << "no page is read";
+    const auto found = [&](int depth) {
+        std::string body;
+        for (int level = 0; level < depth; ++level)
+            body += "<b>";
+        Put("site/_html.txt", Page("deep", 2) + body + "x\n");
+        return Report({"check", "C:\\site", "--only", "unread-page"})["findings"].Items();
+    };
+    EXPECT_THAT(found(2000), IsEmpty());
+    const auto deep = found(4000);
+    ASSERT_EQ(deep.size(), 1U);
+    EXPECT_EQ(deep[0]["severity"].Text(), "note");
+    EXPECT_EQ(deep[0]["file"].Text(), "C:\\site\\deep.htm");
+    EXPECT_EQ(deep[0]["page"].Text(), "deep.htm");
+    EXPECT_EQ(deep[0]["text"].Text(),
+              "the page is nested too deeply, or is too large, to be looked at");
+}
+
 TEST_F(CheckTest, SaysHowManyFindingsAreSwitchedOff)
 {
     Put("site/_html.txt", "@FILE = a\n@TITLE = A\n@@stop\n");
@@ -98,8 +120,7 @@ TEST_F(CheckTest, SaysHowManyFindingsAreSwitchedOff)
               "Check: nothing found; 1 is switched off by _check.txt\n");
     Put("site/_html.txt", "@FILE = a\n@TITLE = A\n<zutable>\na\tb\nc\nd\n</zutable>\n");
     Put("site/_check.txt", "row-without-tab: headings\n");
-    EXPECT_THAT(Call({"check", "C:\\site"}).out,
-                EndsWith("; 2 are switched off by _check.txt\n"));
+    EXPECT_THAT(Call({"check", "C:\\site"}).out, EndsWith("; 2 are switched off by _check.txt\n"));
 }
 
 } // namespace

@@ -68,7 +68,7 @@ std::string Decoded(std::string_view line)
 }
 
 /// The lines as they are shown. Tabs get a mark of their own, since nobody sees them; a picture is
-/// no text.
+/// no text, and two bytes a character are none that a page could show.
 std::string Shown(const Section& section)
 {
     std::string text;
@@ -81,7 +81,7 @@ std::string Shown(const Section& section)
             text += '\n';
     }
     if (Contains(text, std::string_view("\0", 1)))
-        return "(a picture)\n";
+        return section.rest.ends_with(".txt") ? "(UTF-16)\n" : "(a picture)\n";
     std::erase(text, '\r');
     std::string html = Escaped(text);
     ReplaceEach(html, "\t", "<span class=\"tab\">\t</span>");
