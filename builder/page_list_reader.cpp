@@ -130,7 +130,7 @@ bool PageListReader::Include(const SourceFile& list, std::string_view name)
     const int line = list.Here({}).line;
     SourceFile source(build_);
     if (!source.Open(name)) {
-        list.TellUnused(line, Joined({"there is no file ", name, ": reading ended here"}));
+        list.TellUnused(line, Joined({"there is no file ", name, kReadEndsHere}));
         build_.messages.reportmsg("File " + std::string(name) + " not found... aborting");
         return false;
     }

@@ -17,6 +17,8 @@ inline constexpr std::string_view kYearEndMark = "@@EOY";
 inline constexpr std::string_view kNewYearOff = "New Year text, which is off";
 inline constexpr std::string_view kOpenStop =
     "@@stop without a @@start behind it: reading ended here";
+/// Behind the name of an include that is not there.
+inline constexpr std::string_view kReadEndsHere = ": reading ended here";
 inline constexpr std::string_view kReadEnded = "never read: reading the page list ended above";
 
 /// Whether the line is such a mark. It begins with "@", which few lines do.

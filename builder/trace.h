@@ -25,6 +25,9 @@ struct TracedStep {
     SourceSpan from = {}; // the definition that was used
 };
 
+/// The step that puts in the text of a file as it is.
+inline constexpr std::string_view kFileTextMark = "!++";
+
 /// What the build reads a source line as.
 enum class LinePart {
     none,         // nothing: it was skipped, or has gone into something else

@@ -17,8 +17,6 @@ namespace {
 constexpr std::size_t kMostTold = 4'000'000;
 constexpr std::size_t kMostSteps = 2000;
 
-constexpr std::string_view kFileTextMark = "!++";
-
 int LinesIn(std::string_view written)
 {
     return static_cast<int>(std::ranges::count(written, '\n'));

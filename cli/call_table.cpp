@@ -96,8 +96,11 @@ constexpr OptionRow kWhyOptions[] = {
 };
 
 constexpr OptionRow kCheckOptions[] = {
-    {"--only", "NAMES", "Look for these findings alone, a comma between two", Takes::text},
-    {"--not", "NAMES", "Look for all findings but these", Takes::text},
+    {.name = "--only", .value = "NAMES",
+     .about = "Look for these findings alone, a comma between two", .takes = Takes::text,
+     .fault = FindingNamesFault},
+    {.name = "--not", .value = "NAMES", .about = "Look for all findings but these",
+     .takes = Takes::text, .fault = FindingNamesFault},
     {"--fail-on", "SEVERITY", "The least that gives exit code 3 (default: error)", Takes::text,
      kOptional, FailureSeverities},
     {"--external", "", "List the addresses on other hosts, too; none is fetched"},
@@ -135,7 +138,8 @@ constexpr CallRow kCalls[] = {
      .example = "kiv-cli check ~/sites/museum\n"
                 "kiv-cli check ~/sites/museum --fail-on warning\n"
                 "kiv-cli check ~/sites/museum --only dead-link,dead-picture",
-     .arguments = kOneDirectory, .options = kCheckOptions, .looks_only = true, .run = RunCheck},
+     .arguments = kOneDirectory, .options = kCheckOptions, .looks_only = true, .run = RunCheck,
+     .names = FindingHelp},
     {.name = "sitemap",
      .about = "Merge the site maps of a group into _sitemap-master.txt (\"Assemble Site Map\")",
      .details = "Without _group.txt nothing is done.",

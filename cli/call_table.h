@@ -31,6 +31,8 @@ struct OptionRow {
     Choices (*choices)() = nullptr; // the only values that there are
     std::string_view excludes = {}; // the option above that it cannot stand with
     std::string_view needs = {};    // the option above that it cannot stand without
+    /// What is wrong with a value, as a sentence; "" when it is well.
+    std::string (*fault)(const std::string& value) = nullptr;
 
     bool IsOption() const { return name.starts_with('-'); }
 };
@@ -65,6 +67,12 @@ enum class Start {
     site,    // DIR, or the shell's directory, is the working directory
 };
 
+/// A word and what it means, in a line.
+struct HelpEntry {
+    std::string_view name;
+    std::string_view about;
+};
+
 struct CallRow {
     std::string_view name;
     std::string_view about;   // in a line
@@ -77,6 +85,7 @@ struct CallRow {
     bool builds = false;     // what it tells without a place is a warning, too
     bool renames = false;    // the report has the renames, and "--dry-run" touches nothing
     void (*run)(CallDesk& desk, const GivenValues& given) = nullptr;
+    std::vector<HelpEntry> (*names)() = nullptr; // that its options take
 };
 
 /// All commands, in the order of the help.

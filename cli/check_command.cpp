@@ -21,25 +21,21 @@ namespace {
 
 constexpr std::string_view kNever = "never";
 
-/// The names of a list such as "dead-link, dead-picture". Throws `invalid-argument` for one that is
-/// none.
-std::set<std::string, std::less<>> Names(const std::string& list)
+/// The names of a list such as "dead-link, dead-picture".
+std::vector<std::string_view> NamesIn(std::string_view list)
 {
-    std::set<std::string, std::less<>> names;
+    std::vector<std::string_view> names;
     if (list.empty())
         return names;
-    const std::vector<std::string_view> known = FindingNames();
-    for (const std::string_view entry : Split(list, ',')) {
-        const std::string name(Trim(entry));
-        if (std::ranges::find(known, name) == known.end()) {
-            const std::string_view near = Nearest(name, known);
-            throw RunError(ErrorKind::invalid_argument,
-                           Joined({"no finding is called \"", name, "\"", near.empty() ? "" : "; ",
-                                   DidYouMean(near)}));
-        }
-        names.insert(name);
-    }
+    for (const std::string_view entry : Split(list, ','))
+        names.push_back(Trim(entry));
     return names;
+}
+
+std::set<std::string, std::less<>> NameSet(std::string_view list)
+{
+    const std::vector<std::string_view> names = NamesIn(list);
+    return {names.begin(), names.end()};
 }
 
 /// Whether one of them is at least as bad as the call asks.
@@ -59,6 +55,28 @@ bool HasFailed(const std::vector<Finding>& findings, const std::string& fail_on)
 
 } // namespace
 
+std::string FindingNamesFault(const std::string& list)
+{
+    const std::vector<std::string_view> known = FindingNames();
+    for (const std::string_view name : NamesIn(list)) {
+        if (std::ranges::find(known, name) != known.end())
+            continue;
+        const std::string_view near = Nearest(name, known);
+        return Joined({"no finding is called \"", name, "\"", near.empty() ? "" : "; ",
+                       DidYouMean(near), near.empty() ? "; " : " ",
+                       "kiv-cli check --help lists them"});
+    }
+    return {};
+}
+
+std::vector<HelpEntry> FindingHelp()
+{
+    std::vector<HelpEntry> entries;
+    for (const FindingRow& row : FindingRows())
+        entries.push_back({row.name, row.about});
+    return entries;
+}
+
 Choices FailureSeverities()
 {
     return {SeverityName(Severity::error), SeverityName(Severity::warning),
@@ -67,7 +85,7 @@ Choices FailureSeverities()
 
 void RunCheck(CallDesk& desk, const GivenValues& given)
 {
-    const FindingChoice choice{Names(given.Text("--only")), Names(given.Text("--not")),
+    const FindingChoice choice{NameSet(given.Text("--only")), NameSet(given.Text("--not")),
                                given.Has("--external")};
     CheckWorkDir(desk.workspace, choice);
     const Inspection& checked = *desk.workspace.Checked;

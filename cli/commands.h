@@ -3,6 +3,9 @@
 
 #include "cli/call_table.h"
 
+#include <string>
+#include <vector>
+
 namespace kiv {
 
 // site_commands.cpp
@@ -17,6 +20,10 @@ void RunWhy(CallDesk& desk, const GivenValues& given);
 
 // check_command.cpp
 void RunCheck(CallDesk& desk, const GivenValues& given);
+/// What is wrong with a list of findings' names such as "dead-link,id-twice"; "" when nothing is.
+std::string FindingNamesFault(const std::string& list);
+/// Every finding with what it means.
+std::vector<HelpEntry> FindingHelp();
 /// The values of "--fail-on".
 Choices FailureSeverities();
 

@@ -89,6 +89,11 @@ std::string CommandHelp(const CallRow& row)
     AddOptions(help, "Arguments", row.arguments);
     AddOptions(help, "Options", row.options);
     help.append("\n").append(Wrapped(row.details, kWidth));
+    if (row.names != nullptr) {
+        help.append("\nNames:\n");
+        for (const HelpEntry& entry : row.names())
+            AddEntry(help, entry.name, entry.about);
+    }
     help.append("\nExample:\n").append(Example(row));
     return help.append("\nkiv-cli --help tells the options that go with every command.\n");
 }

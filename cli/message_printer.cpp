@@ -16,6 +16,7 @@ constexpr std::string_view kRed = "\x1b[1;31m";
 constexpr std::string_view kCyan = "\x1b[1;36m";
 constexpr std::string_view kPlain = "\x1b[0m";
 constexpr std::string_view kIndent = "    ";
+constexpr std::string_view kAdvice = "    -> "; // no source line begins so
 
 /// A text may have lines of its own: the further ones are set in, empty ones at its end go.
 std::string ShownWords(std::string_view text)
@@ -64,7 +65,7 @@ void MessagePrinter::PrintBelow(const KeptPlace& where, std::string_view text,
             out_ << kIndent << ShownLine(QuotedLine(line, text)) << '\n';
     }
     if (!hint.empty())
-        out_ << kIndent << ShownLine(hint) << '\n';
+        out_ << kAdvice << ShownLine(hint) << '\n';
 }
 
 void MessagePrinter::Print(const Warning& warning)
@@ -104,7 +105,8 @@ void MessagePrinter::Print(const Finding& finding)
                                                                             : kCyan;
     out_ << PlaceOf(finding.where)
          << Coloured(std::string(SeverityName(finding.severity)) + ":", colour)
-         << ShownLine(finding.text) << OnPage(finding.where) << " [" << finding.name << "]\n";
+         << ShownLine(look_.tells_all ? finding.text : Cut(finding.text, kLongestText))
+         << OnPage(finding.where) << " [" << finding.name << "]\n";
     PrintBelow(finding.where, finding.text, finding.suggestion);
 }
 

@@ -44,13 +44,14 @@ class MessagePrinter {
     void Print(const ExternalLink& link);
 
     static constexpr std::size_t kMostTold = 50;
-    static constexpr std::size_t kLongestText = 1000; // characters of a warning
+    static constexpr std::size_t kLongestText = 1000; // characters of a warning or a finding
 
   private:
     /// "site/_html.txt:12: ", "site/_html.txt: " or "kiv: ".
     std::string PlaceOf(const KeptPlace& where);
     std::string Coloured(std::string_view word, std::string_view colour) const;
-    /// What stands below a message: the source line, cut around what `text` is about, and the hint.
+    /// What stands below a message: the source line, cut around what `text` is about, and behind
+    /// "->" the hint.
     void PrintBelow(const KeptPlace& where, std::string_view text, const std::string& hint);
 
     std::ostream& out_;

@@ -73,6 +73,9 @@ std::string ValueFault(const OptionRow& row, const std::string& value)
         return takes("a number");
     if (row.takes == Takes::date_time && !ParseDateTime(value))
         return takes(row.value);
+    if (row.fault != nullptr)
+        if (const std::string fault = row.fault(value); !fault.empty())
+            return std::string(row.name).append(": ").append(fault);
     // A folder among the arguments is looked up by the command.
     if (row.takes == Takes::folder && row.IsOption() && value.empty())
         return std::string(row.name) + " needs a folder";

@@ -1,9 +1,7 @@
 #include "inspect/address_walk.h"
 
 #include "platform/drive_path.h"
-#include "text/nearest.h"
 #include "text/text.h"
-#include "text/windows1252.h"
 
 #include <utility>
 #include <vector>
@@ -17,28 +15,29 @@ bool IsRoot(std::string_view folder)
     return NameOf(folder).empty();
 }
 
-/// The name that was most likely meant; "" when none is near.
-std::string_view NearestName(std::string_view name, const FolderNames& names)
+/// The name that was most likely meant; "": none is near. Files whose names begin so are none that
+/// a visitor is to see.
+std::string NearestName(std::string_view name, const FolderNames& names, bool is_last,
+                        NameKind kind)
 {
-    std::vector<std::string_view> known;
-    for (const std::vector<std::string>* list : {&names.files, &names.folders})
-        for (const std::string& other : *list)
-            if (!other.starts_with('_') && !other.starts_with('.'))
-                known.emplace_back(other);
-    const std::string_view near = Nearest(name, known);
-    if (!near.empty() || Contains(name, "."))
-        return near;
-    for (const std::string_view other : known) // its kind was left out
-        if (other.size() > name.size() && other[name.size()] == '.' &&
-            UpperCase(other.substr(0, name.size())) == UpperCase(name))
-            return other;
-    return {};
+    const auto is_hidden = [](const std::string& other) {
+        return other.starts_with('_') || other.starts_with('.');
+    };
+    std::vector<std::string> known = names.folders;
+    std::erase_if(known, is_hidden);
+    const std::string folder(NearestFileName(name, known, NameKind::same_extension));
+    if (!is_last)
+        return folder;
+    known = names.files;
+    std::erase_if(known, is_hidden);
+    const std::string_view file = NearestFileName(name, known, kind);
+    return file.empty() ? folder : std::string(file);
 }
 
 class Walker {
   public:
-    Walker(FolderIndex& folders, std::string_view folder, std::string_view path)
-        : folders_(folders), rest_(path)
+    Walker(FolderIndex& folders, std::string_view folder, std::string_view path, NameKind kind)
+        : folders_(folders), rest_(path), kind_(kind)
     {
         end_.folder = folder;
         end_.kind = WalkEnd::Kind::folder;
@@ -92,7 +91,7 @@ class Walker {
         if (found == nullptr) {
             end_.kind = WalkEnd::Kind::missing;
             end_.name = part;
-            const std::string_view near = NearestName(part, names);
+            const std::string near = NearestName(part, names, slash.empty(), kind_);
             if (near.empty())
                 end_.spelling.clear(), rest_ = {};
             else
@@ -112,6 +111,7 @@ class Walker {
 
     FolderIndex& folders_;
     std::string_view rest_;
+    NameKind kind_;
     WalkEnd end_;
 };
 
@@ -122,9 +122,9 @@ std::string WalkEnd::Path() const
     return name.empty() ? folder : WithSeparator(folder) + name;
 }
 
-WalkEnd Walk(FolderIndex& folders, std::string_view folder, std::string_view path)
+WalkEnd Walk(FolderIndex& folders, std::string_view folder, std::string_view path, NameKind kind)
 {
-    return Walker(folders, folder, path).Go();
+    return Walker(folders, folder, path, kind).Go();
 }
 
 } // namespace kiv

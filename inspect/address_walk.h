@@ -2,6 +2,7 @@
 #pragma once
 
 #include "inspect/folder_names.h"
+#include "inspect/near_names.h"
 
 #include <string>
 #include <string_view>
@@ -22,6 +23,7 @@ struct WalkEnd {
 
 /// Follows `path`, whose names "/" parts, from an absolute folder on. One that leads above the
 /// drive's root, or through a folder that nobody may look into, ends outside.
-WalkEnd Walk(FolderIndex& folders, std::string_view folder, std::string_view path);
+/// `kind` is what a name that is not there may have been meant for.
+WalkEnd Walk(FolderIndex& folders, std::string_view folder, std::string_view path, NameKind kind);
 
 } // namespace kiv

@@ -31,14 +31,33 @@ std::string_view QuotedWords(std::string_view text)
     return end == npos ? std::string_view() : text.substr(begin + 1, end - begin - 1);
 }
 
+/// Whether a warning of the build, whose text is fixed, is of the construct that is left over.
+bool IsOfConstruct(std::string_view construct, std::string_view warning)
+{
+    return (StartsWithNoCase(construct, "<zu") && Contains(warning, "<zu")) ||
+           (StartsWithNoCase(construct, "!!flv") && warning.starts_with("FLV!!"));
+}
+
+/// Pairs whose texts name what they are about each in its own way.
+bool SaysSame(const Finding& other, const Finding& finding)
+{
+    const std::string_view words = QuotedWords(finding.text);
+    if (finding.name == "left-over" && other.name == "build-warning")
+        return IsOfConstruct(words, other.text);
+    // A reference makes a link of the name that it gives, with an extension.
+    return finding.name == "dead-link" && other.name == "unknown-reference" &&
+           Before(words, '.') == QuotedWords(other.text);
+}
+
 bool SaysBetter(const Finding& other, const Finding& finding)
 {
     const auto is_pair = [&](const Doubled& pair) {
         return pair.name == finding.name && pair.better == other.name;
     };
     const std::string_view words = QuotedWords(finding.text);
-    return std::ranges::any_of(kDoubled, is_pair) &&
-           (words.empty() || ContainsNoCase(other.text, words));
+    return SaysSame(other, finding) ||
+           (std::ranges::any_of(kDoubled, is_pair) &&
+            (words.empty() || ContainsNoCase(other.text, words)));
 }
 
 bool IsSamePlace(const Finding& one, const Finding& other)

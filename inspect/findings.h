@@ -9,6 +9,9 @@ struct SiteView;
 // build_findings.cpp
 void FindBuildError(const SiteView& site, FindingSink& sink);
 void FindBuildWarnings(const SiteView& site, FindingSink& sink);
+void FindMissingIncludes(const SiteView& site, FindingSink& sink);
+void FindNoOutputFolder(const SiteView& site, FindingSink& sink);
+void FindPagesOverSources(const SiteView& site, FindingSink& sink);
 
 // directive_findings.cpp
 void FindMisspelledDirectives(const SiteView& site, FindingSink& sink);
@@ -29,6 +32,10 @@ void FindUnclosedBrackets(const SiteView& site, FindingSink& sink);
 
 // tag_findings.cpp
 void FindMisspelledTags(const SiteView& site, FindingSink& sink);
+
+// open_block_findings.cpp
+void FindUnclosedTags(const SiteView& site, FindingSink& sink);
+
 // list_findings.cpp
 void FindMissingLists(const SiteView& site, FindingSink& sink);
 
@@ -78,6 +85,7 @@ void FindDrivePaths(const SiteView& site, FindingSink& sink);
 void FindBackslashes(const SiteView& site, FindingSink& sink);
 
 // picture_findings.cpp
+void FindBrokenPictures(const SiteView& site, FindingSink& sink);
 void FindPictureSizes(const SiteView& site, FindingSink& sink);
 
 // page_findings.cpp

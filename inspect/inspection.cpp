@@ -3,6 +3,7 @@
 #include "inspect/check_list.h"
 #include "inspect/doubled_findings.h"
 #include "inspect/finding_table.h"
+#include "inspect/open_blocks.h"
 #include "text/joined_text.h"
 #include "text/windows1252.h"
 
@@ -88,6 +89,14 @@ std::vector<Finding> UnusedCheckLines(const CheckList& list)
     return found;
 }
 
+/// A block without its end is told once, and not by what it makes of the lines below it.
+void DropOfOpenBlocks(const SiteView& site, std::vector<Finding>& findings)
+{
+    const std::vector<OpenBlock> blocks = OpenBlocks(site);
+    std::erase_if(findings,
+                  [&](const Finding& finding) { return IsOfOpenBlock(site, blocks, finding); });
+}
+
 } // namespace
 
 bool FindingChoice::Takes(std::string_view name) const
@@ -107,6 +116,7 @@ Inspection Inspect(const SiteView& site, const FindingChoice& choice)
     }
     TakeFindings(all, list, UnusedCheckLines(list), choice);
     std::ranges::stable_sort(all.findings, StandsBefore);
+    DropOfOpenBlocks(site, all.findings);
     DropDoubled(all.findings);
     if (choice.external)
         all.external = ExternalLinks(site);

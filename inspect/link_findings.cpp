@@ -51,15 +51,69 @@ std::string MeantAddress(const PageLink& link, const Target& target)
     return near.empty() ? near : near + "?";
 }
 
+/// An address with the next tags in it, or with lines, goes on because its quote is not closed.
+bool IsQuoteOpen(const PageLink& link, const Target& target)
+{
+    return target.state == Target::State::missing &&
+           link.address.find_first_of("<>\r\n") != npos;
+}
+
+std::string OpenQuoteText(std::string_view address)
+{
+    const std::string_view begin = address.substr(0, address.find_first_of("<>\r\n"));
+    return Joined({"the quotation mark before ", InQuotes(begin), " is not closed"});
+}
+
+/// What is wrong with an address that can lead nowhere, whatever there is; "" for nothing.
+std::string_view AddressFault(const PageLink& link)
+{
+    const std::string_view address = Trim(link.address);
+    if (address.empty() && link.kind == LinkKind::picture)
+        return " names no picture";
+    for (const std::string_view scheme : {"http:", "https:"}) {
+        if (!StartsWithNoCase(address, scheme))
+            continue;
+        const std::string_view rest = address.substr(scheme.size());
+        if (!rest.starts_with("//"))
+            return " has no \"//\" behind its \":\"";
+        if (rest.find_first_not_of('/') == npos)
+            return " names no host";
+    }
+    for (const std::string_view slip : {"htp:", "htpp:", "htttp:", "hhtp:", "httpp:", "ttp:"})
+        if (StartsWithNoCase(address, slip))
+            return " begins with no kind of address that there is";
+    return {};
+}
+
+/// What to write for such an address; "" when nobody knows.
+std::string WholeAddress(std::string_view address)
+{
+    address = Trim(address);
+    const std::size_t colon = address.find(':');
+    const std::string_view host =
+        colon == npos ? std::string_view() : address.substr(colon + 1);
+    const std::size_t begin = host.find_first_not_of('/');
+    if (begin == npos)
+        return {};
+    const std::string_view scheme = StartsWithNoCase(address, "https") ? "https" : "http";
+    return Joined({"write \"", scheme, "://", host.substr(begin), "\""});
+}
+
 void FindDead(const SiteView& site, FindingSink& sink, LinkKind kind, const DeadWords& words)
 {
     ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
         if (link.kind != kind)
             return;
         const std::string quoted = InQuotes(link.address);
-        if (target.state == Target::State::no_index)
+        if (IsQuoteOpen(link, target))
+            sink.Add(PlaceOf(page, link), OpenQuoteText(link.address),
+                     "put a quotation mark behind the address");
+        else if (const std::string_view fault = AddressFault(link); !fault.empty())
+            sink.Add(PlaceOf(page, link), quoted + std::string(fault), WholeAddress(link.address));
+        else if (target.state == Target::State::no_index)
             sink.Add(PlaceOf(page, link), quoted + " is a folder without an index page",
-                     "link to one of its pages");
+                     kind == LinkKind::picture ? "name a picture in it"
+                                               : "link to one of its pages");
         else if (target.state == Target::State::missing)
             sink.Add(PlaceOf(page, link), Joined({words.before, quoted, words.behind}),
                      MeantAddress(link, target));

@@ -24,6 +24,14 @@ bool MayBeWritten(LinkKind kind)
     return kind == LinkKind::link || kind == LinkKind::frame || kind == LinkKind::form;
 }
 
+/// What a name that leads nowhere may have been meant for.
+NameKind NamesFor(LinkKind kind)
+{
+    if (kind == LinkKind::picture)
+        return NameKind::picture;
+    return MayBeWritten(kind) ? NameKind::page : NameKind::same_extension;
+}
+
 /// Programs on a server lie elsewhere.
 bool IsForPrograms(std::string_view path)
 {
@@ -42,7 +50,7 @@ LinkedSite::LinkedSite(std::span<const SiteView* const> sections)
 {
     for (const SiteView* const section : sections) {
         AddPages(*section);
-        has_unknown_ |= section->error.has_value();
+        has_unknown_ |= section->IsCutShort();
         waiting_.merge(WaitingPages(*section));
     }
     for (std::size_t number = 0; number < pages_.size(); ++number)
@@ -151,7 +159,8 @@ std::string LinkedSite::BaseFolder(const LinkedPage& page)
         return {};
     if (slash == npos)
         return folder;
-    const WalkEnd end = Walk(folders_, folder, base.path.substr(0, slash));
+    const WalkEnd end = Walk(folders_, folder, base.path.substr(0, slash),
+                             NameKind::same_extension);
     return end.kind == WalkEnd::Kind::folder ? end.folder : std::string();
 }
 
@@ -207,7 +216,7 @@ Target LinkedSite::Resolve(std::string_view folder, const Address& address, Link
 
 Target LinkedSite::FindFrom(std::string_view folder, const std::string& path, LinkKind kind) const
 {
-    const WalkEnd end = Walk(folders_, folder, path);
+    const WalkEnd end = Walk(folders_, folder, path, NamesFor(kind));
     Target target{.is_misspelled = end.is_misspelled, .spelling = end.spelling, .path = end.Path()};
     switch (end.kind) {
     case WalkEnd::Kind::file:
@@ -227,9 +236,11 @@ Target LinkedSite::FindFrom(std::string_view folder, const std::string& path, Li
     case WalkEnd::Kind::missing: {
         bool is_known = true;
         const SiteView* const section = SectionOf(end.folder, is_known);
-        const bool is_unfinished = section != nullptr && section->error.has_value();
+        const bool is_unfinished = section != nullptr && section->IsCutShort();
         if (end.kind == WalkEnd::Kind::missing)
             target.state = Target::State::missing;
+        if (IsSource(folder, target.spelling))
+            target.spelling.clear();
         const bool may_come = !is_known || is_unfinished || IsWaiting(end.Path());
         if (target.state != Target::State::found && may_come && MayBeWritten(kind))
             target.state = Target::State::unjudged;
@@ -237,6 +248,18 @@ Target LinkedSite::FindFrom(std::string_view folder, const std::string& path, Li
     }
     }
     return target;
+}
+
+/// Whether a path of the web leads to a file that a section is made of.
+bool LinkedSite::IsSource(std::string_view folder, std::string path) const
+{
+    std::ranges::replace(path, '/', '\\');
+    const std::string upper = UpperCase(AbsolutePath(path, folder));
+    return !path.empty() && std::ranges::any_of(sections_, [&](const SiteView* section) {
+        return std::ranges::any_of(section->sources, [&](const SourceText& source) {
+            return UpperCase(source.path) == upper;
+        });
+    });
 }
 
 /// What a page leads to is used, and may lead further.

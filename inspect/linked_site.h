@@ -83,7 +83,7 @@ class LinkedSite {
     std::string BaseFolder(const LinkedPage& page);
     Target Resolve(std::string_view folder, const Address& address, LinkKind kind) const;
     Target FindFrom(std::string_view folder, const std::string& path, LinkKind kind) const;
-    void Use(const std::string& path);
+    bool IsSource(std::string_view folder, std::string path) const;
     void TakeStyleSheet(const std::string& path);
     void Mention(const std::vector<std::string>& names);
     std::string Read(const std::string& path) const;

@@ -174,9 +174,10 @@ void FindLeftOvers(const SiteView& site, FindingSink& sink)
 {
     ForEachPage(site, [&](const LinkedPage& page) {
         for (const PageWord& text : page.facts.texts)
-            LookForConstructs(page, text, sink);
+            if (!page.text->IsAsItIs(text.line))
+                LookForConstructs(page, text, sink);
         for (const PageWord& tag : page.facts.tags)
-            if (IsBlockTag(tag.text))
+            if (IsBlockTag(tag.text) && !page.text->IsAsItIs(tag.line))
                 sink.Add(site.PlaceOf(*page.text, tag.line, tag.text),
                          Joined({"the tag ", InQuotes(tag.text), " is left on the page"}));
     });

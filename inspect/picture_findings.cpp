@@ -49,15 +49,52 @@ bool Fits(const SizedPicture& shown, const PictureSize& own)
     return off <= own.width || off <= own.height;
 }
 
-/// A camera may have noted that the picture is to be turned.
-bool IsPhoto(std::string_view path)
+bool IsJpeg(std::string_view path)
 {
     return EqualsNoCase(LastChars(path, 4), ".jpg") || EqualsNoCase(LastChars(path, 5), ".jpeg");
+}
+
+/// What the file holds; "" when it cannot be read.
+std::string ContentOf(const SiteView& site, const std::string& path)
+{
+    try {
+        return site.files.ReadFile(path);
+    } catch (const RunError&) {
+        return {};
+    }
+}
+
+/// A camera may have noted in it that the picture is to be turned.
+bool IsPhoto(const SiteView& site, const std::string& path)
+{
+    return IsJpeg(path) && Contains(ContentOf(site, path), "Exif");
 }
 
 PictureSize Turned(const PictureSize& size)
 {
     return {size.height, size.width};
+}
+
+/// Whether a name says that the file is of a kind whose size can be read.
+bool IsMeasured(std::string_view path)
+{
+    return IsJpeg(path) || EqualsNoCase(LastChars(path, 4), ".gif") ||
+           EqualsNoCase(LastChars(path, 4), ".png");
+}
+
+/// Browsers go by what a file holds: one that is of a kind that cannot be measured here, whatever
+/// its name, is not judged.
+bool IsBroken(const SiteView& site, const std::string& path)
+{
+    try {
+        site.pictures.Size(path);
+        return false;
+    } catch (const RunError& error) {
+        if (error.kind != ErrorKind::picture)
+            return false;
+    }
+    const std::string content = ContentOf(site, path);
+    return !content.starts_with("RIFF") && FromChar(content, 5).substr(0, 4) != "ftyp";
 }
 
 std::string Sides(int width, int height)
@@ -66,6 +103,23 @@ std::string Sides(int width, int height)
 }
 
 } // namespace
+
+void FindBrokenPictures(const SiteView& site, FindingSink& sink)
+{
+    std::map<std::string, bool> broken; // by path
+    ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
+        if (link.kind != LinkKind::picture || target.state != Target::State::found ||
+            !IsMeasured(target.path))
+            return;
+        const auto [entry, is_new] = broken.try_emplace(target.path);
+        if (is_new)
+            entry->second = IsBroken(site, target.path);
+        if (entry->second)
+            sink.Add(PlaceOf(page, link),
+                     Joined({"the file ", InQuotes(link.address), " is no picture that can be shown"}),
+                     "save the picture anew");
+    });
+}
 
 void FindPictureSizes(const SiteView& site, FindingSink& sink)
 {
@@ -76,7 +130,7 @@ void FindPictureSizes(const SiteView& site, FindingSink& sink)
             if (target.state != Target::State::found)
                 continue;
             const std::optional<PictureSize> own = sizes.Of(target.path);
-            if (!own || Fits(shown, *own) || (IsPhoto(target.path) && Fits(shown, Turned(*own))))
+            if (!own || Fits(shown, *own) || (Fits(shown, Turned(*own)) && IsPhoto(site, target.path)))
                 continue;
             const PageLink& link = page.facts.links[shown.link];
             sink.Add(PlaceOf(page, link),

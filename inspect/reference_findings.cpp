@@ -193,7 +193,7 @@ class ReferenceCheck {
 /// A build that ended early does not know every page.
 void FindUnknownReferences(const SiteView& site, FindingSink& sink)
 {
-    if (site.error)
+    if (site.IsCutShort())
         return;
     const PageNames pages = NamesOf(site);
     for (const ConstructUse& use : site.references)

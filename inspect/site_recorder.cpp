@@ -10,6 +10,19 @@
 
 namespace kiv {
 
+namespace {
+
+/// Whether lines of the page list are not read because of these. A "@@stop" in the last line ends
+/// nothing.
+bool EndsReading(const LineStory& story)
+{
+    if (story.reason == kOpenStop)
+        return !story.sources.empty() && story.sources[0].last > story.sources[0].first;
+    return story.reason == kReadEnded || story.reason.ends_with(kReadEndsHere);
+}
+
+} // namespace
+
 std::size_t SiteRecorder::IndexOf(std::string_view path)
 {
     if (path == last_path_)
@@ -42,7 +55,7 @@ bool SiteRecorder::BeginPage(const TracedPage& page)
     if (!is_new && page.number > 0 && !(kept.from == from))
         view_.twice.push_back({kept.from, from});
     kept = {std::string(page.name), std::string(page.path),  page.number, {}, {},
-            std::string(page.id),   std::string(page.group), from};
+            std::string(page.id),   std::string(page.group), from, {}};
     return true;
 }
 
@@ -92,13 +105,18 @@ void SiteRecorder::TakeSteps(const LineStory& story)
     }
 }
 
+/// Whether the line is one of a file that stands in the place of the line that names it.
+bool SiteRecorder::IsOfFile(const LineStory& story)
+{
+    return !story.sources.empty() && !story.steps.empty() &&
+           story.steps.back().from == story.sources.back();
+}
+
 /// The first of its sources; of a line of a file that stands in the place of the line that names
 /// it, its own. There are sources.
 const SourceSpan& SiteRecorder::OriginOf(const LineStory& story)
 {
-    const SourceSpan& last = story.sources.back();
-    const bool is_of_file = !story.steps.empty() && story.steps.back().from == last;
-    return is_of_file ? last : story.sources.front();
+    return IsOfFile(story) ? story.sources.back() : story.sources.front();
 }
 
 void SiteRecorder::TakeLine(const LineStory& story)
@@ -118,12 +136,16 @@ void SiteRecorder::TakeLine(const LineStory& story)
         origins.resize(end);
     for (std::size_t index = static_cast<std::size_t>(story.line) - 1; index < end; ++index)
         origins[index] = origin;
+    if (!story.steps.empty() && story.steps.back().name == kFileTextMark && IsOfFile(story))
+        for (std::size_t line = static_cast<std::size_t>(story.line); line <= end; ++line)
+            view_.pages[page_].as_is.insert(static_cast<int>(line));
 }
 
 void SiteRecorder::TakeUnused(const LineStory& story)
 {
     TakePart(story);
     TakeSteps(story);
+    view_.list_ended_early |= EndsReading(story);
     for (const SourceSpan& span : story.sources) {
         view_.unused.push_back({Lines(span), story.reason});
         if (story.reason == kNewYearOff)

@@ -38,6 +38,7 @@ class SiteRecorder : public Trace {
 
   private:
     SourceLines Lines(const SourceSpan& span);
+    static bool IsOfFile(const LineStory& story);
     static const SourceSpan& OriginOf(const LineStory& story);
     std::size_t IndexOf(std::string_view path);
     void AddIfThere(const std::string& path);

@@ -131,6 +131,10 @@ struct PageText {
     std::string id = {};
     std::string group = {}; // "": it has none of its own
     SourceLines from = {};  // the line that begins it
+    std::set<int> as_is = {}; // its lines that a file brought which is put in as it is
+
+    /// Whether a line (1-based) is one in which the build expands nothing.
+    bool IsAsItIs(int line) const { return as_is.contains(line); }
 };
 
 class LinkedSite;
@@ -159,6 +163,7 @@ struct SiteView {
     std::vector<std::string> written;   // every file that the build wrote, absolute drive paths
     std::vector<Warning> warnings;      // of the build
     std::optional<RunError> error;      // that ended it
+    bool list_ended_early = false;      // lines of the page list were never read
     std::vector<const SiteView*> group; // all sections that are looked at together, this one, too
     const LinkedSite* linked = nullptr; // their pages and where these lead
 
@@ -176,6 +181,8 @@ struct SiteView {
     const SourceText* Template() const;
     /// Whether one of the two, by its name, is not there; not where the disk cannot tell.
     bool Lacks(std::string_view list) const;
+    /// Whether there may be pages that this build did not come to.
+    bool IsCutShort() const { return error.has_value() || list_ended_early; }
     /// A line (1-based) of a source.
     Place PlaceOf(const SourceText& source, int line) const { return {source.path, line, {}}; }
 };

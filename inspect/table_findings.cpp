@@ -116,11 +116,18 @@ bool HasBlanksForTab(std::string_view row)
 
 constexpr std::string_view kWhatToDo = "put one TAB between cells";
 
-/// Whether its one cell is meant to be all of the row: it spans columns, or cells of rows above
-/// reach down into it. `narrowest` is the fewest columns of the rows that have a TAB.
+/// A heading over all columns, or a setting that came too late. One with blanks where TABs may have
+/// been meant is a row like others.
+bool IsMarked(std::string_view row)
+{
+    return IsSetting(row) || (row.starts_with("h:") && !HasBlanksForTab(row));
+}
+
+/// Whether its one cell is meant to be all of the row: it is a heading, it spans columns, or cells
+/// of rows above reach down into it. `narrowest` is the fewest columns of the rows that have a TAB.
 bool IsWhole(const Row& row, int columns, int narrowest)
 {
-    return columns >= narrowest || SpanOf(WithoutHeaderMark(row.text)).columns > 1;
+    return IsMarked(row.text) || columns >= narrowest || SpanOf(WithoutHeaderMark(row.text)).columns > 1;
 }
 
 std::string_view WhatIsWrong(std::string_view row)

@@ -105,7 +105,7 @@ std::vector<std::string> OtherPages(const SiteView& site)
 std::vector<std::string> StalePages(const SiteView& site)
 {
     const auto is_single = [](const PageText& page) { return page.number == 0; };
-    if (site.linked == nullptr || site.error || std::ranges::any_of(site.pages, is_single))
+    if (site.linked == nullptr || site.IsCutShort() || std::ranges::any_of(site.pages, is_single))
         return {};
     std::vector<std::string> paths = OtherPages(site);
     if (paths.empty())

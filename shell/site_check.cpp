@@ -43,6 +43,15 @@ class WayBack {
     std::string folder_;
 };
 
+/// The first line (1-based) that is `entry`; 0: none is.
+int LineOf(std::string_view content, std::string_view entry)
+{
+    for (int line = 1; !content.empty(); ++line)
+        if (TakeLine(content) == entry)
+            return line;
+    return 0;
+}
+
 class SiteCheck {
   public:
     explicit SiteCheck(Workspace& workspace)
@@ -115,7 +124,8 @@ class SiteCheck {
             SiteView& view = views_.emplace_back(files_, workspace_.machine().pictures);
             view.folder = WithSeparator(AbsolutePath(entry, folder));
             view.is_there = false;
-            error.where = Place{folder + std::string(kGroupFile)};
+            const std::string list = folder + std::string(kGroupFile);
+            error.where = Place{list, LineOf(files_.ReadFile(list), entry)};
             view.error = error;
             return;
         }
