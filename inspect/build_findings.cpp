@@ -16,8 +16,8 @@ constexpr std::string_view kMissingStart = "Missing @@start";
 /// "misspelled-tag", "stop-open".
 bool HasFindingOfItsOwn(std::string_view text)
 {
-    return text == kMissingStart || text.starts_with(kNoBracketWarning) || text.starts_with(kNoPageRefWarning) ||
-           text == kNoGroupRefWarning ||
+    return text == kMissingStart || text.starts_with(kNoBracketWarning) ||
+           text.starts_with(kNoPageRefWarning) || text == kNoGroupRefWarning ||
            (text.starts_with('<') && text.ends_with(kUnknownTagWarning));
 }
 
