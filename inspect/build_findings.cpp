@@ -72,8 +72,7 @@ std::string MeantInclude(const SiteView& site, const MissingInclude& include)
     if (!name.empty() && site.files.FolderExists(path))
         return Joined({"\"", name, "\" is a folder: name a file in it"});
     const std::vector<std::string> files = site.files.ListFiles(FolderOf(path), "*.*");
-    const std::string_view near =
-        NearestFileName(NameOf(path), files, NameKind::same_extension);
+    const std::string_view near = NearestFileName(NameOf(path), files, NameKind::same_extension);
     return near.empty() ? std::string()
                         : Joined({"did you mean \"", include.marks, WithLast(name, near), "\"?"});
 }
@@ -97,8 +96,8 @@ bool IsOverOthers(std::string_view text)
 /// "misspelled-tag", "stop-open", "missing-include" and the like.
 bool HasFindingOfItsOwn(std::string_view text)
 {
-    return text == kMissingStart || text.starts_with(kNoBracketWarning) || text.starts_with(kNoPageRefWarning) ||
-           text == kNoGroupRefWarning ||
+    return text == kMissingStart || text.starts_with(kNoBracketWarning) ||
+           text.starts_with(kNoPageRefWarning) || text == kNoGroupRefWarning ||
            (text.starts_with('<') && text.ends_with(kUnknownTagWarning)) || IncludeOf(text) ||
            text.starts_with(kNoFolder) || IsOverOthers(text);
 }

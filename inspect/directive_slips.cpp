@@ -72,6 +72,14 @@ struct Form {
     bool takes_value = false; // behind the word and its tail
 };
 
+/// `line` with a blank at `at`; "" when it has one there, or ends.
+std::string WithBlank(std::string_view line, std::size_t at)
+{
+    if (at >= line.size() || line[at] == ' ' || line[at] == '\t')
+        return {};
+    return Joined({line.substr(0, at), " ", line.substr(at)});
+}
+
 /// The words of the builder's tables, taken apart once for a look at a site.
 class Words {
   public:
@@ -100,6 +108,16 @@ class Words {
     {
         return std::ranges::any_of(
             variables_, [&](std::string_view name) { return StartsWithNoCase(line, name); });
+    }
+
+    /// The line with the blank behind its "=" that its value begins behind; "": it has one, or
+    /// needs none.
+    std::string WithBlank(std::string_view line) const
+    {
+        for (const std::string_view word : taken_)
+            if (word.ends_with('=') && StartsWithNoCase(line, word))
+                return kiv::WithBlank(line, word.size());
+        return {};
     }
 
     const Form* Known(std::string_view word) const
@@ -280,6 +298,8 @@ class SourceReader {
         if (!parts.IsRead())
             return LookForSwitch(line);
         const Zone zone = ZoneOf(line, parts);
+        if (std::string whole = WithBlank(line, parts); !whole.empty())
+            slips_.push_back({static_cast<int>(index_) + 1, std::move(whole), true});
         if (parts.HasRole() || (line.find('@') == npos && line.find('=') == npos))
             return;
         const std::string_view next =
@@ -292,6 +312,23 @@ class SourceReader {
         }
         if (!meant.empty())
             slips_.push_back({static_cast<int>(index_) + 1, std::move(meant)});
+    }
+
+    /// Of a line that is taken, though its value lacks its first character.
+    std::string WithBlank(std::string_view line, const LineParts& parts) const
+    {
+        constexpr std::size_t kSignAt = 4; // 0-based, of the "=" of a definition
+        const bool is_taken =
+            parts.HasRole() || parts.Has(LinePart::page_start) || parts.Has(LinePart::title);
+        if (!is_taken)
+            return {};
+        const bool is_number =
+            std::ranges::find(kFamilyMark, line.substr(0, 2)) != kFamilyMark.end();
+        if (!is_number)
+            return words_.WithBlank(line);
+        const bool is_definition =
+            parts.Has(LinePart::before_pages) && line.size() > kSignAt && line[kSignAt] == '=';
+        return is_definition ? kiv::WithBlank(line, kSignAt + 1) : std::string();
     }
 
     /// A stretch that is not read goes on to its second switch, or to one that was meant for it.

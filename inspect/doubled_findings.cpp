@@ -1,5 +1,6 @@
 #include "inspect/doubled_findings.h"
 
+#include "builder/page_record.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -13,14 +14,20 @@ namespace {
 struct Doubled {
     std::string_view name;
     std::string_view better;
+    std::string_view beginning = {}; // of the text of `name`; "": both speak of the same word
 };
 
 constexpr Doubled kDoubled[] = {
-    {"left-over", "misspelled-variable"},  {"left-over", "misspelled-directive"},
-    {"left-over", "misspelled-macro"},     {"left-over", "misspelled-tag"},
-    {"left-over", "undefined-number"},     {"left-over", "unclosed-bracket"},
-    {"left-over", "unknown-reference"},    {"undefined-number", "quiz-doubled-mark"},
-    {"build-warning", "undefined-number"}, {"build-error", "undefined-number"},
+    {"left-over", "misspelled-variable"},
+    {"left-over", "misspelled-directive"},
+    {"left-over", "misspelled-macro"},
+    {"left-over", "misspelled-tag"},
+    {"left-over", "undefined-number"},
+    {"left-over", "unclosed-bracket"},
+    {"left-over", "unknown-reference"},
+    {"undefined-number", "quiz-doubled-mark"},
+    {"build-warning", "undefined-number", "blunder in: [["},
+    {"build-error", "undefined-number", "the wrapper [["},
 };
 
 /// The first words in double quotes; "" for none.
@@ -49,15 +56,34 @@ bool SaysSame(const Finding& other, const Finding& finding)
            Before(words, '.') == QuotedWords(other.text);
 }
 
+/// The mark of a numbered construct, "%%5" or "[[1", that a text speaks of; "" for none.
+std::string_view NumberMark(std::string_view text)
+{
+    for (const std::string_view mark : kFamilyMark)
+        for (std::size_t at = text.find(mark); at != npos; at = text.find(mark, at + 1))
+            if (at + 2 < text.size() && text[at + 2] >= '0' && text[at + 2] <= '9')
+                return text.substr(at, 3);
+    return {};
+}
+
+/// Whether both texts speak of one word: what the one has in quotes, or its mark.
+bool SpeaksOfTheSame(std::string_view other, std::string_view text)
+{
+    std::string_view word = QuotedWords(text);
+    if (word.empty())
+        word = NumberMark(text);
+    return !word.empty() && ContainsNoCase(other, word);
+}
+
 bool SaysBetter(const Finding& other, const Finding& finding)
 {
-    const auto is_pair = [&](const Doubled& pair) {
-        return pair.name == finding.name && pair.better == other.name;
-    };
-    const std::string_view words = QuotedWords(finding.text);
-    return SaysSame(other, finding) ||
-           (std::ranges::any_of(kDoubled, is_pair) &&
-            (words.empty() || ContainsNoCase(other.text, words)));
+    return SaysSame(other, finding) || std::ranges::any_of(kDoubled, [&](const Doubled& pair) {
+               if (pair.name != finding.name || pair.better != other.name)
+                   return false;
+               return pair.beginning.empty() ? SpeaksOfTheSame(other.text, finding.text)
+                                             : finding.text.starts_with(pair.beginning) &&
+                                                   Contains(other.text, NumberMark(finding.text));
+           });
 }
 
 bool IsSamePlace(const Finding& one, const Finding& other)

@@ -15,6 +15,7 @@ void FindPagesOverSources(const SiteView& site, FindingSink& sink);
 
 // directive_findings.cpp
 void FindMisspelledDirectives(const SiteView& site, FindingSink& sink);
+void FindMissingTitles(const SiteView& site, FindingSink& sink);
 void FindPagesTwice(const SiteView& site, FindingSink& sink);
 
 // variable_findings.cpp

@@ -54,8 +54,7 @@ std::string MeantAddress(const PageLink& link, const Target& target)
 /// An address with the next tags in it, or with lines, goes on because its quote is not closed.
 bool IsQuoteOpen(const PageLink& link, const Target& target)
 {
-    return target.state == Target::State::missing &&
-           link.address.find_first_of("<>\r\n") != npos;
+    return target.state == Target::State::missing && link.address.find_first_of("<>\r\n") != npos;
 }
 
 std::string OpenQuoteText(std::string_view address)
@@ -90,8 +89,7 @@ std::string WholeAddress(std::string_view address)
 {
     address = Trim(address);
     const std::size_t colon = address.find(':');
-    const std::string_view host =
-        colon == npos ? std::string_view() : address.substr(colon + 1);
+    const std::string_view host = colon == npos ? std::string_view() : address.substr(colon + 1);
     const std::size_t begin = host.find_first_not_of('/');
     if (begin == npos)
         return {};

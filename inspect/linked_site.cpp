@@ -159,8 +159,8 @@ std::string LinkedSite::BaseFolder(const LinkedPage& page)
         return {};
     if (slash == npos)
         return folder;
-    const WalkEnd end = Walk(folders_, folder, base.path.substr(0, slash),
-                             NameKind::same_extension);
+    const WalkEnd end =
+        Walk(folders_, folder, base.path.substr(0, slash), NameKind::same_extension);
     return end.kind == WalkEnd::Kind::folder ? end.folder : std::string();
 }
 

@@ -169,18 +169,16 @@ std::vector<OpenBlock> OpenBlocks(const SiteView& site)
 bool IsOfOpenBlock(const SiteView& site, const std::vector<OpenBlock>& blocks,
                    const Finding& finding)
 {
-    constexpr std::string_view kOfLines[] = {"row-without-tab", "build-warning", "misspelled-tag",
-                                             "left-over",       "eoy-open",      "stop-open",
+    constexpr std::string_view kOfLines[] = {"row-without-tab",  "build-warning", "misspelled-tag",
+                                             "left-over",        "eoy-open",      "stop-open",
                                              "quiz-doubled-mark"};
     constexpr std::string_view kOfSwitches[] = {"eoy-open", "stop-open"};
     const int line = finding.where.line;
     return std::ranges::any_of(blocks, [&](const OpenBlock& block) {
-        if (site.sources[block.lines.source].path != finding.where.file ||
-            line < block.lines.first)
+        if (site.sources[block.lines.source].path != finding.where.file || line < block.lines.first)
             return false;
-        return line <= block.lines.last
-                   ? IsAnyOf(finding.name, kOfLines)
-                   : block.takes_switch && IsAnyOf(finding.name, kOfSwitches);
+        return line <= block.lines.last ? IsAnyOf(finding.name, kOfLines)
+                                        : block.takes_switch && IsAnyOf(finding.name, kOfSwitches);
     });
 }
 

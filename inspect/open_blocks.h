@@ -11,13 +11,13 @@ namespace kiv {
 
 /// A block without its end: the build has broken it off, or gone on into what was to follow it.
 struct OpenBlock {
-    SourceLines lines;          // from its tag to the last line that went into it
-    std::string tag;            // as it is written, "<zutable>"
-    std::string end;            // the tag that is missing
-    int end_before = 0;         // the line above which it belongs; 0: in the line of the tag
-    std::string written = {};   // an end tag of another spelling; "": there is none
-    int written_line = 0;       // of `written`
-    bool takes_switch = false;  // a "@@EOY" or "@@stop" has gone into it
+    SourceLines lines;         // from its tag to the last line that went into it
+    std::string tag;           // as it is written, "<zutable>"
+    std::string end;           // the tag that is missing
+    int end_before = 0;        // the line above which it belongs; 0: in the line of the tag
+    std::string written = {};  // an end tag of another spelling; "": there is none
+    int written_line = 0;      // of `written`
+    bool takes_switch = false; // a "@@EOY" or "@@stop" has gone into it
 };
 
 /// In no order, and the same block once for each pass.

@@ -115,9 +115,10 @@ void FindBrokenPictures(const SiteView& site, FindingSink& sink)
         if (is_new)
             entry->second = IsBroken(site, target.path);
         if (entry->second)
-            sink.Add(PlaceOf(page, link),
-                     Joined({"the file ", InQuotes(link.address), " is no picture that can be shown"}),
-                     "save the picture anew");
+            sink.Add(
+                PlaceOf(page, link),
+                Joined({"the file ", InQuotes(link.address), " is no picture that can be shown"}),
+                "save the picture anew");
     });
 }
 
@@ -130,7 +131,8 @@ void FindPictureSizes(const SiteView& site, FindingSink& sink)
             if (target.state != Target::State::found)
                 continue;
             const std::optional<PictureSize> own = sizes.Of(target.path);
-            if (!own || Fits(shown, *own) || (Fits(shown, Turned(*own)) && IsPhoto(site, target.path)))
+            if (!own || Fits(shown, *own) ||
+                (Fits(shown, Turned(*own)) && IsPhoto(site, target.path)))
                 continue;
             const PageLink& link = page.facts.links[shown.link];
             sink.Add(PlaceOf(page, link),

@@ -200,16 +200,38 @@ void FindUnknownReferences(const SiteView& site, FindingSink& sink)
         ReferenceCheck(site, pages, use, sink).Run();
 }
 
+namespace {
+
+/// Whether the construct is a definition inside a page: such a line is text of the page as well.
+bool IsDefinitionOnPage(const SiteView& site, const ConstructUse& use)
+{
+    return use.brought_by.empty() &&
+           std::ranges::any_of(site.definitions, [&](const NumberDefinition& definition) {
+               return definition.mark == use.name && definition.lines == use.lines;
+           });
+}
+
+void AddUnclosed(const SiteView& site, const ConstructUse& use, FindingSink& sink)
+{
+    const Place where = site.PlaceOf(use);
+    if (IsDefinitionOnPage(site, use))
+        return sink.Add(where,
+                        Joined({"the definition of ", use.name,
+                                " stands on a page, where it is text and a use without its end"}),
+                        "move it above the first page");
+    if (use.name.starts_with("[["))
+        return sink.Add(where, Joined({"the wrapper ", use.name, " has no end on its page"}),
+                        "end it by a line that holds nothing but ]]");
+    sink.Add(where, Joined({use.name, "[ has no \"]\" in its line"}),
+             "put a \"]\" behind its last field");
+}
+
+} // namespace
+
 void FindUnclosedBrackets(const SiteView& site, FindingSink& sink)
 {
     for (const ConstructUse& use : site.unclosed)
-        if (use.name.starts_with("[["))
-            sink.Add(site.PlaceOf(use),
-                     Joined({"the wrapper ", use.name, " has no end on its page"}),
-                     "end it by a line that holds nothing but ]]");
-        else
-            sink.Add(site.PlaceOf(use), Joined({use.name, "[ has no \"]\" in its line"}),
-                     "put a \"]\" behind its last field");
+        AddUnclosed(site, use, sink);
     for (const ConstructUse& use : site.unopened)
         sink.Add(site.PlaceOf(use), "\"]]\" ends no wrapper: none is open on this page");
 }

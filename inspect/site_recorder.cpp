@@ -55,7 +55,7 @@ bool SiteRecorder::BeginPage(const TracedPage& page)
     if (!is_new && page.number > 0 && !(kept.from == from))
         view_.twice.push_back({kept.from, from});
     kept = {std::string(page.name), std::string(page.path),  page.number, {}, {},
-            std::string(page.id),   std::string(page.group), from, {}};
+            std::string(page.id),   std::string(page.group), from,        {}};
     return true;
 }
 

@@ -129,8 +129,8 @@ struct PageText {
     std::string bytes;
     std::vector<SourceLines> origins; // of its lines; [0] is line 1
     std::string id = {};
-    std::string group = {}; // "": it has none of its own
-    SourceLines from = {};  // the line that begins it
+    std::string group = {};   // "": it has none of its own
+    SourceLines from = {};    // the line that begins it
     std::set<int> as_is = {}; // its lines that a file brought which is put in as it is
 
     /// Whether a line (1-based) is one in which the build expands nothing.

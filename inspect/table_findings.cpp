@@ -127,7 +127,8 @@ bool IsMarked(std::string_view row)
 /// of rows above reach down into it. `narrowest` is the fewest columns of the rows that have a TAB.
 bool IsWhole(const Row& row, int columns, int narrowest)
 {
-    return IsMarked(row.text) || columns >= narrowest || SpanOf(WithoutHeaderMark(row.text)).columns > 1;
+    return IsMarked(row.text) || columns >= narrowest ||
+           SpanOf(WithoutHeaderMark(row.text)).columns > 1;
 }
 
 std::string_view WhatIsWrong(std::string_view row)
