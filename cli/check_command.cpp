@@ -32,6 +32,16 @@ std::vector<std::string_view> NamesIn(std::string_view list)
     return names;
 }
 
+/// The name that was most likely meant, be it by its beginning; "": none is near.
+std::string_view NearestFinding(std::string_view name, const std::vector<std::string_view>& known)
+{
+    constexpr std::size_t kShortest = 5;
+    const std::string_view near = Nearest(name, known);
+    const auto begins = std::ranges::find_if(
+        known, [&](std::string_view other) { return other.starts_with(name); });
+    return near.empty() && name.size() >= kShortest && begins != known.end() ? *begins : near;
+}
+
 std::set<std::string, std::less<>> NameSet(std::string_view list)
 {
     const std::vector<std::string_view> names = NamesIn(list);
@@ -61,7 +71,7 @@ std::string FindingNamesFault(const std::string& list)
     for (const std::string_view name : NamesIn(list)) {
         if (std::ranges::find(known, name) != known.end())
             continue;
-        const std::string_view near = Nearest(name, known);
+        const std::string_view near = NearestFinding(name, known);
         return Joined({"no finding is called \"", name, "\"", near.empty() ? "" : "; ",
                        DidYouMean(near), near.empty() ? "; " : " ",
                        "kiv-cli check --help lists them"});

@@ -109,6 +109,26 @@ TEST_F(CheckTest, UnreadPageWhoseElementsAreTooDeep)
               "the page is nested too deeply, or is too large, to be looked at");
 }
 
+TEST_F(CheckTest, ANameThatNoFindingHasIsAWrongCall)
+{
+    Put("site/_html.txt", "@FILE = a\n@TITLE = A\n");
+    const Printed by_beginning = Call({"check", "C:\\site", "--only", "dead-pic"});
+    EXPECT_EQ(by_beginning.code, 2);
+    EXPECT_THAT(by_beginning.err,
+                HasSubstr("--only: no finding is called \"dead-pic\"; did you mean "
+                          "\"dead-picture\"? kiv-cli check --help lists them"));
+    EXPECT_EQ(Call({"check", "C:\\site", "--not", "id-twice, dead-lnk"}).code, 2);
+    EXPECT_EQ(Call({"check", "C:\\site", "--not", "id-twice, dead-link"}).code, 0);
+    EXPECT_THAT(Call({"check", "--help"}).out, HasSubstr("\n  dead-picture"));
+}
+
+TEST_F(CheckTest, WhatCanBeDoneStandsBehindAnArrow)
+{
+    Put("site/_html.txt", "@FILE = a\n@TITLE = A\n@TITEL\n");
+    EXPECT_THAT(Call({"check", "C:\\site"}).out,
+                HasSubstr("\n    @TITEL\n    -> did you mean \"@TITLE\"?\n"));
+}
+
 TEST_F(CheckTest, SaysHowManyFindingsAreSwitchedOff)
 {
     Put("site/_html.txt", "@FILE = a\n@TITLE = A\n@@stop\n");

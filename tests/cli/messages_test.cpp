@@ -198,7 +198,7 @@ TEST_F(Printer, AnErrorSaysWhatCanBeDone)
     drives.Put("site/a.txt", "one\n");
     EXPECT_EQ(Told(RunError(ErrorKind::file, "no\nfile", {"C:\\site\\a.txt", 1}, "Make it.")),
               "a.txt:1: error: no\\x0A"
-              "file\n    one\n    Make it.\n");
+              "file\n    one\n    -> Make it.\n");
     EXPECT_EQ(Told(RunError(ErrorKind::file, "no file")), "kiv: error: no file\n");
 }
 
