@@ -92,6 +92,13 @@ bool IsOverOthers(std::string_view text)
            (Contains(text, kOverSource) || Contains(text, kOverSettings));
 }
 
+/// The text with the path at its end as one says it in the section's folder.
+std::string InFolder(const SiteView& site, std::string text)
+{
+    const std::size_t folder = text.rfind(site.folder);
+    return folder == npos ? text : text.erase(folder, site.folder.size());
+}
+
 /// Whether another finding tells the same, with what to do: "unclosed-bracket", "undefined-number",
 /// "misspelled-tag", "stop-open", "missing-include" and the like.
 bool HasFindingOfItsOwn(std::string_view text)
@@ -144,7 +151,8 @@ void FindPagesOverSources(const SiteView& site, FindingSink& sink)
 {
     for (const Warning& warning : site.warnings)
         if (IsOverOthers(warning.text))
-            sink.Add(warning.where.View(), OneLine(warning.text), "give the page another name");
+            sink.Add(warning.where.View(), InFolder(site, OneLine(warning.text)),
+                     "give the page another name");
 }
 
 } // namespace kiv

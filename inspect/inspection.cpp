@@ -135,7 +135,8 @@ Inspection Inspect(const SiteView& site, const FindingChoice& choice)
             std::ranges::move(FindingsOf(row, site), std::back_inserter(found));
     }
     std::ranges::stable_sort(found, StandsBefore);
-    DropOfOpenBlocks(site, found);
+    if (choice.only.empty() || choice.only.contains("unclosed-tag"))
+        DropOfOpenBlocks(site, found);
     DropDoubled(found);
     DropOfMadeSources(site, found);
     Inspection all;

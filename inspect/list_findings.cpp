@@ -61,8 +61,7 @@ void FindMissingLists(const SiteView& site, FindingSink& sink)
     for (const std::string_view list : {kPageListFile, kTemplateFile})
         if (site.Lacks(list))
             sink.Add({site.folder + std::string(list)},
-                     Joined({"there is no ", list, " in ", site.folder, ", so nothing is built"}),
-                     WhatToDo(site, list));
+                     Joined({"there is no ", list, ", so nothing is built"}), WhatToDo(site, list));
 }
 
 } // namespace kiv

@@ -121,10 +121,12 @@ void TakeWrittenEnd(const SourceText& source, OpenBlock& block)
     }
 }
 
-bool TakesSwitch(const SourceText& source, const SourceLines& lines)
+/// Whether the block has one of `lines` behind its tag that is such a line.
+template <typename IsOne>
+bool Takes(const SourceText& source, const SourceLines& lines, IsOne is_one)
 {
     for (int line = lines.first + 1; line <= lines.last; ++line)
-        if (IsYearEnd(source.Line(line)) || StartsWithNoCase(source.Line(line), kStopMark))
+        if (is_one(source.Line(line)))
             return true;
     return false;
 }
@@ -146,7 +148,12 @@ std::optional<OpenBlock> OpenBlockOf(const SourceText& source, const BlockLines&
     if (open.end_before == 0)
         return std::nullopt;
     TakeWrittenEnd(source, open);
-    open.takes_switch = TakesSwitch(source, block.lines);
+    open.takes_pages = Takes(source, block.lines, [](std::string_view line) {
+        return StartsWithNoCase(line, kPageStart);
+    });
+    open.takes_switch = Takes(source, block.lines, [](std::string_view line) {
+        return IsYearEnd(line) || StartsWithNoCase(line, kStopMark);
+    });
     return open;
 }
 

@@ -17,6 +17,7 @@ struct OpenBlock {
     int end_before = 0;        // the line above which it belongs; 0: in the line of the tag
     std::string written = {};  // an end tag of another spelling; "": there is none
     int written_line = 0;      // of `written`
+    bool takes_pages = false;  // the beginning of a page has gone into it
     bool takes_switch = false; // a "@@EOY" or "@@stop" has gone into it
 };
 

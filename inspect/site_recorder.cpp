@@ -1,6 +1,7 @@
 #include "inspect/site_recorder.h"
 
 #include "builder/page_list_reader.h"
+#include "inspect/open_blocks.h"
 #include "platform/drive_path.h"
 #include "platform/site_files.h"
 #include "text/text.h"
@@ -262,6 +263,8 @@ void SiteRecorder::Finish()
         AddIfThere(view_.folder + std::string(list));
     for (SourceText& source : view_.sources)
         ReadSource(source);
+    for (const OpenBlock& block : OpenBlocks(view_))
+        view_.list_ended_early |= block.takes_pages || block.takes_switch;
     for (PageText& page : view_.pages)
         if (view_.files.FileExists(page.path))
             page.bytes = view_.files.ReadFile(page.path);

@@ -12,6 +12,7 @@
 #include <limits>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kiv {
@@ -117,8 +118,8 @@ class TagReader {
     void LookAt(std::string_view line)
     {
         const bool may_break_off = last_ == kUnknown && line.starts_with('@');
-        if (line_ > last_ || (may_break_off && !line.starts_with("@@")))
-            open_ = nullptr; // the build has broken the block off
+        if (open_ != nullptr && (line_ > last_ || (may_break_off && !line.starts_with("@@"))))
+            broken_ = std::exchange(open_, nullptr);
         if (line.starts_with(';') && open_ == nullptr)
             return;
         if (line.find('<') == npos)
@@ -140,6 +141,7 @@ class TagReader {
     {
         const auto end = ends_.find(line_);
         open_ = &form;
+        broken_ = nullptr;
         last_ = end == ends_.end() ? kUnknown : end->second;
     }
 
@@ -179,6 +181,9 @@ class TagReader {
         if (form != nullptr)
             return Add(Joined({tag.text, " does not end ", form->tag}),
                        Joined({"write ", EndOf(*form)}));
+        if (const auto* const broken = std::exchange(broken_, nullptr);
+            broken != nullptr && Ends(*broken, tag.text))
+            return; // the build has told why
         const std::string bare = Joined({"<", LowerCase(tag.name), ">"});
         const std::string_view near = Nearest(bare, starts_);
         if (!near.empty())
@@ -192,8 +197,9 @@ class TagReader {
     const std::vector<BlockTagForm> forms_ = BlockTagForms();
     std::vector<std::string_view> starts_;
     std::map<int, int> ends_; // of the blocks that the build has read: first and last line
-    const BlockTagForm* open_ = nullptr; // a block of several lines
-    int last_ = 0;                       // of its lines
+    const BlockTagForm* open_ = nullptr;   // a block of several lines
+    const BlockTagForm* broken_ = nullptr; // the last one that the build has broken off
+    int last_ = 0;                         // of its lines
     int line_ = 0;
 };
 
