@@ -148,8 +148,9 @@ std::optional<OpenBlock> OpenBlockOf(const SourceText& source, const BlockLines&
     if (open.end_before == 0)
         return std::nullopt;
     TakeWrittenEnd(source, open);
-    open.takes_pages = Takes(source, block.lines, [](std::string_view line) {
-        return StartsWithNoCase(line, kPageStart);
+    const SourceLines inside{block.lines.source, block.lines.first, block.lines.last - 1};
+    open.takes_pages = Takes(source, inside, [](std::string_view line) {
+        return StartsWithNoCase(line, kPageStart); // one that ends the block begins a page
     });
     open.takes_switch = Takes(source, block.lines, [](std::string_view line) {
         return IsYearEnd(line) || StartsWithNoCase(line, kStopMark);
