@@ -4,7 +4,6 @@
 #include "text/text.h"
 
 #include <utility>
-#include <vector>
 
 namespace kiv {
 
@@ -15,23 +14,16 @@ bool IsRoot(std::string_view folder)
     return NameOf(folder).empty();
 }
 
-/// The name that was most likely meant; "": none is near. Files whose names begin so are none that
-/// a visitor is to see.
+/// The name that was most likely meant; "": none is near.
 std::string NearestName(std::string_view name, const FolderNames& names, bool is_last,
                         NameKind kind)
 {
-    const auto is_hidden = [](const std::string& other) {
-        return other.starts_with('_') || other.starts_with('.');
-    };
-    std::vector<std::string> known = names.folders;
-    std::erase_if(known, is_hidden);
-    const std::string folder(NearestFileName(name, known, NameKind::same_extension));
-    if (!is_last)
-        return folder;
-    known = names.files;
-    std::erase_if(known, is_hidden);
-    const std::string_view file = NearestFileName(name, known, kind);
-    return file.empty() ? folder : std::string(file);
+    if (name.starts_with('_'))
+        return {}; // no visitor is to see what has such a name
+    const std::string_view file =
+        is_last ? NearestFileName(name, names.files, kind) : std::string_view();
+    return std::string(file.empty() ? NearestFileName(name, names.folders, NameKind::same_extension)
+                                    : file);
 }
 
 class Walker {

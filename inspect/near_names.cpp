@@ -12,6 +12,14 @@ namespace kiv {
 
 namespace {
 
+constexpr std::size_t kLongest = 100; // letters; nobody is told the name of a longer one
+
+/// Files whose names begin so are none that visitors are to see.
+bool IsHidden(std::string_view name)
+{
+    return name.starts_with('_') || name.starts_with('.');
+}
+
 bool IsOfKind(std::string_view name, NameKind kind)
 {
     return (kind == NameKind::page && IsPageName(name)) ||
@@ -37,10 +45,11 @@ std::size_t StepsTo(std::string_view name, std::string_view other, NameKind kind
     if (extension != other_extension && !is_of_kind)
         return npos;
     const bool is_same = extension == other_extension || IsOfKind(name, kind);
+    const std::size_t most = stem.size() / 3;
     const auto [shorter, longer] = std::minmax(stem.size(), other_stem.size());
-    if (longer - shorter > stem.size() / 3)
+    if (longer - shorter > most)
         return npos;
-    return EditDistance(stem, other_stem) +
+    return EditDistance(stem, other_stem, most) +
            (is_same ? 0 : EditDistance(extension, other_extension));
 }
 
@@ -49,9 +58,13 @@ std::size_t StepsTo(std::string_view name, std::string_view other, NameKind kind
 std::string_view NearestFileName(std::string_view name, std::span<const std::string> names,
                                  NameKind kind)
 {
+    if (name.size() > kLongest)
+        return {};
     std::string_view nearest;
     std::size_t least = StemOf(name).size() / 3 + 1;
     for (const std::string& other : names) {
+        if (IsHidden(other) && !IsHidden(name))
+            continue;
         const std::size_t steps = StepsTo(name, other, kind);
         if (steps < least) {
             least = steps;

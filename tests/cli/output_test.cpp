@@ -48,7 +48,7 @@ TEST_F(Output, AFatalErrorHasItsTextAndPlace)
     EXPECT_EQ(printed.err, NativeOf("site/_html.txt") +
                                ":4: error: field 1 of !!pop is missing (page index.htm)\n"
                                "    !!pop[]\n"
-                               "    Write it as \"!!pop[name|page|width|height]\".\n");
+                               "    -> Write it as \"!!pop[name|page|width|height]\".\n");
 }
 
 TEST_F(Output, EveryWarningIsToldOnce)

@@ -156,7 +156,7 @@ TEST_F(WhyTest, WhatCameBeforeAnErrorIsToldAllTheSame)
     EXPECT_EQ(printed.err, NativeOf("site/_html.txt") +
                                ":4: error: field 2 of !!SWAP is missing (page a.htm)\n"
                                "    !!swap[z]\n"
-                               "    Write it as "
+                               "    -> Write it as "
                                "\"!!swap[id|page|picture|other picture|width|height|alt]\".\n");
 }
 
