@@ -25,6 +25,8 @@ constexpr Doubled kDoubled[] = {
     {"left-over", "undefined-number"},
     {"left-over", "unclosed-bracket"},
     {"left-over", "unknown-reference"},
+    {"left-over", "build-warning"},
+    {"dead-link", "unknown-reference"},
     {"undefined-number", "quiz-doubled-mark"},
     {"build-warning", "undefined-number", "blunder in: [["},
     {"build-error", "undefined-number", "the wrapper [["},
