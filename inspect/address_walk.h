@@ -21,7 +21,7 @@ struct WalkEnd {
 };
 
 /// Follows `path`, whose names "/" parts, from an absolute folder on. One that leads above the
-/// drive's root, or through a folder that nobody may look into, ends outside.
+/// drive's root, or to what nobody may look at, ends outside.
 WalkEnd Walk(FolderIndex& folders, std::string_view folder, std::string_view path);
 
 } // namespace kiv
