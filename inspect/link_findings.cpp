@@ -53,11 +53,17 @@ std::string MeantAddress(const PageLink& link, const Target& target)
 
 void FindDead(const SiteView& site, FindingSink& sink, LinkKind kind, const DeadWords& words)
 {
+    const bool leads_to_page =
+        kind == LinkKind::link || kind == LinkKind::frame || kind == LinkKind::form;
     ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
         if (link.kind != kind)
             return;
         const std::string quoted = InQuotes(link.address);
-        if (target.state == Target::State::no_index)
+        const bool is_folder = target.state == Target::State::no_index;
+        if (is_folder && !leads_to_page)
+            sink.Add(PlaceOf(page, link), Joined({words.before, quoted, " is a folder"}),
+                     "name a file in it");
+        else if (is_folder)
             sink.Add(PlaceOf(page, link), quoted + " is a folder without an index page",
                      "link to one of its pages");
         else if (target.state == Target::State::missing)
