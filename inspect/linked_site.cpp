@@ -137,7 +137,8 @@ std::optional<std::string> LinkedSite::Read(const std::string& path) const
         if (size > std::min(kLargest, left_to_read_))
             return std::nullopt;
         left_to_read_ -= size;
-        return files_.ReadFile(path);
+        // What is no file on a disk says that it is empty, and may have no end.
+        return size == 0 ? std::string() : files_.ReadFile(path);
     } catch (const RunError&) {
         return std::nullopt;
     }

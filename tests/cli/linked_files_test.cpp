@@ -105,6 +105,24 @@ TEST_F(LinkedFilesTest, OfAStyleSheetOrScriptThatIsTooLargeNothingIsClaimed)
     }
 }
 
+TEST_F(LinkedFilesTest, OfTooManyLargeStyleSheetsNothingIsClaimed)
+{
+    Put("site/shown.gif", "GIF");
+    Put("site/old.gif", "GIF");
+    std::string body = "<img src=\"shown.gif\">";
+    for (int sheet = 0; sheet < 8; ++sheet) {
+        const std::string name = "s" + std::to_string(sheet) + ".css";
+        Put("site/" + name, "/*");
+        std::filesystem::resize_file(Native("site/" + name), std::uintmax_t{32} << 20U);
+        body += "\n<link rel=\"stylesheet\" href=\"" + name + "\">";
+    }
+    PutPage(body);
+    EXPECT_EQ(Found(), Texts{"unused-picture: no page shows the picture \"old.gif\""});
+    Put("site/last.css", "p { color: red }");
+    PutPage(body + "\n<link rel=\"stylesheet\" href=\"last.css\">");
+    EXPECT_THAT(Found(), IsEmpty());
+}
+
 TEST_F(LinkedFilesTest, StyleSheetsAndScriptsAreReadInsideTheSiteAlone)
 {
     Put("all/_template.txt", ";\n");
