@@ -82,7 +82,7 @@ class OpenElements {
     {
         Look(name);
         const auto open = places_.find(name);
-        if (open == places_.end())
+        if (open == places_.end() || open->second.empty())
             return;
         // What stands around it must be loose. In a drawing nothing is.
         const std::size_t place = open->second.back();
@@ -124,10 +124,7 @@ class OpenElements {
         foreign_ -= IsForeign(name) ? 1U : 0U;
         if (FindLoose(name) == nullptr)
             tight_.pop_back();
-        const auto open = places_.find(name);
-        open->second.pop_back();
-        if (open->second.empty())
-            places_.erase(open);
+        places_.find(name)->second.pop_back();
         names_.pop_back();
     }
 
