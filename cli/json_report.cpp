@@ -116,14 +116,15 @@ Json LineObject(const ToldLine& line)
 Json FindingObject(const ReportedFinding& reported)
 {
     const Finding& finding = reported.finding;
-    return Json{{"severity", std::string(SeverityName(finding.severity))},
-                {"name", std::string(finding.name)},
-                {"text", ToUtf8(finding.text)},
-                {"file", TextOrNull(finding.where.file)},
-                {"native", reported.native.empty() ? Json(nullptr) : Json(OnlyUtf8(reported.native))},
-                {"line", finding.where.line > 0 ? Json(finding.where.line) : Json(nullptr)},
-                {"page", TextOrNull(finding.where.page)},
-                {"suggestion", TextOrNull(finding.suggestion)}};
+    return Json{
+        {"severity", std::string(SeverityName(finding.severity))},
+        {"name", std::string(finding.name)},
+        {"text", ToUtf8(finding.text)},
+        {"file", TextOrNull(finding.where.file)},
+        {"native", reported.native.empty() ? Json(nullptr) : Json(OnlyUtf8(reported.native))},
+        {"line", finding.where.line > 0 ? Json(finding.where.line) : Json(nullptr)},
+        {"page", TextOrNull(finding.where.page)},
+        {"suggestion", TextOrNull(finding.suggestion)}};
 }
 
 Json LinkObject(const ReportedLink& reported)

@@ -67,7 +67,7 @@ struct RunReport {
     bool is_story_long = false;                           // with all that was done to each line
     std::optional<std::vector<ReportedFinding>> findings; // of "check"
     std::optional<std::vector<ReportedLink>> external;    // of "check" where it was asked for
-    std::size_t switched_off = 0; // of the findings, by `_check.txt`
+    std::size_t switched_off = 0;                         // of the findings, by `_check.txt`
     bool has_failed = false; // what the call was asked to fail on is there: exit code 3
 };
 

@@ -72,10 +72,8 @@ class Walker {
     bool GoInto(std::string_view part, const std::string& slash)
     {
         const FolderNames& names = folders_.Of(end_.folder);
-        if (!names.is_known) {
-            end_.kind = WalkEnd::Kind::outside;
-            return false;
-        }
+        if (!names.is_known)
+            return GoUnlisted(part, slash);
         const std::string* const folder = FolderNames::Find(names.folders, part);
         const std::string* const file =
             slash.empty() ? FolderNames::Find(names.files, part) : nullptr;
@@ -99,6 +97,25 @@ class Walker {
         }
         end_.folder = WithSeparator(end_.folder) + *folder;
         return true;
+    }
+
+    /// Nothing can be said of spelling there.
+    bool GoUnlisted(std::string_view part, const std::string& slash)
+    {
+        const EntryKind kind = folders_.Ask(end_.folder, part);
+        end_.spelling.append(part).append(slash);
+        if (kind == EntryKind::folder) {
+            end_.folder = WithSeparator(end_.folder).append(part);
+            return true;
+        }
+        end_.name = part;
+        if (kind == EntryKind::unknown)
+            end_.kind = WalkEnd::Kind::outside;
+        else if (kind == EntryKind::file && slash.empty())
+            end_.kind = WalkEnd::Kind::file;
+        else
+            end_.kind = WalkEnd::Kind::missing, end_.spelling.clear(), rest_ = {};
+        return false;
     }
 
     FolderIndex& folders_;

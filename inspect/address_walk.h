@@ -22,8 +22,8 @@ struct WalkEnd {
 };
 
 /// Follows `path`, whose names "/" parts, from an absolute folder on. One that leads above the
-/// drive's root, or through a folder that nobody may look into, ends outside.
-/// `kind` is what a name that is not there may have been meant for.
+/// drive's root, or to what nobody may look at, ends outside. `kind` is what a name that is not
+/// there may have been meant for.
 WalkEnd Walk(FolderIndex& folders, std::string_view folder, std::string_view path, NameKind kind);
 
 } // namespace kiv

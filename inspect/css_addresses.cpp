@@ -20,7 +20,7 @@ class CssReader {
         while (at_ < css_.size()) {
             const std::string_view rest = css_.substr(at_);
             if (rest.starts_with("/*")) {
-                at_ = std::min(css_.find("*/", at_ + 2), css_.size());
+                SkipComment();
             } else if (StartsWithNoCase(rest, "@import")) {
                 at_ += 7;
                 is_import_ = true;
@@ -39,6 +39,13 @@ class CssReader {
     }
 
   private:
+    /// Both signs of its end belong to it: "*/" and a "*" behind it begin no other.
+    void SkipComment()
+    {
+        const std::size_t end = css_.find("*/", at_ + 2);
+        at_ = end == npos ? css_.size() : end + 2;
+    }
+
     void SkipBlanks() { at_ = std::min(css_.find_first_not_of(kBlanks, at_), css_.size()); }
 
     void TakeUrl()
@@ -64,11 +71,14 @@ class CssReader {
         at_ += text.size() + 1;
     }
 
-    /// Moves behind the opening quote. The string ends at its quote or with the line.
+    /// Moves behind the opening quote. The string ends at its quote or with the line, unless a "\"
+    /// stands before.
     std::string_view StringHere()
     {
-        const char ends[] = {css_[at_++], '\n'};
-        const std::size_t end = css_.find_first_of(std::string_view(ends, 2), at_);
+        const char quote = css_[at_++];
+        std::size_t end = at_;
+        while (end < css_.size() && css_[end] != quote && css_[end] != '\n')
+            end += css_[end] == '\\' ? 2U : 1U;
         return css_.substr(at_, std::min(end, css_.size()) - at_);
     }
 

@@ -33,6 +33,24 @@ void FolderIndex::AddWritten(const std::string& path)
     }
 }
 
+EntryKind FolderIndex::Ask(std::string_view folder, std::string_view name)
+{
+    const FolderNames& names = Of(folder);
+    if (FolderNames::Find(names.files, name) != nullptr)
+        return EntryKind::file;
+    if (names.is_known)
+        return FolderNames::Find(names.folders, name) != nullptr ? EntryKind::folder
+                                                                 : EntryKind::nothing;
+    const std::string path = WithSeparator(folder).append(name);
+    try {
+        if (files_.FileExists(path))
+            return EntryKind::file;
+        return files_.FolderExists(path) ? EntryKind::folder : EntryKind::nothing;
+    } catch (const RunError&) {
+        return EntryKind::unknown;
+    }
+}
+
 const FolderNames& FolderIndex::Of(std::string_view folder)
 {
     const auto [entry, is_new] = folders_.try_emplace(UpperCase(folder));
@@ -43,6 +61,7 @@ const FolderNames& FolderIndex::Of(std::string_view folder)
         names.files = files_.ListFiles(folder, "*.*");
         names.folders = files_.ListFolders(folder);
     } catch (const RunError&) {
+        names.files.clear();
         names.is_known = false;
     }
     const std::string before = UpperCase(WithSeparator(folder));

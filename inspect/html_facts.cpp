@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <csetjmp>
+#include <ctime>
 #include <optional>
 #include <set>
 #include <utility>
@@ -23,6 +24,7 @@ namespace kiv {
 namespace {
 
 constexpr std::size_t kDeepest = 3000;
+constexpr std::clock_t kLongestShared = std::clock_t{5} * CLOCKS_PER_SEC; // of one page
 
 /// The tree of a page, which lives as long as the memory; null when it asks for too much. Nothing
 /// between here and the allocator has anything to clean up: all of it is C.
@@ -360,12 +362,14 @@ class FactFinder {
     /// `place`: of the style, near enough for its lines.
     void TakeCss(std::string_view css, const char* place)
     {
-        const int line = lines_.Of(place);
+        int line = lines_.Of(place);
+        std::size_t counted = 0; // of the style, from whose begin the addresses are in order
         for (const CssAddress& found : CssAddresses(css)) {
-            const auto before = css.substr(0, found.at);
-            const auto lines = static_cast<int>(std::ranges::count(before, '\n'));
+            const auto between = css.substr(counted, found.at - counted);
+            line += static_cast<int>(std::ranges::count(between, '\n'));
+            counted = found.at;
             AddLink(found.is_import ? LinkKind::style : LinkKind::picture, found.address,
-                    found.address, line + lines);
+                    found.address, line);
         }
     }
 
@@ -447,7 +451,7 @@ bool IsUtf8(std::string_view text)
 
 } // namespace
 
-PageFacts ReadPage(std::string_view bytes)
+PageFacts ReadPage(std::string_view bytes, ReadingTime& time)
 {
     PageFacts facts;
     constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
@@ -456,9 +460,12 @@ PageFacts ReadPage(std::string_view bytes)
     const bool is_utf8 = IsUtf8(bytes);
     const std::string html =
         WithoutServerCode(is_utf8 ? std::string(bytes) : ToUtf8(bytes), facts.is_made_by_server);
-    ParseMemory memory;
+    const std::clock_t begin = std::clock();
+    ParseMemory memory(time.own + std::min(time.shared, kLongestShared));
     const GumboOutput* const tree =
         NestingBound(html, kDeepest) < kDeepest ? Parse(html, memory) : nullptr;
+    const std::clock_t needed = std::clock() - begin - time.own;
+    time.shared -= std::clamp<std::clock_t>(needed, 0, time.shared);
     facts.is_read = tree != nullptr;
     if (tree != nullptr)
         FactFinder(html, is_utf8, facts).Look(tree->document);

@@ -1,6 +1,7 @@
 // What a page says that can be right or wrong: its addresses, names, pictures and odd words.
 #pragma once
 
+#include <ctime>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,8 +50,16 @@ struct PageFacts {
     bool is_read = true;                // false: it is too deep or too large for it
 };
 
-/// Reads a page, Windows-1252 or UTF-8. Never fails, whatever the bytes are.
-PageFacts ReadPage(std::string_view bytes);
+/// How long pages may take, as the processor counts it. All pages of a run share what one of them
+/// needs beyond its own.
+struct ReadingTime {
+    std::clock_t own = CLOCKS_PER_SEC / 5; // of each page
+    std::clock_t shared = std::clock_t{20} * CLOCKS_PER_SEC;
+};
+
+/// Reads a page, Windows-1252 or UTF-8. Never fails, whatever the bytes are. Takes from the shared
+/// time what it needed of it; a page that nobody has the time for is not read.
+PageFacts ReadPage(std::string_view bytes, ReadingTime& time);
 
 /// False in a program that was built without a reader of HTML.
 bool CanReadPages();

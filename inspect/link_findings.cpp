@@ -99,19 +99,24 @@ std::string WholeAddress(std::string_view address)
 
 void FindDead(const SiteView& site, FindingSink& sink, LinkKind kind, const DeadWords& words)
 {
+    const bool leads_to_page =
+        kind == LinkKind::link || kind == LinkKind::frame || kind == LinkKind::form;
     ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
         if (link.kind != kind)
             return;
         const std::string quoted = InQuotes(link.address);
+        const bool is_folder = target.state == Target::State::no_index;
         if (IsQuoteOpen(link, target))
             sink.Add(PlaceOf(page, link), OpenQuoteText(link.address),
                      "put a quotation mark behind the address");
         else if (const std::string_view fault = AddressFault(link); !fault.empty())
             sink.Add(PlaceOf(page, link), quoted + std::string(fault), WholeAddress(link.address));
-        else if (target.state == Target::State::no_index)
+        else if (is_folder && !leads_to_page)
+            sink.Add(PlaceOf(page, link), Joined({words.before, quoted, " is a folder"}),
+                     "name a file in it");
+        else if (is_folder)
             sink.Add(PlaceOf(page, link), quoted + " is a folder without an index page",
-                     kind == LinkKind::picture ? "name a picture in it"
-                                               : "link to one of its pages");
+                     "link to one of its pages");
         else if (target.state == Target::State::missing)
             sink.Add(PlaceOf(page, link), Joined({words.before, quoted, words.behind}),
                      MeantAddress(link, target));

@@ -49,6 +49,10 @@ LinkedSite::LinkedSite(std::span<const SiteView* const> sections)
     : files_(sections.front()->files), folders_(files_), sections_(sections)
 {
     for (const SiteView* const section : sections) {
+        inside_.push_back(section->folder);
+        const std::string_view above = FolderOf(FolderOf(section->folder));
+        if (folders_.Ask(above, kGroupFile) == EntryKind::file)
+            inside_.push_back(WithSeparator(above));
         AddPages(*section);
         has_unknown_ |= section->IsCutShort();
         waiting_.merge(WaitingPages(*section));
@@ -70,8 +74,8 @@ void LinkedSite::AddPage(LinkedPage page, std::string_view bytes)
     if (!by_path_.try_emplace(UpperCase(page.path), pages_.size()).second)
         return;                                 // another section has written it before
     const bool is_html = IsPageName(page.path); // else it is a feed, a list of films, a plain text
-    if (is_html)
-        page.facts = ReadPage(bytes);
+    if (is_html && page.facts.is_read)
+        page.facts = ReadPage(bytes, time_);
     if (!is_html || page.facts.is_made_by_server)
         Mention(MentionedFiles(bytes));
     has_unknown_ |= !page.facts.is_read;
@@ -116,7 +120,7 @@ const SiteView* LinkedSite::SectionOf(std::string_view folder, bool& is_known) c
         for (const SiteView* const section : sections_)
             if (UpperCase(section->folder) == UpperCase(WithSeparator(place)))
                 return section;
-        if (FolderNames::Find(folders_.Of(place).files, kPageListFile) != nullptr) {
+        if (folders_.Ask(place, kPageListFile) == EntryKind::file) {
             is_known = false;
             return nullptr;
         }
@@ -125,12 +129,26 @@ const SiteView* LinkedSite::SectionOf(std::string_view folder, bool& is_known) c
     }
 }
 
-std::string LinkedSite::Read(const std::string& path) const
+bool LinkedSite::IsInside(std::string_view path) const
 {
+    return std::ranges::any_of(inside_,
+                               [&](const std::string& folder) { return IsBelow(path, folder); });
+}
+
+std::optional<std::string> LinkedSite::Read(const std::string& path) const
+{
+    constexpr std::uint64_t kLargest = std::uint64_t{32} << 20U;
+    if (!IsInside(path))
+        return std::nullopt;
     try {
-        return files_.ReadFile(path);
+        const std::uint64_t size = files_.Stamp(path).size;
+        if (size > std::min(kLargest, left_to_read_))
+            return std::nullopt;
+        left_to_read_ -= size;
+        // What is no file on a disk says that it is empty, and may have no end.
+        return size == 0 ? std::string() : files_.ReadFile(path);
     } catch (const RunError&) {
-        return {};
+        return std::nullopt;
     }
 }
 
@@ -226,6 +244,8 @@ Target LinkedSite::FindFrom(std::string_view folder, const std::string& path, Li
         break;
     case WalkEnd::Kind::folder: {
         const FolderNames& names = folders_.Of(end.folder);
+        if (!names.is_known)
+            return {};
         const auto index = std::ranges::find_if(names.files, IsIndexName);
         const bool is_there = index != names.files.end();
         target.state = is_there ? Target::State::found : Target::State::no_index;
@@ -265,29 +285,57 @@ bool LinkedSite::IsSource(std::string_view folder, std::string path) const
 /// What a page leads to is used, and may lead further.
 void LinkedSite::Follow(const Target& target, LinkKind kind)
 {
-    const std::string key = UpperCase(target.path);
-    if (!used_.insert(key).second || by_path_.contains(key))
+    if (!Use(target.path))
         return;
-    const bool is_inside = std::ranges::any_of(
-        sections_, [&](const SiteView* section) { return IsBelow(target.path, section->folder); });
     if (kind == LinkKind::style)
-        TakeStyleSheet(target.path);
+        TakeStyleSheets(target.path);
     else if (kind == LinkKind::script)
-        Mention(MentionedFiles(Read(target.path)));
-    else if (is_inside && MayBeWritten(kind) && IsPageName(target.path))
-        AddPage({.path = target.path}, Read(target.path));
+        TakeScript(target.path);
+    else if (IsInside(target.path) && MayBeWritten(kind) && IsPageName(target.path))
+        TakeFoundPage(target.path);
 }
 
-void LinkedSite::TakeStyleSheet(const std::string& path)
+/// Returns whether nobody has looked at the file so far.
+bool LinkedSite::Use(const std::string& path)
 {
-    for (const CssAddress& found : CssAddresses(Read(path))) {
-        const Address address = ReadAddress(found.address);
-        if (address.kind != AddressKind::site || address.path.empty())
-            continue;
-        const LinkKind kind = found.is_import ? LinkKind::style : LinkKind::picture;
-        const Target target = Resolve(FolderOf(path), address, kind);
-        if (target.state == Target::State::found)
-            Follow(target, kind);
+    const std::string key = UpperCase(path);
+    return used_.insert(key).second && !by_path_.contains(key);
+}
+
+void LinkedSite::TakeFoundPage(const std::string& path)
+{
+    const std::optional<std::string> bytes = Read(path);
+    LinkedPage page{.path = path};
+    page.facts.is_read = bytes.has_value();
+    AddPage(std::move(page), bytes.value_or(std::string()));
+}
+
+void LinkedSite::TakeScript(const std::string& path)
+{
+    const std::optional<std::string> bytes = Read(path);
+    has_unknown_ |= !bytes.has_value();
+    if (bytes)
+        Mention(MentionedFiles(*bytes));
+}
+
+/// And those that it imports, however long their chain is.
+void LinkedSite::TakeStyleSheets(const std::string& first)
+{
+    std::vector<std::string> left{first};
+    while (!left.empty()) {
+        const std::string path = std::move(left.back());
+        left.pop_back();
+        const std::optional<std::string> bytes = Read(path);
+        has_unknown_ |= !bytes.has_value();
+        for (const CssAddress& found : CssAddresses(bytes ? *bytes : std::string_view())) {
+            const Address address = ReadAddress(found.address);
+            if (address.kind != AddressKind::site || address.path.empty())
+                continue;
+            const LinkKind kind = found.is_import ? LinkKind::style : LinkKind::picture;
+            const Target target = Resolve(FolderOf(path), address, kind);
+            if (target.state == Target::State::found && Use(target.path) && found.is_import)
+                left.push_back(target.path);
+        }
     }
 }
 

@@ -7,8 +7,10 @@
 #include "inspect/site_view.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <map>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -70,6 +72,12 @@ class LinkedSite {
     /// Whether a build with the New Year switch writes the page. By absolute path.
     bool IsWaiting(std::string_view path) const;
     FolderIndex& Folders() const { return folders_; }
+    /// Whether a file lies with the sections: in their folders, or in that of a group they are of.
+    /// What others hold is nobody's business here. By absolute path.
+    bool IsInside(std::string_view path) const;
+    /// A file of them that is no page of the sections; none when it cannot be read, or is too large
+    /// or one too many for that. Nothing may be claimed then of what it would have named.
+    std::optional<std::string> Read(const std::string& path) const;
     /// The section whose pages are written into the folder; null where there is none or it is not
     /// looked at. `is_known` is false then when there is one.
     const SiteView* SectionOf(std::string_view folder, bool& is_known) const;
@@ -84,13 +92,18 @@ class LinkedSite {
     Target Resolve(std::string_view folder, const Address& address, LinkKind kind) const;
     Target FindFrom(std::string_view folder, const std::string& path, LinkKind kind) const;
     bool IsSource(std::string_view folder, std::string path) const;
-    void TakeStyleSheet(const std::string& path);
+    bool Use(const std::string& path);
+    void TakeFoundPage(const std::string& path);
+    void TakeScript(const std::string& path);
+    void TakeStyleSheets(const std::string& first);
     void Mention(const std::vector<std::string>& names);
-    std::string Read(const std::string& path) const;
 
     Files& files_;
     mutable FolderIndex folders_;
     std::span<const SiteView* const> sections_;
+    std::vector<std::string> inside_; // folders, each ends in "\"
+    ReadingTime time_;
+    mutable std::uint64_t left_to_read_ = std::uint64_t{256} << 20U; // in bytes
     std::deque<LinkedPage> pages_;
     std::map<std::string, std::size_t, std::less<>> by_path_; // upper-cased path to page
     std::unordered_map<std::string, Target> targets_;         // by folder, kind and address

@@ -4,6 +4,8 @@
 #include "text/windows1252.h"
 
 #include <algorithm>
+#include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -72,22 +74,25 @@ class OpenElements {
             return;
         if (const Loose* const loose = foreign_ == 0 ? FindLoose(name) : nullptr)
             while (!names_.empty() && Contains(loose->closes, " " + names_.back() + " "))
-                names_.pop_back();
-        foreign_ += IsForeign(name) ? 1U : 0U;
-        names_.push_back(std::move(name));
+                Pop();
+        Push(std::move(name));
     }
 
     void End(std::string_view name)
     {
         Look(name);
-        std::size_t at = names_.size();
-        while (foreign_ == 0 && at > 0 && names_[at - 1] != name && FindLoose(names_[at - 1]))
-            --at;
-        if (at == 0 || names_[at - 1] != name)
+        const auto open = places_.find(name);
+        if (open == places_.end() || open->second.empty())
             return;
-        foreign_ -= IsForeign(name) ? 1U : 0U;
+        // What stands around it must be loose. In a drawing nothing is.
+        const std::size_t place = open->second.back();
+        const bool is_last = place + 1 == names_.size();
+        const bool is_shielded = foreign_ > 0 || (!tight_.empty() && tight_.back() > place);
+        if (!is_last && is_shielded)
+            return;
+        while (names_.size() > place)
+            Pop();
         has_others_ = has_others_ && foreign_ > 0;
-        names_.resize(at - 1);
     }
 
   private:
@@ -104,9 +109,32 @@ class OpenElements {
     }
     bool IsDrawing() const { return foreign_ > 0 && !has_others_; }
 
+    void Push(std::string name)
+    {
+        foreign_ += IsForeign(name) ? 1U : 0U;
+        if (FindLoose(name) == nullptr)
+            tight_.push_back(names_.size());
+        places_[name].push_back(names_.size());
+        names_.push_back(std::move(name));
+    }
+
+    void Pop()
+    {
+        const std::string& name = names_.back();
+        foreign_ -= IsForeign(name) ? 1U : 0U;
+        if (FindLoose(name) == nullptr)
+            tight_.pop_back();
+        places_.find(name)->second.pop_back();
+        names_.pop_back();
+    }
+
     std::vector<std::string> names_; // upper-cased
-    std::size_t foreign_ = 0;        // of them
-    bool has_others_ = false;        // something else began or ended in there
+    // Where in names_ each name stands, and all that are not loose: an end tag costs the same
+    // however many elements are open.
+    std::map<std::string, std::vector<std::size_t>, std::less<>> places_;
+    std::vector<std::size_t> tight_;
+    std::size_t foreign_ = 0; // of them
+    bool has_others_ = false; // something else began or ended in there
 };
 
 /// What stands behind a comment that begins here.

@@ -3,7 +3,7 @@
 
 namespace kiv {
 
-PageFacts ReadPage(std::string_view)
+PageFacts ReadPage(std::string_view, ReadingTime&)
 {
     PageFacts facts;
     facts.is_read = false;

@@ -12,7 +12,8 @@ namespace kiv {
 /// middle by the way out.
 class ParseMemory {
   public:
-    ParseMemory() = default;
+    /// `longest`: what may be taken of a processor's time, others may keep it busy.
+    explicit ParseMemory(std::clock_t longest) : longest_(longest) {}
     ParseMemory(const ParseMemory&) = delete;
     ParseMemory& operator=(const ParseMemory&) = delete;
     ~ParseMemory();
@@ -33,7 +34,8 @@ class ParseMemory {
     std::size_t left_ = 0;
     std::size_t taken_ = 0; // in bytes, of all blocks
     std::size_t calls_ = 0;
-    std::clock_t begin_ = std::clock(); // a processor's time: others may keep it busy
+    std::clock_t begin_ = std::clock();
+    std::clock_t longest_;
 };
 
 } // namespace kiv

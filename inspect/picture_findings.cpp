@@ -128,7 +128,10 @@ void FindPictureSizes(const SiteView& site, FindingSink& sink)
     ForEachPage(site, [&](const LinkedPage& page) {
         for (const SizedPicture& shown : page.facts.pictures) {
             const Target& target = *page.targets[shown.link];
-            if (target.state != Target::State::found)
+            // What lies beside the site is looked at, but not what an address has from the root.
+            const bool is_elsewhere =
+                target.spelling.starts_with('/') && !site.linked->IsInside(target.path);
+            if (target.state != Target::State::found || is_elsewhere)
                 continue;
             const std::optional<PictureSize> own = sizes.Of(target.path);
             if (!own || Fits(shown, *own) ||

@@ -4,12 +4,12 @@
 #include "inspect/page_links.h"
 #include "inspect/page_names.h"
 #include "platform/drive_path.h"
-#include "platform/run_error.h"
 #include "text/joined_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
@@ -112,11 +112,8 @@ std::vector<std::string> StalePages(const SiteView& site)
         return {};
     const TemplateMarks marks(site);
     std::erase_if(paths, [&](const std::string& path) {
-        try {
-            return !marks.AreIn(site.files.ReadFile(path));
-        } catch (const RunError&) {
-            return true; // nobody can tell what it is
-        }
+        const std::optional<std::string> bytes = site.linked->Read(path);
+        return !bytes || !marks.AreIn(*bytes); // nobody can tell what it is
     });
     return paths;
 }

@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace kiv {
 
@@ -15,6 +18,12 @@ std::string Times(int count, std::string_view text)
     for (int i = 0; i < count; ++i)
         all += text;
     return all;
+}
+
+PageFacts ReadPage(std::string_view bytes)
+{
+    ReadingTime time;
+    return kiv::ReadPage(bytes, time);
 }
 
 class HtmlFactsTest : public testing::Test {
@@ -38,6 +47,22 @@ TEST_F(HtmlFactsTest, TooDeepIsNotRead)
 {
     for (const std::string_view part : {"<div>", "<b>", "<table>", "<svg>", "<marquee>", "<a b=1>"})
         EXPECT_FALSE(ReadPage(Times(100'000, part)).is_read) << part;
+}
+
+TEST_F(HtmlFactsTest, WhatTakesTooLongIsNotRead)
+{
+    const std::string large = Times(20'000, "<p>word</p>");
+    ReadingTime none{.own = 0, .shared = 0};
+    EXPECT_FALSE(kiv::ReadPage(large, none).is_read);
+    EXPECT_TRUE(kiv::ReadPage("<p>word</p>", none).is_read);
+    EXPECT_EQ(none.shared, 0);
+    const std::clock_t hour = std::clock_t{3600} * CLOCKS_PER_SEC;
+    ReadingTime shared{.own = 0, .shared = hour};
+    EXPECT_TRUE(kiv::ReadPage(large, shared).is_read);
+    EXPECT_LT(shared.shared, hour);
+    ReadingTime own{.own = hour, .shared = 7};
+    EXPECT_TRUE(kiv::ReadPage(large, own).is_read);
+    EXPECT_EQ(own.shared, 7);
 }
 
 TEST_F(HtmlFactsTest, LargePagesAreRead)
@@ -77,6 +102,18 @@ TEST_F(HtmlFactsTest, LinesAreCountedByTheirLineFeeds)
     EXPECT_EQ(facts.ids[0].line, 3);
     EXPECT_EQ(facts.ids[1].line, 4);
     EXPECT_EQ(facts.ids[2].line, 6);
+}
+
+TEST_F(HtmlFactsTest, LinesOfAddressesInAStyleSheet)
+{
+    const PageFacts facts =
+        ReadPage("a\n<style>p { a: url(a.gif) }\n\nb { a: url(b.gif), url(c.gif)\n"
+                 "}</style><p style=\"a: url(d.gif);\nb: url(e.gif)\">");
+    std::vector<std::pair<std::string, int>> found;
+    for (const PageLink& link : facts.links)
+        found.emplace_back(link.address, link.line);
+    EXPECT_EQ(found, (std::vector<std::pair<std::string, int>>{
+                         {"a.gif", 2}, {"b.gif", 4}, {"c.gif", 4}, {"d.gif", 5}, {"e.gif", 6}}));
 }
 
 TEST_F(HtmlFactsTest, ServerCodeIsNoText)

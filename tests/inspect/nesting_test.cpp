@@ -41,6 +41,15 @@ TEST(NestingTest, OfPagesAsTheyAre)
         EXPECT_EQ(NestingBound(html, 100), deepest) << html;
 }
 
+TEST(NestingTest, EndTagsOfWhatIsNotOpen)
+{
+    const std::string deep = Times(1000, "<li><dd>");
+    EXPECT_EQ(NestingBound(deep + Times(300'000, "</x>"), 3000), 2000U);
+    EXPECT_EQ(NestingBound("<x><div>" + deep + Times(300'000, "</x>"), 3000), 2002U);
+    EXPECT_EQ(NestingBound("<x><ul><li>a<li>b</ul></x><div><div>", 100), 3U);
+    EXPECT_EQ(NestingBound("<div><li><p></div>" + Times(4, "<b>"), 100), 4U);
+}
+
 TEST(NestingTest, WhatLooksClosedAndIsNot)
 {
     // Each closes what another element shields.
