@@ -4,6 +4,7 @@
 #include "builder/cross_references.h"
 #include "inspect/finding_table.h"
 #include "inspect/findings.h"
+#include "inspect/page_starts.h"
 #include "platform/site_files.h"
 
 namespace kiv {
@@ -16,8 +17,8 @@ constexpr std::string_view kMissingStart = "Missing @@start";
 /// "misspelled-tag", "stop-open".
 bool HasFindingOfItsOwn(std::string_view text)
 {
-    return text == kMissingStart || text.starts_with(kNoBracketWarning) || text.starts_with(kNoPageRefWarning) ||
-           text == kNoGroupRefWarning ||
+    return text == kMissingStart || text.starts_with(kNoBracketWarning) ||
+           text.starts_with(kNoPageRefWarning) || text == kNoGroupRefWarning ||
            (text.starts_with('<') && text.ends_with(kUnknownTagWarning));
 }
 
@@ -25,7 +26,7 @@ bool HasFindingOfItsOwn(std::string_view text)
 
 void FindBuildError(const SiteView& site, FindingSink& sink)
 {
-    if (site.error)
+    if (site.error && !PageWithoutLines(site)) // "no-title" says so
         sink.Add(site.error->where.View(), site.error->text, site.error->hint);
 }
 

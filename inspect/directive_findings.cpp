@@ -1,21 +1,42 @@
 // Directives that the build does not take, and pages that take each other's place.
+#include "builder/page_list_parser.h"
 #include "builder/trace_words.h"
 #include "inspect/directive_slips.h"
 #include "inspect/finding_table.h"
 #include "inspect/findings.h"
+#include "inspect/mark_slips.h"
 #include "text/joined_text.h"
+#include "text/text.h"
+
+#include <utility>
 
 namespace kiv {
 
+namespace {
+
+void AddSlip(const Place& place, std::string_view words, std::string todo, FindingSink& sink)
+{
+    sink.Add(place, Joined({Quoted(words), " is not understood as it is written"}),
+             std::move(todo));
+}
+
+} // namespace
+
 void FindMisspelledDirectives(const SiteView& site, FindingSink& sink)
 {
-    for (const SourceText& source : site.sources)
-        for (const DirectiveSlip& slip : DirectiveSlips(site, source)) {
-            const std::string_view line = source.lines[static_cast<std::size_t>(slip.line) - 1];
-            sink.Add(site.PlaceOf(source, slip.line),
-                     Joined({Quoted(line), " is not understood as it is written"}),
-                     Joined({"write \"", slip.meant, "\""}));
-        }
+    for (const SourceText& source : site.sources) {
+        for (const DirectiveSlip& slip : DirectiveSlips(site, source))
+            AddSlip(site.PlaceOf(source, slip.line), source.Line(slip.line),
+                    Joined({"write \"", slip.meant, "\""}), sink);
+        for (const MarkSlip& slip : MarkSlips(site, source))
+            AddSlip(site.PlaceOf(source, slip.line), slip.words, slip.todo, sink);
+        for (std::size_t index = 0; index < source.lines.size(); ++index)
+            if (source.PartsOf(index).Has(LinePart::page_start) &&
+                EqualsNoCase(Trim(source.lines[index]), kPageStart))
+                sink.Add(site.PlaceOf(source, static_cast<int>(index) + 1),
+                         Joined({Quoted(source.lines[index]), " names no page"}),
+                         "put the page's name behind it");
+    }
 }
 
 void FindPagesTwice(const SiteView& site, FindingSink& sink)

@@ -16,11 +16,19 @@ struct Doubled {
 };
 
 constexpr Doubled kDoubled[] = {
-    {"left-over", "misspelled-variable"},  {"left-over", "misspelled-directive"},
-    {"left-over", "misspelled-macro"},     {"left-over", "misspelled-tag"},
-    {"left-over", "undefined-number"},     {"left-over", "unclosed-bracket"},
-    {"left-over", "unknown-reference"},    {"undefined-number", "quiz-doubled-mark"},
-    {"build-warning", "undefined-number"}, {"build-error", "undefined-number"},
+    {"left-over", "misspelled-variable"},
+    {"left-over", "misspelled-directive"},
+    {"left-over", "misspelled-macro"},
+    {"left-over", "misspelled-tag"},
+    {"left-over", "undefined-number"},
+    {"left-over", "unclosed-bracket"},
+    {"left-over", "unknown-reference"},
+    {"undefined-number", "quiz-doubled-mark"},
+    {"link-to-stale-page", "unknown-reference"},
+    {"left-over", "misplaced-directive"},
+    {"left-over", "missing-field"},
+    {"build-warning", "undefined-number"},
+    {"build-error", "undefined-number"},
 };
 
 /// The first words in double quotes; "" for none.

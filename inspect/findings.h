@@ -14,6 +14,16 @@ void FindBuildWarnings(const SiteView& site, FindingSink& sink);
 void FindMisspelledDirectives(const SiteView& site, FindingSink& sink);
 void FindPagesTwice(const SiteView& site, FindingSink& sink);
 
+// misplaced_findings.cpp
+void FindMisplacedDirectives(const SiteView& site, FindingSink& sink);
+
+// page_start_findings.cpp
+void FindNoPages(const SiteView& site, FindingSink& sink);
+void FindPagesWithoutTitle(const SiteView& site, FindingSink& sink);
+
+// address_findings.cpp
+void FindEatenAddresses(const SiteView& site, FindingSink& sink);
+
 // variable_findings.cpp
 void FindMisspelledVariables(const SiteView& site, FindingSink& sink);
 void FindMisspelledMacros(const SiteView& site, FindingSink& sink);
@@ -25,6 +35,8 @@ void FindRedefinedNumbers(const SiteView& site, FindingSink& sink);
 
 // reference_findings.cpp
 void FindUnknownReferences(const SiteView& site, FindingSink& sink);
+void FindMissingFields(const SiteView& site, FindingSink& sink);
+void FindIdsOfTwoPages(const SiteView& site, FindingSink& sink);
 void FindUnclosedBrackets(const SiteView& site, FindingSink& sink);
 
 // tag_findings.cpp
