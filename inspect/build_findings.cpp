@@ -26,7 +26,7 @@ bool HasFindingOfItsOwn(std::string_view text)
 
 void FindBuildError(const SiteView& site, FindingSink& sink)
 {
-    if (site.error && !PageWithoutLines(site)) // "no-title" says so
+    if (site.error && !PageWithoutLines(site)) // "missing-title" says so
         sink.Add(site.error->where.View(), site.error->text, site.error->hint);
 }
 

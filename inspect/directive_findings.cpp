@@ -14,10 +14,25 @@ namespace kiv {
 
 namespace {
 
-void AddSlip(const Place& place, std::string_view words, std::string todo, FindingSink& sink)
+constexpr const char* kNotUnderstood = " is not understood as it is written";
+
+void AddSlip(const SiteView& site, const SourceText& source, const DirectiveSlip& slip,
+             FindingSink& sink)
 {
-    sink.Add(place, Joined({Quoted(words), " is not understood as it is written"}),
-             std::move(todo));
+    sink.Add(site.PlaceOf(source, slip.line),
+             Joined({Quoted(source.Line(slip.line)),
+                     slip.is_cut ? " loses the first character of its value" : kNotUnderstood}),
+             Joined({"write \"", slip.meant, "\""}));
+}
+
+void AddNameless(const SiteView& site, const SourceText& source, FindingSink& sink)
+{
+    for (std::size_t index = 0; index < source.lines.size(); ++index)
+        if (source.PartsOf(index).Has(LinePart::page_start) &&
+            EqualsNoCase(Trim(source.lines[index]), kPageStart))
+            sink.Add(site.PlaceOf(source, static_cast<int>(index) + 1),
+                     Joined({Quoted(source.lines[index]), " names no page"}),
+                     "put the page's name behind it");
 }
 
 } // namespace
@@ -26,16 +41,11 @@ void FindMisspelledDirectives(const SiteView& site, FindingSink& sink)
 {
     for (const SourceText& source : site.sources) {
         for (const DirectiveSlip& slip : DirectiveSlips(site, source))
-            AddSlip(site.PlaceOf(source, slip.line), source.Line(slip.line),
-                    Joined({"write \"", slip.meant, "\""}), sink);
-        for (const MarkSlip& slip : MarkSlips(site, source))
-            AddSlip(site.PlaceOf(source, slip.line), slip.words, slip.todo, sink);
-        for (std::size_t index = 0; index < source.lines.size(); ++index)
-            if (source.PartsOf(index).Has(LinePart::page_start) &&
-                EqualsNoCase(Trim(source.lines[index]), kPageStart))
-                sink.Add(site.PlaceOf(source, static_cast<int>(index) + 1),
-                         Joined({Quoted(source.lines[index]), " names no page"}),
-                         "put the page's name behind it");
+            AddSlip(site, source, slip, sink);
+        for (MarkSlip& slip : MarkSlips(site, source))
+            sink.Add(site.PlaceOf(source, slip.line), Quoted(slip.words).append(kNotUnderstood),
+                     std::move(slip.todo));
+        AddNameless(site, source, sink);
     }
 }
 

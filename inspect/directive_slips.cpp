@@ -34,14 +34,6 @@ enum class Zone {
     fixed, // nothing but directives has any effect here: above the first page, a page's second line
 };
 
-/// Whether the character behind a "=", where the format wants a blank, is one of the value. A sign
-/// that parts the two stands there on purpose.
-bool IsLost(std::string_view line, std::size_t behind)
-{
-    constexpr std::string_view kParting = " \t\xA0=:";
-    return behind < line.size() && kParting.find(line[behind]) == npos;
-}
-
 bool BeginsTitle(std::string_view line)
 {
     return StartsWithNoCase(line, "@TITLE =") || StartsWithNoCase(line, "@CROSS =");
@@ -85,6 +77,15 @@ struct Form {
     bool takes_value = false; // behind the word and its tail
 };
 
+/// `line` with a blank at `at`; "" when it has one there, or a sign that parts the two, or ends.
+std::string WithBlank(std::string_view line, std::size_t at)
+{
+    constexpr std::string_view kParting = " \t\xA0=:";
+    if (at >= line.size() || kParting.find(line[at]) != npos)
+        return {};
+    return Joined({line.substr(0, at), " ", line.substr(at)});
+}
+
 /// The words of the builder's tables, taken apart once for a look at a site.
 class Words {
   public:
@@ -108,20 +109,21 @@ class Words {
                begins(kYearEndMark);
     }
 
-    /// The line with a blank behind its "=", where a character of its value is lost; "": none is.
-    std::string WithoutLoss(std::string_view line) const
-    {
-        for (const std::string_view word : taken_)
-            if (word.ends_with('=') && StartsWithNoCase(line, word) && IsLost(line, word.size()))
-                return Joined({line.substr(0, word.size()), " ", line.substr(word.size())});
-        return {};
-    }
-
     /// Whether the line begins with an at-variable.
     bool BeginsWithVariable(std::string_view line) const
     {
         return std::ranges::any_of(
             variables_, [&](std::string_view name) { return StartsWithNoCase(line, name); });
+    }
+
+    /// The line with the blank behind its "=" that its value begins behind; "": it has one, or
+    /// needs none.
+    std::string WithBlank(std::string_view line) const
+    {
+        for (const std::string_view word : taken_)
+            if (word.ends_with('=') && StartsWithNoCase(line, word))
+                return kiv::WithBlank(line, word.size());
+        return {};
     }
 
     const Form* Known(std::string_view word) const
@@ -358,17 +360,12 @@ class SourceReader {
         if (!parts.IsRead())
             return LookForSwitch(line);
         const Zone zone = ZoneOf(line, parts);
-        if (std::string meant = parts.HasRole() ? MeantValue(line) : MeantLine(line, zone);
-            !meant.empty())
+        if (std::string whole = WithBlank(line, parts); !whole.empty())
+            slips_.push_back({static_cast<int>(index_) + 1, std::move(whole), true});
+        if (parts.HasRole())
+            return;
+        if (std::string meant = MeantLine(line, zone); !meant.empty())
             slips_.push_back({static_cast<int>(index_) + 1, std::move(meant)});
-    }
-
-    /// What a line that is taken for something was to say, where its first character is lost.
-    std::string MeantValue(std::string_view line) const
-    {
-        if (!IsDefinition(line))
-            return words_.WithoutLoss(line);
-        return IsLost(line, 5) ? Joined({line.substr(0, 5), " ", line.substr(5)}) : std::string();
     }
 
     std::string MeantLine(std::string_view line, Zone zone) const
@@ -392,6 +389,23 @@ class SourceReader {
                              line.find_first_of("<>|\"*?") == npos &&
                              site_.files.FileExists(site_.folder + std::string(line.substr(1)));
         return is_file ? Joined({"+", line}) : std::string();
+    }
+
+    /// Of a line that is taken, though its value lacks its first character.
+    std::string WithBlank(std::string_view line, const LineParts& parts) const
+    {
+        constexpr std::size_t kSignAt = 4; // 0-based, of the "=" of a definition
+        const bool is_taken =
+            parts.HasRole() || parts.Has(LinePart::page_start) || parts.Has(LinePart::title);
+        if (!is_taken)
+            return {};
+        const bool is_number =
+            std::ranges::find(kFamilyMark, line.substr(0, 2)) != kFamilyMark.end();
+        if (!is_number)
+            return words_.WithBlank(line);
+        const bool is_definition =
+            parts.Has(LinePart::before_pages) && line.size() > kSignAt && line[kSignAt] == '=';
+        return is_definition ? kiv::WithBlank(line, kSignAt + 1) : std::string();
     }
 
     /// A stretch that is not read goes on to its second switch, or to one that was meant for it.

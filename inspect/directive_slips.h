@@ -9,10 +9,11 @@ namespace kiv {
 struct SiteView;
 struct SourceText;
 
-/// A line that was meant for a directive and is not taken as one.
+/// A line that was meant for a directive and is not taken as one, or not with all of its value.
 struct DirectiveSlip {
-    int line = 0;      // 1-based
-    std::string meant; // the line as it should be
+    int line = 0;        // 1-based
+    std::string meant;   // the line as it should be
+    bool is_cut = false; // it is taken, but its value begins behind a blank that is not there
 };
 
 /// Those of a source, in the order of its lines.

@@ -1,5 +1,6 @@
 #include "inspect/doubled_findings.h"
 
+#include "builder/page_record.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -13,6 +14,7 @@ namespace {
 struct Doubled {
     std::string_view name;
     std::string_view better;
+    std::string_view beginning = {}; // of the text of `name`; "": both speak of the same word
 };
 
 constexpr Doubled kDoubled[] = {
@@ -27,8 +29,8 @@ constexpr Doubled kDoubled[] = {
     {"link-to-stale-page", "unknown-reference"},
     {"left-over", "misplaced-directive"},
     {"left-over", "missing-field"},
-    {"build-warning", "undefined-number"},
-    {"build-error", "undefined-number"},
+    {"build-warning", "undefined-number", "blunder in: [["},
+    {"build-error", "undefined-number", "the wrapper [["},
 };
 
 /// The first words in double quotes; "" for none.
@@ -39,14 +41,34 @@ std::string_view QuotedWords(std::string_view text)
     return end == npos ? std::string_view() : text.substr(begin + 1, end - begin - 1);
 }
 
+/// The mark of a numbered construct, "%%5" or "[[1", that a text speaks of; "" for none.
+std::string_view NumberMark(std::string_view text)
+{
+    for (const std::string_view mark : kFamilyMark)
+        for (std::size_t at = text.find(mark); at != npos; at = text.find(mark, at + 1))
+            if (at + 2 < text.size() && text[at + 2] >= '0' && text[at + 2] <= '9')
+                return text.substr(at, 3);
+    return {};
+}
+
+/// Whether both texts speak of one word: what the one has in quotes, or its mark.
+bool SpeaksOfTheSame(std::string_view other, std::string_view text)
+{
+    std::string_view word = QuotedWords(text);
+    if (word.empty())
+        word = NumberMark(text);
+    return !word.empty() && ContainsNoCase(other, word);
+}
+
 bool SaysBetter(const Finding& other, const Finding& finding)
 {
-    const auto is_pair = [&](const Doubled& pair) {
-        return pair.name == finding.name && pair.better == other.name;
-    };
-    const std::string_view words = QuotedWords(finding.text);
-    return std::ranges::any_of(kDoubled, is_pair) &&
-           (words.empty() || ContainsNoCase(other.text, words));
+    return std::ranges::any_of(kDoubled, [&](const Doubled& pair) {
+        if (pair.name != finding.name || pair.better != other.name)
+            return false;
+        return pair.beginning.empty() ? SpeaksOfTheSame(other.text, finding.text)
+                                      : finding.text.starts_with(pair.beginning) &&
+                                            Contains(other.text, NumberMark(finding.text));
+    });
 }
 
 bool IsSamePlace(const Finding& one, const Finding& other)

@@ -19,7 +19,7 @@ void FindMisplacedDirectives(const SiteView& site, FindingSink& sink);
 
 // page_start_findings.cpp
 void FindNoPages(const SiteView& site, FindingSink& sink);
-void FindPagesWithoutTitle(const SiteView& site, FindingSink& sink);
+void FindMissingTitles(const SiteView& site, FindingSink& sink);
 
 // address_findings.cpp
 void FindEatenAddresses(const SiteView& site, FindingSink& sink);

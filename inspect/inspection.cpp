@@ -7,24 +7,16 @@
 #include "text/windows1252.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <set>
+#include <string>
 #include <tuple>
 #include <utility>
 
 namespace kiv {
 
 namespace {
-
-/// By file, its case aside, line and page; the worst first in one line.
-bool StandsBefore(const Finding& one, const Finding& other)
-{
-    const auto key = [](const Finding& finding) {
-        return std::tuple(UpperCase(finding.where.file), finding.where.line,
-                          -static_cast<int>(finding.severity), finding.where.page);
-    };
-    return key(one) < key(other);
-}
 
 /// One finding for what a source line does to many pages, with the first of them: its text says
 /// how many there are.
@@ -60,6 +52,22 @@ std::vector<Finding> FindingsOf(const FindingRow& row, const SiteView& site)
     return JoinPages(std::move(found));
 }
 
+/// What a build makes and reads again, such as "_singlehtml.txt", has its faults from elsewhere,
+/// and they are told there.
+void DropOfMadeSources(const SiteView& site, std::vector<Finding>& findings)
+{
+    std::set<std::string> made;
+    for (const std::string& path : site.written)
+        made.insert(UpperCase(path));
+    std::set<std::string> sources;
+    for (const SourceText& source : site.sources)
+        if (made.contains(UpperCase(source.path)))
+            sources.insert(source.path);
+    std::erase_if(findings,
+                  [&](const Finding& finding) { return sources.contains(finding.where.file); });
+}
+
+/// Leaves out what is switched off or was not asked for.
 void TakeFindings(Inspection& all, CheckList& list, std::vector<Finding> found,
                   const FindingChoice& choice)
 {
@@ -90,6 +98,15 @@ std::vector<Finding> UnusedCheckLines(const CheckList& list)
 
 } // namespace
 
+bool StandsBefore(const Finding& one, const Finding& other)
+{
+    const auto key = [](const Finding& finding) {
+        return std::tuple(UpperCase(finding.where.file), finding.where.line,
+                          -static_cast<int>(finding.severity), finding.where.page);
+    };
+    return key(one) < key(other);
+}
+
 bool FindingChoice::Takes(std::string_view name) const
 {
     return (only.empty() || only.contains(name)) && !without.contains(name);
@@ -97,17 +114,23 @@ bool FindingChoice::Takes(std::string_view name) const
 
 Inspection Inspect(const SiteView& site, const FindingChoice& choice)
 {
-    Inspection all;
     CheckList list(site);
+    std::vector<Finding> found;
     for (const FindingRow& row : FindingRows()) {
         // Whether a line of the list is of use is told by a finding that nobody may have asked for.
         const bool tells_use = choice.Takes(kUnusedCheckLine) && list.Names(row.name);
-        if (row.look != nullptr && (choice.Takes(row.name) || tells_use))
-            TakeFindings(all, list, FindingsOf(row, site), choice);
+        // What is not wanted may still say better what another finding says.
+        const bool is_asked_for = choice.only.empty() || choice.only.contains(row.name);
+        if (row.look != nullptr && (is_asked_for || tells_use))
+            std::ranges::move(FindingsOf(row, site), std::back_inserter(found));
     }
+    std::ranges::stable_sort(found, StandsBefore);
+    DropDoubled(found);
+    DropOfMadeSources(site, found);
+    Inspection all;
+    TakeFindings(all, list, std::move(found), choice);
     TakeFindings(all, list, UnusedCheckLines(list), choice);
     std::ranges::stable_sort(all.findings, StandsBefore);
-    DropDoubled(all.findings);
     if (choice.external)
         all.external = ExternalLinks(site);
     return all;

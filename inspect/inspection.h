@@ -22,6 +22,9 @@ struct FindingChoice {
     bool Takes(std::string_view name) const;
 };
 
+/// By file, its case aside, line and page; the worst first in one line.
+bool StandsBefore(const Finding& one, const Finding& other);
+
 struct Inspection {
     std::vector<Finding> findings;      // by file, line and page; what a source line does to many
                                         // pages is one

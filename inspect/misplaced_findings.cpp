@@ -71,11 +71,11 @@ class MisplacedLines {
         } else if (!parts.Has(LinePart::body)) {
             return;
         } else if (IsDefinition(site_, source_, number) || (parts.HasRole() && IsOfList(line))) {
-            Add(number, "stands in a page, so visitors read it",
+            Add(number, "stands in a page, where it is text as well",
                 "put it above the first \"@FILE =\"");
         } else if (parts.HasRole() && StartsWithNoCase(line, kTitle) && lost_start_ == 0 &&
                    HasTitle(source_, index)) {
-            Add(number, "is a second title of its page, so visitors read it",
+            Add(number, "is a second title of its page, where it is text as well",
                 "take it out, or begin a page by a line \"@FILE =\" above it");
         } else if (IsInclude(line)) {
             Add(number, "stands in an included file, so visitors read it",

@@ -1,7 +1,6 @@
 // Page lists without a page, and pages without their second line.
 #include "builder/page_directives.h"
 #include "builder/page_list_parser.h"
-#include "builder/trace_words.h"
 #include "inspect/directive_slips.h"
 #include "inspect/file_form.h"
 #include "inspect/finding_table.h"
@@ -26,7 +25,7 @@ bool BeginsPage(std::string_view line)
 
 bool IsTitle(std::string_view line)
 {
-    return StartsWithNoCase(line, "@TITLE =") || StartsWithNoCase(line, "@CROSS =");
+    return StartsWithNoCase(line, "@TITLE =");
 }
 
 /// Whether the line is one of the directives that make a page of another kind, which may need no
@@ -45,12 +44,6 @@ bool IsDirective(std::string_view line)
                                [&](std::string_view word) { return StartsWithNoCase(line, word); });
 }
 
-/// Whether a page's second line holds text, which no page gets.
-bool IsLostText(std::string_view line)
-{
-    return !Trim(line).empty() && !IsDirective(line);
-}
-
 /// Where the next page of the source begins (0-based), from `first` on.
 std::size_t EndOfPage(const SourceText& source, std::size_t first)
 {
@@ -59,42 +52,41 @@ std::size_t EndOfPage(const SourceText& source, std::size_t first)
     return first;
 }
 
-/// Whether the line below "@FILE =" (0-based) makes a page that was meant otherwise: its text is
-/// lost, or a title stands further down.
+/// Whether the line below "@FILE =" (0-based) is no title and makes a page that was meant
+/// otherwise. A page of another kind needs none, where no text is lost to it.
 bool LacksTitle(const SourceText& source, std::size_t second)
 {
     const std::string_view line = source.lines[second];
     if (IsTitle(line))
         return false;
-    if (IsLostText(line))
+    if (!Trim(line).empty() && !IsDirective(line))
         return true;
     const auto page = std::span(source.lines).subspan(second, EndOfPage(source, second) - second);
     return std::ranges::any_of(page, IsTitle) || std::ranges::none_of(page, IsMode);
 }
 
-bool IsSlip(const std::vector<DirectiveSlip>& slips, std::size_t index)
+/// The lines (1-based) that are taken for a page's title, which the page lacks.
+std::vector<int> OtherTitleLines(const SourceText& source)
 {
-    return std::ranges::find(slips, static_cast<int>(index) + 1, &DirectiveSlip::line) !=
-           slips.end();
+    std::vector<int> lines;
+    for (std::size_t index = 0; index < source.lines.size(); ++index)
+        if (source.PartsOf(index).Has(LinePart::title) && LacksTitle(source, index))
+            lines.push_back(static_cast<int>(index) + 1);
+    return lines;
 }
 
-void LookAtPages(const SiteView& site, const SourceText& source, FindingSink& sink)
+void LookAtTitles(const SiteView& site, const SourceText& source, FindingSink& sink)
 {
+    const std::vector<int> lines = OtherTitleLines(source);
+    if (lines.empty())
+        return;
     const std::vector<DirectiveSlip> slips = DirectiveSlips(site, source);
-    std::size_t start = source.lines.size(); // where the page begins; none has
-    for (std::size_t index = 0; index < source.lines.size(); ++index) {
-        const LineParts parts = source.PartsOf(index);
-        if (parts.Has(LinePart::page_start))
-            start = index;
-        else if (parts.Has(LinePart::title) && start < index && !IsSlip(slips, index) &&
-                 LacksTitle(source, index))
-            sink.Add(site.PlaceOf(source, static_cast<int>(start) + 1),
-                     Joined({"the line below this one is no \"@TITLE =\", so ",
-                             IsLostText(source.lines[index])
-                                 ? Joined({Quoted(source.lines[index]), " is lost"})
-                                 : "the page has no title"}),
-                     "put the page's \"@TITLE =\" right below its \"@FILE =\"");
-    }
+    for (const int line : lines)
+        if (std::ranges::find(slips, line, &DirectiveSlip::line) == slips.end())
+            sink.Add(site.PlaceOf(source, line),
+                     "the line below \"@FILE =\" is taken for the title whatever it holds, and "
+                     "this one is no \"@TITLE =\"",
+                     "put a line \"@TITLE = ...\" above it");
 }
 
 /// Whether the page list has a line that begins a page, read or not.
@@ -135,14 +127,13 @@ std::optional<Place> PageWithoutLines(const SiteView& site)
     return start == 0 ? std::optional<Place>() : site.PlaceOf(*list, start);
 }
 
-void FindPagesWithoutTitle(const SiteView& site, FindingSink& sink)
+void FindMissingTitles(const SiteView& site, FindingSink& sink)
 {
     if (const auto place = PageWithoutLines(site))
-        sink.Add(*place, "nothing stands below this line, and the build ends in an error",
-                 "put a line \"@TITLE =\" and the page's title below it");
+        sink.Add(*place, "nothing stands below this \"@FILE =\", and the build ends in an error",
+                 "put a line \"@TITLE = ...\" below it");
     for (const SourceText& source : site.sources)
-        if (source.IsOfPageList())
-            LookAtPages(site, source, sink);
+        LookAtTitles(site, source, sink);
 }
 
 /// What an include or a stretch that is left out holds is another matter: a warning tells of it.

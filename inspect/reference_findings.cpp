@@ -308,6 +308,15 @@ Place PlaceOfId(const SiteView& site, const PageText& page)
     return site.PlaceOf(page.from, {});
 }
 
+/// Whether the construct is a definition inside a page: such a line is text of the page as well.
+bool IsDefinitionOnPage(const SiteView& site, const ConstructUse& use)
+{
+    return use.brought_by.empty() &&
+           std::ranges::any_of(site.definitions, [&](const NumberDefinition& definition) {
+               return definition.mark == use.name && definition.lines == use.lines;
+           });
+}
+
 } // namespace
 
 /// Nothing left over of a reference is deleted.
@@ -342,7 +351,9 @@ void FindIdsOfTwoPages(const SiteView& site, FindingSink& sink)
 void FindUnclosedBrackets(const SiteView& site, FindingSink& sink)
 {
     for (const ConstructUse& use : site.unclosed)
-        if (use.name.starts_with("[["))
+        if (IsDefinitionOnPage(site, use))
+            continue; // "misplaced-directive" says so
+        else if (use.name.starts_with("[["))
             sink.Add(site.PlaceOf(use),
                      Joined({"the wrapper ", use.name, " has no end on its page"}),
                      "end it by a line that holds nothing but ]]");

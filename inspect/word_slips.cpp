@@ -15,7 +15,8 @@ constexpr std::size_t kLongWord = 7; // letters, from which two slips are likely
 /// How many slips make `known` of `word`; 0: they are equal, or it is another word.
 std::size_t SlipsTo(std::string_view word, std::string_view known, std::size_t shortest)
 {
-    const auto [shorter, longer] = std::minmax(word.size(), known.size());
+    const std::size_t shorter = std::min(word.size(), known.size());
+    const std::size_t longer = std::max(word.size(), known.size());
     const std::size_t most = shorter < kLongWord ? 1 : 2;
     if (shorter < shortest || longer - shorter > most)
         return 0;

@@ -12,11 +12,13 @@
 #include "shell/workspace.h"
 #include "text/joined_text.h"
 #include "text/text.h"
+#include "text/windows1252.h"
 
 #include <algorithm>
 #include <deque>
 #include <iterator>
 #include <optional>
+#include <set>
 
 namespace kiv {
 
@@ -72,8 +74,10 @@ class SiteCheck {
             return Build();
         const std::vector<std::string> entries = GroupEntries(files_);
         // A build of the group passes by a folder that lacks one of the two, without a word.
-        if (files_.FileExists(kPageListFile) || files_.FileExists(kTemplateFile))
+        if (files_.FileExists(kPageListFile) || files_.FileExists(kTemplateFile)) {
+            built_.insert(UpperCase(files_.RealFolder(".")));
             Build();
+        }
         for (const std::string& entry : entries)
             BuildMember(WithSeparator(folder), entry);
     }
@@ -101,6 +105,7 @@ class SiteCheck {
             std::ranges::move(one.external, std::back_inserter(all.external));
             all.switched_off += one.switched_off;
         }
+        std::ranges::stable_sort(all.findings, StandsBefore);
         return all;
     }
 
@@ -111,7 +116,11 @@ class SiteCheck {
     {
         try {
             files_.ChangeDirectory(folder + entry);
+            if (!built_.insert(UpperCase(files_.RealFolder("."))).second)
+                return; // the list names it twice
         } catch (RunError& error) {
+            if (!built_.insert(UpperCase(AbsolutePath(entry, folder))).second)
+                return;
             SiteView& view = views_.emplace_back(files_, workspace_.machine().pictures);
             view.folder = WithSeparator(AbsolutePath(entry, folder));
             view.is_there = false;
@@ -125,6 +134,7 @@ class SiteCheck {
     Workspace& workspace_;
     UnwrittenFiles files_; // of all sections, so that their pages see each other
     std::deque<SiteView> views_;
+    std::set<std::string> built_; // folders, upper-cased
     std::vector<const SiteView*> group_;
     std::optional<LinkedSite> linked_;
 };
