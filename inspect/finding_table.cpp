@@ -37,7 +37,7 @@ constexpr FindingRow kRows[] = {
      "A number is defined again, so this definition has no effect", FindRedefinedNumbers},
     {"unknown-reference", Severity::error, "A reference names a page or group that is not there",
      FindUnknownReferences},
-    {"missing-field", Severity::warning, "A reference has too few fields, and visitors read \"!3\"",
+    {"missing-field", Severity::warning, "A reference has too few fields, and visitors read !3",
      FindMissingFields},
     {"id-of-two-pages", Severity::warning, "Two pages have the same @ID", FindIdsOfTwoPages},
     {"unclosed-bracket", Severity::error, "A construct has no end, or an end no construct",
