@@ -1,6 +1,7 @@
 // The command that looks for what is wrong in a site.
 #include "cli/commands.h"
 #include "cli/report.h"
+#include "cli/shown_path.h"
 #include "inspect/finding_table.h"
 #include "shell/site_check.h"
 #include "shell/workspace.h"
@@ -75,7 +76,7 @@ void RunCheck(CallDesk& desk, const GivenValues& given)
     desk.report.has_failed = HasFailed(checked.findings, given.Text("--fail-on"));
     NativePaths& paths = desk.workspace.machine().native_paths;
     const auto native = [&](const KeptPlace& where) {
-        return where.file.empty() ? std::string() : paths.ToNative(where.file);
+        return where.file.empty() ? std::string() : NativeOrDrive(paths, where.file);
     };
     std::vector<ReportedFinding>& reported = desk.report.findings.emplace();
     for (const Finding& finding : checked.findings)

@@ -114,6 +114,16 @@ void TakeChanges(RunReport& report, const Call& call, Drives& files, const std::
             member.seen = SeenFrom(shell, NativeOrDrive(files, member.folder));
 }
 
+/// Where each line is a path, one that holds a line end would be taken for two.
+void WarnOfLineEnds(const RunReport& report, std::ostream& err)
+{
+    const auto has_line_end = [](const std::string& path) {
+        return path.find('\n') != std::string::npos;
+    };
+    if (report.changed && !report.ends_in_nul && std::ranges::any_of(*report.changed, has_line_end))
+        err << "kiv: warning: the name of a changed file holds a line end; -0 keeps it apart\n";
+}
+
 /// Runs the command, with what it tells going to `reporter`.
 std::optional<RunError> RunCommand(const Call& call, const CliSurroundings& around,
                                    Workspace& workspace, CliReporter& reporter, RunReport& report)
@@ -177,6 +187,7 @@ RunReport ReportOf(const Call& call, const CliSurroundings& around)
     TakeChanges(report, call, files, shell);
     if (json)
         return report;
+    WarnOfLineEnds(report, around.err);
     printer.PrintRest();
     if (report.error)
         printer.Print(*report.error);

@@ -33,6 +33,9 @@ constexpr Doubled kDoubled[] = {
     {"build-error", "undefined-number", "the wrapper [["},
 };
 
+/// Findings of one line that are held against each other.
+constexpr std::size_t kMostCompared = 200;
+
 /// The first words in double quotes; "" for none.
 std::string_view QuotedWords(std::string_view text)
 {
@@ -76,6 +79,29 @@ bool IsSamePlace(const Finding& one, const Finding& other)
     return one.where.line == other.where.line && one.where.file == other.where.file;
 }
 
+/// Whether a finding can be said better by another, or can say another better.
+bool IsInAPair(const Finding& finding)
+{
+    return std::ranges::any_of(kDoubled, [&](const Doubled& pair) {
+        return pair.name == finding.name || pair.better == finding.name;
+    });
+}
+
+/// The findings of a line that are said better by others of it; there may be thousands.
+std::vector<const Finding*> SaidBetter(std::span<const Finding> line)
+{
+    std::vector<const Finding*> pairs;
+    for (const Finding& finding : line)
+        if (IsInAPair(finding) && pairs.size() < kMostCompared)
+            pairs.push_back(&finding);
+    std::vector<const Finding*> said;
+    for (const Finding* const finding : pairs)
+        if (std::ranges::any_of(pairs,
+                                [&](const Finding* other) { return SaysBetter(*other, *finding); }))
+            said.push_back(finding);
+    return said;
+}
+
 } // namespace
 
 void DropDoubled(std::vector<Finding>& findings)
@@ -85,11 +111,10 @@ void DropDoubled(std::vector<Finding>& findings)
         const auto end = std::find_if_not(begin, findings.end(), [&](const Finding& other) {
             return IsSamePlace(*begin, other);
         });
-        const std::span<const Finding> line(begin, end);
-        for (const Finding& finding : line)
-            if (std::ranges::none_of(
-                    line, [&](const Finding& other) { return SaysBetter(other, finding); }))
-                kept.push_back(finding);
+        const std::vector<const Finding*> said = SaidBetter({begin, end});
+        for (auto at = begin; at != end; ++at)
+            if (std::ranges::find(said, &*at) == said.end())
+                kept.push_back(std::move(*at));
         begin = end;
     }
     findings = std::move(kept);

@@ -107,7 +107,23 @@ constexpr FindingRow kRows[] = {
 
 void FindingSink::Add(const Place& where, std::string text, std::string suggestion)
 {
-    found_.push_back({row_.severity, row_.name, std::move(text), where, std::move(suggestion)});
+    auto [entry, is_new] = seen_.try_emplace({text, std::string(where.file), where.line});
+    Seen& seen = entry->second;
+    if (is_new) {
+        seen = {found_.size(), 1, std::string(where.page)};
+        found_.push_back({row_.severity, row_.name, std::move(text), where, std::move(suggestion)});
+    } else if (seen.last_page != where.page) { // pages are looked at one after the other
+        ++seen.pages;
+        seen.last_page = where.page;
+    }
+}
+
+std::vector<Finding> FindingSink::Take()
+{
+    for (const auto& [place, seen] : seen_)
+        if (seen.pages > 1)
+            found_[seen.index].text.append(", on " + std::to_string(seen.pages) + " pages");
+    return std::move(found_);
 }
 
 std::span<const FindingRow> FindingRows()

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <map>
 #include <set>
 #include <string>
 #include <tuple>
@@ -18,38 +17,11 @@ namespace kiv {
 
 namespace {
 
-/// One finding for what a source line does to many pages, with the first of them: its text says
-/// how many there are.
-std::vector<Finding> JoinPages(std::vector<Finding> found)
-{
-    struct Pages {
-        std::size_t first = 0; // 0-based, of `joined`
-        std::set<std::string> names;
-    };
-    std::map<std::tuple<std::string_view, std::string, std::string, int>, Pages> places;
-    std::vector<Finding> joined;
-    for (Finding& finding : found) {
-        Pages& pages = places[{finding.name, finding.text, finding.where.file, finding.where.line}];
-        if (pages.names.empty())
-            pages.first = joined.size();
-        const bool is_first = pages.names.empty();
-        pages.names.insert(finding.where.page);
-        if (is_first)
-            joined.push_back(std::move(finding));
-    }
-    for (const auto& [place, pages] : places)
-        if (pages.names.size() > 1)
-            joined[pages.first].text.append(", on " + std::to_string(pages.names.size()) +
-                                            " pages");
-    return joined;
-}
-
 std::vector<Finding> FindingsOf(const FindingRow& row, const SiteView& site)
 {
-    std::vector<Finding> found;
-    FindingSink sink(row, found);
+    FindingSink sink(row);
     row.look(site, sink);
-    return JoinPages(std::move(found));
+    return sink.Take();
 }
 
 /// What a build makes and reads again, such as "_singlehtml.txt", has its faults from elsewhere,
@@ -84,16 +56,15 @@ void TakeFindings(Inspection& all, CheckList& list, std::vector<Finding> found,
 
 std::vector<Finding> UnusedCheckLines(const CheckList& list)
 {
-    std::vector<Finding> found;
     const auto row = std::ranges::find(FindingRows(), kUnusedCheckLine, &FindingRow::name);
-    FindingSink sink(*row, found);
+    FindingSink sink(*row);
     for (const CheckLine& line : list.lines)
         if (!line.is_used && line.name != kUnusedCheckLine)
             sink.Add({list.path, line.line},
                      Joined({"there is no ", line.name, line.text.empty() ? "" : " with \"",
                              line.text, line.text.empty() ? "" : "\"", " to switch off"}),
                      "take the line out");
-    return found;
+    return sink.Take();
 }
 
 } // namespace

@@ -20,7 +20,7 @@ std::size_t SlipsTo(std::string_view word, std::string_view known, std::size_t s
     const std::size_t most = shorter < kLongWord ? 1 : 2;
     if (shorter < shortest || longer - shorter > most)
         return 0;
-    const std::size_t slips = EditDistance(UpperCase(word), UpperCase(known));
+    const std::size_t slips = EditDistance(UpperCase(word), UpperCase(known), most);
     return slips > most ? 0 : slips;
 }
 

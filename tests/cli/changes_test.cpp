@@ -132,6 +132,18 @@ TEST_F(Changes, NamesGoToAPipeAsTheyAreAndAreShownOnATerminal)
     out_is_terminal = true;
     EXPECT_EQ(Changed(), "\\x1B[2J\\x7F.htm\n");
 }
+
+TEST_F(Changes, ANameWithALineEndAsksForNul)
+{
+    PutSite("a\nb", "@FILE = x\n@TITLE = X\n");
+    PutSite("a\nb/c", "@FILE = y\n@TITLE = Y\n");
+    Put("a\nb/c/_group.txt", "..\n");
+    const std::string folder = Native("a\nb/c").string();
+    EXPECT_EQ(Call({"group", folder, "--changed"}).err,
+              "kiv: warning: the name of a changed file holds a line end; -0 keeps it apart\n");
+    std::filesystem::remove(Native("a\nb/x.htm"));
+    EXPECT_EQ(Call({"group", folder, "--changed", "-0"}).err, "");
+}
 #endif
 
 #ifdef __linux__ // where a name may be of any bytes
