@@ -6,6 +6,7 @@
 #include "inspect/findings.h"
 #include "inspect/known_warnings.h"
 #include "inspect/near_names.h"
+#include "inspect/page_starts.h"
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
 #include "platform/site_files.h"
@@ -113,7 +114,7 @@ bool HasFindingOfItsOwn(std::string_view text)
 
 void FindBuildError(const SiteView& site, FindingSink& sink)
 {
-    if (site.error)
+    if (site.error && !PageWithoutLines(site)) // "missing-title" says so
         sink.Add(site.error->where.View(), site.error->text, site.error->hint);
 }
 

@@ -1,56 +1,51 @@
 // Directives that the build does not take, and pages that take each other's place.
+#include "builder/page_list_parser.h"
 #include "builder/trace_words.h"
 #include "inspect/directive_slips.h"
 #include "inspect/finding_table.h"
 #include "inspect/findings.h"
+#include "inspect/mark_slips.h"
 #include "text/joined_text.h"
 #include "text/text.h"
 
-#include <algorithm>
-#include <vector>
+#include <utility>
 
 namespace kiv {
 
 namespace {
 
-/// The lines (1-based) that are taken for a page's title and are no "@TITLE =".
-std::vector<int> OtherTitleLines(const SourceText& source)
+constexpr const char* kNotUnderstood = " is not understood as it is written";
+
+void AddSlip(const SiteView& site, const SourceText& source, const DirectiveSlip& slip,
+             FindingSink& sink)
 {
-    std::vector<int> lines;
+    sink.Add(site.PlaceOf(source, slip.line),
+             Joined({Quoted(source.Line(slip.line)),
+                     slip.is_cut ? " loses the first character of its value" : kNotUnderstood}),
+             Joined({"write \"", slip.meant, "\""}));
+}
+
+void AddNameless(const SiteView& site, const SourceText& source, FindingSink& sink)
+{
     for (std::size_t index = 0; index < source.lines.size(); ++index)
-        if (source.PartsOf(index).Has(LinePart::title) &&
-            !StartsWithNoCase(source.lines[index], "@TITLE ="))
-            lines.push_back(static_cast<int>(index) + 1);
-    return lines;
+        if (source.PartsOf(index).Has(LinePart::page_start) &&
+            EqualsNoCase(Trim(source.lines[index]), kPageStart))
+            sink.Add(site.PlaceOf(source, static_cast<int>(index) + 1),
+                     Joined({Quoted(source.lines[index]), " names no page"}),
+                     "put the page's name behind it");
 }
 
 } // namespace
 
 void FindMisspelledDirectives(const SiteView& site, FindingSink& sink)
 {
-    for (const SourceText& source : site.sources)
-        for (const DirectiveSlip& slip : DirectiveSlips(site, source)) {
-            const std::string_view line = source.lines[static_cast<std::size_t>(slip.line) - 1];
-            sink.Add(site.PlaceOf(source, slip.line),
-                     Joined({Quoted(line), slip.is_cut ? " loses the first character of its value"
-                                                       : " is not understood as it is written"}),
-                     Joined({"write \"", slip.meant, "\""}));
-        }
-}
-
-void FindMissingTitles(const SiteView& site, FindingSink& sink)
-{
     for (const SourceText& source : site.sources) {
-        const std::vector<int> lines = OtherTitleLines(source);
-        if (lines.empty())
-            continue;
-        const std::vector<DirectiveSlip> slips = DirectiveSlips(site, source);
-        for (const int line : lines)
-            if (std::ranges::find(slips, line, &DirectiveSlip::line) == slips.end())
-                sink.Add(site.PlaceOf(source, line),
-                         "the line below \"@FILE =\" is taken for the title whatever it holds, and "
-                         "this one is no \"@TITLE =\"",
-                         "put a line \"@TITLE = ...\" above it");
+        for (const DirectiveSlip& slip : DirectiveSlips(site, source))
+            AddSlip(site, source, slip, sink);
+        for (MarkSlip& slip : MarkSlips(site, source))
+            sink.Add(site.PlaceOf(source, slip.line), Quoted(slip.words).append(kNotUnderstood),
+                     std::move(slip.todo));
+        AddNameless(site, source, sink);
     }
 }
 

@@ -34,6 +34,11 @@ enum class Zone {
     fixed, // nothing but directives has any effect here: above the first page, a page's second line
 };
 
+bool BeginsTitle(std::string_view line)
+{
+    return StartsWithNoCase(line, "@TITLE =") || StartsWithNoCase(line, "@CROSS =");
+}
+
 /// A line with "@" and a word, taken apart.
 struct AtLine {
     std::size_t signs = 0; // "@" before the word
@@ -72,10 +77,11 @@ struct Form {
     bool takes_value = false; // behind the word and its tail
 };
 
-/// `line` with a blank at `at`; "" when it has one there, or ends.
+/// `line` with a blank at `at`; "" when it has one there, or a sign that parts the two, or ends.
 std::string WithBlank(std::string_view line, std::size_t at)
 {
-    if (at >= line.size() || line[at] == ' ' || line[at] == '\t')
+    constexpr std::string_view kParting = " \t\xA0=:";
+    if (at >= line.size() || kParting.find(line[at]) != npos)
         return {};
     return Joined({line.substr(0, at), " ", line.substr(at)});
 }
@@ -177,10 +183,14 @@ class LineReader {
             return {};
         if (std::string switched = MeantSwitch(); !switched.empty())
             return switched;
-        if (parts_.word.empty() || parts_.signs > 1)
+        if (parts_.signs != 1)
+            return MeantSigns();
+        if (parts_.word.empty())
             return {};
         if (const Form* const form = words_.Known(parts_.word))
             return IsMeant(*form) ? Written(*form, parts_.value) : std::string();
+        if (const Form* const form = MeantTorn())
+            return Written(*form, {});
         return MeantSlip();
     }
 
@@ -201,6 +211,37 @@ class LineReader {
     }
 
   private:
+    /// Text stands nowhere between such a line and a page's title.
+    bool BeginsPage(const Form& form) const
+    {
+        return EqualsNoCase(form.word, "FILE") && BeginsTitle(next_);
+    }
+
+    /// "FILE = visit" and "@@FILE = visit".
+    std::string MeantSigns() const
+    {
+        const bool is_bare = parts_.signs == 0;
+        const std::string with_sign = Joined({"@", line_});
+        const AtLine parts = is_bare ? TakeApart(with_sign) : parts_;
+        const Form* const form = words_.Known(parts.word);
+        if (form == nullptr || parts.signs > 2 || parts.sign != '=' || !form->tail.ends_with('=') ||
+            (is_bare && !IsUpperCase(parts.word)))
+            return {};
+        return zone_ == Zone::fixed || BeginsPage(*form)
+                   ? Written(*form, CutBlanks(line_.substr(line_.find('=') + 1)))
+                   : std::string();
+    }
+
+    /// The directive of which a blank has made two words, as in "@NO INDEX"; null: none.
+    const Form* MeantTorn() const
+    {
+        if (parts_.sign != '\0' || HeadWord(parts_.value).size() != parts_.value.size() ||
+            (zone_ == Zone::body && !IsUpperCase(line_)))
+            return nullptr;
+        const Form* const form = words_.Known(Joined({parts_.word, parts_.value}));
+        return form != nullptr && form->tail.empty() ? form : nullptr;
+    }
+
     bool ValueMayFollow(const Form& form) const { return form.takes_value || parts_.value.empty(); }
 
     /// Whether a value behind "=" is no text: the word is in capitals, as one writes it there.
@@ -220,7 +261,7 @@ class LineReader {
             return parts_.sign == ':' && parts_.is_moved;
         if (form.tail.empty())
             return zone_ != Zone::body && parts_.sign == '\0' && ValueMayFollow(form);
-        if (zone_ == Zone::fixed)
+        if (zone_ == Zone::fixed || BeginsPage(form))
             return true;
         const bool is_variable = words_.BeginsWithVariable(CutBlanks(line_));
         if (zone_ == Zone::head)
@@ -255,8 +296,27 @@ class LineReader {
     AtLine parts_;
 };
 
+/// Whether the line is a definition: its fifth character is "=".
+bool IsDefinition(std::string_view line)
+{
+    return line.size() > 4 && line[4] == '=' &&
+           std::ranges::find(kFamilyMark, line.substr(0, 2)) != kFamilyMark.end();
+}
+
+/// "??1 <li>|<b>", which lacks its "="; `behind` is what follows the two signs.
+std::string MeantWithoutSign(std::string_view mark, std::string_view behind)
+{
+    const std::string_view value =
+        CutBlanks(behind.substr(std::min<std::size_t>(1, behind.size())));
+    const bool has_number = behind.size() > 1 && behind[0] >= '0' && behind[0] <= '9';
+    const bool is_parted = has_number && value.size() + 1 < behind.size();
+    return is_parted && !value.empty() ? Joined({mark, behind.substr(0, 1), " = ", value})
+                                       : std::string();
+}
+
 /// The definition that a line such as "!!1= x" was meant for; "": it is one, or nothing like it.
-std::string MeantDefinition(std::string_view line)
+/// `is_fixed`: nothing but definitions and directives has any effect there.
+std::string MeantDefinition(std::string_view line, bool is_fixed)
 {
     const std::string_view text = CutBlanks(line);
     if (std::ranges::find(kFamilyMark, text.substr(0, 2)) == kFamilyMark.end())
@@ -264,9 +324,11 @@ std::string MeantDefinition(std::string_view line)
     const std::string_view behind = CutBlanks(text.substr(2));
     const std::size_t digits = std::min(behind.find_first_not_of("0123456789"), behind.size());
     const std::string_view rest = CutBlanks(behind.substr(digits));
-    if (digits < 1 || digits > 2 || !rest.starts_with('='))
+    if (text.size() == line.size() && IsDefinition(line))
         return {};
-    if (text.size() == line.size() && line.size() > 4 && line[4] == '=')
+    if (is_fixed && !rest.starts_with('='))
+        return MeantWithoutSign(text.substr(0, 2), behind);
+    if (digits < 1 || digits > 2 || !rest.starts_with('='))
         return {};
     return WithValue(
         Joined({text.substr(0, 2), behind.substr(0, digits), digits == 1 ? " =" : "="}),
@@ -300,18 +362,33 @@ class SourceReader {
         const Zone zone = ZoneOf(line, parts);
         if (std::string whole = WithBlank(line, parts); !whole.empty())
             slips_.push_back({static_cast<int>(index_) + 1, std::move(whole), true});
-        if (parts.HasRole() || (line.find('@') == npos && line.find('=') == npos))
+        if (parts.HasRole())
             return;
+        if (std::string meant = MeantLine(line, zone); !meant.empty())
+            slips_.push_back({static_cast<int>(index_) + 1, std::move(meant)});
+    }
+
+    std::string MeantLine(std::string_view line, Zone zone) const
+    {
         const std::string_view next =
             index_ + 1 < source_.lines.size() ? source_.lines[index_ + 1] : std::string_view();
         std::string meant = MeantBy(line, next, zone);
         if (meant.empty() && zone != Zone::body) {
-            meant = MeantDefinition(line);
+            meant = MeantDefinition(line, zone == Zone::fixed);
             if (zone == Zone::head && IsDefined(site_, meant))
                 meant.clear(); // its use, with "=" behind it
         }
-        if (!meant.empty())
-            slips_.push_back({static_cast<int>(index_) + 1, std::move(meant)});
+        return meant.empty() ? MeantInclude(line) : meant;
+    }
+
+    /// "+part.txt", which lacks its second "+".
+    std::string MeantInclude(std::string_view line) const
+    {
+        const bool is_single = line.size() > 1 && line[0] == '+' && line[1] != '+';
+        const bool is_file = is_single && source_.is_page_list &&
+                             line.find_first_of("<>|\"*?") == npos &&
+                             site_.files.FileExists(site_.folder + std::string(line.substr(1)));
+        return is_file ? Joined({"+", line}) : std::string();
     }
 
     /// Of a line that is taken, though its value lacks its first character.

@@ -28,6 +28,9 @@ constexpr Doubled kDoubled[] = {
     {"left-over", "build-warning"},
     {"dead-link", "unknown-reference"},
     {"undefined-number", "quiz-doubled-mark"},
+    {"link-to-stale-page", "unknown-reference"},
+    {"left-over", "misplaced-directive"},
+    {"left-over", "missing-field"},
     {"build-warning", "undefined-number", "blunder in: [["},
     {"build-error", "undefined-number", "the wrapper [["},
 };

@@ -15,8 +15,17 @@ void FindPagesOverSources(const SiteView& site, FindingSink& sink);
 
 // directive_findings.cpp
 void FindMisspelledDirectives(const SiteView& site, FindingSink& sink);
-void FindMissingTitles(const SiteView& site, FindingSink& sink);
 void FindPagesTwice(const SiteView& site, FindingSink& sink);
+
+// misplaced_findings.cpp
+void FindMisplacedDirectives(const SiteView& site, FindingSink& sink);
+
+// page_start_findings.cpp
+void FindNoPages(const SiteView& site, FindingSink& sink);
+void FindMissingTitles(const SiteView& site, FindingSink& sink);
+
+// address_findings.cpp
+void FindEatenAddresses(const SiteView& site, FindingSink& sink);
 
 // variable_findings.cpp
 void FindMisspelledVariables(const SiteView& site, FindingSink& sink);
@@ -29,6 +38,8 @@ void FindRedefinedNumbers(const SiteView& site, FindingSink& sink);
 
 // reference_findings.cpp
 void FindUnknownReferences(const SiteView& site, FindingSink& sink);
+void FindMissingFields(const SiteView& site, FindingSink& sink);
+void FindIdsOfTwoPages(const SiteView& site, FindingSink& sink);
 void FindUnclosedBrackets(const SiteView& site, FindingSink& sink);
 
 // tag_findings.cpp

@@ -6,7 +6,10 @@
 #include "text/joined_text.h"
 #include "text/nearest.h"
 #include "text/text.h"
+#include "text/windows1252.h"
 
+#include <algorithm>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -156,10 +159,27 @@ void FindDeadForms(const SiteView& site, FindingSink& sink)
     FindDead(site, sink, LinkKind::form, kFormWords);
 }
 
+namespace {
+
+/// The files, in capitals, that two pages of the list are written to: which of the two names a file
+/// has is a matter of what is told of them.
+std::set<std::string> PagesTwice(const SiteView& site)
+{
+    std::set<std::string> paths;
+    for (const PageText& page : site.pages)
+        if (std::ranges::find(site.twice, page.from, &PageTwice::second) != site.twice.end())
+            paths.insert(UpperCase(page.path));
+    return paths;
+}
+
+} // namespace
+
 void FindLetterCase(const SiteView& site, FindingSink& sink)
 {
+    const std::set<std::string> twice = PagesTwice(site);
     ForEachLink(site, [&](const LinkedPage& page, const PageLink& link, const Target& target) {
-        if (target.state == Target::State::found && target.is_misspelled)
+        if (target.state == Target::State::found && target.is_misspelled &&
+            !twice.contains(UpperCase(target.path)))
             sink.Add(PlaceOf(page, link),
                      InQuotes(link.address) + " and the name of the file differ in capital letters",
                      Suggestion("write ", link, target));

@@ -2,6 +2,7 @@
 #include "inspect/file_form.h"
 #include "inspect/finding_table.h"
 #include "inspect/findings.h"
+#include "inspect/word_slips.h"
 #include "platform/site_files.h"
 #include "text/joined_text.h"
 #include "text/text.h"
@@ -64,7 +65,17 @@ void ForUnseen(const SiteView& site, Tell tell)
             tell(*list, wanted);
 }
 
-/// The first line (1-based) that holds the words, if only in another case; 0: none does.
+/// Whether a remark is the mark, misspelled. Both marks are alike.
+bool IsMarkMisspelled(std::string_view line, std::string_view mark)
+{
+    const std::string_view word = HeadWord(line.substr(std::min<std::size_t>(1, line.size())));
+    const std::string_view number = LastChars(mark, 1);
+    return line.starts_with(';') && word.ends_with(number) &&
+           IsSlipOf(word, mark.substr(1), mark.size() - 2);
+}
+
+/// The first line (1-based) that holds the words, if only in another case or misspelled; 0: none
+/// does.
 int LineOfMark(const SourceText& list, std::string_view mark)
 {
     const auto first = [&](bool (*holds)(std::string_view, std::string_view)) {
@@ -72,8 +83,10 @@ int LineOfMark(const SourceText& list, std::string_view mark)
             list.lines, [&](std::string_view line) { return holds(line, mark); });
         return found == list.lines.end() ? 0 : static_cast<int>(found - list.lines.begin()) + 1;
     };
-    const int line = first(Contains);
-    return line > 0 ? line : first(ContainsNoCase);
+    int line = first(Contains);
+    if (line == 0)
+        line = first(ContainsNoCase);
+    return line > 0 ? line : first(IsMarkMisspelled);
 }
 
 } // namespace

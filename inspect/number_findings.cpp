@@ -3,6 +3,7 @@
 #include "builder/page_record.h"
 #include "builder/trace_words.h"
 #include "inspect/directive_slips.h"
+#include "inspect/file_form.h"
 #include "inspect/finding_table.h"
 #include "inspect/findings.h"
 #include "text/joined_text.h"
@@ -59,11 +60,16 @@ void AddUndefined(const Place& where, std::string_view mark, FindingSink& sink)
 /// The marks of definitions that the build does not take, which are told by themselves.
 std::set<std::string> MarksOfSlips(const SiteView& site)
 {
+    constexpr std::size_t kByteOrderMark = 3; // bytes
     std::set<std::string> marks;
-    for (const SourceText& source : site.sources)
+    for (const SourceText& source : site.sources) {
+        if (HasByteOrderMark(source.bytes) && !source.lines.empty())
+            marks.emplace(
+                source.lines[0].substr(std::min(kByteOrderMark, source.lines[0].size()), 3));
         for (const DirectiveSlip& slip : DirectiveSlips(site, source))
             if (slip.meant.size() > 3)
                 marks.insert(slip.meant.substr(0, 3));
+    }
     return marks;
 }
 

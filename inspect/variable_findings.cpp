@@ -84,18 +84,48 @@ void LookAt(std::string_view line, const Place& place, const Variables& variable
     }
 }
 
+std::vector<std::string_view> MacroNames()
+{
+    std::vector<std::string_view> names;
+    for (const Bang* const bang : kBangs)
+        names.push_back(bang->Name().substr(2));
+    return names;
+}
+
 void LookForMacros(std::string_view line, const Place& place, FindingSink& sink)
 {
+    const std::vector<std::string_view> names = MacroNames();
     for (std::size_t at = line.find("!!"); at != npos; at = line.find("!!", at + 2)) {
         const std::string_view word = HeadWord(line.substr(at + 2));
-        if (!line.substr(at + 2 + word.size()).starts_with('['))
-            continue;
-        std::vector<std::string_view> names;
-        for (const Bang* const bang : kBangs)
-            names.push_back(bang->Name().substr(2));
-        if (const std::string_view meant = SlipOf(word, names, 2); !meant.empty())
-            sink.Add(place, Joined({"\"!!", word, "[\" is not a macro"}),
+        const std::string_view behind = FirstChars(line.substr(at + 2 + word.size()), 1);
+        const bool is_known = std::ranges::any_of(
+            names, [&](std::string_view name) { return EqualsNoCase(name, word); });
+        std::string_view meant;
+        if (behind == "[")
+            meant = SlipOf(word, names, 2);
+        else if (behind == "(" && is_known)
+            meant = word;
+        if (!meant.empty())
+            sink.Add(place, Joined({"\"!!", word, behind, "\" is not a macro"}),
                      DidYouMean(Joined({"!!", meant, "["})));
+    }
+}
+
+/// "!1[a|b]", where the list defines the macro "!!1".
+void LookForHalfMarks(const SiteView& site, std::string_view line, const Place& place,
+                      FindingSink& sink)
+{
+    for (std::size_t at = line.find('!'); at != npos; at = line.find('!', at + 1)) {
+        const std::string_view rest = line.substr(at);
+        const bool is_use = rest.size() > 2 && rest[1] >= '1' && rest[1] <= '9' && rest[2] == '[' &&
+                            Contains(rest, "]");
+        if (!is_use || (at > 0 && (line[at - 1] == '!' || line[at - 1] == '?')))
+            continue;
+        const std::string meant = Joined({"!", rest.substr(0, 2)});
+        if (std::ranges::find(site.definitions, meant, &NumberDefinition::mark) !=
+            site.definitions.end())
+            sink.Add(place, Joined({"\"", rest.substr(0, 3), "\" is not a macro"}),
+                     DidYouMean(Joined({meant, "["})));
     }
 }
 
@@ -137,8 +167,12 @@ void FindMisspelledVariables(const SiteView& site, FindingSink& sink)
 
 void FindMisspelledMacros(const SiteView& site, FindingSink& sink)
 {
-    ForEachLine(
-        site, [&](std::string_view line, const Place& place) { LookForMacros(line, place, sink); });
+    ForEachLine(site, [&](std::string_view line, const Place& place) {
+        LookForMacros(line, place, sink);
+        // In a definition "!1" stands for a field.
+        if (line.size() < 5 || line[4] != '=')
+            LookForHalfMarks(site, line, place, sink);
+    });
 }
 
 } // namespace kiv
