@@ -44,6 +44,24 @@ std::string_view CommentOf(std::string_view line)
     return end == npos ? std::string_view() : line.substr(begin, end + 1 - begin);
 }
 
+/// What is left of a line when its passes and places, such as "DIR1:" and "=2=", are gone.
+std::string_view WithoutConditions(std::string_view line)
+{
+    for (bool was_cut = true; was_cut;) {
+        was_cut = false;
+        for (const std::string_view pass : {"ASP:", "HTM:", "DIR1:"})
+            if (StartsWithNoCase(line, pass)) {
+                line.remove_prefix(pass.size());
+                was_cut = true;
+            }
+        if (line.size() > 3 && line[0] == '=' && line[2] == '=') {
+            line.remove_prefix(3);
+            was_cut = true;
+        }
+    }
+    return line;
+}
+
 /// The mark that a line was meant for; null: it is one, or nothing like it.
 const ListMark* MarkMeant(std::string_view line, bool is_frame)
 {
@@ -51,6 +69,7 @@ const ListMark* MarkMeant(std::string_view line, bool is_frame)
     if (comment.empty())
         return nullptr;
     const std::string letters = Letters(comment);
+    line = WithoutConditions(line);
     const auto is_meant = [&](const ListMark& mark) {
         return (is_frame || !mark.is_of_template) && !EqualsNoCase(line, mark.line) &&
                (letters == mark.letters ||

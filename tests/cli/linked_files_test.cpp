@@ -55,7 +55,7 @@ TEST_F(LinkedFilesTest, AChainOfStyleSheetsIsFollowedToItsEnd)
     Put("site/s" + std::to_string(kSheets) + ".css",
         "@import \"s0.css\"; p { background: url(last.gif) }\n");
     for (const char* const name : {"site/shown.gif", "site/last.gif", "site/old.gif"})
-        Put(name, "GIF");
+        Put(name, Picture());
     PutPage("<link rel=\"stylesheet\" href=\"s0.css\"><img src=\"shown.gif\">");
     EXPECT_EQ(Found(), Texts{"unused-picture: no page shows the picture \"old.gif\""});
 }
@@ -90,8 +90,8 @@ TEST_F(LinkedFilesTest, OfAPageThatIsTooLargeNothingIsClaimed)
 
 TEST_F(LinkedFilesTest, OfAStyleSheetOrScriptThatIsTooLargeNothingIsClaimed)
 {
-    Put("site/shown.gif", "GIF");
-    Put("site/old.gif", "GIF");
+    Put("site/shown.gif", Picture());
+    Put("site/old.gif", Picture());
     const std::pair<const char*, const char*> rows[] = {
         {"site/a.css", "<link rel=\"stylesheet\" href=\"a.css\"><img src=\"shown.gif\">"},
         {"site/a.js", "<script src=\"a.js\"></script><img src=\"shown.gif\">"},
@@ -107,8 +107,8 @@ TEST_F(LinkedFilesTest, OfAStyleSheetOrScriptThatIsTooLargeNothingIsClaimed)
 
 TEST_F(LinkedFilesTest, OfTooManyLargeStyleSheetsNothingIsClaimed)
 {
-    Put("site/shown.gif", "GIF");
-    Put("site/old.gif", "GIF");
+    Put("site/shown.gif", Picture());
+    Put("site/old.gif", Picture());
     std::string body = "<img src=\"shown.gif\">";
     for (int sheet = 0; sheet < 8; ++sheet) {
         const std::string name = "s" + std::to_string(sheet) + ".css";
@@ -127,8 +127,8 @@ TEST_F(LinkedFilesTest, StyleSheetsAndScriptsAreReadInsideTheSiteAlone)
 {
     Put("all/_template.txt", ";\n");
     Put("all/site/_template.txt", ";\n");
-    Put("all/site/shown.gif", "GIF");
-    Put("all/site/old.gif", "GIF");
+    Put("all/site/shown.gif", Picture());
+    Put("all/site/old.gif", Picture());
     Put("all/style.css", "p { color: red }");
     Put("all/code.js", "go();");
     const std::string page = "@FILE = index\n@TITLE = T\n<img src=\"shown.gif\">";
