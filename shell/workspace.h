@@ -92,13 +92,13 @@ class Workspace {
     bool UploadListWanted = false;
     std::string UploadCommand;
     std::string EditorCommand;
-    std::string RecordsFolder;       // for the program's own records, a drive path; empty: none
-    bool RenamesAreReported = false; // to the user, who can take them back without a record
-    std::string SettingsPath;        // the file that "Store dir" writes
-    std::vector<JumpEntry> Jumps;    // at most ten
-    bool IsGroup = false;            // the working directory has a group list
-    OutputRoots Roots;               // that the page list of the last build declares
-    Renames Renamed;                 // by the command that ran last, in the order done
+    std::string RecordsFolder;         // for the program's own records, a drive path; empty: none
+    bool RenamesAreReported = false;   // to the user, who can take them back without a record
+    std::string SettingsPath;          // the file that "Store dir" writes
+    std::vector<JumpEntry> Jumps;      // at most ten
+    bool IsGroup = false;              // the working directory has a group list
+    OutputRoots Roots;                 // that the page list of the last build declares
+    Renames Renamed;                   // by the command that ran last, in the order done
     std::optional<Inspection> Checked; // by the command that ran last, if it was a check
     CommandMemory memory;
 

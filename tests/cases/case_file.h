@@ -38,7 +38,7 @@ struct Case {
     std::string error;                                // kind; empty: none
     std::optional<std::string> where;                 // of the error
     std::optional<std::string> hint;
-    std::string not_on_windows;                       // the reason; empty: the case holds there too
+    std::string not_on_windows; // the reason; empty: the case holds there too
 };
 
 /// The cases of a file. Throws std::runtime_error with the place of what it cannot read.

@@ -49,7 +49,8 @@ TEST_F(CommandStart, AFolderThatIsNotThereIsFatal)
     for (const char* command : {"build", "group", "fix-names", "grab"}) {
         const Printed printed = Call({command, "C:\\gone"});
         EXPECT_EQ(printed.code, 1) << command;
-        EXPECT_THAT(printed.err, testing::StartsWith(NativeOf("gone") + ": error: cannot change to C:\\gone"));
+        EXPECT_THAT(printed.err,
+                    testing::StartsWith(NativeOf("gone") + ": error: cannot change to C:\\gone"));
     }
     EXPECT_EQ(Content("guestout2.bat"), "old");
 }
