@@ -124,12 +124,12 @@ bool IsUsed(const SiteView& site, std::string_view mark)
            (mark.starts_with("@@") && StandsInTakenLine(site, mark));
 }
 
-/// The last definition of a mark, which counts on every page.
-const NumberDefinition& LastOf(const SiteView& site, std::string_view mark)
+/// The last definition of the same mark, which counts on every page.
+const NumberDefinition& LastLike(const SiteView& site, const NumberDefinition& first)
 {
-    const NumberDefinition* last = nullptr;
+    const NumberDefinition* last = &first;
     for (const NumberDefinition& definition : site.definitions)
-        if (definition.mark == mark)
+        if (definition.mark == first.mark)
             last = &definition;
     return *last;
 }
@@ -157,7 +157,7 @@ void FindUnusedNumbers(const SiteView& site, FindingSink& sink)
 {
     for (const NumberDefinition& definition : site.definitions) {
         const Number number(definition.mark);
-        const bool is_last = &LastOf(site, definition.mark) == &definition;
+        const bool is_last = &LastLike(site, definition) == &definition;
         if (site.error || site.pages.empty() || !is_last || IsUsed(site, definition.mark))
             continue;
         sink.Add(site.PlaceOf(definition.lines, {}),
@@ -170,7 +170,7 @@ void FindUnusedNumbers(const SiteView& site, FindingSink& sink)
 void FindRedefinedNumbers(const SiteView& site, FindingSink& sink)
 {
     for (const NumberDefinition& definition : site.definitions) {
-        const NumberDefinition& last = LastOf(site, definition.mark);
+        const NumberDefinition& last = LastLike(site, definition);
         // A title takes the value that stands above it.
         const bool is_in_titles =
             definition.mark.starts_with("@@") && StandsInTakenLine(site, definition.mark);
