@@ -27,15 +27,6 @@ constexpr ListMark kListMarks[] = {
     {"DROPDOWNHERE", "<!--DROPDOWN HERE-->", true},
 };
 
-std::string Letters(std::string_view text)
-{
-    std::string letters;
-    for (const char c : UpperCase(text))
-        if (c >= 'A' && c <= 'Z')
-            letters += c;
-    return letters;
-}
-
 /// The first comment of the line, with its brackets; "": there is none.
 std::string_view CommentOf(std::string_view line)
 {

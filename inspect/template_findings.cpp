@@ -2,6 +2,7 @@
 #include "inspect/file_form.h"
 #include "inspect/finding_table.h"
 #include "inspect/findings.h"
+#include "inspect/word_slips.h"
 #include "platform/drive_path.h"
 #include "text/joined_text.h"
 #include "text/nearest.h"
@@ -75,15 +76,6 @@ int MarkAmongOthers(const SourceText& source)
     return FirstLine(source, [](std::string_view line) {
         return IsText(line) && ContainsNoCase(line, kBodyMark);
     });
-}
-
-std::string Letters(std::string_view text)
-{
-    std::string letters;
-    for (const char c : UpperCase(text))
-        if (c >= 'A' && c <= 'Z')
-            letters += c;
-    return letters;
 }
 
 /// A line that was most likely meant to be the mark; 0: none.

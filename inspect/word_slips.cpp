@@ -62,4 +62,13 @@ std::string_view HeadWord(std::string_view text)
     return text.substr(0, static_cast<std::size_t>(end - text.begin()));
 }
 
+std::string Letters(std::string_view text)
+{
+    std::string letters;
+    for (const char c : UpperCase(text))
+        if (c >= 'A' && c <= 'Z')
+            letters += c;
+    return letters;
+}
+
 } // namespace kiv

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace kiv {
@@ -22,6 +23,9 @@ bool IsUpperCase(std::string_view word);
 /// A character of the words that directives and at-variables are made of: "A" to "Z" in any case,
 /// "0" to "9", "_".
 bool IsWordCharacter(char c);
+
+/// The letters of a text, "A" to "Z", in upper case; all else is left out.
+std::string Letters(std::string_view text);
 
 /// The word that `text` begins with.
 std::string_view HeadWord(std::string_view text);
