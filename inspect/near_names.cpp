@@ -46,7 +46,8 @@ std::size_t StepsTo(std::string_view name, std::string_view other, NameKind kind
         return npos;
     const bool is_same = extension == other_extension || IsOfKind(name, kind);
     const std::size_t most = stem.size() / 3;
-    const auto [shorter, longer] = std::minmax(stem.size(), other_stem.size());
+    const std::size_t shorter = std::min(stem.size(), other_stem.size());
+    const std::size_t longer = std::max(stem.size(), other_stem.size());
     if (longer - shorter > most)
         return npos;
     return EditDistance(stem, other_stem, most) +
