@@ -3,6 +3,7 @@
 #include "tests/cases/case_file.h"
 #include "tests/fuzz/desk.h"
 #include "tests/support/folders.h"
+#include "text/text.h"
 #include "text/windows1252.h"
 
 #include <gtest/gtest.h>
@@ -54,6 +55,8 @@ Ending OnDisk(const Case& one)
     for (const std::string& name : one.folders)
         drive.PutFolder(fuzz::NativeBelow(name));
     Ending ending = Ended(one, {"--drive-c", drive.Root().string()}, nullptr);
+    // The report's native paths name where the drive is.
+    ReplaceEach(ending.report, drive.Root().string(), "/c");
     ending.files = test::ReadTree(drive.Root());
     return ending;
 }

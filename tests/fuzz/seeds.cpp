@@ -54,8 +54,9 @@ class Seeds {
     void WriteLists() const
     {
         for (const auto& [target, paths] : paths_) {
-            // Each input of "why" is half a dozen builds.
-            const std::size_t most = target == "why" ? kListed / 8 : kListed;
+            // Each input of these is half a dozen builds.
+            const bool is_slow = target == "check" || target == "why";
+            const std::size_t most = is_slow ? kListed / 8 : kListed;
             const std::size_t step = paths.size() / most + 1;
             Words listed;
             for (std::size_t i = 0; i < paths.size(); i += step)
@@ -152,10 +153,10 @@ bool HasSettings(const Case& one)
 void AddCase(Seeds& seeds, const Case& one)
 {
     static const std::map<std::string, void (*)(Seeds&, const Case&)> by_command = {
-        {"build", AddSite},        {"group", AddSite},        {"sitemap", AddSite},
-        {"grab", AddSite},         {"news", AddNews},         {"convert", AddTexts},
-        {"fix-names", AddNames},   {"thumb-names", AddNames}, {"rename", AddNames},
-        {"undo-renames", AddNames}};
+        {"build", AddSite},    {"group", AddSite},        {"sitemap", AddSite},
+        {"check", AddSite},    {"grab", AddSite},         {"news", AddNews},
+        {"convert", AddTexts}, {"fix-names", AddNames},   {"thumb-names", AddNames},
+        {"rename", AddNames},  {"undo-renames", AddNames}};
     Words arguments = one.arguments;
     std::transform(arguments.begin(), arguments.end(), arguments.begin(), kiv::ToUtf8);
     seeds.Add("arguments", Joined(arguments, kBetweenParts));
