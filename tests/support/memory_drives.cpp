@@ -8,6 +8,7 @@
 #include "text/windows1252.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <functional>
 #include <utility>
 
@@ -137,7 +138,7 @@ std::string MemoryDrives::RealFolder(std::string_view path)
     const std::string absolute = Absolute(path);
     const Place place = absolute.empty() ? Place{} : PlaceOf(absolute);
     if (place.node == nullptr || !place.node->is_folder)
-        Refuse("look at", path, "no such folder");
+        Refuse("look at", path, kNoSuchFolder);
     if (NameOf(absolute).empty())
         return absolute;
     return WithSeparator(RealFolder(FolderOf(absolute))).append(ExactName(place.name));
@@ -158,10 +159,11 @@ FileStamp MemoryDrives::Stamp(std::string_view path)
 MemoryNode& MemoryDrives::FileToRead(std::string_view path)
 {
     const std::string absolute = FileToUse(path, "read");
+    if (PlaceOf(absolute).node == nullptr)
+        RefuseWith("read", absolute, ENOENT);
     MemoryNode* const file = FileAt(absolute);
     if (file == nullptr)
-        Refuse("read", absolute,
-               PlaceOf(absolute).node == nullptr ? "no such file or directory" : "no plain file");
+        Refuse("read", absolute, kNoPlainFile);
     return *file;
 }
 
@@ -182,11 +184,11 @@ OutputFile MemoryDrives::Open(std::string_view path)
     file.path = FileToUse(path, "write");
     const Place place = PlaceOf(file.path);
     if (place.folder == nullptr)
-        Refuse("write", file.path, "no such folder");
+        Refuse("write", file.path, kNoSuchFolder);
     if (place.node != nullptr && place.node->is_folder)
-        Refuse("write", file.path, "a folder has this name");
+        Refuse("write", file.path, kFolderInTheWay);
     if (place.name.size() > kLongestName)
-        Refuse("write", file.path, "file name too long");
+        RefuseWith("write", file.path, ENAMETOOLONG);
     file.native = ToNative(file.path);
     file.exists = place.node != nullptr;
     return file;
@@ -233,7 +235,7 @@ std::unique_ptr<FolderLock> MemoryDrives::LockFolder(std::string_view folder)
     const std::string absolute = Absolute(folder);
     const MemoryNode* const node = absolute.empty() ? nullptr : FolderAt(absolute);
     if (node == nullptr)
-        Refuse("work in", folder, "no such folder");
+        Refuse("work in", folder, kNoSuchFolder);
     return std::make_unique<FolderLock>(); // there is no other run
 }
 
@@ -252,7 +254,7 @@ bool MemoryDrives::DeleteFile(std::string_view path)
     if (place.node == nullptr)
         return false;
     if (place.node->is_folder)
-        Refuse("delete", absolute, "is a directory");
+        RefuseWith("delete", absolute, EISDIR);
     KeepFormer(Open(absolute), FormerFile::Holding(place.node->bytes));
     place.folder->nodes.erase(place.name);
     return true;
@@ -295,7 +297,7 @@ std::vector<FileName> MemoryDrives::Names(const std::string& folder, bool folder
 {
     const MemoryNode* const node = FolderAt(folder);
     if (node == nullptr)
-        Refuse("list", folder, "no such folder");
+        Refuse("list", folder, kNoSuchFolder);
     std::vector<FileName> names;
     for (const auto& [native, entry] : node->nodes)
         if (entry->is_folder == folders && native != kRenameJournalFile)
@@ -312,9 +314,9 @@ std::string MemoryDrives::ExactNameOf(const std::string& absolute)
         place.node = NodeIn(*place.folder, exact);
     }
     if (place.node == nullptr)
-        Refuse("rename", absolute, "no such file or directory");
+        RefuseWith("rename", absolute, ENOENT);
     if (place.node->is_folder)
-        Refuse("rename", absolute, "no plain file");
+        Refuse("rename", absolute, kNoPlainFile);
     return ExactName(place.name);
 }
 
@@ -338,7 +340,7 @@ void MemoryDrives::Rename(const std::string& source, const std::string& target,
     MemoryNode* const old_folder = FolderAt(FolderOf(source));
     MemoryNode* const folder = FolderAt(FolderOf(target));
     if (old_folder == nullptr || folder == nullptr)
-        Refuse("rename to", target, "no such folder");
+        Refuse("rename to", target, kNoSuchFolder);
     const std::string old_name = NativeName(change.from);
     const std::string new_name = NativeName(change.to);
     if (folder == old_folder && new_name == old_name)
@@ -347,9 +349,9 @@ void MemoryDrives::Rename(const std::string& source, const std::string& target,
     const auto file = old_folder->nodes.find(old_name);
     if ((alike == Alike::text && IsTakenByOthers(*folder, TextOfName(change.to), *file->second)) ||
         NodeIn(*folder, new_name) != nullptr)
-        Refuse(action, target, "target exists");
+        Refuse(action, target, kTargetExists);
     if (!CanBeName(new_name))
-        Refuse(action, target, "file name too long");
+        RefuseWith(action, target, ENAMETOOLONG);
     std::unique_ptr<MemoryNode> node = std::move(file->second);
     old_folder->nodes.erase(file);
     folder->nodes.emplace(new_name, std::move(node));
