@@ -280,9 +280,16 @@ std::string MemoryDrives::ToNative(std::string_view path)
     const std::string absolute = Absolute(path);
     if (absolute.empty() || !roots_.contains(absolute[0]))
         return {};
-    std::string native = ToUtf8(FromChar(absolute, 3));
-    std::replace(native.begin(), native.end(), '\\', '/');
-    return absolute[0] == 'C' ? "/c" + native : native;
+    std::string native = absolute[0] == 'C' ? "/c" : "";
+    MemoryNode* folder = &roots_.at(absolute[0]);
+    for (const std::string_view part : Split(FromChar(absolute, 4), '\\')) {
+        const std::string name = folder != nullptr ? NativeNameIn(*folder, part) : ToUtf8(part);
+        native += "/" + name;
+        folder = folder != nullptr ? NodeIn(*folder, name) : nullptr;
+        if (folder != nullptr && !folder->is_folder)
+            folder = nullptr;
+    }
+    return native;
 }
 
 bool MemoryDrives::IsTooLong(const std::string& absolute) const
