@@ -1,19 +1,26 @@
 // Runs two programs in turn, A B A B, and prints the medians of both in one row of a table.
 //
 //   kiv-bench-pair --header
-//   kiv-bench-pair [--fresh | --changed] LABEL PAIRS LIST DIR_A DIR_B -- A… -- B…
+//   kiv-bench-pair [--cold] [--fresh | --changed | --one-changed] LABEL PAIRS LIST DIR_A DIR_B
+//                  -- A… -- B…
 //
 // LIST names the files that each run leaves in its folder, with their sizes: they are checked after
-// each run and, with --fresh, removed before it, with --changed made other bytes, all outside of
-// the measured time. The first pair warms up and does not count.
+// each run and, with --fresh, removed before it, with --changed made other bytes, with
+// --one-changed the first of them, all outside of the measured time. With --cold, which is for root
+// alone, the system forgets before each run what it has read. The first pair warms up and does not
+// count. The ratio is that of the medians; beside it stand the quartiles of the pairs' own ratios.
 #include "bench/outputs.h"
 #include "bench/process.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <exception>
+#include <fstream>
+#include <map>
 #include <stdexcept>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -27,9 +34,10 @@ struct Side {
 };
 
 /// What a run finds of the files that it is to leave.
-enum class Before { as_they_are, fresh, changed };
+enum class Before { as_they_are, fresh, changed, one_changed };
 
 struct Call {
+    bool is_cold = false;
     Before before = Before::as_they_are;
     std::string label;
     int pairs = 0;
@@ -41,8 +49,14 @@ struct Call {
 Call ReadCall(Words words)
 {
     Call call;
-    if (!words.empty() && (words[0] == "--fresh" || words[0] == "--changed")) {
-        call.before = words[0] == "--fresh" ? Before::fresh : Before::changed;
+    const std::map<std::string, Before> wishes = {{"--fresh", Before::fresh},
+                                                  {"--changed", Before::changed},
+                                                  {"--one-changed", Before::one_changed}};
+    call.is_cold = !words.empty() && words[0] == "--cold";
+    if (call.is_cold)
+        words.erase(words.begin());
+    if (const auto wish = wishes.find(words.empty() ? "" : words[0]); wish != wishes.end()) {
+        call.before = wish->second;
         words.erase(words.begin());
     }
     const auto first = std::ranges::find(words, "--");
@@ -70,12 +84,25 @@ void Check(const Side& side, const std::vector<kiv::Output>& outputs)
     }
 }
 
+/// Has the system forget what it holds of the disks.
+void Cool()
+{
+    ::sync();
+    std::ofstream caches("/proc/sys/vm/drop_caches");
+    if (!(caches << "3" << std::flush))
+        throw std::runtime_error("only root has the system forget what it has read");
+}
+
 void RunOnce(Side& side, const Call& call)
 {
     if (call.before == Before::fresh)
         kiv::RemoveOutputs(side.dir, call.outputs);
     else if (call.before == Before::changed)
         kiv::SpoilOutputs(side.dir, call.outputs);
+    else if (call.before == Before::one_changed)
+        kiv::SpoilOutputs(side.dir, {call.outputs.front()});
+    if (call.is_cold)
+        Cool();
     side.runs.push_back(kiv::RunProgram(side.command));
     if (side.runs.back().exit_code != 0)
         throw std::runtime_error(side.command[0] + " ended with exit code " +
@@ -95,10 +122,18 @@ Value Median(const std::vector<kiv::Usage>& runs, Value kiv::Usage::*member)
     return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
 }
 
+/// The value below which a part of them lies.
+double Quantile(std::vector<double> values, double part)
+{
+    std::ranges::sort(values);
+    return values[static_cast<std::size_t>(
+        std::lround(part * static_cast<double>(values.size() - 1)))];
+}
+
 void PrintHeader()
 {
-    std::printf("%-14s %10s %10s %10s %10s %8s %8s %12s\n", "", "A wall ms", "A cpu ms",
-                "B wall ms", "B cpu ms", "A:B wall", "A:B cpu", "A peak KiB");
+    std::printf("%-18s %10s %10s %10s %10s %9s %13s %8s %11s\n", "", "A wall ms", "A cpu ms",
+                "B wall ms", "B cpu ms", "A:B wall", "quartiles", "A:B cpu", "A peak KiB");
 }
 
 void PrintRow(const Call& call)
@@ -108,8 +143,12 @@ void PrintRow(const Call& call)
     const double b_wall = Median(call.b.runs, &kiv::Usage::wall_ms);
     const double b_cpu = Median(call.b.runs, &kiv::Usage::cpu_ms);
     const long peak = std::ranges::max(call.a.runs, {}, &kiv::Usage::peak_rss_kib).peak_rss_kib;
-    std::printf("%-14s %10.2f %10.2f %10.2f %10.2f %8.2f %8.2f %12ld\n", call.label.c_str(), a_wall,
-                a_cpu, b_wall, b_cpu, a_wall / b_wall, a_cpu / b_cpu, peak);
+    std::vector<double> ratios;
+    for (std::size_t i = 0; i < call.a.runs.size(); ++i)
+        ratios.push_back(call.a.runs[i].wall_ms / call.b.runs[i].wall_ms);
+    std::printf("%-18s %10.2f %10.2f %10.2f %10.2f %9.2f   %4.2f to %4.2f %8.2f %11ld\n",
+                call.label.c_str(), a_wall, a_cpu, b_wall, b_cpu, a_wall / b_wall,
+                Quantile(ratios, 0.25), Quantile(ratios, 0.75), a_cpu / b_cpu, peak);
 }
 
 void RunPairs(Call& call)
@@ -142,7 +181,8 @@ int main(int argc, char** argv)
             stderr,
             "kiv-bench-pair: %s\n"
             "usage: kiv-bench-pair --header\n"
-            "       kiv-bench-pair [--fresh] LABEL PAIRS LIST DIR_A DIR_B -- A... -- B...\n",
+            "       kiv-bench-pair [--cold] [--fresh | --changed | --one-changed] LABEL PAIRS LIST "
+            "DIR_A DIR_B -- A... -- B...\n",
             error.what());
         return 2;
     } catch (const std::exception& error) {

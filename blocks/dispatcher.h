@@ -21,9 +21,14 @@ struct BlockContext {
     const Place& place;       // of the line last read
     std::string& style_sheet; // the build's table style sheet
     BlockMemory& memory;
+    bool is_faulty = false; // a message was shown
 
     /// Shows a message, with the line last read as its place.
-    void reportmsg(std::string_view text) { reporter.reportmsg(text, place); }
+    void reportmsg(std::string_view text)
+    {
+        is_faulty = true;
+        reporter.reportmsg(text, place);
+    }
     /// Reports a fault in a block's structure: "BIG OOPS! " and the message.
     void bigoops(std::string_view text) { reportmsg(std::string("BIG OOPS! ").append(text)); }
 };

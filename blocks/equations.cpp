@@ -14,7 +14,7 @@ constexpr std::string_view kRoot = "sqrt";
 
 constexpr std::string_view kTableOpening =
     "\r\n<table border=0 cellpadding=0 cellspacing=2><tr align=center>";
-constexpr std::string_view kTableEnd = "</tr></table>\r\n";
+constexpr std::string_view kEquationTableEnd = "</tr></table>\r\n";
 constexpr std::string_view kRowBreak = "</tr><tr align=center>\r\n";
 constexpr std::string_view kTextOpening =
     R"(<td><font face="Verdana,geneva,Arial,Helvetica,sans-serif" size=2 color=aa0000>)";
@@ -112,7 +112,7 @@ std::string EquationTable(std::string_view formula)
     }
     std::string table(kTableOpening);
     table.append(rows.top).append(kRowBreak).append(rows.bar).append(kRowBreak);
-    table.append(rows.bottom).append(kTableEnd);
+    table.append(rows.bottom).append(kEquationTableEnd);
     return table;
 }
 

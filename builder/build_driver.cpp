@@ -10,6 +10,7 @@
 #include "builder/traced_bounds.h"
 #include "platform/drive_path.h"
 #include "platform/site_files.h"
+#include "platform/stop_request.h"
 #include "text/text.h"
 
 #include <new>
@@ -132,6 +133,9 @@ void BuildSite(Machine& machine, const BuildOptions& options, BlockMemory& block
             error.where = build.state.place;
         if (build.tracer)
             build.tracer->Fail(error.text);
+        RemoveDoublesQuietly(build.uploads);
+        throw;
+    } catch (const Stopped&) {
         RemoveDoublesQuietly(build.uploads);
         throw;
     }

@@ -1,6 +1,7 @@
 // What a build tells its user.
 #pragma once
 
+#include "platform/files.h"
 #include "platform/reporter.h"
 
 #include <cstddef>
@@ -12,15 +13,20 @@ namespace kiv {
 /// The words of a build, each with the place of the line in work. Of its warnings only the first is
 /// shown, the others are kept back. A warning can hold a whole line, and a line thousands of them:
 /// past `kMostKept` characters each is cut to its beginning, so that a slip in a long line cannot
-/// eat the memory.
+/// eat the memory. What is told comes behind the pages that were made before: where one of them
+/// cannot be written, the build ends with that.
 class BuildMessages {
   public:
     /// `place` is the place in work whenever a message comes.
-    BuildMessages(Reporter& reporter, const Place& place) : reporter_(reporter), place_(place) {}
+    BuildMessages(Reporter& reporter, Files& files, const Place& place)
+        : reporter_(reporter), files_(files), place_(place)
+    {
+    }
 
     /// Shows a message, whether or not there was one before. `hint` says what can be done.
     void reportmsg(std::string_view text, std::string_view hint = {})
     {
+        files_.Settle();
         reporter_.reportmsg(text, place_, hint);
     }
 
@@ -35,7 +41,11 @@ class BuildMessages {
     }
 
     /// A warning without a box, which leaves the first one to others.
-    void NoteBuildMessage(std::string_view text) { reporter_.Withhold(text, place_); }
+    void NoteBuildMessage(std::string_view text)
+    {
+        files_.Settle();
+        reporter_.Withhold(text, place_);
+    }
 
     bool MessageLatch = false;
 
@@ -45,6 +55,7 @@ class BuildMessages {
   private:
     void KeepBack(std::string_view text)
     {
+        files_.Settle();
         if (kept_ > kMostKept && text.size() > kBeginning)
             return reporter_.Withhold(std::string(text.substr(0, kBeginning)) + "...", place_);
         kept_ += text.size();
@@ -52,6 +63,7 @@ class BuildMessages {
     }
 
     Reporter& reporter_;
+    Files& files_;
     const Place& place_;
     std::size_t kept_ = 0; // characters
 };

@@ -9,7 +9,7 @@ Build::Build(Machine& machine_used, const BuildOptions& build_options, BlockMemo
              OutputRoots& declared_roots)
     : machine(machine_used), options(build_options), blocks(block_memory), roots(declared_roots),
       uploads(machine_used.files, build_options.UploadCommand),
-      messages(machine_used.reporter, state.place),
+      messages(machine_used.reporter, machine_used.files, state.place),
       tracer(build_options.trace != nullptr ? std::make_unique<Tracer>(*build_options.trace, *this)
                                             : nullptr)
 {

@@ -3,7 +3,9 @@
 #include "builder/build_state.h"
 #include "builder/merge_steps.h"
 #include "builder/trace_words.h"
+#include "builder/tracer.h"
 #include "platform/run_error.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -81,7 +83,7 @@ std::string WithField(std::string_view text, std::string_view number, std::strin
     return filled.append(text, done);
 }
 
-constexpr std::size_t kLook = 220; // the work for each character of a text that is full of "!"
+constexpr std::size_t kMarkLook = 220; // the work for each character of a text that is full of "!"
 
 [[noreturn]] void ThrowGrown(std::string_view name)
 {
@@ -105,11 +107,13 @@ std::string Filled(std::string_view pattern, const Fields& fields, std::size_t l
         const std::size_t size = text.size();
         text = WithField(text, std::to_string(k), fields[k], longest);
         const std::size_t looked_at = size + (k > 1 ? text.size() : 0);
-        if (text.size() > longest || !bound.Spend(text.size() + kLook * looked_at))
+        if (text.size() > longest || !bound.Spend(text.size() + kMarkLook * looked_at))
             ThrowGrown(fields.Owner());
     }
     return text;
 }
+
+constexpr std::string_view kIdMark = "ID:"; // before an id that stands for a page's name
 
 // What the trace tells of a use, behind the name of its definition.
 constexpr const char* kVanishes = ", so the use vanishes";
@@ -132,11 +136,38 @@ std::string Told(const MergedLine& line, Words words)
     return line.tracer == nullptr ? std::string() : words();
 }
 
+/// ` (_html.txt:5)`, where a page's directive stands.
+std::string BesidePlace(const MergedLine& line, PageField field)
+{
+    Tracer& tracer = *line.tracer;
+    const SourceSpan& place = tracer.Known().Field(line.build.state.page.number, field).place;
+    return place.file.empty() ? "" : Joined({" (", tracer.PlaceText(place), ")"});
+}
+
+/// What a name of a page is held against, when it is an id.
+std::string IdWords(const MergedLine& line, std::string_view name)
+{
+    if (!StartsWithNoCase(name, kIdMark))
+        return {};
+    const std::string& id = line.build.CurrentRecord().id;
+    return id.empty()
+               ? "; the page has no id"
+               : Joined({"; the page's id is ", Quoted(id), BesidePlace(line, PageField::id)});
+}
+
+std::string GroupWords(const MergedLine& line, const std::string& stem)
+{
+    const std::string& group = line.build.CurrentRecord().group;
+    return group.empty() ? Joined({"; the page has no @GROUP, so its group is ", Quoted(stem)})
+                         : Joined({"; the page's group is ", Quoted(group),
+                                   BesidePlace(line, PageField::group)});
+}
+
 /// Whether a field is "ID:" and the page's id; without "ID:" the answer is left to `is_name`.
 template <typename IsName>
 bool NamesPage(std::string_view field, const PageRecord& page, IsName is_name)
 {
-    if (StartsWithNoCase(field, "ID:"))
+    if (StartsWithNoCase(field, kIdMark))
         return FromChar(field, 4) == page.id;
     return is_name(field);
 }
@@ -168,7 +199,7 @@ Expansion ExpandNumbered(const BracketUse& use, std::string_view definition, Mer
     std::string filled = Filled(definition, FilledFields(use), use.LineSize(), line.bound);
     // Placeholders without a field go, but a "!1" stays. The format wants it so.
     if (HoldsPlaceholderPast1(filled)) {
-        if (!line.bound.Spend(9 * kLook * filled.size()))
+        if (!line.bound.Spend(9 * kMarkLook * filled.size()))
             ThrowGrown(use.name);
         for (int k = 2; k <= 10; ++k)
             ReplaceEach(filled, "!" + Decimal(k), "");
@@ -201,7 +232,7 @@ Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, Merg
     });
     const std::string_view half = named ? definition.substr(0, bar) : definition.substr(bar + 1);
     return {Filled(half, fields, use.LineSize(), line.bound), false,
-            Told(line, [&] { return kPageTold[named ? 0 : 1]; })};
+            Told(line, [&] { return kPageTold[named ? 0 : 1] + IdWords(line, fields[1]); })};
 }
 
 Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, MergedLine& line)
@@ -223,8 +254,10 @@ Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Mer
     PageRecord& page = build.CurrentRecord();
     const std::string stem = build.CutToStem(page);
     const std::size_t part = GroupCase(fields, page, stem);
-    return {Filled(halves[part], fields, use.LineSize(), line.bound), false,
-            Told(line, [&] { return kGroupTold[part]; })};
+    return {Filled(halves[part], fields, use.LineSize(), line.bound), false, Told(line, [&] {
+                return kGroupTold[part] + GroupWords(line, stem) +
+                       (part == 2 ? std::string() : IdWords(line, fields[2]));
+            })};
 }
 
 } // namespace kiv

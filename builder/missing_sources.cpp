@@ -47,8 +47,8 @@ std::string LookAlike(Files& files, std::string_view wanted)
 /// What is there in the place of a missing source, and what to do about it; "" when nothing is.
 std::string Instead(Files& files, std::string_view missing)
 {
-    if (files.FolderExists(missing))
-        return "A folder has this name: give the folder another one.";
+    if (std::string hint = WhatIsNoFile(files, missing); !hint.empty())
+        return hint;
     const std::string name = LookAlike(files, missing);
     return name.empty() ? name : Joined({"Is it \"", name, "\"? Then give that file this name."});
 }
@@ -81,6 +81,18 @@ std::string Hint(Files& files, bool has_list, bool has_template)
 }
 
 } // namespace
+
+std::string WhatIsNoFile(Files& files, std::string_view path)
+{
+    if (path.empty()) // is the folder itself
+        return {};
+    if (files.FolderExists(path))
+        return "A folder has this name: give the folder another one.";
+    if (files.NameIsTaken(path))
+        return "Something has this name that is no plain file: a pipe, a device or a link to "
+               "nothing. Put a file in its place.";
+    return {};
+}
 
 bool HasSources(Build& build)
 {

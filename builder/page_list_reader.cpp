@@ -2,6 +2,7 @@
 
 #include "blocks/tables.h"
 #include "builder/build_state.h"
+#include "builder/missing_sources.h"
 #include "builder/source_file.h"
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
@@ -131,7 +132,8 @@ bool PageListReader::Include(const SourceFile& list, std::string_view name)
     SourceFile source(build_);
     if (!source.Open(name)) {
         list.TellUnused(line, Joined({"there is no file ", name, kReadEndsHere}));
-        build_.messages.reportmsg("File " + std::string(name) + " not found... aborting");
+        build_.messages.reportmsg("File " + std::string(name) + " not found... aborting",
+                                  WhatIsNoFile(build_.machine.files, name));
         return false;
     }
     list.TellUnused(line, Joined({"the lines of ", name, " stand in its place"}));
@@ -247,7 +249,9 @@ void PageListReader::ExpandBlock(SourceFile& source, SourceLine& line,
     const bool is_changed = line.text != current;
     line = source.Here(state_.sources.Keep(std::move(current)));
     if (is_changed || line.line > first)
-        source.TellMade(line, first, tag, "the block is worked out");
+        source.TellMade(line, first, tag,
+                        context.is_faulty ? "a fault, see the warning, ends the block; this is left"
+                                          : "the block is worked out");
 }
 
 } // namespace

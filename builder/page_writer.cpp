@@ -9,6 +9,7 @@
 #include "builder/template_lines.h"
 #include "builder/template_merge.h"
 #include "builder/text_helpers.h"
+#include "builder/trace_words.h"
 #include "builder/write_line.h"
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
@@ -31,7 +32,8 @@ constexpr std::string_view kSinglePageStyle =
     "</style>\r\n";
 
 // What the trace tells of lines that are not written.
-constexpr std::string_view kRedirects = "a redirect page has no text of its own";
+constexpr std::string_view kNotOnSingle =
+    "a page with \"singlehtml\" in its first line is left out of the single page";
 constexpr std::string_view kThirdLine = "an empty line right behind the title is not written";
 
 using TemplatePieces = std::vector<TemplatePiece>;
@@ -72,9 +74,11 @@ class PageWriter {
     void Write();
 
   private:
+    void WriteAll();
     void BeginPage(int number);
     void WriteSinglePage();
     void WriteFilePage();
+    std::string FullDescription() const;
     void OpenPage();
     void WarnOfPlace();
     void SetNames(std::string path);
@@ -84,6 +88,7 @@ class PageWriter {
     void WriteBody();
     void WriteLinesOfBody();
     void WriteBodyLine(int number, std::string_view line);
+    void TellLeftOut();
     void WriteSeparator();
     void ClosePage();
     void WriteEnd();
@@ -108,7 +113,21 @@ class PageWriter {
     const TemplatePieces tail_;
 };
 
+/// However it ends, the pages that were made are there then; a failure of one of these comes before
+/// that of any page behind it.
 void PageWriter::Write()
+{
+    Files& files = build_.machine.files;
+    try {
+        WriteAll();
+    } catch (...) {
+        files.EndHandOvers();
+        throw;
+    }
+    files.EndHandOvers();
+}
+
+void PageWriter::WriteAll()
 {
     OutputFile single_page;
     state_.output.clear();
@@ -164,10 +183,18 @@ void PageWriter::WriteSinglePage()
 {
     const int page = state_.page.number;
     if (Contains(LowerCase(LineOf(page, 1)), "singlehtml"))
-        return;
+        return TellLeftOut();
     WriteBody();
     if (page + 1 <= state_.PageCount)
         WriteSeparator();
+}
+
+/// For the trace. A page of one line has no end where it is looked for.
+void PageWriter::TellLeftOut()
+{
+    const PageLineTable& lines = std::as_const(state_.PageLines)[state_.page.number];
+    for (int number = 3; line_.tracer != nullptr && lines[number].line != 0; ++number)
+        line_.tracer->Skip(lines[number], LinePart::body, kNotOnSingle);
 }
 
 /// The line that opens the next page.
@@ -191,6 +218,17 @@ void PageWriter::WriteFilePage()
     ClosePage();
 }
 
+/// The page's description with the values of its "@@1" and "%%1", as pages have it.
+std::string PageWriter::FullDescription() const
+{
+    std::string text = build_.CurrentRecord().description;
+    for (const Family family : {Family::at, Family::percent})
+        for (int digit = 1; digit <= 9; ++digit)
+            ReplaceEach(text, NumberedMark(family, digit).View(),
+                        state_.NumberedVariables[family][digit]);
+    return text;
+}
+
 /// The path always holds a ".": a name without a known extension gets one.
 void PageWriter::OpenPage()
 {
@@ -200,10 +238,15 @@ void PageWriter::OpenPage()
     page.file = build_.machine.files.Open(page.CurrentOutputPath);
     WarnOfPlace();
     TracedPage traced{page.name, page.file.path, page.number};
+    std::string description;
     if (build_.tracer) [[unlikely]] {
         const PageRecord& record = build_.CurrentRecord();
         traced.id = record.id;
         traced.group = record.group;
+        traced.title = page.CurrentTitle;
+        traced.description = description = FullDescription();
+        traced.noindex = record.noindex;
+        traced.redirects = page.redirects;
         traced.from = build_.tracer->Known().Field(page.number, PageField::file).place;
     }
     BeginTrace(traced);
@@ -337,7 +380,9 @@ void PageWriter::WriteBodyLine(int number, std::string_view line)
     if (!is_dropped)
         WriteLine(state_.output, line);
     if (line_.tracer != nullptr) [[unlikely]]
-        line_.tracer->End(line, state_.page.redirects ? kRedirects : is_dropped ? kThirdLine : "");
+        line_.tracer->End(line, state_.page.redirects ? kRedirectTold
+                                : is_dropped          ? kThirdLine
+                                                      : "");
 }
 
 /// For the trace; `number` is that of the line that ended the page.
@@ -353,7 +398,13 @@ void PageWriter::TellEndOfBody(int number)
 void PageWriter::ClosePage()
 {
     WriteEnd();
-    build_.machine.files.Commit(state_.page.file, state_.output);
+    // Other pages are in work by the time a failure of this one is told.
+    const auto tell_place = [&reporter = build_.machine.reporter, where = KeptPlace(state_.place),
+                             path = state_.page.CurrentOutputPath](RunError& error) {
+        error.where = where;
+        reporter.Status(ShortenedPath(path));
+    };
+    build_.machine.files.HandOver(state_.page.file, state_.output, tell_place);
 }
 
 void PageWriter::WriteEnd()

@@ -1,6 +1,7 @@
 #include "builder/template_reader.h"
 
 #include "builder/build_state.h"
+#include "builder/missing_sources.h"
 #include "builder/source_file.h"
 #include "platform/run_error.h"
 #include "platform/site_files.h"
@@ -72,7 +73,8 @@ void TemplateReader::ReadOther(const SourceFile& own, std::string_view name)
     if (!other.Open(name)) {
         own.TellUnused(1, Joined({"there is no file ", name, ", and so no template"}));
         own.TellRest("never read: there is no template");
-        build_.messages.reportmsg("File: " + std::string(name) + " not found... aborting");
+        build_.messages.reportmsg("File: " + std::string(name) + " not found... aborting",
+                                  WhatIsNoFile(build_.machine.files, name));
         return;
     }
     own.TellUnused(1, Joined({"the file ", name, " is the template"}));

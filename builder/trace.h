@@ -62,6 +62,10 @@ struct TracedPage {
     std::string_view id = {};
     std::string_view group = {}; // "": it has none of its own
     SourceSpan from = {};        // the line that begins it
+    std::string_view title = {}; // as "@TITLE" gives it
+    std::string_view description = {};
+    bool noindex = false;
+    bool redirects = false; // to another page
 };
 
 /// A construct that stands in a line in work.

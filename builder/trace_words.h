@@ -13,6 +13,9 @@ struct BracketUse;
 class Fields;
 class Tracer;
 
+/// Why nothing of a line that is merged reaches its page.
+inline constexpr std::string_view kRedirectTold = "a redirect page has no text of its own";
+
 /// A text in quotation marks, cut when it is long.
 std::string Quoted(std::string_view text);
 /// A value as it goes into the line, cut when it is long; "nothing" for none.

@@ -234,16 +234,19 @@ void Tracer::Put(std::string_view raw, std::string_view name, std::string text,
     if (line.ends_with('\n'))
         line.remove_suffix(line.ends_with("\r\n") ? 2 : 1);
     counted_ += raw.size();
-    if (build_.state.page.redirects)
+    const bool is_written = !build_.state.page.redirects;
+    if (!is_written && !is_source)
         return; // the line in work tells why
     // The line's own story is lent: a copy for each of many lines would eat the time.
     if (is_source)
         story_.sources.push_back(from);
     story_.steps.push_back({std::string(name), std::move(text), std::string(line), from});
-    story_.line = lines_ + 1;
-    story_.count = LinesIn(raw);
+    story_.line = is_written ? lines_ + 1 : 0;
+    story_.count = is_written ? LinesIn(raw) : 0;
+    story_.reason = is_written ? std::string_view() : kRedirectTold;
     lines_ += story_.count;
     trace_.TakeLine(story_);
+    story_.reason.clear();
     story_.steps.pop_back();
     if (is_source)
         story_.sources.pop_back();

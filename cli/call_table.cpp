@@ -1,6 +1,7 @@
 #include "cli/call_table.h"
 
 #include "cli/commands.h"
+#include "inspect/finding_table.h"
 #include "text/windows1252.h"
 
 namespace kiv {
@@ -37,6 +38,28 @@ constexpr OptionRow kBuildOptions[] = {
     kSync, kStrict, kChanged, kNul,
 };
 constexpr OptionRow kGroupOptions[] = {kSync, kStrict, kChanged, kNul};
+constexpr OptionRow kInitOptions[] = {
+    {"--news", "", "Add a section for news, ready for \"kiv-cli news\""},
+    {.name = "--section", .value = "NAME", .about = "Add a section in the folder NAME",
+     .takes = Takes::text, .fault = SectionFault},
+};
+constexpr OptionRow kAdoptArguments[] = {
+    {"FOLDER", "", "The folder of the pages", Takes::folder, kRequired},
+};
+constexpr OptionRow kAdoptOptions[] = {
+    {"--to", "DIR", "The new site's folder (default: FOLDER-site in the current one)", Takes::folder},
+};
+constexpr OptionRow kWithGroup = {"--group", "",
+                                  "Build every folder of _group.txt, too, as group does"};
+constexpr OptionRow kWatchOptions[] = {kWithGroup};
+constexpr OptionRow kPreviewOptions[] = {
+    {.name = "--port", .value = "N",
+     .about = "Serve at this port (default: 8098, or a free one); 0 is a free one",
+     .takes = Takes::number, .fault = PortFault},
+    {"--open", "", "Open the browser"},
+    {"--root", "DIR", "Serve this folder, at or above the site's", Takes::folder},
+    kWithGroup,
+};
 constexpr OptionRow kGrabOptions[] = {
     {"--redirect", "", "Add a redirect line to each page, one folder up"},
     {"--all", "", "Copy the lines of each page"},
@@ -44,6 +67,27 @@ constexpr OptionRow kGrabOptions[] = {
 };
 constexpr OptionRow kPicturesOptions[] = {
     {"--folder", "NAME", "Work in this folder below DIR", Takes::text},
+};
+constexpr OptionRow kThumbsOptions[] = {
+    {.name = "--size", .value = "N", .about = "The longer side in pixels (default: 200)",
+     .takes = Takes::number, .fault = SizeFault},
+    {.name = "--quality", .value = "N", .about = "The quality, 1 to 100 (default: 85)",
+     .takes = Takes::number, .fault = QualityFault},
+    {"--folder", "NAME", "Work in this folder below DIR", Takes::text},
+    {"--force", "", "Also over thumbnails that kiv did not make"},
+};
+constexpr OptionRow kUploadOptions[] = {
+    {"--dry-run", "", "Tell what would be sent; nothing is started"},
+};
+constexpr OptionRow kEncodeOptions[] = {
+    {"--to", "ENCODING", "The encoding that the sources are to be in", Takes::text, kRequired,
+     EncodingWords},
+    {"--dry-run", "", "Tell what would change and touch nothing"},
+    {"--check", "", "The same; exit code 3 when a source is not in the encoding"},
+};
+constexpr OptionRow kBaseOptions[] = {
+    {.name = "--base", .value = "URL", .about = "The address of the site's folder on the web",
+     .takes = Takes::text, .required = true, .fault = AddressFault},
 };
 constexpr OptionRow kConvertOptions[] = {
     {"--mode", "MODE", "The conversion (default: e-mail to HTML)", Takes::text, kOptional,
@@ -98,15 +142,32 @@ constexpr OptionRow kWhyOptions[] = {
 constexpr OptionRow kCheckOptions[] = {
     {.name = "--only", .value = "NAMES",
      .about = "Look for these findings alone, a comma between two", .takes = Takes::text,
-     .fault = FindingNamesFault},
+     .fault = FindingNamesFault, .listed = FindingNames},
     {.name = "--not", .value = "NAMES", .about = "Look for all findings but these",
-     .takes = Takes::text, .fault = FindingNamesFault},
+     .takes = Takes::text, .fault = FindingNamesFault, .listed = FindingNames},
     {"--fail-on", "SEVERITY", "The least that gives exit code 3 (default: error)", Takes::text,
      kOptional, FailureSeverities},
     {"--external", "", "List the addresses on other hosts, too; none is fetched"},
 };
 
 constexpr CallRow kCalls[] = {
+    {.name = "init",
+     .about = "Begin a site, or a further section of one",
+     .details = "Writes a small site into DIR, which is made when it is missing: a page list, a template, "
+         "a style sheet and a picture. Nothing that is there already is touched; where it lacks a "
+         "line, the line is told. Where there is a site already, only the sections are added.",
+     .example = "kiv-cli init ~/sites/bakery\n"
+                "kiv-cli init ~/sites/bakery --news --section shop",
+     .arguments = kOneDirectory, .options = kInitOptions, .start = Start::folder, .run = RunInit},
+    {.name = "adopt",
+     .about = "Make a site of pages that are there",
+     .details = "Reads the pages of FOLDER, which is never written to, and writes page list, template and "
+         "what they include into a new folder, such that building it gives back the pages. What stands "
+         "beside the pages is copied. Each page is built in memory and compared before the command "
+         "says that it is the same.",
+     .example = "kiv-cli adopt old-pages --to ~/sites/mill\n"
+                "kiv-cli adopt old-pages --to ~/sites/mill --json",
+     .arguments = kAdoptArguments, .options = kAdoptOptions, .start = Start::drive_c, .run = RunAdopt},
     {.name = "build",
      .about = "Build the pages of a site section (\"Do it!\")",
      .details = "Reads _html.txt and _template.txt of DIR and writes its pages, _toc.txt and "
@@ -120,11 +181,37 @@ constexpr CallRow kCalls[] = {
      .details = "The New Year blocks are switched on. Without _group.txt nothing is built.",
      .example = "kiv-cli group ~/sites/museum",
      .arguments = kOneDirectory, .options = kGroupOptions, .builds = true, .run = RunGroup},
+    {.name = "watch",
+     .about = "Build a site section, and again whenever one of its sources is saved",
+     .details = "Tells of each build in a line: the time of day, how long it took, what changed. An "
+         "error does not end it: mend the source and save it. Sources are the files that a build "
+         "reads or looks for, not style sheets and pictures; preview shows those, too. A page that "
+         "was removed by hand is made again at the next change. Ctrl+C ends it, or SIGTERM where it "
+         "runs in the background: the code is 0 between two builds, and 1 when a build was at work, "
+         "which ends between two pages.",
+     .example = "kiv-cli watch ~/sites/museum\n"
+                "kiv-cli watch ~/sites/museum --group",
+     .arguments = kOneDirectory, .options = kWatchOptions, .builds = true, .goes_on = true,
+     .run = RunWatch},
+    {.name = "preview",
+     .about = "Show a site section in the browser, and build it whenever a source is saved",
+     .details = "Prints the address first, then what watch prints, and ends as that does. A page "
+         "in the browser loads again when it, its style or a picture of it has changed, and stays at "
+         "its place. With Alt held, "
+         "what is pointed at is framed and named with its source line; a click opens that line in "
+         "the editor, a click with Shift tells how it came about. Without --root the nearest folder "
+         "at or above DIR is served that all of the site's addresses stay within. Only this machine "
+         "is answered.",
+     .example = "kiv-cli preview ~/sites/museum --open\n"
+                "kiv-cli preview ~/sites/museum --port 0 --root ~/sites",
+     .arguments = kOneDirectory, .options = kPreviewOptions, .builds = true, .goes_on = true,
+     .starts_programs = true, .run = RunPreview},
     {.name = "why",
      .about = "Tell why a line of a page looks so, or where a line of a source went",
      .details = "PLACE is a page, such as visit or visit.htm, or a source, such as _html.txt; behind "
          "a \":\" stands a line. A page alone shows each of its lines beside its source; with a line "
-         "or --find, all that was done to the line, step by step. Nothing is written.",
+         "or --find, all that was done to the line, step by step. Without DIR, in a folder that has no "
+         "page list, PLACE's own path leads to the section. Nothing is written.",
      .example = "kiv-cli why ~/sites/museum visit\n"
                 "kiv-cli why ~/sites/museum visit.htm:12\n"
                 "kiv-cli why ~/sites/museum visit.htm --find Opening\n"
@@ -156,6 +243,14 @@ constexpr CallRow kCalls[] = {
          "_piclist.txt, the bang lists and _pichtml.txt there. Captions come from _alt.txt.",
      .example = "kiv-cli pictures ~/sites/museum --folder images",
      .arguments = kOneDirectory, .options = kPicturesOptions, .run = RunPictures},
+    {.name = "thumbs",
+     .about = "Make the thumbnails that picture lists pair with their pictures",
+     .details = "Makes boat_t.jpg for boat.jpg or boat.gif where it is missing, or where kiv made it of "
+         "other bytes or with another size or quality. Pictures are turned as the camera was held. "
+         "A thumbnail that kiv did not make stays.",
+     .example = "kiv-cli thumbs ~/sites/museum/images\n"
+                "kiv-cli thumbs ~/sites/museum --folder images --size 160",
+     .arguments = kOneDirectory, .options = kThumbsOptions, .run = RunThumbs},
     {.name = "convert",
      .about = "Convert standard input to material for a page",
      .details = "The result goes to standard output as it is, without a line end of its own. "
@@ -177,6 +272,41 @@ constexpr CallRow kCalls[] = {
      .details = "1 at-variables, 2 bang macros, 3 the head of _html.txt, 4 everything else.",
      .example = "kiv-cli reference 2",
      .arguments = kReferenceArguments, .start = Start::nothing, .run = RunReference},
+    {.name = "encode",
+     .about = "Bring the sources of a site to UTF-8 or to Windows-1252",
+     .details = "Page list, template, what they put in, _alt.txt and the news of DIR and of its group are "
+         "changed, with what they declare of the character set; byte order marks go. What "
+         "Windows-1252 lacks becomes a reference. Names of files stay. undo-encode takes it back.",
+     .example = "kiv-cli encode ~/sites/museum --to utf-8 --dry-run\n"
+                "kiv-cli encode ~/sites/museum --to utf-8",
+     .arguments = kOneDirectory, .options = kEncodeOptions, .run = RunEncode},
+    {.name = "undo-encode",
+     .about = "Take back what encode did",
+     .details = "The sources of DIR get the very bytes that they had before the last run there. One that "
+         "was changed since stays.",
+     .example = "kiv-cli undo-encode ~/sites/museum",
+     .arguments = kOneDirectory, .run = RunUndoEncode},
+    {.name = "feed",
+     .about = "Write files for feed readers: rss.xml (RSS 2.0) and atom.xml",
+     .details = "They hold the news of DIR and of its group, where there are none the pages by date, "
+         "thirty at most. Pages with @NOINDEX are left out. What was not made so is never written over.",
+     .example = "kiv-cli feed ~/sites/museum --base https://host.example/museum/",
+     .arguments = kOneDirectory, .options = kBaseOptions, .run = RunFeed},
+    {.name = "sitemap-xml",
+     .about = "Write sitemap.xml, which tells search engines of the pages",
+     .details = "Every page of DIR and of its group but those with @NOINDEX and redirects, each with the "
+         "time of its last change. What was not made so is never written over.",
+     .example = "kiv-cli sitemap-xml ~/sites/museum --base https://host.example/museum/",
+     .arguments = kOneDirectory, .options = kBaseOptions, .run = RunSiteMapXml},
+    {.name = "upload",
+     .about = "Send what has changed to the server, by the command of the upload list",
+     .details = "Runs the command that c:\\utils\\ftplist.txt has for DIR: for each changed file where it "
+         "holds @@, else once, with the names of the files on its standard input. What has arrived is "
+         "remembered, so that an upload that failed goes on with what is left.",
+     .example = "kiv-cli upload ~/sites/museum --dry-run\n"
+                "kiv-cli upload ~/sites/museum",
+     .arguments = kOneDirectory, .options = kUploadOptions, .starts_programs = true,
+     .run = RunUpload},
     {.name = "fix-names",
      .about = "Make the names of all files safe for the web (\"Fix names\")",
      .details = "My Photo (1).JPG becomes my-photo--1-.jpg: small letters, and hyphens for what "

@@ -13,7 +13,10 @@
 namespace kiv {
 
 class CliReporter;
+class Drives;
+class StopRequest;
 class Workspace;
+struct MessageLook;
 struct RunReport;
 
 /// What an option or an argument takes.
@@ -33,6 +36,7 @@ struct OptionRow {
     std::string_view needs = {};    // the option above that it cannot stand without
     /// What is wrong with a value, as a sentence; "" when it is well.
     std::string (*fault)(const std::string& value) = nullptr;
+    Choices (*listed)() = nullptr; // what the value lists, a comma between two
 
     bool IsOption() const { return name.starts_with('-'); }
 };
@@ -52,12 +56,25 @@ class GivenValues {
     std::map<std::string, std::string, std::less<>> values_;
 };
 
+/// What a command needs that goes on, and tells of what it does while it runs.
+struct CallOutput {
+    std::ostream& out;
+    std::ostream& err;
+    Drives& drives;
+    const MessageLook& look;
+    std::ostream* terminal; // for how far a command is; null: there is none
+    bool is_json;
+    StopRequest& stop;                        // asked when the command is to end
+    const std::function<bool()>& out_is_read; // of the surroundings
+};
+
 /// What a command works with.
 struct CallDesk {
     Workspace& workspace;
     std::istream& in;
     RunReport& report;
     CliReporter& reporter;
+    const CallOutput& output;
 };
 
 /// What a command finds when it begins.
@@ -65,6 +82,7 @@ enum class Start {
     nothing, // it touches no file
     drive_c, // drive C: is there
     site,    // DIR, or the shell's directory, is the working directory
+    folder,  // the same, and it is made when it is missing
 };
 
 /// A word and what it means, in a line.
@@ -81,9 +99,11 @@ struct CallRow {
     std::span<const OptionRow> arguments = {};
     std::span<const OptionRow> options = {};
     Start start = Start::site;
-    bool looks_only = false; // nothing is written at all
-    bool builds = false;     // what it tells without a place is a warning, too
-    bool renames = false;    // the report has the renames, and "--dry-run" touches nothing
+    bool looks_only = false;      // nothing is written at all
+    bool builds = false;          // what it tells without a place is a warning, too
+    bool goes_on = false;         // until it is interrupted, and tells of each build itself
+    bool starts_programs = false; // by itself, without "--launch"
+    bool renames = false;         // the report has the renames, and "--dry-run" touches nothing
     void (*run)(CallDesk& desk, const GivenValues& given) = nullptr;
     std::vector<HelpEntry> (*names)() = nullptr; // that its options take
 };

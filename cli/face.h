@@ -47,9 +47,9 @@ class CliReporter : public Reporter {
     void BeginPart() { part_status_.clear(); }
 
     void Status(std::string_view text) override { status_ = part_status_ = text; }
-    void Step(int done, int all) override { terminal_line_.Show(done, all); }
 
   protected:
+    void ShowStep(int done, int all) override { terminal_line_.Show(done, all); }
     void Show(std::string_view text) override { messages_.emplace_back(text); }
     void Take(const Warning& warning) override;
 

@@ -16,7 +16,10 @@ constexpr std::string_view kPaths =
     "one. / and \\ both part folders, and names ignore case.";
 constexpr std::string_view kEnvironment =
     "KIV_DRIVE_X: a folder that stands for drive X, for any letter but Z; --drive-c beats "
-    "KIV_DRIVE_C.";
+    "KIV_DRIVE_C. KIV_THREADS: how many threads may write pages.";
+constexpr std::string_view kManual = "manual\\index.htm in the folder that kiv is installed in. "
+                                     "The start menu and the window's menu "
+                                     "\"Site\" open it in the browser.";
 #else
 constexpr std::string_view kPaths =
     "A path is a native one or a path with a drive. Z: is the root folder, C: holds the settings "
@@ -25,7 +28,10 @@ constexpr std::string_view kPaths =
 constexpr std::string_view kEnvironment =
     "KIV_DRIVE_C: the folder of drive C:, when --drive-c is not given; else it is kiv/drive_c in "
     "XDG_DATA_HOME or ~/.local/share. KIV_DRIVE_X: the folder of drive X, for any other letter "
-    "but Z.";
+    "but Z. KIV_THREADS: how many threads may write pages.";
+constexpr std::string_view kManual =
+    "share/doc/kiv/manual/index.htm below the folder that kiv is installed in, /usr for packages. "
+    "The window's menu \"Site\" opens it in the browser.";
 #endif
 
 constexpr std::array kTopics = std::to_array<Topic>({
@@ -51,6 +57,7 @@ constexpr std::array kTopics = std::to_array<Topic>({
      "C:\\utils\\kiv_editpad.txt: the editor command. C:\\utils\\ftplist.txt: the upload list. "
      "C:\\utils\\kivaddr.ini: addresses in generated pages. C:\\utils\\kivnews.ini: the sites of "
      "the news composer."},
+    {"Manual", kManual},
 });
 
 void AddEntry(std::string& help, std::string_view name, std::string_view about)

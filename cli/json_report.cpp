@@ -137,6 +137,37 @@ Json LinkObject(const ReportedLink& reported)
                 {"page", TextOrNull(where.page)}};
 }
 
+Json AdoptedPages(const Adoption& adoption)
+{
+    Json pages = Json::array();
+    for (const AdoptedPage& page : adoption.pages) {
+        const bool differs = page.comparison.likeness == Likeness::different;
+        pages.push_back({{"page", ToUtf8(page.name)},
+                         {"section", ToUtf8(page.section)},
+                         {"way", std::string(page.way)},
+                         {"result", LikenessWords(page.comparison)},
+                         {"same", !differs},
+                         {"line", differs ? Json(page.comparison.line) : Json(nullptr)},
+                         {"was", differs ? Json(ToUtf8(page.comparison.was)) : Json(nullptr)},
+                         {"is", differs ? Json(ToUtf8(page.comparison.is)) : Json(nullptr)},
+                         {"why", TextOrNull(page.why)}});
+    }
+    return pages;
+}
+
+Json AdoptionObject(const Adoption& adoption)
+{
+    Json left_out = Json::array();
+    for (const LeftOut& each : adoption.left_out)
+        left_out.push_back({{"name", ToUtf8(each.name)}, {"why", ToUtf8(each.why)}});
+    return Json{{"folder", ToUtf8(adoption.folder)},
+                {"target", ToUtf8(adoption.target)},
+                {"order", std::string(OrderWords(adoption.ordered_by))},
+                {"sections", Texts(adoption.sections)},
+                {"pages", AdoptedPages(adoption)},
+                {"left_out", std::move(left_out)}};
+}
+
 /// A report as it may be shown on a terminal: the library writes these as they are.
 std::string WithoutOrders(const std::string& json)
 {
@@ -165,7 +196,7 @@ bool IsPair(const Json& pair)
 
 } // namespace
 
-void PrintJson(std::ostream& out, const RunReport& report)
+void PrintJson(std::ostream& out, const RunReport& report, JsonForm form)
 {
     Json warnings = Json::array();
     for (const Warning& warning : report.warnings)
@@ -204,9 +235,13 @@ void PrintJson(std::ostream& out, const RunReport& report)
             external.push_back(LinkObject(link));
         object["external"] = std::move(external);
     }
+    if (report.adoption)
+        object["adoption"] = AdoptionObject(*report.adoption);
     if (report.result)
         object["result"] = ToUtf8(*report.result);
-    out << WithoutOrders(object.dump(2)) << '\n';
+    if (report.was_stopped)
+        object["stopped"] = true;
+    out << WithoutOrders(object.dump(form == JsonForm::line ? -1 : 2)) << '\n';
 }
 
 Renames RenamesOfReport(std::string_view json, const std::string& path)

@@ -11,8 +11,10 @@ namespace kiv {
 
 struct RunReport;
 
+enum class JsonForm { indented, line };
+
 /// One JSON object, UTF-8, and a line end.
-void PrintJson(std::ostream& out, const RunReport& report);
+void PrintJson(std::ostream& out, const RunReport& report, JsonForm form);
 
 /// The pairs under "renamed" in a renamer's report, which was read from `path`. Throws RunError of
 /// kind `invalid_argument` when it is no such report.

@@ -12,11 +12,12 @@ int main(int count, char** arguments)
     // With buffers of their own the streams also tell when reading fails.
     std::ios::sync_with_stdio(false);
     const auto console = kiv::OpenConsole();
-    const kiv::CliSurroundings around{std::cin,
-                                      std::cout,
-                                      std::cerr,
-                                      console->HasLine(),
-                                      kiv::ProcessVariable,
-                                      console->OutIsTerminal()};
+    const kiv::CliSurroundings around{.in = std::cin,
+                                      .out = std::cout,
+                                      .err = std::cerr,
+                                      .err_is_terminal = console->HasLine(),
+                                      .variable = kiv::ProcessVariable,
+                                      .out_is_terminal = console->OutIsTerminal(),
+                                      .out_is_read = [&] { return console->OutIsRead(); }};
     return kiv::RunCli(kiv::ProgramArguments(count, arguments), around);
 }

@@ -1,6 +1,7 @@
 #include "cli/report.h"
 
 #include "cli/changes.h"
+#include "cli/shown_path.h"
 #include "cli/shown_text.h"
 #include "cli/stories_text.h"
 #include "text/windows1252.h"
@@ -30,6 +31,22 @@ void PrintChanges(std::ostream& out, const RunReport& report)
 
 } // namespace
 
+void TakeTold(RunReport& report, const CliReporter& reporter)
+{
+    report.status = reporter.FinalStatus();
+    report.messages = reporter.Messages();
+    report.warnings = reporter.Warnings();
+}
+
+void TakeWritten(RunReport& report, Drives& files, bool with_native)
+{
+    report.files = files.Written();
+    report.written = files.WrittenFiles();
+    if (with_native)
+        for (const WrittenFile& file : report.written)
+            report.native.push_back(NativeOrDrive(files, file.path));
+}
+
 void PrintPlain(std::ostream& out, const RunReport& report, const Terminal& terminal)
 {
     if (report.changed)
@@ -46,6 +63,7 @@ void PrintPlain(std::ostream& out, const RunReport& report, const Terminal& term
         out << ShownText(report.status) << '\n';
     if (report.tells_changes)
         PrintChanges(out, report);
+    out << ShownUtf8(report.guide);
 }
 
 } // namespace kiv

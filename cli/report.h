@@ -2,9 +2,10 @@
 #pragma once
 
 #include "cli/face.h"
+#include "exchange/adoption.h"
 #include "inspect/external_links.h"
 #include "inspect/finding.h"
-#include "platform/files.h"
+#include "platform/drives.h"
 #include "platform/run_error.h"
 #include "shell/directory_tools.h"
 #include "shell/line_stories.h"
@@ -53,23 +54,31 @@ struct RunReport {
     std::vector<std::string> files;
     std::vector<WrittenFile> written;                 // the same files
     std::vector<std::string> native;                  // and their native paths, for the JSON report
-    bool tells_changes = false;                       // of a command that builds
     std::optional<std::vector<std::string>> changed;  // the paths that "--changed" asks for
-    bool ends_in_nul = false;                         // each of these
     std::optional<std::vector<MemberReport>> members; // of "group"
     std::vector<std::string> launched;
     std::vector<Warning> warnings;
     std::optional<Renames> renamed;                       // of a renamer
     std::optional<std::string> result;                    // of a command whose result is a text
-    bool dry_run = false;                                 // `renamed` is what would be
+    std::string guide;                                    // UTF-8 lines: how to go on
     std::optional<Stories> stories;                       // of "why"
-    int story_line = 0;                                   // that it was asked for; 0: every one
-    bool is_story_long = false;                           // with all that was done to each line
+    std::optional<Adoption> adoption;                     // of "adopt"
     std::optional<std::vector<ReportedFinding>> findings; // of "check"
     std::optional<std::vector<ReportedLink>> external;    // of "check" where it was asked for
     std::size_t switched_off = 0;                         // of the findings, by `_check.txt`
-    bool has_failed = false; // what the call was asked to fail on is there: exit code 3
+    int story_line = 0;                                   // that "why" was asked for; 0: every one
+    bool tells_changes = false;                           // of a command that builds
+    bool ends_in_nul = false;                             // each of the changed paths
+    bool dry_run = false;                                 // `renamed` is what would be
+    bool is_story_long = false; // `stories` tell all that was done to each line
+    bool was_stopped = false;   // it was asked to end before it was done
+    bool has_failed = false;    // what the call was asked to fail on is there: exit code 3
 };
+
+/// What the reporter of a run has kept, and what the drives have written in it. `with_native`: the
+/// native paths, too.
+void TakeTold(RunReport& report, const CliReporter& reporter);
+void TakeWritten(RunReport& report, Drives& files, bool with_native);
 
 /// What standard output goes to.
 struct Terminal {
@@ -77,8 +86,8 @@ struct Terminal {
     bool has_colours = false; // that the user wants to see
 };
 
-/// The result, or the renames of a dry run, or the paths of the changed files, or the status and
-/// what changed. Nothing of it steers a terminal but a result that goes to no terminal.
+/// The result, or the renames of a dry run, or the paths of the changed files, or the status, what
+/// changed and how to go on. Nothing of it steers a terminal but a result that goes to no terminal.
 void PrintPlain(std::ostream& out, const RunReport& report, const Terminal& terminal);
 
 } // namespace kiv

@@ -10,7 +10,10 @@
 #include "cli/shown_text.h"
 #include "cli/values.h"
 #include "platform/drives.h"
+#include "platform/folder_work.h"
+#include "platform/interrupts.h"
 #include "platform/machine.h"
+#include "platform/stop_request.h"
 #include "shell/rename_records.h"
 #include "shell/workspace.h"
 #include "text/windows1252.h"
@@ -43,7 +46,7 @@ DriveMap DrivesOf(const Call& call, const Variables& variable)
 
 bool IsDryRun(const Call& call)
 {
-    return call.row->renames && call.given.Has("--dry-run");
+    return call.given.Has("--dry-run") || call.given.Has("--check");
 }
 
 /// Whether nothing at all may be written.
@@ -73,11 +76,13 @@ void EnterDirectory(Workspace& workspace, const Call& call)
     if (directory.empty())
         throw RunError(ErrorKind::file,
                        "cannot change to \"" + FromUtf8(given) + "\": no such folder");
-    if (LooksOnly(call))
+    if (call.row->start == Start::folder)
+        NeedTypedFolder(workspace.machine(), given, directory);
+    if (LooksOnly(call) || call.row->goes_on)
         workspace.LookAt(directory);
     else
         workspace.StartUp(directory);
-    if (!call.row->renames)
+    if (!call.row->renames && !call.row->goes_on)
         TellOfUnfinishedRenames(workspace.machine());
 }
 
@@ -100,13 +105,10 @@ MessageLook LookOf(const Call& call, const CliSurroundings& around, const std::s
 /// What became of the files, as far as the call's report tells it.
 void TakeChanges(RunReport& report, const Call& call, Drives& files, const std::string& shell)
 {
-    report.files = files.Written();
-    report.written = files.WrittenFiles();
+    const bool json = call.given.Has("--json");
+    TakeWritten(report, files, json);
     report.tells_changes = call.row->builds && !LooksOnly(call);
-    if (call.given.Has("--json"))
-        for (const WrittenFile& file : report.written)
-            report.native.push_back(NativeOrDrive(files, file.path));
-    else if (call.given.Has("--changed"))
+    if (!json && call.given.Has("--changed"))
         report.changed = ChangedPaths(report.written, files, files.CurrentDirectory());
     report.ends_in_nul = call.given.Has("-0");
     if (report.members)
@@ -124,14 +126,11 @@ void WarnOfLineEnds(const RunReport& report, std::ostream& err)
         err << "kiv: warning: the name of a changed file holds a line end; -0 keeps it apart\n";
 }
 
-/// Runs the command, with what it tells going to `reporter`.
-std::optional<RunError> RunCommand(const Call& call, const CliSurroundings& around,
-                                   Workspace& workspace, CliReporter& reporter, RunReport& report)
+std::optional<RunError> RunCommand(const Call& call, CallDesk& desk)
 {
-    CallDesk desk{workspace, around.in, report, reporter};
-    return workspace.Run([&] {
-        if (call.row->start == Start::site)
-            EnterDirectory(workspace, call);
+    return desk.workspace.Run([&] {
+        if (call.row->start == Start::site || call.row->start == Start::folder)
+            EnterDirectory(desk.workspace, call);
         call.row->run(desk, call.given);
     });
 }
@@ -163,10 +162,14 @@ RunReport ReportOf(const Call& call, const CliSurroundings& around)
     const std::unique_ptr<Clock> clock = MakeClock(call.given);
     HeldClipboard clipboard;
     SystemPrograms system_programs(files);
-    ProgramList programs(!is_lent && call.given.Has("--launch") ? &system_programs : nullptr);
+    const bool starts =
+        !is_lent && !IsDryRun(call) && (call.row->starts_programs || call.given.Has("--launch"));
+    ProgramList programs(starts ? &system_programs : nullptr);
     const std::string shell = ShellFolder(files, around.directory);
-    TerminalLine terminal_line(around.err_is_terminal && !json ? &around.err : nullptr);
-    MessagePrinter printer(around.err, files, LookOf(call, around, shell));
+    std::ostream* const terminal = around.err_is_terminal && !json ? &around.err : nullptr;
+    TerminalLine terminal_line(terminal);
+    const MessageLook look = LookOf(call, around, shell);
+    MessagePrinter printer(around.err, files, look);
     CliReporter reporter(json ? nullptr : &printer, terminal_line);
     HeaderPictureLoader pictures(files);
     Machine machine{files, files, *clock, clipboard, programs, reporter, pictures};
@@ -175,12 +178,23 @@ RunReport ReportOf(const Call& call, const CliSurroundings& around)
         workspace.RecordsFolder = files.FromNative(records);
     workspace.RenamesAreReported = json;
     RunReport report;
-    report.error = RunCommand(call, around, workspace, reporter, report);
+    StopRequest interrupted;
+    std::optional<Interrupts> interrupts;
+    if (call.row->goes_on && around.stop == nullptr)
+        interrupts.emplace(interrupted);
+    const CallOutput output{around.out,
+                            around.err,
+                            files,
+                            look,
+                            terminal,
+                            json,
+                            around.stop ? *around.stop : interrupted,
+                            around.out_is_read};
+    CallDesk desk{workspace, around.in, report, reporter, output};
+    report.error = RunCommand(call, desk);
     terminal_line.Clear();
-    report.status = reporter.FinalStatus();
-    report.messages = reporter.Messages();
+    TakeTold(report, reporter);
     report.launched = programs.Launched();
-    report.warnings = reporter.Warnings();
     report.dry_run = IsDryRun(call);
     if (call.row->renames)
         report.renamed = workspace.Renamed;
@@ -224,7 +238,7 @@ Terminal TerminalOf(const CliSurroundings& around)
 int CodeOf(const RunReport& report, const Call& call)
 {
     constexpr int kFailed = 3;
-    if (report.error)
+    if (report.error || report.was_stopped)
         return 1;
     const bool is_warned = call.given.Has("--strict") && !report.warnings.empty();
     return is_warned || report.has_failed ? kFailed : 0;
@@ -244,9 +258,10 @@ int ReadAndRun(const std::vector<std::string>& arguments, const CliSurroundings&
 int RunCall(const Call& call, const CliSurroundings& around)
 {
     const RunReport report = ReportOf(call, around);
-    if (call.given.Has("--json"))
-        PrintJson(around.out, report);
-    else
+    const bool is_told = call.row->goes_on && !report.error;
+    if (call.given.Has("--json") && !is_told)
+        PrintJson(around.out, report, call.row->goes_on ? JsonForm::line : JsonForm::indented);
+    else if (!is_told)
         PrintPlain(around.out, report, TerminalOf(around));
     return CodeOfPrinted(CodeOf(report, call), around);
 }

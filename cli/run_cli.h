@@ -4,11 +4,14 @@
 #include "platform/drives.h"
 #include "platform/environment.h"
 
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <vector>
 
 namespace kiv {
+
+class StopRequest;
 
 /// What surrounds a call.
 struct CliSurroundings {
@@ -18,8 +21,10 @@ struct CliSurroundings {
     bool err_is_terminal = false;
     Variables variable;
     bool out_is_terminal = false;
-    Drives* drives = nullptr;   // instead of the machine's own; no program is started then
-    std::string directory = {}; // the shell's, native; "": the process's
+    Drives* drives = nullptr;    // instead of the machine's own; no program is started then
+    std::string directory = {};  // the shell's, native; "": the process's
+    StopRequest* stop = nullptr; // ends a command that goes on, instead of Ctrl+C
+    std::function<bool()> out_is_read = {}; // whether `out` still has a reader; none: it has
 };
 
 struct Call;

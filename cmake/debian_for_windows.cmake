@@ -1,15 +1,16 @@
 # What a cross build for Windows takes from Debian's packages for Linux: headers that are the same everywhere, and
-# GoogleTest's sources; and from a source package, gumbo's. find_package finds them in place of what the packages themselves announce, which would put all of
+# GoogleTest's sources; and from source packages, those of gumbo and pugixml. find_package finds them in place of what the packages themselves announce, which would put all of
 # /usr/include before the compiler's own headers.
 set(kiv_headers ${PROJECT_BINARY_DIR}/headers)
 file(MAKE_DIRECTORY ${kiv_headers})
-foreach(folder CLI nlohmann stb)
+foreach(folder boost CLI nlohmann stb)
     if(NOT EXISTS /usr/include/${folder})
-        message(FATAL_ERROR "Missing: /usr/include/${folder}; Debian has it in libcli11-dev, nlohmann-json3-dev, libstb-dev")
+        message(FATAL_ERROR "Missing: /usr/include/${folder}; Debian has it in libboost-dev, libcli11-dev, nlohmann-json3-dev, libstb-dev")
     endif()
     file(CREATE_LINK /usr/include/${folder} ${kiv_headers}/${folder} SYMBOLIC)
 endforeach()
 set(STB_IMAGE_DIR ${kiv_headers}/stb CACHE PATH "Folder of stb_image.h")
+set(BOOST_DIR ${kiv_headers} CACHE PATH "Folder that holds Boost's")
 
 foreach(package CLI11 nlohmann_json)
     file(WRITE ${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/${package}Config.cmake
@@ -44,4 +45,21 @@ if(EXISTS ${gumbo_source}/gumbo.h)
     file(WRITE ${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/GumboConfig.cmake "")
 else()
     message(STATUS "gumbo's sources could not be fetched: ${gumbo_error}")
+endif()
+
+# The unit that libpugixml-dev was made of.
+set(KIV_PUGIXML_SOURCE "" CACHE PATH "Folder of pugixml.cpp; empty: what packaging/windows/fetch-pugixml fetches")
+set(pugixml_source ${KIV_PUGIXML_SOURCE})
+if(NOT pugixml_source)
+    execute_process(COMMAND ${PROJECT_SOURCE_DIR}/packaging/windows/fetch-pugixml
+        OUTPUT_VARIABLE pugixml_source OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_VARIABLE pugixml_error)
+endif()
+if(EXISTS ${pugixml_source}/pugixml.cpp)
+    add_library(pugixml STATIC EXCLUDE_FROM_ALL ${pugixml_source}/pugixml.cpp)
+    target_include_directories(pugixml SYSTEM PUBLIC ${pugixml_source})
+    target_compile_options(pugixml PRIVATE -w)
+    add_library(pugixml::static ALIAS pugixml)
+    file(WRITE ${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/pugixmlConfig.cmake "")
+else()
+    message(STATUS "pugixml's sources could not be fetched: ${pugixml_error}")
 endif()

@@ -7,6 +7,8 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
 #include <QIcon>
 
 #include <memory>
@@ -28,6 +30,20 @@ QIcon Icon()
     for (const int size : {16, 24, 32, 48, 64, 128, 256})
         icon.addFile(QStringLiteral(":/icons/kiv-%1.png").arg(size));
     return icon;
+}
+
+/// The native folder of the example site: as it is installed, on Windows and elsewhere, or in the
+/// tree that the program was built in. Empty when it is in none of them.
+std::string FindExample()
+{
+    const QDir here(QCoreApplication::applicationDirPath());
+    for (const auto* const place :
+         {"../share/doc/kiv/examples/museum", "../examples/museum", "../../../examples/museum"}) {
+        const QString folder = QDir::cleanPath(here.filePath(QLatin1String(place)));
+        if (QFileInfo(folder + QStringLiteral("/site/_html.txt")).isFile())
+            return FromQtNative(folder);
+    }
+    return {};
 }
 
 /// The program's argument as a native path, if it has one.
@@ -68,11 +84,19 @@ int RunDesktop(int count, char** arguments)
     SystemClock clock;
     SystemPrograms programs(*files);
     HeaderPictureLoader pictures(*files);
-    MainWindow window({*files, *files, clock, programs, pictures});
+    MainWindow window({*files, clock, programs, pictures});
     if (directory)
         directory = files->FromNative(*directory);
+    window.workspace().ProgramFolder =
+        files->FromNative(FromQtNative(QCoreApplication::applicationDirPath()));
     if (const std::string records = RecordsFolderFrom(Variable); !records.empty())
         window.workspace().RecordsFolder = files->FromNative(records);
+    if (const std::string recent = RecentFileFrom(Variable); !recent.empty())
+        window.workspace().RecentFile = files->FromNative(recent);
+    if (const std::string example = FindExample(); !example.empty())
+        window.workspace().ExampleFolder = files->FromNative(example);
+    for (const std::string& folder : ProgramFoldersFrom(Variable))
+        window.workspace().ProgramFolders.push_back(files->FromNative(folder));
     window.show();
     window.Start(directory);
     return window.isVisible() ? QApplication::exec() : 0;

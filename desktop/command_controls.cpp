@@ -9,9 +9,11 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QShortcut>
 
 #include <algorithm>
 #include <array>
+#include <map>
 
 namespace kiv {
 
@@ -43,15 +45,28 @@ constexpr auto kPlaces = std::to_array<ButtonPlace>({
 
 QKeySequence KeyOf(std::string_view name)
 {
-    if (name == "quit")
-        return QKeySequence(Qt::CTRL | Qt::Key_Q);
-    if (name == "reference")
-        return QKeySequence(QKeySequence::HelpContents);
-    if (name == "check")
-        return QKeySequence(Qt::Key_F7);
-    if (name == "why")
-        return QKeySequence(Qt::Key_F8);
-    return {};
+    static const std::map<std::string_view, QKeySequence> kKeys = {
+        {"build", Qt::CTRL | Qt::Key_B},
+        {"build-one", Qt::CTRL | Qt::Key_B},
+        {"choose-directory", QKeySequence::Open},
+        {"quit", Qt::CTRL | Qt::Key_Q},
+        {"reference", QKeySequence::HelpContents},
+        {"manual", Qt::CTRL | Qt::Key_F1},
+        {"read-again", Qt::Key_F5},
+        {"preview", Qt::Key_F6},
+        {"show-page", Qt::SHIFT | Qt::Key_F6},
+        {"check", Qt::Key_F7},
+        {"why", Qt::Key_F8},
+    };
+    const auto key = kKeys.find(name);
+    return key == kKeys.end() ? QKeySequence() : key->second;
+}
+
+/// With its key, which a button does not show.
+QString TipOf(const Command& command)
+{
+    const QString key = KeyOf(command.name).toString(QKeySequence::NativeText);
+    return ToTip(command.tip) + (key.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(key));
 }
 
 /// A menu with one command that has its name is no menu: the command stands in the menu bar.
@@ -87,15 +102,34 @@ void CommandControls::MakeMenus()
             menu->setToolTipsVisible(true);
             menus_.push_back(menu);
         }
-        for (const Command& command : Commands()) {
-            for (std::size_t index = 0; command.menu == title.menu && index < command.entries;
-                 ++index) {
-                QAction* const action = AddEntry(command, index, menu);
-                if (menu == nullptr)
-                    action->setText(titles[static_cast<qsizetype>(i)]);
-            }
-        }
+        for (const Command& command : Commands())
+            if (command.menu == title.menu)
+                AddEntries(command, menu, titles[static_cast<qsizetype>(i)]);
     }
+}
+
+/// `title` is that of the menu; without one the entry has it.
+void CommandControls::AddEntries(const Command& command, QMenu* menu, const QString& title)
+{
+    QMenu* const entries = command.has_menu ? AddMenuOf(command, *menu) : menu;
+    for (std::size_t index = 0; index < command.entries; ++index) {
+        QAction* const action = AddEntry(command, index, entries);
+        if (menu == nullptr)
+            action->setText(title);
+    }
+}
+
+/// A menu in a menu; its own entry there is one past those of the array.
+QMenu* CommandControls::AddMenuOf(const Command& command, QMenu& parent)
+{
+    auto* const menu = new QMenu(&parent);
+    menu->setObjectName(ToQt(command.object_name));
+    menu->setToolTipsVisible(true);
+    menu->menuAction()->setObjectName(ToQt(command.object_name));
+    parent.addMenu(menu);
+    menus_.insert(menus_.begin(), menu); // the last one stays the last of the menu bar
+    entries_.push_back({&command, command.entries, menu->menuAction(), &parent});
+    return menu;
 }
 
 QAction* CommandControls::AddEntry(const Command& command, std::size_t index, QMenu* menu)
@@ -107,6 +141,7 @@ QAction* CommandControls::AddEntry(const Command& command, std::size_t index, QM
     action->setText(ShownCaption(command.caption)); // of an entry that is hidden, too
     action->setToolTip(ToTip(command.tip));
     action->setShortcut(KeyOf(command.name));
+    action->setCheckable(command.is_on != nullptr);
     (menu != nullptr ? static_cast<QWidget*>(menu) : &menu_bar_)->addAction(action);
     connect(action, &QAction::triggered, this,
             [this, &command, index] { on_chosen(command, index); });
@@ -121,9 +156,11 @@ void CommandControls::MakeButtons()
             continue;
         auto* const button = new QPushButton(this);
         button->setObjectName(ToQt(command.object_name));
-        const QString tip = ToTip(command.tip);
+        const QString tip = TipOf(command);
         button->setToolTip(tip);
         button->setAccessibleDescription(tip);
+        if (const QKeySequence key = KeyOf(command.name); !key.isEmpty())
+            new QShortcut(key, button, [button] { button->click(); }); // while it is shown
         button->setAutoDefault(true); // Enter presses the one that has the focus
         connect(button, &QPushButton::clicked, this, [this, &command] { on_chosen(command, 0); });
         buttons_.push_back({&command, button});
@@ -164,8 +201,12 @@ void CommandControls::Refresh(const Workspace& workspace)
         row.button->setEnabled(IsAvailable(*row.command, workspace));
     }
     for (const Entry& entry : entries_) {
-        entry.action->setVisible(IsVisible(*entry.command, workspace, entry.index));
+        const bool is_menu = entry.index == entry.command->entries;
+        entry.action->setVisible(is_menu || IsVisible(*entry.command, workspace, entry.index));
         entry.action->setEnabled(IsAvailable(*entry.command, workspace));
+        entry.action->setToolTip(ToTip(TipOf(*entry.command, workspace)));
+        entry.action->setChecked(entry.command->is_on != nullptr &&
+                                 entry.command->is_on(workspace));
     }
     SetCaptions(workspace);
 }

@@ -31,6 +31,9 @@ class CommandControls : public QWidget {
     /// The button that builds: "Do it!" or "do one", whichever is shown.
     QPushButton* BuildButton() const;
 
+    /// The letters for Alt that its menus and buttons have, in lower case.
+    const QSet<QChar>& Letters() const { return letters_; }
+
     /// Called when the user chooses a command; `index` is that of an indexed entry. To be set
     /// before anything can be chosen.
     std::function<void(const Command& command, std::size_t index)> on_chosen;
@@ -50,6 +53,8 @@ class CommandControls : public QWidget {
     void MakeMenus();
     void MakeButtons();
     void PlaceButtons();
+    void AddEntries(const Command& command, QMenu* menu, const QString& title);
+    QMenu* AddMenuOf(const Command& command, QMenu& parent);
     QAction* AddEntry(const Command& command, std::size_t index, QMenu* menu);
     void SetCaptions(const Workspace& workspace);
 

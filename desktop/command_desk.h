@@ -23,9 +23,9 @@ class CommandDesk {
     /// afterwards. False when it failed, or when a command is running already.
     virtual bool Run(const std::function<void()>& operation) = 0;
 
-    /// Opens a file (a drive path) in the editor, as a command. The warnings of the command before
-    /// stay in their list.
-    virtual void OpenInEditor(const std::string& file) = 0;
+    /// Opens a file (a drive path) in the editor at a line (1-based; 0: not known), as a command.
+    /// The warnings of the command before stay in their list.
+    virtual void OpenInEditor(const std::string& file, int line) = 0;
 
     /// A modal message box, as the reporter shows it.
     virtual void ShowMessage(std::string_view text) = 0;

@@ -93,6 +93,17 @@ void SetReadout(QLabel& readout, std::string_view text)
     readout.setToolTip(ToTip(text));
 }
 
+QLabel* MakeTrouble(const QString& name, QWidget* parent)
+{
+    auto* const label = new QLabel(parent);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    label->hide();
+    return label;
+}
+
 QLineEdit* AddField(QFormLayout& form, const ControlWords& words)
 {
     auto* const field = new QLineEdit(form.parentWidget());

@@ -40,6 +40,9 @@ QLabel* MakeLabel(std::string_view caption, QWidget& field);
 QLabel* MakeReadout(std::string_view name, std::string_view spoken_name, QWidget* parent);
 void SetReadout(QLabel& readout, std::string_view text);
 
+/// A text that wraps, hidden as long as there is none, for what went wrong.
+QLabel* MakeTrouble(const QString& name, QWidget* parent);
+
 /// A field of one line in a new row of `form`.
 QLineEdit* AddField(QFormLayout& form, const ControlWords& words);
 

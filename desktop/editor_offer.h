@@ -1,7 +1,5 @@
-// The offer of an editor where the usual one cannot be.
+// The choice of an editor.
 #pragma once
-
-#include "platform/files.h"
 
 #include <optional>
 #include <string>
@@ -10,9 +8,10 @@ class QWidget;
 
 namespace kiv {
 
-/// When no editor is set and the usual one is missing: asks which of the machine's editors to use,
-/// or another command. Nothing when an editor is set or the user wants none. On Windows nothing is
-/// asked: there the usual editor can be installed.
-std::optional<std::string> AskForEditor(QWidget* parent, Files& files);
+class Workspace;
+
+/// Asks which of the machine's editors to use, or another command. The one that is set stands
+/// there already. Nothing when the user wants none of them.
+std::optional<std::string> AskForEditor(QWidget* parent, Workspace& workspace);
 
 } // namespace kiv

@@ -3,6 +3,7 @@
 #include "desktop/controls.h"
 #include "desktop/qt_text.h"
 #include "shell/help_text.h"
+#include "shell/manual.h"
 
 #include <QFontDatabase>
 #include <QHBoxLayout>
@@ -17,6 +18,7 @@ namespace {
 constexpr int kColumns = 96;
 constexpr int kRows = 30;
 
+constexpr ControlWords kManual = {"manual", "Manual", "Open the whole manual in the browser"};
 constexpr ControlWords kClose = {"Command1", "close", "Close this window"};
 
 QPlainTextEdit* MakeHelpBox(QWidget* parent)
@@ -52,6 +54,10 @@ HelpWindow::HelpWindow(CommandDesk& desk, QWidget* parent)
             button->setFocus();
     }
     buttons->addStretch();
+    auto* const manual = MakeButton(kManual, this);
+    buttons->addWidget(manual);
+    connect(manual, &QPushButton::clicked, this,
+            [this] { this->desk().Run([this] { OpenManual(workspace()); }); });
     auto* const close = MakeButton(kClose, this);
     close->setDefault(true);
     buttons->addWidget(close);
@@ -64,7 +70,7 @@ HelpWindow::HelpWindow(CommandDesk& desk, QWidget* parent)
 
 void HelpWindow::Fill()
 {
-    box_->clear();
+    SetFieldText(*box_, HelpSections().front().text());
 }
 
 } // namespace kiv

@@ -14,6 +14,7 @@ class HelpWindow : public SideWindow {
     HelpWindow(CommandDesk& desk, QWidget* parent);
 
   protected:
+    /// The first section.
     void Fill() override;
 
   private:

@@ -47,25 +47,49 @@ void LetTextScroll(QMessageBox& box)
     grid->addWidget(area, row, column, rows, columns);
 }
 
-} // namespace
+/// A box without an icon has no room for one.
+void DropRoomForIcon(const QMessageBox& box)
+{
+    QLayout& layout = *box.layout();
+    for (int i = 0; i < layout.count(); ++i)
+        if (QSpacerItem* const spacer = layout.itemAt(i)->spacerItem())
+            spacer->changeSize(0, 0);
+    layout.invalidate();
+}
 
-void ShowBox(QWidget* parent, std::string_view text)
+void ShowBoxOf(QWidget* parent, const QString& title, QMessageBox::Icon icon, const QString& text)
 {
     QWidget* const active = QApplication::activeWindow();
     QMessageBox box(active != nullptr ? active : parent);
     box.setObjectName(QStringLiteral("MessageBox"));
-    box.setWindowTitle(QStringLiteral("kiv"));
+    box.setWindowTitle(title);
+    box.setIcon(icon);
     box.setTextFormat(Qt::PlainText); // the text may hold tags
-    box.setText(ToQt(text));
+    box.setText(text);
     box.setStandardButtons(QMessageBox::Ok);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    if (IsLong(box.text()))
+    if (IsLong(text))
         LetTextScroll(box);
+    if (icon == QMessageBox::NoIcon)
+        DropRoomForIcon(box);
     // The whole text when nothing of it is selected.
     const QShortcut copy(QKeySequence::Copy, &box);
     QObject::connect(&copy, &QShortcut::activated, &box,
                      [&box] { QGuiApplication::clipboard()->setText(box.text()); });
     box.exec();
+}
+
+} // namespace
+
+void ShowBox(QWidget* parent, std::string_view text)
+{
+    ShowBoxOf(parent, QStringLiteral("kiv"), QMessageBox::NoIcon, ToQt(text));
+}
+
+void ShowErrorBox(QWidget* parent, const RunError& error)
+{
+    ShowBoxOf(parent, QStringLiteral("kiv: the command has failed"), QMessageBox::Critical,
+              ToQt(ErrorText(error)));
 }
 
 std::string ErrorText(const RunError& error)

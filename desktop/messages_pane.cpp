@@ -1,188 +1,217 @@
 #include "desktop/messages_pane.h"
 
+#include "desktop/controls.h"
+#include "desktop/filter_bar.h"
+#include "desktop/messages_model.h"
 #include "desktop/qt_text.h"
-#include "text/joined_text.h"
 
 #include <QAction>
 #include <QClipboard>
+#include <QDataStream>
 #include <QGuiApplication>
-#include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QStyle>
+#include <QItemSelectionModel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QScopedValueRollback>
+#include <QSortFilterProxyModel>
+#include <QSplitter>
 #include <QToolButton>
-#include <QTreeWidget>
+#include <QTreeView>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace kiv {
 
 namespace {
 
-constexpr int kTextColumn = 0;
-constexpr int kFileRole = Qt::UserRole;     // the file, a drive path
-constexpr int kCopyRole = Qt::UserRole + 1; // the line that is copied
-constexpr int kShownLines = 8;
-constexpr int kWidestPlace = 3; // at most a third of the width: the message keeps the rest
+using namespace Qt::StringLiterals;
 
-QString OneLine(std::string_view text)
-{
-    return ToQt(text).simplified();
-}
+constexpr int kShownLines = 3;
+constexpr int kWidestPlace = 32; // characters
 
-/// "warning: TEXT (PLACE)", as it is copied and spoken.
-std::string Sentence(const Finding& message)
-{
-    const std::string place = message.where.Text();
-    return Joined({SeverityName(message.severity), ": ", message.text, place.empty() ? "" : " (",
-                   place, place.empty() ? "" : ")"});
-}
-
-QStyle::StandardPixmap IconOf(Severity severity)
-{
-    switch (severity) {
-    case Severity::error:
-        return QStyle::SP_MessageBoxCritical;
-    case Severity::warning:
-        return QStyle::SP_MessageBoxWarning;
-    case Severity::note:
-        break;
-    }
-    return QStyle::SP_MessageBoxInformation;
-}
-
-QTreeWidgetItem* MakeItem(const Finding& message, const QStyle& style)
-{
-    const KeptPlace& where = message.where;
-    const QString line = where.line > 0 ? QString::number(where.line) : QString();
-    auto* const item =
-        new QTreeWidgetItem({OneLine(message.text), ToQt(where.file), line, ToQt(where.page)});
-    item->setIcon(kTextColumn, style.standardIcon(IconOf(message.severity)));
-    item->setData(kTextColumn, kFileRole, ToQt(where.file));
-    item->setData(kTextColumn, kCopyRole, OneLine(Sentence(message)));
-    item->setData(kTextColumn, Qt::AccessibleTextRole, OneLine(Sentence(message)));
-    item->setToolTip(kTextColumn, ToTip(message.suggestion.empty()
-                                            ? message.text
-                                            : message.text + "\r\n" + message.suggestion));
-    item->setToolTip(1, ToTip(where.Text()));
-    item->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
-    return item;
-}
-
-QToolButton* MakeToolButton(const QString& name, const QString& text, const QString& tip,
-                            QWidget* parent)
-{
-    auto* const button = new QToolButton(parent);
-    button->setObjectName(name);
-    button->setText(text);
-    button->setToolTip(tip);
-    button->setAccessibleDescription(tip);
-    button->setFocusPolicy(Qt::StrongFocus);
-    return button;
-}
+constexpr ControlWords kFilter = {"FilterMessages", "Filter",
+                                  "Show only the messages that hold this text (Ctrl+F)"};
+constexpr ControlWords kList = {"Messages", "Messages",
+                                "What builds, checks and other commands had to tell; a double "
+                                "click or Enter opens the line of a message in the editor"};
+constexpr ControlWords kCopy = {"CopyMessages", "Copy",
+                                "Copy the selected messages, or all of them (Ctrl+C)"};
 
 } // namespace
 
 MessagesPane::MessagesPane(QWidget* parent)
-    : QWidget(parent), title_(new QLabel(this)), list_(new QTreeWidget(this))
+    : QWidget(parent), model_(new MessagesModel(this)), found_(new QSortFilterProxyModel(this)),
+      filter_(new FilterBar(kFilter, this)), list_(new QTreeView(this)),
+      detail_(new QPlainTextEdit(this)), halves_(new QSplitter(Qt::Vertical, this))
 {
-    setObjectName(QStringLiteral("MessagesPane"));
-    list_->setObjectName(QStringLiteral("Messages"));
-    list_->setAccessibleName(QStringLiteral("Messages"));
-    list_->setAccessibleDescription(
-        QStringLiteral("What the last command had to tell; Enter opens the file of a message"));
-    list_->setToolTip(QStringLiteral("Double-click a message to open its file in the editor"));
-    list_->setHeaderLabels({QStringLiteral("Message"), QStringLiteral("File"),
-                            QStringLiteral("Line"), QStringLiteral("Page")});
+    setObjectName(u"MessagesPane"_s);
+    MakeList();
+    MakeDetail();
+    auto* const copy = new QToolButton(this);
+    copy->setText(AsShown(kCopy.caption));
+    Describe(*copy, kCopy);
+    copy->setFocusPolicy(Qt::StrongFocus);
+    connect(copy, &QToolButton::clicked, this, &MessagesPane::Copy);
+    filter_->Add(copy);
+    halves_->setChildrenCollapsible(false);
+    halves_->addWidget(list_);
+    halves_->addWidget(detail_);
+    halves_->setSizes({3 * detail_->sizeHint().height(), detail_->sizeHint().height()});
+    connect(halves_, &QSplitter::splitterMoved, this, [this] { is_arranged_ = true; });
+    auto* const column = new QVBoxLayout(this);
+    column->addWidget(filter_);
+    column->addWidget(halves_, 1);
+    Connect();
+    setFocusProxy(filter_);
+    ShowCount();
+}
+
+void MessagesPane::MakeList()
+{
+    found_->setSourceModel(model_);
+    found_->setFilterRole(MessagesModel::kFilterRole);
+    found_->setSortRole(MessagesModel::kSortRole);
+    found_->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    found_->setSortCaseSensitivity(Qt::CaseInsensitive);
+    Describe(*list_, kList);
+    list_->setAccessibleName(ToQt(kList.caption));
+    list_->setModel(found_);
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);
     list_->setAlternatingRowColors(true);
+    list_->setAllColumnsShowFocus(true);
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    list_->setTextElideMode(Qt::ElideMiddle);
     list_->setMinimumHeight(fontMetrics().lineSpacing() * kShownLines);
+    list_->header()->setSortIndicatorClearable(true);
+    list_->header()->setSortIndicator(-1, Qt::AscendingOrder);
+    list_->setSortingEnabled(true);
     list_->header()->setStretchLastSection(false);
-    list_->header()->setSectionResizeMode(kTextColumn, QHeaderView::Stretch);
-    title_->setBuddy(list_);
+    list_->header()->setSectionResizeMode(MessagesModel::kText, QHeaderView::Stretch);
+}
 
-    auto* const copy =
-        MakeToolButton(QStringLiteral("CopyMessages"), QStringLiteral("Copy"),
-                       QStringLiteral("Copy the selected messages, or all of them"), this);
-    auto* const close =
-        MakeToolButton(QStringLiteral("CloseMessages"), QStringLiteral("Close"),
-                       QStringLiteral("Close the messages until there are new ones"), this);
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    auto* const row = new QHBoxLayout;
-    row->addWidget(title_, 1);
-    row->addWidget(copy);
-    row->addWidget(close);
-    column->addLayout(row);
-    column->addWidget(list_, 1);
+void MessagesPane::MakeDetail()
+{
+    Describe(*detail_, {"MessageDetail", "", "The message that is chosen, in full"});
+    detail_->setToolTip({}); // it would cover the text
+    detail_->setAccessibleName(u"Message"_s);
+    detail_->setReadOnly(true);
+    detail_->setTabChangesFocus(true);
+    detail_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    detail_->setPlaceholderText(u"Choose a message to read it in full."_s);
+    detail_->setMinimumHeight(fontMetrics().lineSpacing() * 2);
+}
 
-    auto* const copy_action = new QAction(QStringLiteral("Copy"), list_);
-    copy_action->setShortcut(QKeySequence::Copy);
-    copy_action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    list_->addAction(copy_action);
+void MessagesPane::Connect()
+{
+    filter_->on_text = [this](const QString& text) {
+        found_->setFilterFixedString(text);
+        ShowCount();
+    };
+    filter_->on_leave = [this] {
+        if (!list_->currentIndex().isValid())
+            list_->setCurrentIndex(found_->index(0, 0));
+        list_->setFocus();
+    };
+    auto* const copy = new QAction(u"Copy"_s, list_);
+    copy->setShortcut(QKeySequence::Copy);
+    copy->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    list_->addAction(copy);
     list_->setContextMenuPolicy(Qt::ActionsContextMenu);
-
-    connect(copy_action, &QAction::triggered, this, &MessagesPane::Copy);
-    connect(copy, &QToolButton::clicked, this, &MessagesPane::Copy);
-    connect(close, &QToolButton::clicked, this, [this] { SetOpen(false); });
-    connect(list_, &QTreeWidget::itemActivated, this, &MessagesPane::OpenFileOf);
-    hide();
+    connect(copy, &QAction::triggered, this, &MessagesPane::Copy);
+    connect(list_->header(), &QHeaderView::sectionResized, this, [this](int column) {
+        is_arranged_ =
+            is_arranged_ || (!is_fitting_ && column != MessagesModel::kText && isVisible());
+    });
+    connect(list_, &QTreeView::activated, this, &MessagesPane::OpenFileOf);
+    connect(list_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &MessagesPane::ShowDetail);
 }
 
-void MessagesPane::ShowMessages(const std::vector<Finding>& messages)
+void MessagesPane::ShowMessages(std::vector<Finding> messages, const std::string& folder)
 {
-    list_->clear();
-    for (const Finding& message : messages)
-        list_->addTopLevelItem(MakeItem(message, *style()));
-    for (int column = 1; column < list_->columnCount(); ++column) {
-        list_->resizeColumnToContents(column);
-        const int most = parentWidget()->width() / kWidestPlace;
-        list_->setColumnWidth(column, std::min(list_->columnWidth(column), most));
-    }
-    title_->setText(QStringLiteral("&Messages: %1").arg(messages.size()));
-    SetOpen(!messages.empty());
+    model_->Show(std::move(messages), folder);
+    FitColumns();
+    ShowCount();
+    ShowDetail();
 }
 
-void MessagesPane::SetOpen(bool open)
+void MessagesPane::FitColumns()
 {
-    if (open == isVisibleTo(parentWidget()))
+    if (is_arranged_)
         return;
-    if (open && on_shown)
-        on_shown(open);
-    setVisible(open);
-    if (!open && on_shown)
-        on_shown(open);
+    const QScopedValueRollback fitting(is_fitting_, true);
+    for (const int column :
+         {MessagesModel::kSeverity, MessagesModel::kPlace, MessagesModel::kPage}) {
+        list_->resizeColumnToContents(column);
+        list_->setColumnWidth(column, std::min(list_->columnWidth(column),
+                                               fontMetrics().averageCharWidth() * kWidestPlace));
+    }
 }
 
-void MessagesPane::OpenFileOf(const QTreeWidgetItem* item)
+QByteArray MessagesPane::State() const
 {
-    const std::string file = FromQt(item->data(kTextColumn, kFileRole).toString());
-    if (!file.empty() && on_open)
-        on_open(file);
+    QByteArray state;
+    if (is_arranged_) {
+        QDataStream stream(&state, QIODevice::WriteOnly);
+        stream << list_->header()->saveState() << halves_->saveState();
+    }
+    return state;
+}
+
+void MessagesPane::Restore(const QByteArray& state)
+{
+    QByteArray columns;
+    QByteArray halves;
+    QDataStream stream(state);
+    stream >> columns >> halves;
+    is_arranged_ = list_->header()->restoreState(columns) && halves_->restoreState(halves);
+}
+
+void MessagesPane::ShowCount()
+{
+    filter_->ShowCount(u"Messages"_s, found_->rowCount(), model_->rowCount());
+}
+
+const Finding* MessagesPane::At(const QModelIndex& shown) const
+{
+    const QModelIndex index = found_->mapToSource(shown);
+    return index.isValid() ? &model_->Messages()[static_cast<std::size_t>(index.row())] : nullptr;
+}
+
+void MessagesPane::ShowDetail()
+{
+    const Finding* const message = At(list_->currentIndex());
+    std::string text;
+    if (message != nullptr) {
+        text = message->text;
+        for (const std::string& more : {message->suggestion, message->where.Text()})
+            text += more.empty() ? "" : "\r\n" + more;
+    }
+    SetFieldText(*detail_, text);
+}
+
+void MessagesPane::OpenFileOf(const QModelIndex& shown)
+{
+    const Finding* const message = At(shown);
+    if (message == nullptr || message->where.file.empty() || !on_open)
+        return;
+    const KeptPlace where = message->where;
+    on_open(where.file, where.line);
 }
 
 void MessagesPane::Copy()
 {
     QStringList lines;
-    for (int row = 0; row < list_->topLevelItemCount(); ++row) {
-        const QTreeWidgetItem* const item = list_->topLevelItem(row);
-        if (item->isSelected() || list_->selectedItems().isEmpty())
-            lines.push_back(item->data(kTextColumn, kCopyRole).toString());
+    const bool is_all = !list_->selectionModel()->hasSelection();
+    for (int row = 0; row < found_->rowCount(); ++row) {
+        const QModelIndex index = found_->index(row, 0);
+        if (is_all || list_->selectionModel()->isRowSelected(row))
+            lines.push_back(SentenceOf(*At(index)));
     }
     QGuiApplication::clipboard()->setText(lines.join(u'\n'));
-}
-
-void MessagesPane::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Escape)
-        SetOpen(false);
-    else
-        QWidget::keyPressEvent(event);
 }
 
 } // namespace kiv

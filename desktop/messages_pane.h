@@ -1,5 +1,4 @@
-// "Messages": every warning, error and finding of the last command with its place, closed while
-// there is none.
+// "Messages": warnings, errors and findings with their places, and the one chosen in full.
 #pragma once
 
 #include "inspect/finding.h"
@@ -10,12 +9,16 @@
 #include <string>
 #include <vector>
 
-class QKeyEvent;
-class QLabel;
-class QTreeWidget;
-class QTreeWidgetItem;
+class QModelIndex;
+class QPlainTextEdit;
+class QSortFilterProxyModel;
+class QSplitter;
+class QTreeView;
 
 namespace kiv {
+
+class FilterBar;
+class MessagesModel;
 
 class MessagesPane : public QWidget {
     Q_OBJECT
@@ -23,25 +26,38 @@ class MessagesPane : public QWidget {
   public:
     explicit MessagesPane(QWidget* parent);
 
-    /// Shows the messages and opens the pane, or closes it when there are none.
-    void ShowMessages(const std::vector<Finding>& messages);
+    /// `folder`: what places are shown relative to, a drive path that ends in "\".
+    void ShowMessages(std::vector<Finding> messages, const std::string& folder);
 
-    /// Called with the file of a message (a drive path) that is double-clicked, or chosen by Enter.
-    std::function<void(const std::string& file)> on_open;
-    /// Called before the pane is opened and after it was closed.
-    std::function<void(bool is_open)> on_shown;
+    /// The columns and the height of the list as the user has made them, from one run to the next;
+    /// empty: as they suit.
+    QByteArray State() const;
+    void Restore(const QByteArray& state);
 
-  protected:
-    void keyPressEvent(QKeyEvent* event) override;
+    /// Called with the place of a message that is double-clicked, or chosen by Enter: a drive path
+    /// and a line (1-based; 0: not known).
+    std::function<void(const std::string& file, int line)> on_open;
 
   private:
-    void SetOpen(bool open);
-    void OpenFileOf(const QTreeWidgetItem* item);
-    /// Puts the selected messages, or all when none is, into the clipboard.
+    void MakeList();
+    void MakeDetail();
+    void Connect();
+    void ShowCount();
+    void ShowDetail();
+    void FitColumns();
+    void OpenFileOf(const QModelIndex& shown);
+    /// Puts the selected messages, or all that are shown when none is, into the clipboard.
     void Copy();
+    const Finding* At(const QModelIndex& shown) const;
 
-    QLabel* title_;
-    QTreeWidget* list_;
+    MessagesModel* model_;
+    QSortFilterProxyModel* found_;
+    FilterBar* filter_;
+    QTreeView* list_;
+    QPlainTextEdit* detail_;
+    QSplitter* halves_;
+    bool is_fitting_ = false;
+    bool is_arranged_ = false; // the user's own sizes
 };
 
 } // namespace kiv

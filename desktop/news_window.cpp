@@ -18,6 +18,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -30,12 +31,12 @@ constexpr int kNameColumns = 16; // of a code, a date and a letter
 constexpr int kRows = 38;
 constexpr int kSiteColumns = 3;
 
-struct NewsLine {
+struct NewsEntryLine {
     ControlWords words;
     std::string NewsItem::*value;
 };
 
-constexpr std::array<NewsLine, 7> kLines = {{
+constexpr std::array<NewsEntryLine, 7> kLines = {{
     {{"Text1", "Name of .txt file:",
       "The article's file name without extension: a publication's code and the date as mmddyy, "
       "then perhaps a letter"},
@@ -76,6 +77,17 @@ QCheckBox* MakeBox(const ControlWords& words, QWidget* parent)
     return box;
 }
 
+/// What is taller than a small screen has room: the buttons below stay in reach.
+QScrollArea* MakeScrolling(QWidget* content, QWidget* parent)
+{
+    auto* const area = new QScrollArea(parent);
+    area->setWidget(content);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    return area;
+}
+
 /// A button that Enter in a field does not press: a news item is never written by accident.
 QPushButton* MakeShyButton(const ControlWords& words, QWidget* parent)
 {
@@ -90,11 +102,15 @@ NewsWindow::NewsWindow(CommandDesk& desk, QWidget* parent)
     : SideWindow(desk, parent, "NewsWindow", "News Item")
 {
     auto* const column = new QVBoxLayout(this);
+    auto* const fields = new QWidget(this);
+    auto* const inner = new QVBoxLayout(fields);
+    inner->setContentsMargins(0, 0, 0, 0);
     auto* const top = new QHBoxLayout;
-    column->addLayout(top);
+    inner->addLayout(top);
     top->addLayout(MakeHeader(), 1);
     top->addWidget(MakeSites(), 1);
-    column->addLayout(MakeArticle(), 1);
+    inner->addLayout(MakeArticle(), 1);
+    column->addWidget(MakeScrolling(fields, this), 1);
     column->addLayout(MakeButtons());
     GiveMnemonics(*this);
     lines_[kFileNameLine]->setFocus();

@@ -2,6 +2,8 @@
 
 #include "desktop/controls.h"
 #include "desktop/qt_text.h"
+#include "desktop/rename_pairs.h"
+#include "shell/rename_looks.h"
 #include "shell/renames.h"
 #include "shell/workspace.h"
 
@@ -16,7 +18,8 @@ namespace kiv {
 
 namespace {
 
-constexpr int kColumns = 56;
+constexpr int kColumns = 72;
+constexpr int kRows = 24;
 
 constexpr ControlWords kFind = {"find", "Find",
                                 "The text to look for in every file name; case matters"};
@@ -40,7 +43,9 @@ RenameWindow::RenameWindow(CommandDesk& desk, QWidget* parent)
     form->addRow(new QLabel(ToQt("First file"), this), sample_);
     find_ = AddField(*form, kFind);
     replacement_ = AddField(*form, kReplacement);
-    column->addStretch();
+    pairs_ = new RenamePairs(this);
+    pairs_->on_return = [this] { Refresh(); };
+    column->addWidget(pairs_, 1);
 
     auto* const buttons = new QHBoxLayout;
     column->addLayout(buttons);
@@ -50,22 +55,38 @@ RenameWindow::RenameWindow(CommandDesk& desk, QWidget* parent)
     buttons->addWidget(rename);
     GiveMnemonics(*this);
     find_->setFocus();
-    resize(fontMetrics().averageCharWidth() * kColumns, sizeHint().height());
+    resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().lineSpacing() * kRows);
 
+    for (const QLineEdit* const field : {find_, replacement_})
+        connect(field, &QLineEdit::textChanged, this, &RenameWindow::Look);
     connect(rename, &QPushButton::clicked, this, &RenameWindow::PressRename);
+}
+
+void RenameWindow::showEvent(QShowEvent* event)
+{
+    SideWindow::showEvent(event);
+    Look();
 }
 
 void RenameWindow::Refresh()
 {
     SetReadout(*folder_, workspace().WorkDir);
     SetReadout(*sample_, SampleFileName(workspace().machine().files));
+    Look();
+}
+
+void RenameWindow::Look()
+{
+    if (isVisible())
+        pairs_->Show(LookAtRenames(
+            workspace(), {Renamer::replacement, LineText(*find_), LineText(*replacement_)}));
 }
 
 void RenameWindow::PressRename()
 {
     const std::string find = LineText(*find_);
     const std::string replacement = LineText(*replacement_);
-    desk().Run([&] { dorenamefiles(workspace(), find, replacement); });
+    desk().Run([&] { RenameAndTell(workspace(), find, replacement); });
     Refresh(); // files before a failed one are renamed
 }
 

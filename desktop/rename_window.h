@@ -1,4 +1,5 @@
-// "Rename files": finds a text in the file names of the working directory and replaces it.
+// "Rename files": finds a text in the file names of the working directory and replaces it. What
+// would be renamed is shown as the texts are typed.
 #pragma once
 
 #include "desktop/side_window.h"
@@ -7,6 +8,8 @@ class QLabel;
 class QLineEdit;
 
 namespace kiv {
+
+class RenamePairs;
 
 class RenameWindow : public SideWindow {
     Q_OBJECT
@@ -17,10 +20,13 @@ class RenameWindow : public SideWindow {
 
   protected:
     void Fill() override { Refresh(); }
+    void showEvent(QShowEvent* event) override;
 
   private:
+    void Look();
     void PressRename();
 
+    RenamePairs* pairs_ = nullptr;
     QLineEdit* find_ = nullptr;
     QLineEdit* replacement_ = nullptr;
     QLabel* sample_ = nullptr;

@@ -2,7 +2,15 @@
 
 #include "desktop/qt_text.h"
 
+#include <QScreen>
+
 namespace kiv {
+
+namespace {
+
+constexpr int kTitleBar = 36; // of the desktop's, about; how high it is, is known too late
+
+} // namespace
 
 SideWindow::SideWindow(CommandDesk& desk, QWidget* parent, std::string_view name,
                        std::string_view title)
@@ -16,6 +24,8 @@ void SideWindow::BringUp()
 {
     if (!isVisible())
         Fill();
+    const QSize room = screen()->availableGeometry().size() - QSize(0, kTitleBar);
+    resize(size().boundedTo(room));
     show();
     raise();
     activateWindow();

@@ -1,12 +1,13 @@
 #include "desktop/status_area.h"
 
+#include "desktop/controls.h"
 #include "desktop/qt_text.h"
 
 #include <QCoreApplication>
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QLabel>
 #include <QProgressBar>
-#include <QVBoxLayout>
+#include <QToolButton>
 
 namespace kiv {
 
@@ -16,7 +17,19 @@ constexpr std::string_view kFirstStatus = "Change directory or \"do it\"";
 constexpr qint64 kRepaintEvery = 40; // milliseconds
 constexpr int kBarHeight = 5;
 
-QLabel* MakeLabel(const QString& name, QWidget* parent)
+constexpr ControlWords kStop = {"StopWork", "Stop",
+                                "End the command as soon as the file in work is finished (Escape)"};
+
+/// What comes and goes moves nothing else.
+void RetainSize(QWidget& widget)
+{
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
+    widget.hide();
+}
+
+QLabel* MakeStatusLabel(const QString& name, QWidget* parent)
 {
     auto* const label = new QLabel(parent);
     label->setObjectName(name);
@@ -27,10 +40,10 @@ QLabel* MakeLabel(const QString& name, QWidget* parent)
 } // namespace
 
 StatusArea::StatusArea(QWidget* parent)
-    : QWidget(parent), status_label_(MakeLabel(QStringLiteral("Label2"), this)),
-      pass_label_(MakeLabel(QStringLiteral("PassStatus"), this)),
-      new_year_label_(MakeLabel(QStringLiteral("Label4"), this)), bar_(new QProgressBar(this)),
-      status_(kFirstStatus)
+    : QWidget(parent), status_label_(MakeStatusLabel(QStringLiteral("Label2"), this)),
+      pass_label_(MakeStatusLabel(QStringLiteral("PassStatus"), this)),
+      new_year_label_(MakeStatusLabel(QStringLiteral("Label4"), this)),
+      bar_(new QProgressBar(this)), stop_(new QToolButton(this)), status_(kFirstStatus)
 {
     // A long text is cut, not the window widened.
     status_label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -45,25 +58,32 @@ StatusArea::StatusArea(QWidget* parent)
     bar_->setAccessibleName(QStringLiteral("Progress of the command"));
     bar_->setTextVisible(false);
     bar_->setFixedHeight(kBarHeight);
-    QSizePolicy policy = bar_->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    bar_->setSizePolicy(policy);
-    bar_->hide();
 
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    auto* const row = new QHBoxLayout;
-    row->addWidget(status_label_, 1);
-    row->addWidget(pass_label_);
-    row->addWidget(new_year_label_);
-    column->addLayout(row);
-    column->addWidget(bar_);
+    Describe(*stop_, kStop);
+    stop_->setText(ToQt(kStop.caption));
+    stop_->setFocusPolicy(Qt::StrongFocus);
+    RetainSize(*bar_);
+    RetainSize(*stop_);
+    PlaceAll();
     ShowPending();
+}
+
+void StatusArea::PlaceAll()
+{
+    auto* const grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->addWidget(status_label_, 0, 0);
+    grid->addWidget(pass_label_, 0, 1);
+    grid->addWidget(new_year_label_, 0, 2);
+    grid->addWidget(bar_, 1, 0, 1, 3);
+    grid->addWidget(stop_, 0, 3, 2, 1);
+    grid->setColumnStretch(0, 1);
 }
 
 void StatusArea::Begin()
 {
     is_running_ = true;
+    has_told_ = false;
     done_ = 0;
     all_ = 0;
     since_repaint_.start();
@@ -72,7 +92,6 @@ void StatusArea::Begin()
 void StatusArea::End()
 {
     is_running_ = false;
-    all_ = 0;
     ShowPending();
 }
 
@@ -91,6 +110,7 @@ void StatusArea::ShowNewYear(std::string_view text)
 void StatusArea::Status(std::string_view text)
 {
     status_ = text;
+    has_told_ = true;
     Changed();
 }
 
@@ -118,7 +138,15 @@ void StatusArea::Changed()
         return;
     if (on_work)
         on_work();
-    Repaint();
+    ShowPending();
+    QCoreApplication::processEvents();
+    since_repaint_.restart();
+}
+
+void StatusArea::Note(std::string_view text)
+{
+    status_ = text;
+    ShowPending();
 }
 
 void StatusArea::ShowPending()
@@ -127,8 +155,10 @@ void StatusArea::ShowPending()
     status_label_->setText(status);
     status_label_->setToolTip(ToTip(status_));
     pass_label_->setText(ToQt(pass_));
-    bar_->setVisible(all_ > 0);
-    if (all_ > 0) {
+    const bool counts = is_running_ && all_ > 0;
+    bar_->setVisible(counts);
+    stop_->setVisible(counts);
+    if (counts) {
         bar_->setRange(0, all_);
         bar_->setValue(done_);
     }

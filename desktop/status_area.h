@@ -11,6 +11,7 @@
 
 class QLabel;
 class QProgressBar;
+class QToolButton;
 
 namespace kiv {
 
@@ -20,9 +21,19 @@ class StatusArea : public QWidget {
   public:
     explicit StatusArea(QWidget* parent);
 
-    /// A command runs from Begin to End. Meanwhile the windows are repainted every now and then.
+    /// A command runs from Begin to End. Meanwhile the windows are repainted every now and then,
+    /// and look at keys and clicks: who runs commands keeps those from them that do not stop it.
     void Begin();
     void End();
+    /// Whether the command that runs, or ran last, has told a status.
+    bool HasTold() const { return has_told_; }
+    /// How many of its steps the command that runs, or ran last, has behind it, and of how many.
+    int Done() const { return done_; }
+    int All() const { return all_; }
+    /// The button that asks for the end of the command.
+    QToolButton* StopButton() const { return stop_; }
+    /// Shows a text in the status line until the next one comes; the windows are not repainted.
+    void Note(std::string_view text);
     /// Shows what is pending and lets the windows repaint. No key and no click is looked at.
     void Repaint();
 
@@ -39,6 +50,7 @@ class StatusArea : public QWidget {
     std::function<void()> on_work;
 
   private:
+    void PlaceAll();
     void Changed();
     void ShowPending();
 
@@ -46,11 +58,13 @@ class StatusArea : public QWidget {
     QLabel* pass_label_;
     QLabel* new_year_label_;
     QProgressBar* bar_;
+    QToolButton* stop_;
     std::string status_;
     std::string pass_;
     int done_ = 0;
     int all_ = 0;
     bool is_running_ = false;
+    bool has_told_ = false;
     QElapsedTimer since_repaint_;
 };
 

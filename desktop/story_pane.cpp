@@ -5,6 +5,7 @@
 #include "desktop/qt_text.h"
 #include "desktop/story_view.h"
 #include "shell/story_parts.h"
+#include "shell/workspace.h"
 
 #include <QComboBox>
 #include <QGuiApplication>
@@ -13,7 +14,6 @@
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
-#include <QShortcut>
 #include <QSignalBlocker>
 #include <QSortFilterProxyModel>
 #include <QSplitter>
@@ -22,6 +22,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace kiv {
 
@@ -31,8 +32,8 @@ using namespace Qt::StringLiterals;
 
 constexpr int kPageColumns = 16;   // characters of a page's name
 constexpr int kWidestColumns = 36; // characters of a source's place
-constexpr int kShownLines = 6;
-constexpr int kShownStory = 8;
+constexpr int kShownLines = 2;
+constexpr int kShownStory = 2;
 
 constexpr ControlWords kPages = {"page", "Page", "The page whose lines are shown"};
 constexpr ControlWords kSearch = {"search", "Search", "Show only the lines that hold this text"};
@@ -51,25 +52,14 @@ class WaitCursor {
     ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
 };
 
-/// A text that wraps, hidden while there is none.
-QLabel* MakeTrouble(QWidget* parent)
-{
-    auto* const label = new QLabel(parent);
-    label->setObjectName(u"trouble"_s);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    label->hide();
-    return label;
-}
-
 } // namespace
 
 StoryPane::StoryPane(CommandDesk& desk, QWidget* parent)
     : QWidget(parent), desk_(desk), model_(new LinesModel(this)),
       found_(new QSortFilterProxyModel(this)), pages_(new QComboBox(this)),
       search_(new QLineEdit(this)), again_(new QToolButton(this)), count_(new QLabel(this)),
-      trouble_(MakeTrouble(this)), lines_(new QTreeView(this)), story_(new StoryView(this))
+      trouble_(MakeTrouble(u"trouble"_s, this)), lines_(new QTreeView(this)),
+      story_(new StoryView(this)), halves_(new QSplitter(Qt::Vertical, this))
 {
     setObjectName(u"StoryPane"_s);
     MakeControls();
@@ -119,17 +109,15 @@ void StoryPane::Arrange()
     row->addWidget(search_, 3);
     row->addWidget(count_);
     row->addWidget(again_);
-    auto* const halves = new QSplitter(Qt::Vertical, this);
-    halves->setChildrenCollapsible(false);
-    halves->addWidget(lines_);
-    halves->addWidget(story_);
+    halves_->setChildrenCollapsible(false);
+    halves_->addWidget(lines_);
+    halves_->addWidget(story_);
     lines_->setAccessibleName(ToQt(kLines.caption));
     story_->setAccessibleName(u"Story"_s);
     auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
     column->addLayout(row);
     column->addWidget(trouble_);
-    column->addWidget(halves, 1);
+    column->addWidget(halves_, 1);
     setTabOrder(pages_, search_);
     setTabOrder(search_, again_);
     setTabOrder(again_, trouble_);
@@ -142,8 +130,6 @@ void StoryPane::Connect()
     connect(pages_, &QComboBox::currentIndexChanged, this,
             [this] { ShowPage(FromQt(pages_->currentData().toString())); });
     connect(again_, &QToolButton::clicked, this, &StoryPane::ReadAgain);
-    new QShortcut(
-        Qt::Key_F5, this, [this] { ReadAgain(); }, Qt::WidgetWithChildrenShortcut);
     connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) {
         found_->setFilterFixedString(text);
         ShowCount();
@@ -157,13 +143,14 @@ void StoryPane::Connect()
                                                            QItemSelectionModel::Rows);
                 ShowStory();
             });
-    story_->on_open = [this](const std::string& file) { Open(file); };
+    story_->on_open = [this](const std::string& file, int line) { Open(file, line); };
 }
 
 void StoryPane::ShowPage(const std::string& path)
 {
     const WaitCursor wait;
-    model_->Show(TellPage(desk_.workspace(), path));
+    is_outdated_ = false;
+    model_->Show(TellPage(desk_.workspace(), path, folder_));
     FillPages();
     ShowTrouble();
     ShowCount();
@@ -175,12 +162,60 @@ void StoryPane::ShowPage(const std::string& path)
     }
 }
 
+const std::string& StoryPane::ShownPage() const
+{
+    return model_->Page().page.path;
+}
+
+void StoryPane::Choose(const std::string& folder, const std::string& path)
+{
+    if (path.empty() || (path == ShownPage() && wanted_.empty()))
+        return;
+    folder_ = folder;
+    directory_ = desk_.workspace().WorkDir;
+    wanted_ = path;
+    SetOutdated();
+}
+
+void StoryPane::SetOutdated()
+{
+    is_outdated_ = true;
+    if (isVisible())
+        ReadAgain();
+}
+
+void StoryPane::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (is_outdated_)
+        ReadAgain();
+}
+
+void StoryPane::FocusSearch()
+{
+    search_->setFocus();
+}
+
+QByteArray StoryPane::State() const
+{
+    return halves_->saveState();
+}
+
+void StoryPane::Restore(const QByteArray& state)
+{
+    halves_->restoreState(state);
+}
+
 void StoryPane::ReadAgain()
 {
     if (is_opening_)
         return;
-    const std::string page = model_->Page().page.path;
-    const int line = ChosenLine();
+    const std::string& directory = desk_.workspace().WorkDir;
+    if (std::exchange(directory_, directory) != directory)
+        folder_.clear();
+    const std::string shown = ShownPage();
+    const std::string page = wanted_.empty() ? shown : std::exchange(wanted_, {});
+    const int line = page == shown ? ChosenLine() : 0;
     ShowPage(page);
     if (model_->Page().page.path == page)
         ChooseLine(line);
@@ -243,13 +278,13 @@ void StoryPane::OpenSource(const QModelIndex& shown)
     const PageStories& page = model_->Page();
     const std::vector<ToldPlace>& sources = page.stories[page.lines[row].story].sources;
     if (!sources.empty())
-        Open(std::string(sources.front().file));
+        Open(std::string(sources.front().file), sources.front().first);
 }
 
-void StoryPane::Open(const std::string& file)
+void StoryPane::Open(const std::string& file, int line)
 {
     is_opening_ = true; // the editor has only begun: nothing is to be read again
-    desk_.OpenInEditor(file);
+    desk_.OpenInEditor(file, line);
     is_opening_ = false;
 }
 

@@ -15,6 +15,7 @@ class QLabel;
 class QLineEdit;
 class QModelIndex;
 class QSortFilterProxyModel;
+class QSplitter;
 class QToolButton;
 class QTreeView;
 
@@ -29,12 +30,26 @@ class StoryPane : public QWidget {
   public:
     StoryPane(CommandDesk& desk, QWidget* parent);
 
-    /// Shows the page at a drive path, or the first one when there is none.
-    void ShowPage(const std::string& path);
-    /// Builds anew in memory and shows the same page again, with the same line chosen.
-    void ReadAgain();
+    /// From now on shows the page at a drive path, which the page list in `folder` names; the first
+    /// one when there is none. As long as the pane is not seen nothing is built for it.
+    void Choose(const std::string& folder, const std::string& path);
+    /// The page whose lines are shown; "" for none.
+    const std::string& ShownPage() const;
+    /// The sources may be others now: what is seen is made anew in memory, with the same page and
+    /// line chosen.
+    void SetOutdated();
+    void FocusSearch();
+
+    /// How high list and story are from one run to the next.
+    QByteArray State() const;
+    void Restore(const QByteArray& state);
+
+  protected:
+    void showEvent(QShowEvent* event) override;
 
   private:
+    void ShowPage(const std::string& path);
+    void ReadAgain();
     void MakeControls();
     void MakeList();
     void Arrange();
@@ -48,7 +63,7 @@ class StoryPane : public QWidget {
     int ChosenLine() const;
     /// The first source of a line.
     void OpenSource(const QModelIndex& shown);
-    void Open(const std::string& file);
+    void Open(const std::string& file, int line);
 
     CommandDesk& desk_;
     LinesModel* model_;
@@ -60,7 +75,12 @@ class StoryPane : public QWidget {
     QLabel* trouble_;
     QTreeView* lines_;
     StoryView* story_;
+    QSplitter* halves_;
     std::vector<BuiltPage> listed_; // in `pages_`
+    std::string folder_;            // whose pages these are; "": the working directory
+    std::string directory_;         // the working directory for which that was said
+    std::string wanted_;            // the page to show next; "": the same
+    bool is_outdated_ = true;
     bool is_opening_ = false;
 };
 

@@ -74,8 +74,8 @@ QString Heading(const StoryPart& part)
 StoryView::StoryView(QWidget* parent) : QPlainTextEdit(parent)
 {
     Describe(*this, {"story", "",
-                     "What made the line, from its source to the page; Enter opens the file of a "
-                     "source or a definition in the editor"});
+                     "What made the line, from its source to the page; Enter opens the line "
+                     "of a source or a definition in the editor"});
     setToolTip({}); // it would cover the text
     setReadOnly(true);
     setUndoRedoEnabled(false);
@@ -127,7 +127,8 @@ bool StoryView::OpenAt(const QTextCursor& cursor)
     const auto number = static_cast<std::size_t>(cursor.blockNumber());
     if (number >= parts_.size() || !parts_[number].place || !on_open)
         return false;
-    on_open(std::string(parts_[number].place->file)); // what it does may change the story
+    const ToldPlace place = *parts_[number].place; // what opening does may change the story
+    on_open(place.file, place.first);
     return true;
 }
 

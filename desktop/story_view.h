@@ -22,9 +22,9 @@ class StoryView : public QPlainTextEdit {
     /// Shows a story from its beginning; none: the view tells how to get one.
     void Show(std::vector<StoryPart> parts);
 
-    /// Called with the file (a drive path) of a part that is double-clicked, or in which Enter is
-    /// pressed.
-    std::function<void(const std::string& file)> on_open;
+    /// Called with the file (a drive path) and the line (1-based) of a part that is double-clicked,
+    /// or in which Enter is pressed.
+    std::function<void(const std::string& file, int line)> on_open;
 
   protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;

@@ -20,9 +20,9 @@ class WindowReporter : public Reporter {
 
     void Status(std::string_view text) override { status_.Status(text); }
     void PassStatus(std::string_view text) override { status_.PassStatus(text); }
-    void Step(int done, int all) override { status_.Step(done, all); }
 
   protected:
+    void ShowStep(int done, int all) override { status_.Step(done, all); }
     void Show(std::string_view text) override
     {
         const std::string& hint = Warnings().back().hint;

@@ -10,13 +10,12 @@ namespace kiv {
 
 std::vector<std::string_view> SourceSetAddresses(std::string_view value)
 {
-    constexpr std::string_view kBlanks = " \t\r\n\f";
     std::vector<std::string_view> addresses;
     while (true) {
         value.remove_prefix(std::min(value.find_first_not_of(" \t\r\n\f,"), value.size()));
         if (value.empty())
             return addresses;
-        const std::size_t size = std::min(value.find_first_of(kBlanks), value.size());
+        const std::size_t size = std::min(value.find_first_of(kHtmlBlanks), value.size());
         std::string_view address = value.substr(0, size);
         value.remove_prefix(size);
         if (address.ends_with(','))

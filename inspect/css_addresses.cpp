@@ -8,8 +8,6 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n\f";
-
 /// Reads a style sheet from left to right.
 class CssReader {
   public:
@@ -46,7 +44,7 @@ class CssReader {
         at_ = end == npos ? css_.size() : end + 2;
     }
 
-    void SkipBlanks() { at_ = std::min(css_.find_first_not_of(kBlanks, at_), css_.size()); }
+    void SkipBlanks() { at_ = std::min(css_.find_first_not_of(kHtmlBlanks, at_), css_.size()); }
 
     void TakeUrl()
     {
@@ -58,7 +56,7 @@ class CssReader {
         }
         const std::size_t end = std::min(css_.find(')', at_), css_.size());
         std::string_view address = css_.substr(at_, end - at_);
-        address = address.substr(0, address.find_last_not_of(kBlanks) + 1);
+        address = address.substr(0, address.find_last_not_of(kHtmlBlanks) + 1);
         Keep(address);
         at_ = end;
     }

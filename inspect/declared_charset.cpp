@@ -9,8 +9,7 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kMeta = "meta";
-constexpr std::string_view kBlanks = " \t\r\n\f";
+constexpr std::string_view kMetaName = "meta";
 
 /// Takes the next tag or comment off `rest` and returns what stands between its brackets; a ">" in
 /// quotes does not end a tag. Comments come out empty. False at the end.
@@ -49,16 +48,17 @@ Attribute TakeAttribute(std::string_view& rest)
     Attribute attribute;
     attribute.name = rest.substr(0, rest.find_first_of(" \t\r\n\f/="));
     rest.remove_prefix(attribute.name.size());
-    const std::size_t equals = rest.find_first_not_of(kBlanks);
+    const std::size_t equals = rest.find_first_not_of(kHtmlBlanks);
     if (equals == npos || rest[equals] != '=')
         return attribute;
     rest.remove_prefix(equals + 1);
-    rest.remove_prefix(std::min(rest.find_first_not_of(kBlanks), rest.size()));
+    rest.remove_prefix(std::min(rest.find_first_not_of(kHtmlBlanks), rest.size()));
     const bool is_quoted = rest.starts_with('"') || rest.starts_with('\'');
     const char quote = is_quoted ? rest.front() : ' ';
     if (is_quoted)
         rest.remove_prefix(1);
-    attribute.value = rest.substr(0, is_quoted ? rest.find(quote) : rest.find_first_of(kBlanks));
+    attribute.value =
+        rest.substr(0, is_quoted ? rest.find(quote) : rest.find_first_of(kHtmlBlanks));
     rest.remove_prefix(std::min(attribute.value.size() + (is_quoted ? 1 : 0), rest.size()));
     return attribute;
 }
@@ -71,7 +71,7 @@ std::string_view CharsetOfContent(std::string_view content)
     if (at == npos)
         return {};
     content.remove_prefix(at + kWord.size());
-    content.remove_prefix(std::min(content.find_first_not_of(kBlanks), content.size()));
+    content.remove_prefix(std::min(content.find_first_not_of(kHtmlBlanks), content.size()));
     if (!content.starts_with('='))
         return {};
     content.remove_prefix(1);
@@ -82,7 +82,7 @@ std::string_view CharsetOfContent(std::string_view content)
 /// What a meta tag declares, "" when it is about something else.
 std::string CharsetIn(std::string_view meta)
 {
-    meta.remove_prefix(kMeta.size());
+    meta.remove_prefix(kMetaName.size());
     std::string_view content;
     bool is_content_type = false;
     for (Attribute one = TakeAttribute(meta); !one.name.empty(); one = TakeAttribute(meta)) {
@@ -104,7 +104,7 @@ std::string DeclaredCharset(std::string_view page)
     while (TakeTag(page, tag)) {
         if (StartsWithNoCase(tag, "body") || StartsWithNoCase(tag, "/head"))
             return "";
-        if (!StartsWithNoCase(tag, kMeta))
+        if (!StartsWithNoCase(tag, kMetaName))
             continue;
         if (std::string charset = CharsetIn(tag); !charset.empty())
             return charset;

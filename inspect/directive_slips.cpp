@@ -19,11 +19,11 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\xA0";
+constexpr std::string_view kWordBlanks = " \t\xA0";
 
 std::string_view CutBlanks(std::string_view text)
 {
-    const std::size_t from = text.find_first_not_of(kBlanks);
+    const std::size_t from = text.find_first_not_of(kWordBlanks);
     return from == npos ? std::string_view() : text.substr(from);
 }
 

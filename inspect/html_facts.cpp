@@ -1,5 +1,6 @@
 #include "inspect/html_facts.h"
 
+#include "inspect/address_attributes.h"
 #include "inspect/attribute_values.h"
 #include "inspect/css_addresses.h"
 #include "inspect/line_numbers.h"
@@ -47,37 +48,6 @@ std::string_view View(const GumboStringPiece& piece)
 {
     return piece.data == nullptr ? std::string_view() : std::string_view(piece.data, piece.length);
 }
-
-/// Which attributes of which elements are addresses. "*" is every element.
-struct AddressAttribute {
-    std::string_view attribute;
-    GumboTag tag;
-    LinkKind kind;
-};
-
-constexpr GumboTag kAny = GUMBO_TAG_LAST;
-
-constexpr AddressAttribute kAddresses[] = {
-    {"href", GUMBO_TAG_A, LinkKind::link},
-    {"href", GUMBO_TAG_AREA, LinkKind::link},
-    {"src", GUMBO_TAG_IMG, LinkKind::picture},
-    {"lowsrc", GUMBO_TAG_IMG, LinkKind::picture},
-    {"longdesc", GUMBO_TAG_IMG, LinkKind::link},
-    {"background", kAny, LinkKind::picture},
-    {"poster", GUMBO_TAG_VIDEO, LinkKind::picture},
-    {"src", GUMBO_TAG_SCRIPT, LinkKind::script},
-    {"src", GUMBO_TAG_FRAME, LinkKind::frame},
-    {"src", GUMBO_TAG_IFRAME, LinkKind::frame},
-    {"action", GUMBO_TAG_FORM, LinkKind::form},
-    {"formaction", GUMBO_TAG_INPUT, LinkKind::form},
-    {"formaction", GUMBO_TAG_BUTTON, LinkKind::form},
-    {"src", GUMBO_TAG_EMBED, LinkKind::media},
-    {"src", GUMBO_TAG_VIDEO, LinkKind::media},
-    {"src", GUMBO_TAG_AUDIO, LinkKind::media},
-    {"src", GUMBO_TAG_SOURCE, LinkKind::media},
-    {"src", GUMBO_TAG_TRACK, LinkKind::media},
-    {"src", GUMBO_TAG_BGSOUND, LinkKind::media},
-};
 
 /// Elements whose text is no prose of the page.
 bool IsQuiet(const GumboElement& element)
@@ -233,7 +203,8 @@ class FactFinder {
         TakeSides(element, first);
     }
 
-    /// What an element has beside the attributes of the table. `source`: its "src", or null.
+    /// What an element has beside the attributes that are addresses by themselves. `source`: its
+    /// "src", or null.
     void TakeOfItsOwn(const GumboElement& element, const GumboAttribute* source)
     {
         switch (element.tag) {
@@ -263,9 +234,8 @@ class FactFinder {
     void TakeAttribute(const GumboElement& element, const GumboAttribute& attribute)
     {
         const std::string_view name = attribute.name;
-        for (const AddressAttribute& row : kAddresses)
-            if (row.attribute == name && (row.tag == element.tag || row.tag == kAny))
-                AddLink(row.kind, attribute);
+        if (const auto kind = KindOfAddress(gumbo_normalized_tagname(element.tag), name))
+            AddLink(*kind, attribute);
         if (name == "id" && *attribute.value != '\0')
             facts_.ids.push_back({FromUtf8(attribute.value), LineOf(attribute)});
         else if (name == "name" && element.tag == GUMBO_TAG_A)

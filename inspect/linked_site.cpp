@@ -98,6 +98,14 @@ const LinkedPage* LinkedSite::Find(std::string_view path) const
     return found == by_path_.end() ? nullptr : &pages_[found->second];
 }
 
+std::vector<std::string> LinkedSite::UsedFiles() const
+{
+    std::vector<std::string> paths;
+    for (const auto& [key, path] : used_)
+        paths.push_back(path);
+    return paths;
+}
+
 bool LinkedSite::IsUsed(std::string_view path) const
 {
     return used_.contains(UpperCase(path)) || IsMentioned(NameOf(path));
@@ -299,7 +307,7 @@ void LinkedSite::Follow(const Target& target, LinkKind kind)
 bool LinkedSite::Use(const std::string& path)
 {
     const std::string key = UpperCase(path);
-    return used_.insert(key).second && !by_path_.contains(key);
+    return used_.try_emplace(key, path).second && !by_path_.contains(key);
 }
 
 void LinkedSite::TakeFoundPage(const std::string& path)

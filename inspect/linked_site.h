@@ -64,6 +64,8 @@ class LinkedSite {
     const LinkedPage* Find(std::string_view path) const;
     /// Whether a page shows the file or leads to it, or a style sheet names it. By absolute path.
     bool IsUsed(std::string_view path) const;
+    /// All of those, as absolute drive paths in the order of their upper-cased names.
+    std::vector<std::string> UsedFiles() const;
     /// Whether script of any page names a file so.
     bool IsMentioned(std::string_view name) const;
     /// Whether there are addresses that nobody knows: a server makes them, a page could not be
@@ -107,7 +109,7 @@ class LinkedSite {
     std::deque<LinkedPage> pages_;
     std::map<std::string, std::size_t, std::less<>> by_path_; // upper-cased path to page
     std::unordered_map<std::string, Target> targets_;         // by folder, kind and address
-    std::set<std::string, std::less<>> used_;                 // upper-cased paths
+    std::map<std::string, std::string, std::less<>> used_;    // by upper-cased path
     std::set<std::string, std::less<>> mentioned_;            // upper-cased names
     std::set<std::string> waiting_;                           // upper-cased paths
     bool has_unknown_ = false;

@@ -78,7 +78,7 @@ bool IsUnknownCode(std::string_view line)
 }
 
 /// What a browser takes for other things than text.
-class Programs {
+class ProgramLines {
   public:
     /// Whether the line is of a program, a style sheet or a text that is shown as it stands.
     bool Take(std::string_view line)
@@ -140,7 +140,7 @@ MarkSlip SlipIn(std::string_view line, bool is_frame, bool is_remark)
 std::vector<MarkSlip> MarkSlips(const SiteView& site, const SourceText& source)
 {
     std::vector<MarkSlip> slips;
-    Programs programs;
+    ProgramLines programs;
     for (std::size_t index = 0; index < source.lines.size(); ++index) {
         const std::string_view line = source.lines[index];
         const LineParts parts = source.PartsOf(index);

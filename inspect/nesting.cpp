@@ -1,5 +1,6 @@
 #include "inspect/nesting.h"
 
+#include "inspect/html_tags.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -52,11 +53,6 @@ const Loose* FindLoose(std::string_view name)
 {
     const auto* const row = std::ranges::find(kLoose, name, &Loose::name);
     return row == std::end(kLoose) ? nullptr : row;
-}
-
-bool IsLetter(char c)
-{
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
 /// The elements that are open.
@@ -137,21 +133,6 @@ class OpenElements {
     bool has_others_ = false; // something else began or ended in there
 };
 
-/// What stands behind a comment that begins here.
-std::string_view BehindComment(std::string_view rest)
-{
-    if (rest.starts_with("<!-->"))
-        return rest.substr(5);
-    if (rest.starts_with("<!--->"))
-        return rest.substr(6);
-    for (std::size_t at = rest.find("--", 4); at != npos; at = rest.find("--", at + 1)) {
-        const std::string_view end = rest.substr(at + 2, 2);
-        if (end.starts_with(">") || end == "!>")
-            return rest.substr(rest.find('>', at) + 1);
-    }
-    return {};
-}
-
 /// Whether a tag ends in "/>", where the "/" is no part of a value without quotes. `tag`: what
 /// stands between its name and the tag's end.
 bool IsClosed(std::string_view tag)
@@ -160,21 +141,6 @@ bool IsClosed(std::string_view tag)
         return false;
     tag.remove_suffix(2);
     return tag.empty() || std::string_view(" \t\r\n\f\"'").find(tag.back()) != npos;
-}
-
-/// What stands behind a tag, of which `rest` is what follows its name.
-std::string_view BehindTag(std::string_view rest)
-{
-    std::size_t at = 0;
-    while (at < rest.size() && rest[at] != '>') {
-        const bool begins_value = rest[at++] == '=';
-        if (!begins_value)
-            continue;
-        at = std::min(rest.find_first_not_of(" \t\r\n\f", at), rest.size());
-        if (at < rest.size() && (rest[at] == '"' || rest[at] == '\''))
-            at = std::min(rest.find(rest[at], at + 1), rest.size() - 1) + 1;
-    }
-    return rest.substr(std::min(at + 1, rest.size()));
 }
 
 } // namespace
@@ -193,7 +159,7 @@ std::size_t NestingBound(std::string_view html, std::size_t enough)
         }
         const bool is_end = html.starts_with("</");
         html.remove_prefix(is_end ? 2 : 1);
-        if (html.empty() || !IsLetter(html[0]))
+        if (html.empty() || !IsTagLetter(html[0]))
             continue;
         const std::size_t size = std::min(html.find_first_of(" \t\r\n\f/>"), html.size());
         std::string name = UpperCase(html.substr(0, std::min<std::size_t>(size, 32)));

@@ -8,6 +8,7 @@
 #include "inspect/findings.h"
 #include "text/joined_text.h"
 #include "text/text.h"
+#include "utilities/news_marks.h"
 
 #include <algorithm>
 #include <array>
@@ -117,11 +118,21 @@ bool StandsInUnreadLine(const SiteView& site, std::string_view mark)
     return false;
 }
 
+/// Whether the news composer will put uses of the mark into the list.
+bool AwaitsNews(const SiteView& site, std::string_view mark)
+{
+    const SourceText* list = site.PageList();
+    const auto has = [&](std::string_view news_mark) {
+        return list != nullptr && Contains(list->bytes, NewsMarkLine(news_mark));
+    };
+    return (mark == "!!1" && has(kNewsLineMark)) || (mark == "!!2" && has(kNewsEntryMark));
+}
+
 /// Whether any page has, or may have, the value.
 bool IsUsed(const SiteView& site, std::string_view mark)
 {
     return site.numbers_used.contains(mark) || StandsInUnreadLine(site, mark) ||
-           (mark.starts_with("@@") && StandsInTakenLine(site, mark));
+           AwaitsNews(site, mark) || (mark.starts_with("@@") && StandsInTakenLine(site, mark));
 }
 
 /// The last definition of the same mark, which counts on every page.

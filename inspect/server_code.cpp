@@ -35,6 +35,15 @@ bool EndsWord(char c)
 
 } // namespace
 
+std::size_t ServerCodeSize(std::string_view rest)
+{
+    const std::string_view end = EndOfCode(rest);
+    if (end.empty())
+        return 0;
+    const std::size_t stop = rest.find(end, 2);
+    return stop == npos ? rest.size() : stop + end.size();
+}
+
 std::string WithoutServerCode(std::string_view page, bool& found)
 {
     found = false;
@@ -44,15 +53,14 @@ std::string WithoutServerCode(std::string_view page, bool& found)
         const std::size_t at = std::min(page.find('<'), page.size());
         text.append(page.substr(0, at));
         page.remove_prefix(at);
-        const std::string_view end = page.empty() ? std::string_view() : EndOfCode(page);
-        if (end.empty()) {
+        const std::size_t size = ServerCodeSize(page);
+        if (size == 0) {
             text.append(page.substr(0, 1));
             page.remove_prefix(std::min<std::size_t>(1, page.size()));
             continue;
         }
         found = true;
-        const std::size_t stop = page.find(end, 2);
-        const std::string_view code = page.substr(0, stop == npos ? npos : stop + end.size());
+        const std::string_view code = page.substr(0, size);
         text.append(text.empty() || EndsWord(text.back()) ? kMark : kMarkInWord);
         text.append(static_cast<std::size_t>(std::ranges::count(code, '\n')), '\n');
         page.remove_prefix(code.size());

@@ -2,10 +2,14 @@
 // "?>".
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace kiv {
+
+/// How long the server code is that begins here; 0: none does.
+std::size_t ServerCodeSize(std::string_view rest);
 
 /// The page, in UTF-8, without its server code: line ends stay, and a mark stands where code was.
 /// `found` tells whether there was any.

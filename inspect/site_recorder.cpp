@@ -57,6 +57,10 @@ bool SiteRecorder::BeginPage(const TracedPage& page)
         view_.twice.push_back({kept.from, from});
     kept = {std::string(page.name), std::string(page.path),  page.number, {}, {},
             std::string(page.id),   std::string(page.group), from,        {}};
+    kept.title = page.title;
+    kept.description = page.description;
+    kept.noindex = page.noindex;
+    kept.redirects = page.redirects;
     return true;
 }
 

@@ -132,6 +132,10 @@ struct PageText {
     std::string group = {};   // "": it has none of its own
     SourceLines from = {};    // the line that begins it
     std::set<int> as_is = {}; // its lines that a file brought which is put in as it is
+    std::string title = {};   // as "@TITLE" gives it
+    std::string description = {};
+    bool noindex = false;
+    bool redirects = false; // to another page
 
     /// Whether a line (1-based) is one in which the build expands nothing.
     bool IsAsItIs(int line) const { return as_is.contains(line); }

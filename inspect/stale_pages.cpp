@@ -7,11 +7,11 @@
 #include "text/windows1252.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <set>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
+#include <vector>
 
 namespace kiv {
 
@@ -40,47 +40,98 @@ std::set<std::string> PageFolders(const SiteView& site)
     return folders;
 }
 
-/// Lines that the template writes on every page of a section. A page with all of them was made by
-/// it. Somebody who writes a page by hand may take some over.
+/// A line of the template, and how much of it is left in all lines that it makes: the rest is what
+/// the build fills in from the page list.
+struct TemplateMark {
+    std::string_view source;
+    std::size_t before = source.size(); // its characters that begin those lines
+    std::size_t behind = source.size(); // and that end them
+    std::size_t pages = 0;              // that have such a line
+
+    bool IsWhole() const { return before == source.size(); }
+    std::string_view Start() const { return source.substr(0, before); }
+    std::string_view End() const
+    {
+        return source.substr(source.size() - std::min(behind, source.size() - before));
+    }
+    std::size_t Size() const { return Start().size() + End().size(); }
+    bool IsIn(std::string_view line) const
+    {
+        return line.size() >= Size() && line.starts_with(Start()) && line.ends_with(End());
+    }
+    /// Takes one of the lines that it makes.
+    void Narrow(std::string_view line)
+    {
+        const auto starts = std::mismatch(source.begin(), source.end(), line.begin(), line.end());
+        before = std::min(before, static_cast<std::size_t>(starts.first - source.begin()));
+        const auto ends = std::mismatch(source.rbegin(), source.rend(), line.rbegin(), line.rend());
+        behind = std::min(behind, static_cast<std::size_t>(ends.first - source.rbegin()));
+    }
+};
+
+/// What the template writes on every page of a section, whatever the page list has. A page with all
+/// of it was made by the template. Somebody who writes a page by hand may take some over.
 class TemplateMarks {
   public:
     explicit TemplateMarks(const SiteView& site)
     {
         std::size_t pages = 0;
+        std::map<int, TemplateMark> by_line;
         ForEachPage(site, [&](const LinkedPage& page) {
             ++pages;
-            Count(site, page);
+            Take(by_line, site, page);
         });
-        std::erase_if(marks_, [&](const auto& mark) { return mark.second < pages; });
+        for (const auto& [number, mark] : by_line)
+            if (mark.pages == pages && mark.Size() >= (mark.IsWhole() ? kTelling : kSome))
+                marks_.push_back(mark);
     }
 
     bool AreIn(std::string_view page) const
     {
-        std::unordered_set<std::string_view> found;
-        while (!page.empty())
-            if (const std::string_view line = TakeLine(page); marks_.contains(line))
-                found.insert(line);
-        return !found.empty() && found.size() == marks_.size();
+        std::vector<const TemplateMark*> missing;
+        bool is_telling = false;
+        for (const TemplateMark& mark : marks_) {
+            missing.push_back(&mark);
+            is_telling |= mark.Size() >= kTelling;
+        }
+        while (!page.empty() && !missing.empty())
+            std::erase_if(missing, [line = TakeLine(page)](const TemplateMark* mark) {
+                return mark->IsIn(line);
+            });
+        return is_telling && missing.empty();
     }
 
   private:
     static constexpr std::size_t kTelling = 16; // shorter lines stand on anybody's pages
+    static constexpr std::size_t kSome = 10;    // less than this is left of any two lines with tags
 
-    void Count(const SiteView& site, const LinkedPage& page)
+    /// A line with "=1=" or its kin is for some pages only, even where these are all that there
+    /// are.
+    static bool IsForSome(std::string_view source) { return source.starts_with('='); }
+
+    static void Take(std::map<int, TemplateMark>& by_line, const SiteView& site,
+                     const LinkedPage& page)
     {
-        std::unordered_set<std::string_view> lines;
+        std::set<int> seen;
         std::string_view rest = page.text->bytes;
         for (const SourceLines& origin : page.text->origins) {
             if (rest.empty())
                 break;
             const std::string_view line = TakeLine(rest);
-            if (line.size() >= kTelling && origin.source != SourceLines::kNone &&
-                site.sources[origin.source].is_template && lines.insert(line).second)
-                ++marks_[line];
+            if (origin.source == SourceLines::kNone || !site.sources[origin.source].is_template)
+                continue;
+            const std::string_view source = site.sources[origin.source].Line(origin.first);
+            if (IsForSome(source))
+                continue;
+            TemplateMark& mark =
+                by_line.try_emplace(origin.first, TemplateMark{source}).first->second;
+            mark.Narrow(line);
+            if (seen.insert(origin.first).second)
+                ++mark.pages;
         }
     }
 
-    std::unordered_map<std::string_view, std::size_t> marks_; // and on how many pages each is
+    std::vector<TemplateMark> marks_;
 };
 
 /// Pages in the folders of a section that no page list writes.

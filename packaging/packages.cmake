@@ -1,21 +1,16 @@
 # What goes into the packages, and how they are made: cpack in a build folder. A .deb on Debian; for Windows a .zip and an
 # installer, both also when built on Debian.
-if(WIN32)
-    install(FILES LICENSE DESTINATION ${KIV_DOCUMENTS})
-else()
-    # Debian's name for it.
-    install(FILES LICENSE DESTINATION ${KIV_DOCUMENTS} RENAME copyright)
-endif()
 install(DIRECTORY examples DESTINATION ${KIV_DOCUMENTS} PATTERN .gitignore EXCLUDE)
 
 set(CPACK_PACKAGE_NAME kiv)
 set(CPACK_PACKAGE_VENDOR kiv)
-set(CPACK_PACKAGE_CONTACT "the kiv authors <kiv@localhost>")
+set(CPACK_PACKAGE_CONTACT "The kiv developers <kiv@example.org>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Builds and maintains static websites from folders of plain text")
 set(CPACK_PACKAGE_DESCRIPTION
     "A page list and a page template become a section of pages, with navigation,
-cross-references, tables and quizzes. kiv has a window; kiv-cli runs the same
-commands in scripts.")
+cross-references, tables and quizzes. kiv tells why a line looks as it does and
+checks for dead links and missing pictures. It has a window; kiv-cli runs the
+same commands in scripts.")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_INSTALL_DIRECTORY kiv)
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
@@ -45,8 +40,15 @@ else()
     set(CPACK_GENERATOR DEB)
     set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
     set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+    set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
     set(CPACK_DEBIAN_PACKAGE_SECTION web)
     set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
     set(CPACK_DEBIAN_PACKAGE_RECOMMENDS xdg-utils)
+endif()
+include(packaging/libraries.cmake)
+if(EXISTS /etc/debian_version AND NOT WIN32)
+    include(packaging/debian/documents.cmake)
+else()
+    install(FILES LICENSE CHANGELOG.md DESTINATION ${KIV_DOCUMENTS})
 endif()
 include(CPack)

@@ -22,6 +22,9 @@ class Console {
     virtual bool HasLine() const = 0;
     /// Whether standard output is a terminal.
     virtual bool OutIsTerminal() const = 0;
+    /// Whether standard output may still be read by somebody: false when it is a pipe whose other
+    /// end is closed. On Windows only writing tells, so it is always true there.
+    virtual bool OutIsRead() const = 0;
 };
 
 std::unique_ptr<Console> OpenConsole();

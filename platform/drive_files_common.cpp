@@ -21,6 +21,11 @@ constexpr std::size_t kShownOfLongPath = 100;
 
 } // namespace
 
+void Drives::RefuseLook(const std::string& absolute, const PlaceState& state)
+{
+    RefuseWith("look at", absolute, state.error);
+}
+
 void DriveFiles::ChangeDirectory(std::string_view path)
 {
     std::string absolute = Absolute(path);
@@ -229,16 +234,39 @@ void DriveFiles::KeepFormerAt(std::string_view path)
     }
 }
 
+std::unique_ptr<PageDraft> DriveFiles::BeginPage(const OutputFile& file, std::string_view bytes)
+{
+    TidyFolderOf(file);
+    return MakeDraft(file, bytes, IsFormerKnown(file));
+}
+
+bool DriveFiles::PutPage(PageDraft& page)
+{
+    using Outcome = PreparedPage::Outcome;
+    const PreparedPage& prepared = page.Prepared();
+    const bool is_drafted = prepared.outcome == Outcome::drafted;
+    if (prepared.outcome == Outcome::failed || (is_drafted && !page.Put()))
+        return false;
+    if (prepared.former)
+        KeepFormer(page.File(), *prepared.former);
+    CountLost(page.File().path, prepared.lost);
+    NoteWritten(page.File(), !page.File().exists);
+    CountWritten(page.File(), page.Bytes());
+    return true;
+}
+
 void DriveFiles::CountWritten(const OutputFile& file, std::string_view bytes)
 {
     std::string place = IdentityOf(file);
     const State state = former_.IsChange(place, bytes) ? State::changed : State::as_before;
     CountClosed(file, std::move(place), state);
+    TellWritten(file, &bytes);
 }
 
 void DriveFiles::CountAppended(const OutputFile& file)
 {
     CountClosed(file, IdentityOf(file), State::unread);
+    TellWritten(file);
 }
 
 void DriveFiles::CountClosed(const OutputFile& file, std::string place, State state)
@@ -269,7 +297,7 @@ std::vector<WrittenFile> DriveFiles::WrittenFiles()
         State& state = states_.at(place);
         if (state == State::unread)
             state = StateOfContent(written_[i], place);
-        files.push_back({written_[i], place, state == State::changed});
+        files.push_back({written_[i], place, state == State::changed, former_.WasAbsent(place)});
     }
     return files;
 }

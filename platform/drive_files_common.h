@@ -4,10 +4,12 @@
 
 #include "platform/drives.h"
 #include "platform/former_files.h"
+#include "platform/page_draft.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -28,8 +30,23 @@ class DriveFiles : public Drives {
     std::vector<WrittenFile> WrittenFiles() override;
     const std::vector<std::string>& Losses() const override { return losses_; }
     void Refresh() override;
+    void TellLooksTo(LookLog* log) override { log_ = log; }
+
+    /// Commit in steps, of which the middle one, PageDraft::Prepare, is for any thread. `bytes`
+    /// outlive the draft. May throw what the first look at the folder throws.
+    std::unique_ptr<PageDraft> BeginPage(const OutputFile& file, std::string_view bytes);
+    /// Gives a prepared page its place and counts it as written. False when it has to go the
+    /// ordinary way, by Commit; nothing has changed then.
+    bool PutPage(PageDraft& page);
 
   protected:
+    /// What must be done in a folder before the first file is written there.
+    virtual void TidyFolderOf(const OutputFile& file) = 0;
+    virtual std::unique_ptr<PageDraft> MakeDraft(const OutputFile& file, std::string_view bytes,
+                                                 bool is_former_known) = 0;
+    /// A file was written, which was not there before when `is_new`.
+    virtual void NoteWritten(const OutputFile& file, bool is_new) = 0;
+
     /// Whether an absolute path is longer than the system can take.
     virtual bool IsTooLong(const std::string& absolute) const = 0;
 
@@ -55,6 +72,28 @@ class DriveFiles : public Drives {
     /// The same, but what is no place is refused: "cannot read x: no such file".
     std::string FileToUse(std::string_view path, std::string_view action) const;
 
+    // For the log of looks, if there is one; see there. What is no place is not told of.
+    void TellLook(const std::string& absolute)
+    {
+        if (log_ != nullptr && !absolute.empty()) [[unlikely]]
+            log_->Looks(absolute);
+    }
+    void TellOpening(const std::string& absolute)
+    {
+        if (log_ != nullptr) [[unlikely]]
+            log_->Opens(absolute);
+    }
+    void TellRead(std::string_view path, std::string_view bytes)
+    {
+        if (log_ != nullptr) [[unlikely]]
+            log_->HasRead(Absolute(path), bytes);
+    }
+    void TellWritten(const OutputFile& file, const std::string_view* bytes = nullptr)
+    {
+        if (log_ != nullptr) [[unlikely]]
+            log_->HasWritten(file, bytes);
+    }
+
     void SetCurrent(std::string absolute) { current_ = std::move(absolute); }
 
     /// What tells a file to be written from every other that is written.
@@ -69,8 +108,6 @@ class DriveFiles : public Drives {
     /// The same for a file that is to be added to or deleted: reads it when it must. Never throws
     /// but for lack of memory.
     void KeepFormerAt(std::string_view path);
-    /// What is as large is not read for the mere question whether it is another one.
-    static constexpr std::size_t kLargestFormer = std::size_t{1} << 26U;
 
     /// A file was closed after `bytes` were written as its whole content.
     void CountWritten(const OutputFile& file, std::string_view bytes);
@@ -115,6 +152,7 @@ class DriveFiles : public Drives {
     void CountClosed(const OutputFile& file, std::string place, State state);
     State StateOfContent(const std::string& path, const std::string& place);
 
+    LookLog* log_ = nullptr;
     std::string current_;
     std::vector<std::string> written_;
     std::vector<std::string> places_of_written_;

@@ -76,19 +76,49 @@ DriveMap DrivesFrom(const Variables& variable, const std::optional<std::string>&
     return drives;
 }
 
-std::string RecordsFolderFrom(const Variables& variable)
+namespace {
+
+/// A file or folder among the program's own records; empty where the environment names no place.
+std::string AmongRecords(const Variables& variable, const std::string& name)
 {
-    const auto below = [&](const char* name, const char* rest) {
-        const std::string folder = variable(name).value_or("");
+    const auto below = [&](const char* place, const std::string& rest) {
+        const std::string folder = variable(place).value_or("");
         // A relative one would be another folder for each directory that the user stands in.
         return FromUtf8Path(folder).is_absolute() ? folder + rest : std::string();
     };
 #ifdef _WIN32
-    return below("LOCALAPPDATA", "\\kiv\\renames");
+    return below("LOCALAPPDATA", "\\kiv\\" + name);
 #else
-    const std::string state = below("XDG_STATE_HOME", "/kiv/renames");
-    return state.empty() ? below("HOME", "/.local/state/kiv/renames") : state;
+    const std::string state = below("XDG_STATE_HOME", "/kiv/" + name);
+    return state.empty() ? below("HOME", "/.local/state/kiv/" + name) : state;
 #endif
+}
+
+} // namespace
+
+std::string RecordsFolderFrom(const Variables& variable)
+{
+    return AmongRecords(variable, "renames");
+}
+
+std::string RecentFileFrom(const Variables& variable)
+{
+    return AmongRecords(variable, "recent-folders.txt");
+}
+
+std::vector<std::string> ProgramFoldersFrom(const Variables& variable)
+{
+    std::vector<std::string> folders;
+#ifdef _WIN32
+    for (const char* const name : {"ProgramFiles", "ProgramFiles(x86)"})
+        if (const std::optional<std::string> folder = variable(name))
+            folders.push_back(*folder);
+    if (const std::optional<std::string> own = variable("LOCALAPPDATA"))
+        folders.push_back(*own + "\\Programs");
+#else
+    static_cast<void>(variable);
+#endif
+    return folders;
 }
 
 void MakeDriveC(const DriveMap& drives)

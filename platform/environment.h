@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kiv {
 
@@ -19,6 +20,14 @@ DriveMap DrivesFrom(const Variables& variable,
 
 /// The native folder in which the program keeps its own records for this user; empty: none.
 std::string RecordsFolderFrom(const Variables& variable);
+
+/// The native file that keeps the folders that were worked in last; empty when the environment
+/// names no place for it.
+std::string RecentFileFrom(const Variables& variable);
+
+/// The native folders in which Windows keeps the programs of the machine and of this user; others
+/// have none.
+std::vector<std::string> ProgramFoldersFrom(const Variables& variable);
 
 /// Makes the folder that stands for drive C: with its utilities folder when it is missing.
 void MakeDriveC(const DriveMap& drives);

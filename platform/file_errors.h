@@ -36,6 +36,9 @@ inline constexpr auto kNoPlainFile =
                                 "read or written.");
 inline constexpr auto kFolderInTheWay = FileReason(
     "a folder has this name", "Give the folder another name, or take another one for the file.");
+inline constexpr auto kLinkToNothing =
+    FileReason("a link that leads to nothing has this name",
+               "Take the link away, or make what it leads to, and start again.");
 inline constexpr auto kTargetExists =
     FileReason("target exists", "Move or rename the file that has the new name already.");
 inline constexpr auto kOtherRun =

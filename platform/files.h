@@ -6,12 +6,15 @@
 #include "platform/file_reader.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace kiv {
+
+struct RunError;
 
 /// A file that is to be written: its place was looked up and found fit. Nothing is on the disk
 /// before Commit.
@@ -23,9 +26,10 @@ struct OutputFile {
 
 /// A file that was written.
 struct WrittenFile {
-    std::string path;  // absolute drive path, spelled as the program wrote it
-    std::string place; // what tells it from other files, whatever they are called; for comparing
-    bool changed;      // it holds other bytes than before the run, or was not there
+    std::string path;    // absolute drive path, spelled as the program wrote it
+    std::string place;   // what tells it from other files, whatever they are called; for comparing
+    bool changed;        // it holds other bytes than before the run, or was not there
+    bool is_new = false; // it was not there
     bool operator==(const WrittenFile&) const = default;
 };
 
@@ -110,6 +114,25 @@ class Files : public FileReader {
     /// that holds these bytes already is left alone, time stamp and all. Either way it counts as
     /// written.
     virtual void Commit(const OutputFile& file, std::string_view bytes) = 0;
+    /// Tells a failure what was known when the file was handed over.
+    using AtFailure = std::function<void(RunError& error)>;
+    /// Commit for a run of files of which none is needed at once. Each gets its place behind those
+    /// handed over before, and all have theirs before any other call looks at the disk. So the
+    /// error of a file may come from a later call, whatever that is about, and comes from all that
+    /// follow until EndHandOvers: of the files behind it, none is written. `at_failure` is told of
+    /// it before it is thrown. Takes the bytes away; what it leaves in `bytes` is nobody's business
+    /// but for its memory, which can be used again.
+    virtual void HandOver(const OutputFile& file, std::string& bytes,
+                          [[maybe_unused]] const AtFailure& at_failure)
+    {
+        Commit(file, bytes);
+    }
+    /// Every file that was handed over has its place when this returns. Throws the error of one
+    /// that has not.
+    virtual void Settle() {}
+    /// The same at the end of the run of files, in success and in failure. From then on the error
+    /// does not come again.
+    virtual void EndHandOvers() {}
     /// Open and Commit.
     void WriteFile(std::string_view path, std::string_view bytes) { Commit(Open(path), bytes); }
     /// Adds `bytes` at the end of a file, which is made when missing: other programs may add to it,

@@ -11,6 +11,9 @@
 
 namespace kiv {
 
+/// What is as large is not read for the mere question whether it is another one.
+constexpr std::size_t kLargestFormer = std::size_t{1} << 26U;
+
 /// Tells a content from others, as long as the program runs.
 struct ContentMark {
     explicit ContentMark(std::string_view content)
@@ -35,6 +38,8 @@ class FormerFile {
         former.mark_ = ContentMark(content);
         return former;
     }
+
+    bool WasAbsent() const { return kind_ == Kind::absent; }
 
     bool Held(std::string_view content) const
     {
@@ -64,6 +69,12 @@ class FormerFiles {
     {
         const auto found = files_.find(place);
         return found != files_.end() && !found->second.Held(content);
+    }
+    /// Whether nothing was at the place before the run.
+    bool WasAbsent(const std::string& place) const
+    {
+        const auto found = files_.find(place);
+        return found != files_.end() && found->second.WasAbsent();
     }
     void Forget() { files_.clear(); }
 

@@ -5,6 +5,7 @@
 #include "platform/drives.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kiv {
@@ -15,9 +16,16 @@ struct Launch {
     std::string file = {};    // drive path, blanks and all, without quotes; empty: none
     std::string options = {}; // what stands behind the file's name, beginning with a blank
     bool minimised = false;
+    /// The line to be shown, 1-based, by an editor: then the marks of file_marks.h are filled in,
+    /// and the file stands at the end only when `command` has no mark for it. 0: there are none.
+    int line = 0;
 
+    /// Whether `command` has marks that are to be filled in.
+    bool HasMarks() const;
+    /// Whether the file stands in a word of `command`.
+    bool HasFileMark() const;
     /// The whole line, as reports show it.
-    std::string Text() const { return command + file + options; }
+    std::string Text() const;
 };
 
 class Programs {
@@ -29,15 +37,29 @@ class Programs {
 
     /// Starts a program in this program's current directory and does not wait for it. The program
     /// gets the words of `command`, the native path of `file` as one argument, whatever is in it,
-    /// and the words of `options`. Throws RunError of kind `file` when there is no such program.
+    /// and the words of `options`. A mark is filled in when the words are cut. Throws RunError of
+    /// kind `file` when there is no such program.
     virtual void Start(const Launch& launch) = 0;
+    /// Starts a program so and waits for its end. It reads `input` and nothing else; what it says
+    /// goes to this program's standard error. Returns its exit code, which is 0 when all went well;
+    /// of one that a signal ended it is 128 and the signal's number. Throws as Start does.
+    virtual int Run(const Launch& launch, std::string_view input) = 0;
+    /// Whether Start would find the program of a command line.
+    virtual bool Finds(std::string_view command) = 0;
 };
 
-/// Keeps a list of the command lines and hands them on to `next`, when there is one.
+/// What shows an address, "http://127.0.0.1:8098/", in the user's browser.
+Launch BrowserLaunch(const std::string& address);
+
+/// Keeps a list of the command lines and hands them on to `next`, when there is one. Without it no
+/// program is found.
 class ProgramList : public Programs {
   public:
     explicit ProgramList(Programs* next = nullptr) : next_(next) {}
     void Start(const Launch& launch) override;
+    /// Without `next` the program is taken to have gone well.
+    int Run(const Launch& launch, std::string_view input) override;
+    bool Finds(std::string_view command) override;
     const std::vector<std::string>& Launched() const { return launched_; }
 
   private:
@@ -50,6 +72,8 @@ class SystemPrograms : public Programs {
   public:
     explicit SystemPrograms(Drives& drives) : drives_(drives) {}
     void Start(const Launch& launch) override;
+    int Run(const Launch& launch, std::string_view input) override;
+    bool Finds(std::string_view command) override;
 
   private:
     Drives& drives_;

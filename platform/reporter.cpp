@@ -1,5 +1,7 @@
 #include "platform/reporter.h"
 
+#include "platform/stop_request.h"
+
 #include <utility>
 
 namespace kiv {
@@ -13,6 +15,13 @@ void Reporter::reportmsg(std::string_view text, const Place& where, std::string_
 void Reporter::Withhold(std::string_view text, const Place& where, std::string_view hint)
 {
     Keep({std::string(text), where, false, std::string(hint)});
+}
+
+void Reporter::Step(int done, int all)
+{
+    ShowStep(done, all);
+    if (stop_ != nullptr && stop_->IsAsked())
+        throw Stopped();
 }
 
 void Reporter::Keep(Warning warning)

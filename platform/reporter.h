@@ -10,6 +10,8 @@
 
 namespace kiv {
 
+class StopRequest;
+
 /// One warning of a run.
 struct Warning {
     std::string text;
@@ -39,10 +41,15 @@ class Reporter {
     virtual void Status(std::string_view /*text*/) {}
     /// The second status text, which names the pass: "ASP", "HTM" or empty.
     virtual void PassStatus(std::string_view /*text*/) {}
-    /// Step `done` of `all` is behind us.
-    virtual void Step(int /*done*/, int /*all*/) {}
+    /// Step `done` of `all` is behind us: a file is finished, and the next one not begun. Throws
+    /// Stopped when that was asked for.
+    void Step(int done, int all);
+    /// From now on commands end between two files when `stop` is asked to; null: they do not. It
+    /// outlives that.
+    void StopWhen(const StopRequest* stop) { stop_ = stop; }
 
   protected:
+    virtual void ShowStep(int /*done*/, int /*all*/) {}
     /// Shows a message, which is the last of the warnings by then.
     virtual void Show(std::string_view text) = 0;
     /// Takes each warning when it comes, for a face that tells also those that are not shown.
@@ -52,6 +59,7 @@ class Reporter {
     void Keep(Warning warning);
 
     std::vector<Warning> warnings_;
+    const StopRequest* stop_ = nullptr;
 };
 
 } // namespace kiv

@@ -18,6 +18,7 @@ inline constexpr std::string_view kCheckFile = "_check.txt"; // findings that ar
 
 // In a folder of pictures.
 inline constexpr std::string_view kAltFile = "_alt.txt";
+inline constexpr std::string_view kOldAltFile = "_alt.old.txt"; // lines that went out of it
 inline constexpr std::string_view kPictureListFile = "_piclist.txt";
 inline constexpr std::string_view kBangListFile = "_banglist.txt";
 inline constexpr std::string_view kBangTableFile2 = "_banglist2.txt"; // two pictures a row
@@ -54,7 +55,7 @@ inline constexpr std::string_view kSiteFiles[] = {
     kBangListFile,      kBangTableFile2, kBangTableFile3,    kBangTableFile4, kPicturePagesFile,
     kSettingsFile,      kEditorFile,     kJumpListFile,      kUploadListFile, kAddressFile,
     kNewsSettingsFile,  kQuizScriptFile, kUploadBatchFile,   kScratchFile,    kRenameJournalFile,
-    kCheckFile,
+    kCheckFile,         kOldAltFile,
 };
 
 } // namespace kiv

@@ -5,7 +5,7 @@ import subprocess
 import sys
 import time
 
-from driver import Kiv, put_programs, wait, walk
+from driver import Kiv, is_shown, put_programs, wait, walk
 
 
 def take(title, file):
@@ -24,7 +24,7 @@ def key(*keys):
 
 def field(window, name):
     return wait(f"field {name!r}", lambda: next(
-        (n for n in walk(window) if n.get_role_name() == "text" and n.get_name() == name), None))
+        (n for n in walk(window) if n.get_role_name() == "text" and n.get_name() == name and is_shown(n)), None))
 
 
 def fill(window, texts):
@@ -52,6 +52,10 @@ def main():
     os.makedirs(drive + "/temp")
     put_programs(drive)
     picture = lambda name: f"{folder}/{name}.png"
+    kiv = Kiv(program, drive)
+    take("kiv", picture("first"))
+    key("ctrl+q")
+    kiv.process.wait(timeout=20)
     kiv = Kiv(program, drive, drive + "/site")
     kiv.press_button(kiv.main, "group")
     time.sleep(1)
@@ -59,14 +63,21 @@ def main():
     kiv.press_button(kiv.main, "do one")
     time.sleep(1)
     kiv.settle()
+    key("ctrl+1")
     take("kiv", picture("main"))
+    take_panes(kiv, picture)
 
     window = side(kiv, "Choose directory")
     take(window.get_name(), picture("directory"))
     close(kiv)
     window = side(kiv, "Rename files")
-    fill(window, {"Find": "lifeboat", "Replace with": "crew"})
+    fill(window, {"Find": "guestbook", "Replace with": "visitors"})
     take(window.get_name(), picture("rename"))
+    close(kiv)
+    for name in ("Boat Race (2).JPG", "Tide & Wind.txt"):
+        open(f"{drive}/site/{name}", "w").close()
+    window = side(kiv, "Fix names")
+    take(window.get_name(), picture("look"))
     close(kiv)
     window = side(kiv, "Calculate dimensions")
     fill(window, {"Starting width": "1280", "Starting height": "960", "New width": "400"})
@@ -88,12 +99,6 @@ def main():
     take(window.get_name(), picture("news"))
     close(kiv)
 
-    window = side(kiv, "Why does a line look so?")
-    fill(window, {"Search": "canonical"})
-    key("Tab", "Tab", "Tab", "Down")
-    take(window.get_name(), picture("why"))
-    close(kiv)
-
     key("alt+u")
     subprocess.run(["import", "-window", "root", "-trim", "+repage", "-strip", picture("menu")], check=True)
     key("Escape", "Escape")
@@ -103,9 +108,26 @@ def main():
     wait("a message box", kiv.box)
     take("kiv", picture("box"))
     kiv.settle()
+    key("ctrl+f", "Return", "Down")
     take("kiv", picture("messages"))
     kiv.press_button(kiv.main, "Exit")
     kiv.process.wait(timeout=20)
+
+
+def take_panes(kiv, picture):
+    """A page is chosen, then the line of it that holds a text."""
+    key("ctrl+f")
+    fill(kiv.main, {"Filter": "tour"})
+    key("Return")
+    take("kiv", picture("pages"))
+    key("F8", "ctrl+f")
+    fill(kiv.main, {"Search": "canonical"})
+    key("Return", "Down")
+    take("kiv", picture("why"))
+    key("ctrl+f")
+    fill(kiv.main, {"Search": ""})
+    key("ctrl+1")
+    fill(kiv.main, {"Filter": ""})
 
 
 def fill_news(window):

@@ -11,6 +11,7 @@
 #include <exception>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kiv {
@@ -43,6 +44,33 @@ void SetNewYear(Workspace& workspace, bool on)
     workspace.showdir();
 }
 
+/// Notes what the build of a section writes and says, however it ends.
+class SectionRecord {
+  public:
+    explicit SectionRecord(Workspace& workspace)
+        : workspace_(workspace), files_(workspace.machine().files)
+    {
+        built_.folder = WithSeparator(AbsolutePath(".", files_.CurrentDirectory()));
+        built_.written.from = files_.Written().size();
+        built_.warnings.from = workspace.machine().reporter.Warnings().size();
+    }
+    SectionRecord(const SectionRecord&) = delete;
+    SectionRecord& operator=(const SectionRecord&) = delete;
+    ~SectionRecord()
+    {
+        built_.written.to = files_.Written().size();
+        built_.warnings.to = workspace_.machine().reporter.Warnings().size();
+        if (workspace_.Built)
+            workspace_.Built->push_back(std::move(built_));
+    }
+    void IsWhole() { built_.is_whole = true; }
+
+  private:
+    Workspace& workspace_;
+    Files& files_;
+    BuiltSection built_;
+};
+
 void BuildCurrent(Workspace& workspace, const Addresses& addresses)
 {
     const BuildOptions options{.EoyEnabled = workspace.EoyEnabled,
@@ -50,7 +78,9 @@ void BuildCurrent(Workspace& workspace, const Addresses& addresses)
                                .UploadCommand = workspace.UploadCommand,
                                .addresses = addresses,
                                .program_start = workspace.ProgramStart()};
+    SectionRecord record(workspace);
     BuildSite(workspace.machine(), options, workspace.memory.blocks, workspace.Roots);
+    record.IsWhole();
 }
 
 void groupbuild(Workspace& workspace, const AroundMember& around)
@@ -81,10 +111,12 @@ void groupbuild(Workspace& workspace, const AroundMember& around)
 
 void BuildWorkDir(Workspace& workspace)
 {
+    workspace.Built.emplace();
     BuildCurrent(workspace, LoadAddresses(workspace.machine().files));
 }
 
-void BuildUnwritten(Workspace& workspace, UnwrittenFiles& files, Reporter& reporter, Trace& trace)
+void BuildUnwritten(Workspace& workspace, UnwrittenFiles& files, Reporter& reporter, Trace& trace,
+                    OutputRoots& roots)
 {
     Machine& real = workspace.machine();
     Machine machine{files,         real.native_paths, real.clock,   real.clipboard,
@@ -95,8 +127,13 @@ void BuildUnwritten(Workspace& workspace, UnwrittenFiles& files, Reporter& repor
                                .program_start = workspace.ProgramStart(),
                                .trace = &trace};
     BlockMemory blocks = workspace.memory.blocks;
-    OutputRoots roots;
     BuildSite(machine, options, blocks, roots);
+}
+
+void BuildUnwritten(Workspace& workspace, UnwrittenFiles& files, Reporter& reporter, Trace& trace)
+{
+    OutputRoots roots;
+    BuildUnwritten(workspace, files, reporter, trace, roots);
 }
 
 void BuildGroup(Workspace& workspace)
@@ -106,6 +143,7 @@ void BuildGroup(Workspace& workspace)
 
 void BuildGroup(Workspace& workspace, const AroundMember& around)
 {
+    workspace.Built.emplace();
     SetNewYear(workspace, true);
     DoAndRestore([&] { groupbuild(workspace, around); }, [&] { SetNewYear(workspace, false); });
 }

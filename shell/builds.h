@@ -10,6 +10,7 @@ class Reporter;
 class Trace;
 class UnwrittenFiles;
 class Workspace;
+struct OutputRoots;
 
 /// Builds the working directory.
 void BuildWorkDir(Workspace& workspace);
@@ -18,6 +19,10 @@ void BuildWorkDir(Workspace& workspace);
 /// told what the build has to say. Nothing is recorded for the upload, and the workspace remembers
 /// nothing of it. Throws RunError as a build does.
 void BuildUnwritten(Workspace& workspace, UnwrittenFiles& files, Reporter& reporter, Trace& trace);
+
+/// The same; `roots` becomes what the page list declares.
+void BuildUnwritten(Workspace& workspace, UnwrittenFiles& files, Reporter& reporter, Trace& trace,
+                    OutputRoots& roots);
 
 /// Builds the working directory and every folder of its group list, with the New Year switch on; it
 /// is off afterwards. Throws RunError of kind `subscript` past 500 entries, `file` for a folder

@@ -3,7 +3,10 @@
 #include "platform/site_files.h"
 #include "shell/builds.h"
 #include "shell/groups.h"
+#include "shell/manual.h"
 #include "shell/outside_programs.h"
+#include "shell/recent_folders.h"
+#include "shell/rename_looks.h"
 #include "shell/renames.h"
 #include "shell/site_check.h"
 #include "shell/utilities.h"
@@ -48,6 +51,47 @@ bool HasUploadEntry(const W& w)
     return w.UploadListWanted;
 }
 
+bool HasSinglePage(const W& w)
+{
+    return w.HasSinglePage();
+}
+bool HasRecent(const W& w)
+{
+    return !w.Recent.empty();
+}
+std::vector<std::string> RecentLabels(const W& w)
+{
+    return w.Recent;
+}
+std::vector<std::string> JumpLabels(const W& w)
+{
+    std::vector<std::string> labels;
+    for (const JumpEntry& entry : w.Jumps)
+        labels.push_back(entry.label);
+    return labels;
+}
+
+// These have to say how it ended, which the work itself keeps to itself.
+
+void SwitchNewYear(W& w)
+{
+    ToggleNewYear(w);
+    w.machine().reporter.Status(w.EoyEnabled ? "New Year switch on" : "New Year switch off");
+}
+void SwitchBuildsOnSave(W& w)
+{
+    w.BuildsOnSave = !w.BuildsOnSave;
+    w.machine().reporter.Status(w.BuildsOnSave ? "Build on save on" : "Build on save off");
+}
+void AssembleSiteMap(W& w)
+{
+    const bool is_group = w.machine().files.FileExists(kGroupFile);
+    sitemapmaster(w);
+    w.machine().reporter.Status(is_group ? "Site map assembled" : "No group list here");
+}
+
+constexpr std::string_view kNoGroup = "There is no group list (_group.txt) here";
+
 constexpr Command Separator(std::string_view object_name, Menu menu)
 {
     Command separator;
@@ -60,29 +104,34 @@ constexpr Command Separator(std::string_view object_name, Menu menu)
 constexpr std::array kCommands = std::to_array<Command>({
     {.name = "build", .object_name = "Command1", .caption = "Do it!",
      .tip = "Build the pages of the current directory",
-     .run = BuildWorkDir, .disables_buttons = true, .is_visible = OutsideGroup},
+     .run = BuildWorkDir, .disables_buttons = true, .builds = true, .is_visible = OutsideGroup},
     {.name = "build-one", .object_name = "Command10", .caption = "do one",
      .tip = "Build the pages of the current directory alone",
-     .run = BuildWorkDir, .disables_buttons = true, .is_visible = InGroup},
+     .run = BuildWorkDir, .disables_buttons = true, .builds = true, .is_visible = InGroup},
     {.name = "group", .object_name = "Command11", .caption = "group",
      .tip = "Build the current directory and every directory of its "
             "_group.txt, with the New Year switch on",
-     .run = BuildGroup, .disables_buttons = true, .is_visible = InGroup},
+     .run = BuildGroup, .disables_buttons = true, .builds = true, .is_visible = InGroup},
     {.name = "edit-template", .object_name = "Command2", .caption = "template",
      .tip = "Open _template.txt in the editor",
-     .run = [](W& w) { Edit(w, kTemplateFile); }},
+     .run = [](W& w) { Edit(w, kTemplateFile); },
+     .done = "_template.txt opened in the editor"},
     {.name = "edit-content", .object_name = "Command5", .caption = "content",
      .tip = "Open _html.txt in the editor",
-     .run = [](W& w) { Edit(w, kPageListFile); }},
+     .run = [](W& w) { Edit(w, kPageListFile); },
+     .done = "_html.txt opened in the editor"},
     {.name = "explore", .object_name = "Command6", .caption = "Dir window",
      .tip = "Show the current directory in the file manager",
-     .run = ExploreWorkDir, .is_visible = HasNoOutputRoots},
+     .run = ExploreWorkDir, .is_visible = HasNoOutputRoots,
+     .done = "Folder opened in the file manager"},
     {.name = "explore-1", .object_name = "Command8", .caption = "Dir 1",
      .tip = "Show the first output directory of the page list in the file manager",
-     .run = ExploreFirstRoot, .is_visible = HasOutputRoots},
+     .run = ExploreFirstRoot, .is_visible = HasOutputRoots,
+     .done = "Folder opened in the file manager"},
     {.name = "explore-2", .object_name = "Command9", .caption = "Dir 2",
      .tip = "Show the last output directory of the page list in the file manager",
-     .run = ExploreLastRoot, .is_visible = HasOutputRoots},
+     .run = ExploreLastRoot, .is_visible = HasOutputRoots,
+     .done = "Folder opened in the file manager"},
     {.name = "store-directory", .object_name = "Command7", .caption = "Store dir",
      .tip = "Start in the current directory from now on",
      .run = [](W& w) { w.StoreDirectory(); }},
@@ -94,39 +143,48 @@ constexpr std::array kCommands = std::to_array<Command>({
      .run = [](W& w) { w.SaveDirectory(); }, .opens = Opens::end},
     {.name = "upload", .object_name = "Command12", .caption = "Upload",
      .tip = "Upload what the batch file lists",
-     .run = RunUploadBatch, .is_visible = HasUploadEntry},
+     .run = RunUploadBatch, .is_visible = HasUploadEntry,
+     .done = "Upload started"},
 
     {.name = "lanthorn", .object_name = "mnu_zu", .caption = "Lanthorn",
      .tip = "Start Lanthorn",
-     .menu = Menu::file, .run = RunLanthorn},
+     .menu = Menu::file, .run = RunLanthorn,
+     .done = "Lanthorn started"},
     {.name = "lower-case", .object_name = "mnu_lc", .caption = "l/c dir",
      .tip = "Lower-case the name of every file in the current directory",
-     .menu = Menu::file, .run = LowerCaseNames},
+     .menu = Menu::file, .run = LowerCaseNames,
+     .done = "Lower-casing of the file names started"},
     {.name = "rename", .object_name = "mnu_rename", .caption = "Rename files",
      .tip = "Replace a text in the names of all files",
      .menu = Menu::file, .opens = Opens::renamer},
     {.name = "fix-names", .object_name = "mnu_dirfix", .caption = "Fix names",
      .tip = "Make the name of every file in the current directory safe for the web",
-     .menu = Menu::file, .run = [](W& w) { dodirfix(w); }},
+     .menu = Menu::file, .run = [](W& w) { dodirfix(w); },
+     .looks_at = Renamer::web_safe},
     {.name = "thumb-names", .object_name = "mnu_addt", .caption = "add \"_t.gif\"",
      .tip = "Put \"_t\" before the extension of every GIF and JPEG picture",
-     .menu = Menu::file, .run = [](W& w) { dodirt(w); }},
+     .menu = Menu::file, .run = [](W& w) { dodirt(w); },
+     .looks_at = Renamer::thumbnails},
     {.name = "dimensions", .object_name = "mnu_resizer", .caption = "Calculate dimensions",
      .tip = "Calculate the new height or width of a picture",
      .menu = Menu::file, .opens = Opens::dimensions},
     {.name = "edit-contents", .object_name = "openhtmls", .caption = "Open all html.txt",
      .tip = "Open the _html.txt of every directory of the group in the editor",
-     .menu = Menu::file, .run = [](W& w) { groupedit(w, kPageListFile); }, .is_available = InGroup},
+     .menu = Menu::file, .run = [](W& w) { groupedit(w, kPageListFile); }, .is_available = InGroup,
+     .done = "Page lists of the group opened in the editor", .unavailable = kNoGroup},
     {.name = "edit-templates", .object_name = "mnu_alltemplates", .caption = "Open all templates",
      .tip = "Open the _template.txt of every directory of the group in the editor",
-     .menu = Menu::file, .run = [](W& w) { groupedit(w, kTemplateFile); }, .is_available = InGroup},
+     .menu = Menu::file, .run = [](W& w) { groupedit(w, kTemplateFile); }, .is_available = InGroup,
+     .done = "Templates of the group opened in the editor", .unavailable = kNoGroup},
     Separator("mnu_ptop2", Menu::file),
     {.name = "edit-upload-list", .object_name = "mnu_editftplist", .caption = "Edit FTP list",
      .tip = "Open the upload list in the editor",
-     .menu = Menu::file, .run = EditUploadList},
+     .menu = Menu::file, .run = EditUploadList,
+     .done = "Upload list opened in the editor"},
     {.name = "edit-upload-batch", .object_name = "mnu_editftpbat", .caption = "Edit FTP bat file",
      .tip = "Open the upload batch file in the editor",
-     .menu = Menu::file, .run = EditUploadBatch},
+     .menu = Menu::file, .run = EditUploadBatch,
+     .done = "Upload batch opened in the editor"},
     Separator("mnu_dash", Menu::file),
     {.name = "quit", .object_name = "menu_file_quit", .caption = "Quit",
      .tip = "End the program; the directory to start in stays as it is",
@@ -135,14 +193,17 @@ constexpr std::array kCommands = std::to_array<Command>({
     {.name = "jump", .object_name = "mnu_jumpto", .caption = "jumpitem",
      .tip = "Make this directory the current one",
      .menu = Menu::jump, .entries = kJumpEntries,
-     .run_entry = [](W& w, std::size_t index) { w.JumpTo(index); }},
+     .run_entry = [](W& w, std::size_t index) { w.JumpTo(index); }, .labels = JumpLabels,
+     .done = "Current directory changed"},
     Separator("mnu_rule", Menu::jump),
     {.name = "edit-jumps", .object_name = "mnu_editjump", .caption = "Edit Jump to list",
      .tip = "Open the list of this menu in the editor",
-     .menu = Menu::jump, .run = EditJumpList},
+     .menu = Menu::jump, .run = EditJumpList,
+     .done = "Jump to list opened in the editor"},
     {.name = "reload-jumps", .object_name = "mnu_reloadjumpto", .caption = "Reload Jump to list",
      .tip = "Read the list of this menu again",
-     .menu = Menu::jump, .run = [](W& w) { w.ReloadJumps(); }},
+     .menu = Menu::jump, .run = [](W& w) { w.ReloadJumps(); },
+     .done = "Jump to list read again"},
 
     {.name = "convert", .object_name = "mnu_fixemail", .caption = "Convert to HTML",
      .tip = "Turn the text in the clipboard into HTML",
@@ -164,7 +225,8 @@ constexpr std::array kCommands = std::to_array<Command>({
      .menu = Menu::utils, .opens = Opens::conversion, .mode = "js"},
     {.name = "close-paragraphs", .object_name = "mnu_ptop", .caption = "<p>...</p>",
      .tip = "End each line of the text in the clipboard that ends in <p> with </p>",
-     .menu = Menu::utils, .run = CloseParagraphs},
+     .menu = Menu::utils, .run = CloseParagraphs,
+     .done = "Paragraphs in the clipboard closed"},
     {.name = "convert-tabs", .object_name = "mnu_tabpipe", .caption = "Tab to Pipe",
      .tip = "Turn the table in the clipboard into rows with bars between the cells",
      .menu = Menu::utils, .opens = Opens::conversion, .mode = "tabtopipe"},
@@ -176,13 +238,15 @@ constexpr std::array kCommands = std::to_array<Command>({
      .menu = Menu::utils, .run = [](W& w) { SizePictures(w, "images"); }},
     {.name = "new-year", .object_name = "mnu_NewYear", .caption = "Toggle New Year",
      .tip = "Include the lines between @@EOY marks in builds, or leave them out again",
-     .menu = Menu::utils, .run = ToggleNewYear},
+     .menu = Menu::utils, .run = SwitchNewYear},
     {.name = "sitemap", .object_name = "mnu_sitemap", .caption = "Assemble Site Map",
      .tip = "Merge the site maps of the group into one file and open it in the editor",
-     .menu = Menu::utils, .run = sitemapmaster},
+     .menu = Menu::utils, .run = AssembleSiteMap, .is_available = InGroup,
+     .unavailable = kNoGroup},
     {.name = "single-page", .object_name = "mnu_singlehtml", .caption = "Create single html",
      .tip = "Build all pages into _singlehtml.txt when that file exists",
-     .menu = Menu::utils, .run = BuildWorkDir, .disables_buttons = true},
+     .menu = Menu::utils, .run = BuildWorkDir, .disables_buttons = true, .builds = true,
+     .is_available = HasSinglePage, .unavailable = "There is no _singlehtml.txt here to build into"},
     {.name = "news", .object_name = "mnu_newnews", .caption = "New News",
      .tip = "Compose a news item",
      .menu = Menu::utils, .opens = Opens::news},
@@ -210,6 +274,38 @@ constexpr std::array kCommands = std::to_array<Command>({
     {.name = "why", .object_name = "mnu_why", .caption = "Why does a line look so?",
      .tip = "Show where each line of a page comes from and what made it so",
      .menu = Menu::site, .opens = Opens::stories},
+    {.name = "preview", .object_name = "mnu_preview", .caption = "Preview",
+     .tip = "Build the current directory and show it in the browser; pages reload when they change",
+     .menu = Menu::site, .opens = Opens::preview},
+    {.name = "show-page", .object_name = "mnu_showpage", .caption = "Show page in browser",
+     .tip = "Open the page that is chosen below the buttons, as it lies on the disk",
+     .menu = Menu::site, .opens = Opens::page},
+    {.name = "build-on-save", .object_name = "mnu_buildsave", .caption = "Build on save",
+     .tip = "Build again whenever a source is saved, as long as this is on",
+     .menu = Menu::site, .run = SwitchBuildsOnSave,
+     .is_on = [](const W& w) { return w.BuildsOnSave; }},
+    {.name = "undo-renames", .object_name = "mnu_undorenames", .caption = "Undo renames",
+     .tip = "Take back the last renaming in the current directory; it is shown before",
+     .menu = Menu::site, .run = UndoAndTell,
+     .looks_at = Renamer::undo},
+    {.name = "recent", .object_name = "mnu_recent", .caption = "Recent folders",
+     .tip = "Make a directory that was worked in before the current one again",
+     .menu = Menu::site, .is_available = HasRecent, .entries = kRecentFolders,
+     .run_entry = GoToRecent, .labels = RecentLabels, .has_menu = true,
+     .done = "Current directory changed", .unavailable = "No directory was worked in before"},
+    {.name = "read-again", .object_name = "mnu_readagain", .caption = "Read again",
+     .tip = "Read the list of pages and the lines of the page shown again",
+     .menu = Menu::site, .opens = Opens::lists},
+    {.name = "begin-site", .object_name = "mnu_beginsite", .caption = "Begin a site",
+     .tip = "Make three pages, a template and a style sheet in a folder that you choose",
+     .menu = Menu::site, .opens = Opens::new_site},
+    {.name = "choose-editor", .object_name = "mnu_editor", .caption = "Choose an editor",
+     .tip = "Choose the program that opens templates, page lists and other text files",
+     .menu = Menu::site, .opens = Opens::editors},
+    {.name = "manual", .object_name = "mnu_manual", .caption = "Manual",
+     .tip = "Open the manual in the browser",
+     .menu = Menu::site, .run = OpenManual,
+     .done = "Manual opened in the browser"},
 });
 // clang-format on
 
@@ -237,7 +333,7 @@ const Command* FindCommand(std::string_view name)
 bool IsVisible(const Command& command, const Workspace& workspace, std::size_t index)
 {
     if (command.entries > 1)
-        return index < workspace.Jumps.size();
+        return index < command.labels(workspace).size();
     return command.is_visible == nullptr || command.is_visible(workspace);
 }
 
@@ -246,10 +342,16 @@ bool IsAvailable(const Command& command, const Workspace& workspace)
     return command.is_available == nullptr || command.is_available(workspace);
 }
 
-std::string_view CaptionOf(const Command& command, const Workspace& workspace, std::size_t index)
+std::string_view TipOf(const Command& command, const Workspace& workspace)
 {
-    const bool labelled = command.entries > 1 && index < workspace.Jumps.size();
-    return labelled ? std::string_view(workspace.Jumps[index].label) : command.caption;
+    return IsAvailable(command, workspace) ? command.tip : command.unavailable;
+}
+
+std::string CaptionOf(const Command& command, const Workspace& workspace, std::size_t index)
+{
+    if (command.entries > 1 && IsVisible(command, workspace, index))
+        return command.labels(workspace)[index];
+    return std::string(command.caption);
 }
 
 void RunCommand(Workspace& workspace, const Command& command, std::size_t index)

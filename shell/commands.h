@@ -1,9 +1,14 @@
 // Every command of the window as one table, from which its buttons and menus are made.
 #pragma once
 
+#include "shell/rename_looks.h"
+
 #include <cstddef>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace kiv {
 
@@ -20,7 +25,8 @@ struct MenuTitle {
 };
 std::span<const MenuTitle> MenuTitles();
 
-/// A window that a command opens after it has run, or the end of the program.
+/// A window that a command opens after it has run, what else it has the window do, or the end of
+/// the program.
 enum class Opens {
     nothing,
     directories,
@@ -30,6 +36,11 @@ enum class Opens {
     news,
     help,
     stories,
+    editors,
+    preview,
+    page,
+    lists,
+    new_site,
     end
 };
 
@@ -44,13 +55,27 @@ struct Command {
     Opens opens = Opens::nothing;
     std::string_view mode = {}; // of the conversion window that it opens
     bool disables_buttons = false;
+    bool builds = false; // it makes pages of the sources
     /// Whether it is shown, and whether it can be chosen; null: always.
     bool (*is_visible)(const Workspace& workspace) = nullptr;
     bool (*is_available)(const Workspace& workspace) = nullptr;
+    /// Whether the switch that it is stands on; null: it is none.
+    bool (*is_on)(const Workspace& workspace) = nullptr;
     /// For an array of menu entries: how many there are, and what the one of an index, from 0,
-    /// does. An entry is shown as long as the jump list has one for it, and has its label.
+    /// does. An entry is shown as long as its list has one for it, and has its label.
     std::size_t entries = 1;
     void (*run_entry)(Workspace& workspace, std::size_t index) = nullptr;
+    /// The labels of the entries that are shown; null: it is no array.
+    std::vector<std::string> (*labels)(const Workspace& workspace) = nullptr;
+    /// The entries stand in a menu of their own, which has the caption.
+    bool has_menu = false;
+    /// What the status line says when the command has gone well and has told nothing itself; "": it
+    /// keeps what stands there.
+    std::string_view done = {};
+    /// Why it cannot be chosen when it cannot, for its tooltip.
+    std::string_view unavailable = {};
+    /// The renames that are to be looked at before the command runs.
+    std::optional<Renamer> looks_at = {};
 
     bool IsSeparator() const { return name.empty(); }
     /// Whether it does anything before, or without, opening a window.
@@ -65,9 +90,10 @@ const Command* FindCommand(std::string_view name);
 
 bool IsVisible(const Command& command, const Workspace& workspace, std::size_t index = 0);
 bool IsAvailable(const Command& command, const Workspace& workspace);
-/// The caption as it is now: jump entries have their label.
-std::string_view CaptionOf(const Command& command, const Workspace& workspace,
-                           std::size_t index = 0);
+/// The sentence for its tooltip as it is now.
+std::string_view TipOf(const Command& command, const Workspace& workspace);
+/// The caption as it is now: entries of a list have their label.
+std::string CaptionOf(const Command& command, const Workspace& workspace, std::size_t index = 0);
 
 /// Runs a command; one that only opens a window does nothing here. What it opens is the face's to
 /// open when it has gone well. Throws RunError.

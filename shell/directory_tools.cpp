@@ -250,8 +250,12 @@ RenamePlan PlanRenames(Machine& machine, const RenamePasses& passes, const Unfin
         for (const RenamePass& pass : passes) {
             const FolderListing listing = folder.List(pass.pattern);
             WarnOfLeftOut(machine.reporter, listing.left_out);
-            for (const FileName& name : listing.files)
-                folder.Apply(name.exact, pass.new_name(name), plan.renames);
+            for (const FileName& name : listing.files) {
+                const std::string new_name = pass.new_name(name);
+                plan.stops = Rename{name.exact, ExactNewName(new_name, name.exact)};
+                folder.Apply(name.exact, new_name, plan.renames);
+                plan.stops.reset();
+            }
         }
     } catch (const RunError& fault) {
         plan.fault = fault;

@@ -38,8 +38,9 @@ RenamePasses ReplacementPasses(const std::string& find, const std::string& repla
 
 /// What a run of a renamer comes to.
 struct RenamePlan {
-    Renames renames;               // in the order in which they are done
-    std::optional<RunError> fault; // of kind `file`: what ends the run behind the last of them
+    Renames renames;                  // in the order in which they are done
+    std::optional<RunError> fault;    // of kind `file`: what ends the run behind the last of them
+    std::optional<Rename> stops = {}; // the rename that is at fault, if it is one
 };
 
 /// Finds out which files of the current directory get which name, and renames nothing. What is left

@@ -39,8 +39,16 @@ FolderView ViewFolder(const Machine& machine, std::string_view folder)
     view.above = WayTo(view.folder);
     for (const std::string& name : files.ListFolders(view.folder))
         view.inside.push_back({name, WithSeparator(view.folder) + name});
-    view.files = files.ListFiles(view.folder, "*.*");
     return view;
+}
+
+std::vector<std::string> FilesOf(const Machine& machine, std::string_view folder)
+{
+    try {
+        return machine.files.ListFiles(folder, "*.*");
+    } catch (const RunError&) {
+        return {};
+    }
 }
 
 } // namespace kiv

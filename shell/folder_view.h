@@ -20,10 +20,12 @@ struct FolderView {
     std::string drives;             // the drive letters there are
     std::vector<FolderEntry> above; // from the root to the folder itself
     std::vector<FolderEntry> inside;
-    std::vector<std::string> files;
 };
 
 /// Looks at a folder. Throws RunError of kind `file` when it is not there.
 FolderView ViewFolder(const Machine& machine, std::string_view folder);
+
+/// The files of a folder; none when it cannot be listed.
+std::vector<std::string> FilesOf(const Machine& machine, std::string_view folder);
 
 } // namespace kiv

@@ -2,6 +2,7 @@
 
 #include "platform/drive_path.h"
 #include "platform/silent_reporter.h"
+#include "platform/site_files.h"
 #include "platform/unwritten_files.h"
 #include "shell/builds.h"
 #include "shell/story_collector.h"
@@ -76,6 +77,16 @@ Stories Collect(Workspace& workspace, const StoryQuestion& question, Reporter& r
 }
 
 } // namespace
+
+std::string SectionOf(Files& files, std::string_view path)
+{
+    for (std::string_view folder = FolderOf(path); folder != path; folder = FolderOf(path)) {
+        if (files.FileExists(WithSeparator(folder).append(kPageListFile)))
+            return std::string(folder);
+        path = folder;
+    }
+    return {};
+}
 
 Stories TellStories(Workspace& workspace, const StoryQuestion& question, Reporter& reporter)
 {

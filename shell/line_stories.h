@@ -10,6 +10,7 @@
 
 namespace kiv {
 
+class Files;
 class Reporter;
 class Workspace;
 
@@ -67,6 +68,10 @@ struct Stories {
     std::vector<std::string> names; // when it is neither: all pages and sources
     std::optional<RunError> error; // that ended the build; what came before it is told all the same
 };
+
+/// The nearest folder with a page list at or above the one of an absolute path; "" when there is
+/// none.
+std::string SectionOf(Files& files, std::string_view path);
 
 /// Builds the working directory in memory and tells what is asked. `reporter` is told what the
 /// build has to say. Throws RunError when the build ends in an error before it came to what is

@@ -1,7 +1,9 @@
 #include "shell/list_files.h"
 
+#include "platform/drive_path.h"
 #include "platform/reporter.h"
 #include "platform/run_error.h"
+#include "text/joined_text.h"
 #include "text/table_column.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -86,6 +88,45 @@ void loadjumps(Files& files, std::vector<JumpEntry>& entries)
             path += '\\';
         entries.push_back({std::string(Trim(fields[0])), std::move(path)});
     }
+}
+
+namespace {
+
+std::string LabelOf(std::string_view folder)
+{
+    std::string label = ThisDirNameOf(folder);
+    return label.empty() ? std::string(folder) : label;
+}
+
+void RefuseAsJump(const std::vector<JumpEntry>& entries, const std::string& path)
+{
+    for (const JumpEntry& entry : entries)
+        if (EqualsNoCase(entry.path, path))
+            throw RunError(ErrorKind::file, path + " is in the Jump to list already", {path},
+                           "Its entry is called \"" + entry.label + "\".");
+    if (entries.size() == kJumpEntries)
+        throw RunError(ErrorKind::file, "the Jump to list is full", {kJumpListFile},
+                       "There is room for 10: take one out with \"Edit Jump to list\".");
+    if (path.find_first_of("|\r\n") != std::string::npos || LabelOf(path).starts_with(';'))
+        throw RunError(
+            ErrorKind::file, path + " cannot stand in the Jump to list", {path},
+            "A \"|\" or a line end in a path, or a \";\" before a label, means something "
+            "else there: give the folder another name.");
+}
+
+} // namespace
+
+void AddJump(Files& files, std::string_view folder)
+{
+    const std::string path = WithSeparator(folder);
+    ProvideJumpList(files);
+    std::vector<JumpEntry> entries;
+    loadjumps(files, entries);
+    RefuseAsJump(entries, path);
+    const std::string old = files.ReadFile(kJumpListFile);
+    const bool ends_open = !old.empty() && old.back() != '\n' && old.back() != '\r';
+    files.ReplaceSource(kJumpListFile, old,
+                        Joined({old, ends_open ? "\r\n" : "", LabelOf(path), "|", path, "\r\n"}));
 }
 
 int loadftplist(Files& files, UploadEntries& entries)

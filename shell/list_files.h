@@ -51,6 +51,11 @@ using UploadEntries = FixedTable<UploadEntry, 0, 50>;
 /// `subscript` for a 51st entry and for a line without "|".
 int loadftplist(Files& files, UploadEntries& entries);
 
+/// Puts a folder (a drive path) at the end of the jump list, which is made when it is missing; its
+/// own name is the label. Throws RunError when it is there already, when the list is full, or when
+/// it cannot stand in a line of it: `file`, or `subscript` as loadjumps.
+void AddJump(Files& files, std::string_view folder);
+
 /// Makes the jump list or the upload list with its sample lines when it is missing.
 void ProvideJumpList(Files& files);
 void ProvideUploadList(Files& files);

@@ -4,6 +4,7 @@
 #include "platform/site_files.h"
 #include "shell/workspace.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -31,7 +32,13 @@ void StoreEditor(Workspace& workspace, std::string_view command)
 
 void Edit(Workspace& workspace, std::string_view file)
 {
-    workspace.machine().programs.Start({workspace.EditorCommand, std::string(file)});
+    EditAt(workspace, file, 0);
+}
+
+void EditAt(Workspace& workspace, std::string_view file, int line)
+{
+    workspace.machine().programs.Start(
+        {.command = workspace.EditorCommand, .file = std::string(file), .line = std::max(line, 1)});
 }
 
 void EditJumpList(Workspace& workspace)
@@ -66,6 +73,22 @@ void ExploreLastRoot(Workspace& workspace)
 {
     const std::vector<std::string> roots = workspace.Roots.Declared();
     Explore(workspace.machine(), roots.empty() ? workspace.WorkDir : roots.back());
+}
+
+void ShowInBrowser(Workspace& workspace, const std::string& page)
+{
+    if (page.empty())
+        throw RunError(ErrorKind::file, "no page is chosen", {},
+                       "Choose one in the list of pages below the buttons.");
+    if (!workspace.machine().files.FileExists(page))
+        throw RunError(ErrorKind::file, "the page is not there yet", {page},
+                       "Build its folder: that makes the page.");
+    workspace.machine().programs.Start({"explorer ", page});
+}
+
+void ExploreFolderOf(Workspace& workspace, const std::string& page)
+{
+    Explore(workspace.machine(), WithSeparator(FolderOf(page)));
 }
 
 void RunUploadBatch(Workspace& workspace)

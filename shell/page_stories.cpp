@@ -6,6 +6,7 @@
 #include "platform/unwritten_files.h"
 #include "shell/builds.h"
 #include "shell/story_collector.h"
+#include "shell/way_back.h"
 #include "shell/workspace.h"
 #include "text/joined_text.h"
 #include "text/text.h"
@@ -89,7 +90,7 @@ std::string NoPageWords(const Reporter& reporter)
 
 } // namespace
 
-PageStories TellPage(Workspace& workspace, std::string_view path)
+PageStories TellPage(Workspace& workspace, std::string_view path, std::string_view folder)
 {
     Files& real = workspace.machine().files;
     real.Refresh(); // the sources may be others than those that the last command saw
@@ -97,6 +98,9 @@ PageStories TellPage(Workspace& workspace, std::string_view path)
     SilentReporter reporter;
     PageTrace trace(path, told);
     try {
+        const WayBack way_back(real);
+        if (!folder.empty())
+            real.ChangeDirectory(folder);
         told.folder = WithSeparator(AbsolutePath(".", real.CurrentDirectory()));
         UnwrittenFiles files(real);
         BuildUnwritten(workspace, files, reporter, trace);

@@ -48,7 +48,7 @@ struct PageLine {
 struct PageStories {
     std::vector<BuiltPage> pages; // all of the build, in its order
     BuiltPage page;               // whose lines these are; "": there is no page at all
-    std::string folder;           // the working directory, ends in "\"
+    std::string folder;           // that was built, ends in "\"
     std::vector<PageLine> lines;
     std::vector<PageStory> stories;
     std::string
@@ -56,7 +56,8 @@ struct PageStories {
 };
 
 /// Builds the working directory in memory, without a word to the user, and gives the page at `path`
-/// (an absolute drive path), or the first page when there is none. Never throws RunError.
-PageStories TellPage(Workspace& workspace, std::string_view path);
+/// (an absolute drive path), or the first page when there is none. `folder` is another section that
+/// is to be built instead, such as a member of the group; "": none. Never throws RunError.
+PageStories TellPage(Workspace& workspace, std::string_view path, std::string_view folder = {});
 
 } // namespace kiv

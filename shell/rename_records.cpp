@@ -1,14 +1,15 @@
 #include "shell/rename_records.h"
 
 #include "platform/drive_path.h"
+#include "platform/folder_work.h"
 #include "platform/run_error.h"
 #include "platform/site_files.h"
 #include "text/joined_text.h"
 #include "text/text.h"
+#include "text/text_key.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -26,22 +27,6 @@ constexpr std::string_view kIsNoRecord =
 constexpr std::string_view kHead = "kiv renames 1";
 constexpr std::string_view kUndoHead = "kiv renames back 1";
 constexpr char kBetween = '\t';
-
-/// The letters of a file name that stand for a folder (FNV-1a); two folders have different ones
-/// but by the rarest chance, which the second line of the record finds out.
-std::string KeyOf(std::string_view folder)
-{
-    std::uint64_t hash = 0xCBF29CE484222325U;
-    for (const char c : folder) {
-        hash ^= static_cast<unsigned char>(c);
-        hash *= 0x100000001B3U;
-    }
-    constexpr std::string_view kDigits = "0123456789abcdef";
-    std::string key;
-    for (int place = 60; place >= 0; place -= 4)
-        key.push_back(kDigits[(hash >> static_cast<unsigned>(place)) & 0xFU]);
-    return key;
-}
 
 /// What a name may hold and a line may not, and the mark that introduces it there.
 struct Escape {
@@ -121,18 +106,6 @@ std::string JournalPath(const Files& files)
     return WithSeparator(files.CurrentDirectory()).append(kRenameJournalFile);
 }
 
-/// Makes a folder and those above it that are missing.
-void MakeFolders(Files& files, const std::string& folder)
-{
-    std::vector<std::string> missing;
-    for (std::string_view at = folder; !NameOf(at).empty() && !files.FolderExists(at);
-         at = FolderOf(at))
-        missing.emplace_back(at);
-    std::reverse(missing.begin(), missing.end());
-    for (const std::string& each : missing)
-        files.MakeFolder(each);
-}
-
 } // namespace
 
 RenameRecord::RenameRecord(Machine& machine, const std::string& records_folder)
@@ -159,7 +132,8 @@ std::string RenameRecord::Folder()
 
 std::string RenameRecord::RecordPath()
 {
-    return Joined({WithSeparator(records_folder_), KeyOf(Folder()), ".txt"});
+    // The second line of the record finds out when two folders have one key.
+    return Joined({WithSeparator(records_folder_), TextKey(Folder()), ".txt"});
 }
 
 std::optional<Renames> RenameRecord::Last()

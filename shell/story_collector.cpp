@@ -206,11 +206,13 @@ void StoryCollector::TakeOfSource(const LineStory& story, bool is_on_page)
         Add(story, is_on_page);
 }
 
-bool StoryCollector::IsAsked(int line, std::string_view text) const
+/// A text in a source may be meant as it stands there, or as it is on a page.
+bool StoryCollector::IsAsked(int line, std::string_view text, std::string_view before) const
 {
-    const bool is_line =
-        takes_ == Takes::sources || question_.line == 0 || line == 0 || question_.line == line;
-    return is_line && (!question_.find || ContainsNoCase(text, *question_.find));
+    if (takes_ == Takes::pages && question_.line != 0 && line != 0 && question_.line != line)
+        return false;
+    return !question_.find || ContainsNoCase(text, *question_.find) ||
+           (takes_ == Takes::sources && ContainsNoCase(before, *question_.find));
 }
 
 /// `number` is that of the line among those that the story makes, counted from 1.
@@ -229,7 +231,7 @@ void StoryCollector::Add(const LineStory& story, bool is_on_page)
     for (int k = 0; k < std::max(story.count, 1); ++k) {
         const int number = story.line == 0 ? 0 : story.line + k;
         const std::string_view text = story.line == 0 ? story.before : kiv::TakeLine(rest);
-        if (!IsAsked(number, text))
+        if (!IsAsked(number, text, story.before))
             continue;
         if (found_.lines.size() >= bounds_.lines) {
             ++found_.left_out;

@@ -50,7 +50,7 @@ class StoryCollector : public Trace {
     void ChooseSource(const LineStory& story);
     bool IsOfSource(const LineStory& story);
     void TakeOfSource(const LineStory& story, bool is_on_page);
-    bool IsAsked(int line, std::string_view text) const;
+    bool IsAsked(int line, std::string_view text, std::string_view before) const;
     /// Adds the lines that a story makes, those that are asked for.
     void Add(const LineStory& story, bool is_on_page);
     void AddSteps(ToldLine& line, const LineStory& story, int number);

@@ -2,6 +2,8 @@
 
 #include "platform/drive_path.h"
 #include "platform/site_files.h"
+#include "platform/stop_request.h"
+#include "shell/recent_folders.h"
 #include "shell/rename_records.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -15,6 +17,8 @@ namespace kiv {
 namespace {
 
 constexpr std::size_t kShownWhole = 40;
+constexpr std::string_view kMissingEditorHint = "Choose another editor in the window that comes "
+                                                "next. The menu \"Site\" offers them at any time.";
 
 /// Drive letter in upper case, no "." and no "..", "\" at the end.
 std::string AbsoluteWorkDir(std::string_view path, std::string_view current)
@@ -59,6 +63,14 @@ std::optional<RunError> FatalErrorOf(const std::function<void()>& command)
     return std::nullopt;
 }
 
+/// Whether the current directory is a drive's root without a page list: where a start leads that
+/// was given no folder, and "Exit" then stores it.
+bool IsBareRoot(Files& files)
+{
+    const std::string& current = files.CurrentDirectory();
+    return NameOf(current).empty() && !files.FileExists(kPageListFile);
+}
+
 } // namespace
 
 std::string ShortenedDirectory(std::string_view path)
@@ -79,10 +91,21 @@ std::optional<RunError> Workspace::Run(const std::function<void()>& command)
     machine_.files.Refresh();
     Renamed.clear();
     Checked.reset();
-    std::optional<RunError> error = FatalErrorOf(command);
+    Built.reset();
+    try {
+        std::optional<RunError> error = FatalErrorOf(command);
+        TellLosses();
+        return error;
+    } catch (const Stopped&) {
+        TellLosses();
+        throw;
+    }
+}
+
+void Workspace::TellLosses() const
+{
     for (const std::string& loss : machine_.files.Losses())
         machine_.reporter.reportmsg(OnOneLine(loss));
-    return error;
 }
 
 std::vector<RunError> Workspace::StartWindow(const std::optional<std::string>& argument)
@@ -95,16 +118,20 @@ std::vector<RunError> Workspace::StartWindow(const std::optional<std::string>& a
             errors.push_back(*error);
     };
     // Whatever fails below, there is a working directory.
-    WorkDir = WithSeparator(files.CurrentDirectory());
+    StartFolder = files.CurrentDirectory();
+    WorkDir = WithSeparator(StartFolder);
     step([&] {
         const EditorSetting editor = loadeditor(files);
         EditorCommand = editor.command;
         if (editor.editor_is_missing)
-            machine_.reporter.reportmsg("editpad.exe is missing from the c:\\utils directory.");
+            machine_.reporter.reportmsg("editpad.exe is missing from the c:\\utils directory.", {},
+                                        kMissingEditorHint);
     });
+    step([&] { LoadRecentFolders(*this); });
     step([&] { loadworkdir(argument); });
+    step([&] { FolderIsWanted = IsBareRoot(files); });
     step([&] { ReloadJumps(); });
-    step([&] { upload_count_ = loadftplist(files, upload_entries_); });
+    step([&] { ReadUploadList(); });
     // After the lists: an upload entry may be for this very directory.
     step([&] { checkgroup(); });
     step([&] { checkftpgroup(); });
@@ -129,10 +156,15 @@ void Workspace::loadworkdir(const std::optional<std::string>& argument)
         directory = FirstLine(files, SettingsPath);
     }
     // An empty path is no directory.
-    if (directory.empty() || !files.FolderExists(directory))
-        GoTo("\\");
-    else
+    if (!directory.empty() && files.FolderExists(directory)) {
         GoToAs(directory, SpelledWorkDir(directory, files.CurrentDirectory()));
+        NoteRecentFolder(*this, WorkDir);
+        return;
+    }
+    GoneFolder = directory;
+    GoTo("\\");
+    if (!GoneFolder.empty())
+        machine_.reporter.Status("The folder of the start is not there: " + GoneFolder);
 }
 
 void Workspace::StartUp(std::string_view directory)
@@ -151,7 +183,40 @@ void Workspace::LookAt(std::string_view directory)
 void Workspace::ReadLists()
 {
     EditorCommand = loadeditor(machine_.files).command;
+    ReadUploadList();
+}
+
+void Workspace::ReadUploadList()
+{
+    upload_stamp_ = machine_.files.Stamp(kUploadListFile);
+    upload_count_ = 0; // what stood there before goes even when the list is at fault
     upload_count_ = loadftplist(machine_.files, upload_entries_);
+}
+
+void Workspace::FollowUploadList()
+{
+    if (machine_.files.Stamp(kUploadListFile) == upload_stamp_)
+        return;
+    ReadUploadList();
+    const UploadEntry* const entry = UploadEntryHere();
+    const bool is_same =
+        entry != nullptr ? UploadListWanted && entry->command == UploadCommand : !UploadListWanted;
+    if (!is_same) // else the batch keeps what builds have put into it
+        checkftpgroup();
+}
+
+std::optional<RunError> Workspace::FollowLists()
+{
+    return FatalErrorOf([this] { FollowUploadList(); });
+}
+
+bool Workspace::HasSinglePage() const
+{
+    try {
+        return machine_.files.FileExists(kSinglePageFile);
+    } catch (const RunError&) {
+        return false;
+    }
 }
 
 void Workspace::Enter(std::string_view path)
@@ -164,6 +229,7 @@ void Workspace::Enter(std::string_view path)
 void Workspace::changethedirectory(std::string_view path)
 {
     Enter(path);
+    NoteChoice();
     TellOfUnfinishedRenames(machine_);
 }
 
@@ -173,7 +239,16 @@ void Workspace::switchto(std::string_view path)
     dirreset();
     checkgroup();
     checkftpgroup();
+    NoteChoice();
     TellOfUnfinishedRenames(machine_);
+}
+
+/// The user has chosen the working directory.
+void Workspace::NoteChoice()
+{
+    FolderIsWanted = false;
+    GoneFolder.clear();
+    NoteRecentFolder(*this, WorkDir);
 }
 
 void Workspace::GoTo(std::string_view path)
@@ -213,35 +288,58 @@ void Workspace::checkftpgroup()
     Files& files = machine_.files;
     if (files.FileExists(kUploadBatchFile)) // a folder of this name is none
         files.DeleteFile(kUploadBatchFile);
-    UploadListWanted = false;
-    UploadCommand.clear();
-    const std::string directory = LowerCase(WorkDir);
-    for (int i = 1; i <= upload_count_; ++i) {
-        if (LowerCase(upload_entries_[i].label) != directory)
-            continue;
-        UploadListWanted = true;
-        UploadCommand = upload_entries_[i].command;
-        // A command with "@@" is a template: the build adds one line for each file it writes.
-        if (!Contains(UploadCommand, "@@"))
-            files.WriteFile(kUploadBatchFile, UploadCommand + "\r\n");
-        return;
-    }
+    FindUploadEntry();
+    // A command with "@@" is a template: the build adds one line for each file it writes.
+    if (UploadListWanted && !Contains(UploadCommand, "@@"))
+        files.WriteFile(kUploadBatchFile, UploadCommand + "\r\n");
 }
 
-void Workspace::SaveDirectory()
+void Workspace::FindUploadEntry()
+{
+    UploadListWanted = false;
+    UploadCommand.clear();
+    const UploadEntry* const entry = UploadEntryHere();
+    if (entry == nullptr)
+        return;
+    UploadListWanted = true;
+    UploadCommand = entry->command;
+}
+
+const UploadEntry* Workspace::UploadEntryHere() const
+{
+    const std::string directory = LowerCase(WorkDir);
+    for (int i = 1; i <= upload_count_; ++i)
+        if (LowerCase(upload_entries_[i].label) == directory)
+            return &upload_entries_[i];
+    return nullptr;
+}
+
+void Workspace::WriteDefault()
 {
     machine_.files.WriteSource(SettingsPath, WorkDir + "\r\n");
 }
 
+void Workspace::SaveDirectory()
+{
+    if (GoneFolder.empty())
+        WriteDefault();
+}
+
 void Workspace::StoreDirectory()
 {
-    SaveDirectory();
+    WriteDefault();
     machine_.reporter.Status("Directory Saved as Default");
 }
 
 void Workspace::ReloadJumps()
 {
     loadjumps(machine_.files, Jumps);
+}
+
+void Workspace::AddToJumps(std::string_view folder)
+{
+    AddJump(machine_.files, folder);
+    ReloadJumps();
 }
 
 void Workspace::JumpTo(std::size_t index)

@@ -60,6 +60,17 @@ std::vector<std::string_view> SplitAt(std::string_view text, Separator separator
     return pieces;
 }
 
+/// Blanks stand everywhere: a word that begins with one is looked for by its second character.
+std::size_t FindWord(std::string_view text, std::string_view word, std::size_t from)
+{
+    if (word.size() < 2 || word[0] != ' ')
+        return text.find(word, from);
+    for (std::size_t at = text.find(word[1], from + 1); at != npos; at = text.find(word[1], at + 1))
+        if (text.substr(at - 1).starts_with(word))
+            return at - 1;
+    return npos;
+}
+
 } // namespace
 
 std::string_view Trim(std::string_view text)
@@ -100,7 +111,7 @@ std::size_t CountNoCase(std::string_view text, std::string_view word)
 bool ReplaceEach(std::string& text, std::string_view word, std::string_view value)
 {
     return ReplaceFound(text, word.size(), value,
-                        [&](std::size_t from) { return text.find(word, from); });
+                        [&](std::size_t from) { return FindWord(text, word, from); });
 }
 
 bool ReplaceEachNoCase(std::string& text, std::string_view word, std::string_view value)

@@ -12,6 +12,9 @@ class LineBound;
 
 inline constexpr std::size_t npos = std::string_view::npos;
 
+/// What HTML and CSS take for white space.
+inline constexpr std::string_view kHtmlBlanks = " \t\r\n\f";
+
 /// The text from character `n` (1-based) on; empty when the text is shorter.
 inline std::string_view FromChar(std::string_view text, std::size_t n)
 {

@@ -84,6 +84,17 @@ void AppendFromPoint(std::string& out, char32_t point)
         out.append("&#").append(std::to_string(static_cast<std::uint32_t>(point))).append(";");
 }
 
+/// Moves what a text begins with to the end of another as far as it is ASCII, which is the same in
+/// both encodings.
+void MoveAscii(std::string_view& from, std::string& to)
+{
+    const auto is_ascii = [](char c) { return static_cast<unsigned char>(c) < 0x80U; };
+    const auto end = std::ranges::find_if_not(from, is_ascii);
+    const auto size = static_cast<std::size_t>(end - from.begin());
+    to.append(from.substr(0, size));
+    from.remove_prefix(size);
+}
+
 } // namespace
 
 char ToUpper(char c)
@@ -157,16 +168,23 @@ std::string ToUtf8(std::string_view text)
 {
     std::string utf8;
     utf8.reserve(text.size());
-    for (const char c : text)
-        AppendUtf8(utf8, CodePoint(c));
-    return utf8;
+    for (;;) {
+        MoveAscii(text, utf8);
+        if (text.empty())
+            return utf8;
+        AppendUtf8(utf8, CodePoint(text[0]));
+        text.remove_prefix(1);
+    }
 }
 
 std::string FromUtf8(std::string_view utf8)
 {
     std::string text;
     text.reserve(utf8.size());
-    while (!utf8.empty()) {
+    for (;;) {
+        MoveAscii(utf8, text);
+        if (utf8.empty())
+            return text;
         const Utf8Character next = FirstUtf8(utf8);
         if (next.size == 0)
             text.push_back(utf8[0]);
@@ -174,7 +192,6 @@ std::string FromUtf8(std::string_view utf8)
             AppendFromPoint(text, next.point);
         utf8.remove_prefix(std::max<std::size_t>(next.size, 1));
     }
-    return text;
 }
 
 std::string ToUtf8Keeping(std::string_view text, std::string_view original)

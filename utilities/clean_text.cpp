@@ -81,7 +81,7 @@ void ReplaceEntities(std::string& text)
             together.Apply(text);
         if (row.find.size() == 1)
             together.Add(row);
-        else if (Contains(text, row.find.substr(1, 1))) // no need to try every blank otherwise
+        else
             ReplaceEach(text, row.find, row.replacement);
     }
     together.Apply(text);

@@ -281,7 +281,7 @@ bool newsdoit(Machine& machine, const NewsDesk& desk, const NewsItem& item,
     }
     if (!paths.home_list.empty())
         for (const std::string& path : {paths.body, paths.site_list, paths.home_list})
-            machine.programs.Start({desk.editor_command, path});
+            machine.programs.Start({.command = desk.editor_command, .file = path, .line = 1});
     return true;
 }
 

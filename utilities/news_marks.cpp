@@ -54,13 +54,13 @@ std::string TellList(Reporter& reporter, const NewsList& list)
 {
     const NewsMark line = FindNewsMark(list.bytes, kNewsLineMark);
     const NewsMark entry = FindNewsMark(list.bytes, kNewsEntryMark);
-    constexpr std::string_view kNowhere = " was put nowhere in this list";
+    constexpr std::string_view kNotInList = " is not in this list";
     const bool heads_article = line == NewsMark::absent && !list.is_home;
     if (line != NewsMark::found)
         NoteNoPlace(reporter, list, kNewsLineMark, "the news line",
-                    heads_article ? " stands at the head of the article instead" : kNowhere);
+                    heads_article ? " stands at the head of the article instead" : kNotInList);
     if (entry != NewsMark::found && !list.is_home)
-        NoteNoPlace(reporter, list, kNewsEntryMark, "the page of the item", kNowhere);
+        NoteNoPlace(reporter, list, kNewsEntryMark, "the page of the item", kNotInList);
     return Got(list, line == NewsMark::found, entry == NewsMark::found && !list.is_home);
 }
 

@@ -3,6 +3,7 @@
 #include "platform/drive_path.h"
 #include "platform/site_files.h"
 #include "text/joined_text.h"
+#include "utilities/kept_captions.h"
 #include "utilities/picture_records.h"
 #include "utilities/picture_sections.h"
 
@@ -32,13 +33,13 @@ void WriteAltText(Files& files, const AltText& old, const std::string& text)
         files.WriteNewSource(kAltFile, text);
 }
 
-/// Measures and describes every picture of the current directory. Returns how many there are.
-int ReadPictures(Machine& machine, const AltText& alt_text, PictureTable& pictures)
+/// Measures and describes the pictures of the current directory. Returns how many there are.
+int ReadPictures(Machine& machine, const AltText& alt_text, const std::vector<std::string>& names,
+                 PictureTable& pictures)
 {
     AltTable alts;
     if (alt_text)
         alts.Read(machine.files, *alt_text);
-    const std::vector<std::string> names = PictureFiles(machine);
     const int all = static_cast<int>(names.size());
     const std::string folder = WithSeparator(machine.files.CurrentDirectory());
     int count = 0;
@@ -73,12 +74,15 @@ void SizePicturesHere(Machine& machine, const std::string& editor_command)
     const AltText alt_text = ReadAltText(files);
     PictureTable pictures(
         "picture", "A picture list has room for 3000 pictures: move some into another folder.");
-    const int count = ReadPictures(machine, alt_text, pictures);
+    const std::vector<std::string> names = PictureFiles(machine);
+    const int count = ReadPictures(machine, alt_text, names, pictures);
     const std::string folder_name = ThisDirNameOf(files.CurrentDirectory());
+    KeepLostLines(machine, LostLines(alt_text.value_or(""), names));
+    TellOfOtherFormats(machine);
     WritePictureFiles(files, alt_text, EmitPictures(pictures, count, folder_name));
     machine.reporter.Status("sizer done. piclist.txt created.");
     for (const std::string_view file : {kAltFile, kPictureListFile})
-        machine.programs.Start({editor_command, std::string(file)});
+        machine.programs.Start({.command = editor_command, .file = std::string(file), .line = 1});
 }
 
 } // namespace

@@ -44,12 +44,11 @@ void AltTable::Add(std::string_view line)
         entry.credit = fields[2];
         entry.caption = fields[3];
     }
-    const std::size_t dot = entry.file.find('.');
-    if (dot == npos)
+    if (!Contains(entry.file, "."))
         throw RunError(
             ErrorKind::invalid_argument, "the file name \"" + entry.file + "\" has no \".\"", {},
             "Write the name of the picture with its extension, as in \"bridge.jpg|text\".");
-    entry.thumb = std::string(entry.file).insert(dot, "_t");
+    entry.thumb = ThumbnailNameOf(entry.file);
     rows_.try_emplace(entry.file, count_);
     rows_.try_emplace(entry.thumb, count_);
 }
@@ -59,6 +58,11 @@ const AltEntry& AltTable::Find(const std::string& name) const
     static const AltEntry kNone{};
     const auto row = rows_.find(name);
     return row == rows_.end() ? kNone : entries_[row->second];
+}
+
+std::string ThumbnailNameOf(std::string_view file)
+{
+    return std::string(file).insert(file.find('.'), "_t");
 }
 
 bool IsThumbnail(std::string_view file)

@@ -56,6 +56,9 @@ struct PictureRecord {
 /// Rows 1 to 3000.
 using PictureTable = FixedTable<PictureRecord, 1, 3000>;
 
+/// The name of a picture's thumbnail: "_t" before its first ".", which must be there.
+std::string ThumbnailNameOf(std::string_view file);
+
 /// Whether a file name is that of a thumbnail: it holds "_t.", or "_T." and no small letter.
 bool IsThumbnail(std::string_view file);
 

@@ -4,9 +4,9 @@
 #include "text/joined_text.h"
 #include "text/text.h"
 #include "utilities/clean_text.h"
+#include "utilities/seen_names.h"
 
 #include <algorithm>
-#include <unordered_set>
 #include <vector>
 
 namespace kiv {
@@ -141,7 +141,7 @@ std::string LinesToJs(std::string_view text)
 std::string FieldNamesToScript(std::string_view text, std::string_view recipient)
 {
     constexpr std::string_view kName = "NAME=";
-    std::unordered_set<std::string_view> known;
+    SeenNames seen;
     std::string names;
     for (std::size_t at = FindNoCase(text, kName); at != npos; at = FindNoCase(text, kName)) {
         // The character behind "NAME=" is skipped whatever it is.
@@ -154,8 +154,8 @@ std::string FieldNamesToScript(std::string_view text, std::string_view recipient
                            "whole form.");
         const std::string_view name = text.substr(0, quote);
         text.remove_prefix(quote + 1);
-        const bool separate = !known.empty();
-        if (known.insert(name).second)
+        const bool separate = !seen.IsEmpty();
+        if (seen.Add(name))
             Append(names, {separate ? "|" : "", name});
     }
     return Joined({"@FORMREAD:", names, "\r\n<%if imempty=\"yes\" then%>\r\n",

@@ -1,4 +1,4 @@
-# Shared by build-qt and fetch-gumbo. Sourced, not run.
+# Shared by build-qt, fetch-gumbo and fetch-pugixml. Sourced, not run.
 
 # The folder where what a cross build needs is kept.
 windows_cache=${KIV_QT_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/kiv}
@@ -24,4 +24,23 @@ fetch_debian_source() {
             apt-get -q "${options[@]}" source --download-only "$package=$version" &&
             dpkg-source --no-check -x ./*.dsc source
     )
+}
+
+# keep_debian_source PACKAGE LIBRARY: fetches the source package of a library into the cache, in the version that is installed
+# of Debian's LIBRARY, and prints its folder. What is there of that version is used again.
+keep_debian_source() {
+    local package=$1 library=$2 version kept=$windows_cache/$1 work=$windows_cache/$1-fetch
+    install_packages "$library" dpkg-dev >&2
+    version=$(dpkg-query -W -f='${source:Version}' "$library")
+    mkdir -p "$windows_cache"
+    exec 8>"$windows_cache/$package-lock"
+    flock 8
+    if [ "$(cat "$kept/stamp" 2>/dev/null)" != "$version" ]; then
+        fetch_debian_source "$package" "$version" "$work" >&2 8>&-
+        rm -rf "$kept"
+        mv "$work/source" "$kept"
+        echo "$version" >"$kept/stamp"
+        rm -rf "$work"
+    fi
+    echo "$kept"
 }

@@ -1,6 +1,7 @@
 #include "platform/console.h"
 
 #include <cstdlib>
+#include <poll.h>
 #include <unistd.h>
 
 namespace kiv {
@@ -12,6 +13,12 @@ class PosixConsole : public Console {
   public:
     bool HasLine() const override { return isatty(STDERR_FILENO) != 0; }
     bool OutIsTerminal() const override { return isatty(STDOUT_FILENO) != 0; }
+    bool OutIsRead() const override
+    {
+        // These two are told without being asked for.
+        pollfd out{.fd = STDOUT_FILENO, .events = 0, .revents = 0};
+        return ::poll(&out, 1, 0) <= 0 || (out.revents & (POLLERR | POLLHUP)) == 0;
+    }
 };
 
 } // namespace

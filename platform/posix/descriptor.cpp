@@ -37,6 +37,11 @@ Descriptor::~Descriptor()
         ::close(fd_);
 }
 
+void Descriptor::Reset(int fd)
+{
+    const Descriptor former(std::exchange(fd_, fd));
+}
+
 int Descriptor::Close()
 {
     const int fd = std::exchange(fd_, -1);

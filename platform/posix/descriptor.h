@@ -19,6 +19,8 @@ class Descriptor {
 
     int Get() const { return fd_; }
     bool IsOpen() const { return fd_ >= 0; }
+    /// Takes another file in place of this one, which is closed.
+    void Reset(int fd);
     /// Closes now, for those who must know whether that went well.
     int Close();
 

@@ -113,14 +113,14 @@ int MoveIntoPlace(const std::string& temporary, const Draft& draft, const Old& o
     return error;
 }
 
-/// For file systems that want a name for every file: writes under a temporary one.
-int PlaceNamed(const Draft& draft, const Old& old)
+/// Writes under a temporary name, which stays empty when that fails.
+int FillNamed(const Draft& draft, const Old& old, std::string& temporary)
 {
-    std::string temporary;
+    std::string name;
     int fd = -1;
     do {
-        temporary = TemporaryName(draft.native);
-        fd = ::open(temporary.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, old.DraftMode());
+        name = TemporaryName(draft.native);
+        fd = ::open(name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, old.DraftMode());
     } while (fd < 0 && errno == EEXIST);
     if (fd < 0)
         return errno;
@@ -129,9 +129,18 @@ int PlaceNamed(const Draft& draft, const Old& old)
     if (const int close_error = opened.Close(); error == 0)
         error = close_error;
     if (error == 0)
-        return MoveIntoPlace(temporary, draft, old);
-    ::unlink(temporary.c_str());
+        temporary = std::move(name);
+    else
+        ::unlink(name.c_str());
     return error;
+}
+
+/// For file systems that want a name for every file.
+int PlaceNamed(const Draft& draft, const Old& old)
+{
+    std::string temporary;
+    const int error = FillNamed(draft, old, temporary);
+    return error == 0 ? MoveIntoPlace(temporary, draft, old) : error;
 }
 
 #ifdef O_TMPFILE
@@ -169,15 +178,23 @@ int GiveTemporaryName(int fd, const std::string& native, std::string& temporary)
     return error;
 }
 
+int OpenUnnamed(const Draft& draft, const Old& old)
+{
+    const std::string folder(NativeFolderOf(draft.native));
+    return ::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, old.DraftMode());
+}
+
+bool SaysNoUnnamed(int error)
+{
+    return error == EOPNOTSUPP || error == EISDIR || error == EINVAL;
+}
+
 /// The draft has no name before it is whole, so nothing is left behind when the process is killed.
 int PlaceAny(const Draft& draft, const Old& old)
 {
-    const std::string folder(NativeFolderOf(draft.native));
-    Descriptor opened(::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, old.DraftMode()));
-    if (!opened.IsOpen()) {
-        const bool unknown = errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL;
-        return unknown ? PlaceNamed(draft, old) : errno;
-    }
+    Descriptor opened(OpenUnnamed(draft, old));
+    if (!opened.IsOpen())
+        return SaysNoUnnamed(errno) ? PlaceNamed(draft, old) : errno;
     if (const int error = Fill(opened.Get(), draft, old))
         return error;
     // A free place is taken at once, another by way of a temporary name.
@@ -198,6 +215,38 @@ int PlaceAny(const Draft& draft, const Old& old)
     return error == EEXIST ? error : PlaceNamed(draft, old);
 }
 
+/// What a file system only tells at closing is told while the file stays open: nothing that is
+/// wrong with the content may come to light when it has its place.
+int FlushByClosing(int fd)
+{
+    const int copy = ::fcntl(fd, F_DUPFD_CLOEXEC, 0);
+    return copy >= 0 && ::close(copy) == 0 ? 0 : errno;
+}
+
+int FillApart(const Draft& draft, const Old& old, FilledDraft& filled)
+{
+    Descriptor opened(OpenUnnamed(draft, old));
+    if (!opened.IsOpen())
+        return SaysNoUnnamed(errno) ? FillNamed(draft, old, filled.temporary) : errno;
+    if (const int error = Fill(opened.Get(), draft, old))
+        return error;
+    if (old.state == nullptr) {
+        const int error = FlushByClosing(opened.Get());
+        filled.unnamed.emplace(std::move(opened));
+        return error;
+    }
+    std::string temporary;
+    if (const int error = GiveTemporaryName(opened.Get(), draft.native, temporary))
+        return error;
+    filled.temporary = std::move(temporary);
+    return opened.Close();
+}
+
+int GiveName(const FilledDraft& filled, const std::string& native)
+{
+    return GiveName(filled.unnamed->Get(), native);
+}
+
 #else
 
 int PlaceAny(const Draft& draft, const Old& old)
@@ -205,9 +254,19 @@ int PlaceAny(const Draft& draft, const Old& old)
     return PlaceNamed(draft, old);
 }
 
+int FillApart(const Draft& draft, const Old& old, FilledDraft& filled)
+{
+    return FillNamed(draft, old, filled.temporary);
+}
+
+int GiveName(const FilledDraft&, const std::string&)
+{
+    return ENOSYS;
+}
+
 #endif
 
-int Place(const Draft& draft, const Old& old)
+int PutInPlace(const Draft& draft, const Old& old)
 {
     const int error = PlaceAny(draft, old);
     return error == 0 && draft.is_source ? FlushFolder(std::string(NativeFolderOf(draft.native)))
@@ -218,12 +277,46 @@ int Place(const Draft& draft, const Old& old)
 
 int PlaceNew(const Draft& draft)
 {
-    return Place(draft, {});
+    return PutInPlace(draft, {});
 }
 
 int PlaceOver(const Draft& draft, const struct stat& old, Lost& lost)
 {
-    return Place(draft, {&old, &lost});
+    return PutInPlace(draft, {&old, &lost});
+}
+
+FilledDraft::~FilledDraft()
+{
+    if (!temporary.empty())
+        ::unlink(temporary.c_str());
+}
+
+int FillNew(const Draft& draft, FilledDraft& filled)
+{
+    return FillApart(draft, {}, filled);
+}
+
+int FillOver(const Draft& draft, const struct stat& old, Lost& lost, FilledDraft& filled)
+{
+    return FillApart(draft, {&old, &lost}, filled);
+}
+
+int PutNew(const std::string& native, FilledDraft& filled)
+{
+    if (filled.unnamed)
+        return GiveName(filled, native);
+    const int error = RenameToFree(filled.temporary, native);
+    if (error == 0)
+        filled.temporary.clear();
+    return error;
+}
+
+int PutOver(const std::string& native, FilledDraft& filled)
+{
+    const int error = MoveOver(filled.temporary, native);
+    if (error == 0)
+        filled.temporary.clear();
+    return error;
 }
 
 } // namespace kiv

@@ -3,8 +3,10 @@
 #pragma once
 
 #include "platform/files.h"
+#include "platform/posix/descriptor.h"
 #include "platform/posix/keeping.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -29,5 +31,24 @@ int PlaceNew(const Draft& draft);
 /// Puts the draft in the place of a file of state `old`, from which it takes over what it may. 0,
 /// an error number, or kChangedMeanwhile, with the other program's file in its place.
 int PlaceOver(const Draft& draft, const struct stat& old, Lost& lost);
+
+/// A draft that has its content and is not in its place. Nothing of it is left when it goes.
+struct FilledDraft {
+    FilledDraft() = default;
+    FilledDraft(const FilledDraft&) = delete;
+    FilledDraft& operator=(const FilledDraft&) = delete;
+    ~FilledDraft();
+
+    std::optional<Descriptor> unnamed; // else it bears
+    std::string temporary;             // this native name; "": there is no draft
+};
+
+// PlaceNew and PlaceOver in two steps, for drafts that are no sources and replace whatever is
+// there. The first may be taken by any thread; the second is a single call, which gives the same
+// errors. What a disk has against the content is told by the first.
+int FillNew(const Draft& draft, FilledDraft& filled);
+int PutNew(const std::string& native, FilledDraft& filled);
+int FillOver(const Draft& draft, const struct stat& old, Lost& lost, FilledDraft& filled);
+int PutOver(const std::string& native, FilledDraft& filled);
 
 } // namespace kiv

@@ -5,6 +5,7 @@
 #include "platform/file_errors.h"
 #include "platform/posix/folders.h"
 #include "platform/posix/paths.h"
+#include "platform/queued_drives.h"
 #include "text/windows1252.h"
 
 #include <cerrno>
@@ -83,6 +84,7 @@ bool PosixDriveFiles::StateAt(const std::string& absolute, Look look, struct sta
 bool PosixDriveFiles::FolderExists(std::string_view path)
 {
     const std::string absolute = Absolute(path);
+    TellLook(absolute);
     return !absolute.empty() && FolderAt(absolute).has_value();
 }
 
@@ -127,6 +129,7 @@ FileStamp PosixDriveFiles::Stamp(std::string_view path)
 {
     const std::string absolute = AbsoluteFile(path);
     struct stat state {};
+    TellLook(absolute);
     if (absolute.empty() || !StateAt(absolute, StateOf, state) || !S_ISREG(state.st_mode))
         return {};
     // The time of the last change of any kind: it cannot be set back as that of the content can.
@@ -135,6 +138,28 @@ FileStamp PosixDriveFiles::Stamp(std::string_view path)
     ::clock_gettime(CLOCK_REALTIME, &now);
     return {static_cast<std::uint64_t>(state.st_size),
             Distinct(Nanoseconds(state.st_ctim), Nanoseconds(now), kYoung), true};
+}
+
+PlaceState PosixDriveFiles::StateNow(const std::string& absolute)
+{
+    using Kind = PlaceState::Kind;
+    struct stat state {};
+    std::string native;
+    const int error = names_.Reach(absolute, native,
+                                   [&](const std::string& place) { return StateOf(place, state); });
+    if (IsAbsent(error))
+        return {};
+    if (error != 0)
+        return {.kind = Kind::refused, .error = error};
+    PlaceState now{.kind = S_ISREG(state.st_mode)   ? Kind::file
+                           : S_ISDIR(state.st_mode) ? Kind::folder
+                                                    : Kind::other,
+                   .written = Nanoseconds(state.st_mtim),
+                   .changed = Nanoseconds(state.st_ctim),
+                   .identity = std::uint64_t{state.st_ino} + (std::uint64_t{state.st_dev} << 48U)};
+    if (now.kind == Kind::file)
+        now.size = static_cast<std::uint64_t>(state.st_size);
+    return now;
 }
 
 std::vector<FileName> PosixDriveFiles::Names(const std::string& folder, bool folders)
@@ -238,9 +263,9 @@ void PosixDriveFiles::Refresh()
     places_.clear();
 }
 
-std::unique_ptr<Drives> MakeDriveFiles(const DriveMap& drives)
+std::unique_ptr<Drives> MakeDriveFiles(const DriveMap& drives, std::size_t threads)
 {
-    return std::make_unique<PosixDriveFiles>(drives);
+    return WithPageQueue(std::make_unique<PosixDriveFiles>(drives), threads);
 }
 
 } // namespace kiv

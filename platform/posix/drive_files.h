@@ -51,6 +51,8 @@ class PosixDriveFiles : public DriveFiles {
     std::string FromNative(std::string_view utf8) override;
     std::string ToNative(std::string_view path) override;
     void Refresh() override;
+    PlaceState StateNow(const std::string& absolute) override;
+    void ForgetNames() override { names_.Forget(); }
 
   protected:
     bool IsTooLong(const std::string& absolute) const override
@@ -61,6 +63,10 @@ class PosixDriveFiles : public DriveFiles {
     std::string ExactNameOf(const std::string& absolute) override;
     void Rename(const std::string& source, const std::string& target, const NameChange& change,
                 Alike alike) override;
+    void TidyFolderOf(const OutputFile& file) override;
+    std::unique_ptr<PageDraft> MakeDraft(const OutputFile& file, std::string_view bytes,
+                                         bool is_former_known) override;
+    void NoteWritten(const OutputFile& file, bool is_new) override;
 
   private:
     /// The drive path of a clean, absolute native path.
@@ -90,13 +96,11 @@ class PosixDriveFiles : public DriveFiles {
         bool is_source = false;
         Expectation expected = {};
     };
-    /// What an old file of `size` bytes held that is open, or is not for it may not be read.
-    static FormerFile FormerOf(const Descriptor& held, std::size_t size);
     /// Writes what Open has found a place for: 0, an error number or kChangedMeanwhile.
     int Place(const OutputFile& file, const Writing& writing);
     int PlaceInOld(const OutputFile& file, const Writing& writing);
     void Write(const OutputFile& file, const Writing& writing);
-    /// Tidies a folder that is written into, once after each Refresh.
+    /// Tidies a native folder that is written into, once after each Refresh.
     void TidyFolder(const std::string& native);
 
     PosixNames names_;

@@ -10,6 +10,7 @@ namespace kiv {
 Descriptor PosixDriveFiles::OpenToRead(std::string_view path, struct stat& state)
 {
     const std::string absolute = FileToUse(path, "read");
+    TellOpening(absolute);
     int fd = -1;
     std::string native;
     const int error = names_.Reach(absolute, native, [&](const std::string& place) {
@@ -35,11 +36,13 @@ std::string PosixDriveFiles::ReadFile(std::string_view path)
         if (const int error = ReadBytes(file.Get(), 0, count, bytes))
             RefuseWith("read", path, error);
     };
-    return ReadWhole(path, static_cast<std::uint64_t>(state.st_size), read, [&] {
+    std::string bytes = ReadWhole(path, static_cast<std::uint64_t>(state.st_size), read, [&] {
         if (::fstat(file.Get(), &state) != 0)
             RefuseWith("read", path, errno);
         return static_cast<std::uint64_t>(state.st_size);
     });
+    TellRead(path, bytes);
+    return bytes;
 }
 
 std::string PosixDriveFiles::ReadPart(std::string_view path, std::uint64_t offset,

@@ -5,6 +5,7 @@
 #include "platform/posix/drive_files.h"
 #include "platform/posix/folders.h"
 #include "platform/posix/moving.h"
+#include "platform/posix/page_draft.h"
 #include "platform/posix/paths.h"
 #include "platform/posix/temporaries.h"
 
@@ -25,14 +26,6 @@ int FlushInPlace(int fd, const std::string& native)
 }
 
 } // namespace
-
-FormerFile PosixDriveFiles::FormerOf(const Descriptor& held, std::size_t size)
-{
-    std::string bytes;
-    if (!held.IsOpen() || size > kLargestFormer || ReadBytes(held.Get(), 0, size, bytes) != 0)
-        return FormerFile::Unknown();
-    return FormerFile::Holding(bytes);
-}
 
 OutputFile PosixDriveFiles::Open(std::string_view path)
 {
@@ -87,30 +80,38 @@ void PosixDriveFiles::TidyFolder(const std::string& native)
         CountSaved(DrivePathOf(saved));
 }
 
+void PosixDriveFiles::TidyFolderOf(const OutputFile& file)
+{
+    TidyFolder(std::string(NativeFolderOf(file.native)));
+}
+
+std::unique_ptr<PageDraft> PosixDriveFiles::MakeDraft(const OutputFile& file,
+                                                      std::string_view bytes, bool is_former_known)
+{
+    return std::make_unique<PosixPageDraft>(file, bytes, is_former_known);
+}
+
+void PosixDriveFiles::NoteWritten(const OutputFile& file, bool is_new)
+{
+    if (is_new)
+        names_.Added(file.native);
+    places_.push_back(file.native);
+}
+
 int PosixDriveFiles::PlaceInOld(const OutputFile& file, const Writing& writing)
 {
-    struct stat old {};
-    const Descriptor held(
-        ::open(file.native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
-    if (!held.IsOpen() && errno == ELOOP)
-        return EEXIST; // has become a link
-    // A file that may not be read may still be replaced.
-    const bool known =
-        held.IsOpen() ? ::fstat(held.Get(), &old) == 0 : ::stat(file.native.c_str(), &old) == 0;
-    if (!known)
-        return errno;
-    if (!S_ISREG(old.st_mode))
-        return EEXIST;
-    const bool same_size = static_cast<std::size_t>(old.st_size) == writing.bytes.size();
-    if (held.IsOpen() && same_size && HoldsBytes(held.Get(), writing.bytes))
-        return writing.is_source ? FlushInPlace(held.Get(), file.native) : 0;
-    if (::faccessat(AT_FDCWD, file.native.c_str(), W_OK, AT_EACCESS) != 0)
-        return errno;
+    OldPage old;
+    if (const int error = LookAtOldPage(file.native, writing.bytes, old))
+        return error;
+    if (old.holds_bytes)
+        return writing.is_source ? FlushInPlace(old.held.Get(), file.native) : 0;
+    if (const int error = MayWrite(file.native))
+        return error;
     if (!IsFormerKnown(file))
-        KeepFormer(file, FormerOf(held, static_cast<std::size_t>(old.st_size)));
+        KeepFormer(file, old.Former());
     Lost lost;
     const Draft draft{file.native, writing.bytes, writing.is_source, writing.expected};
-    const int error = PlaceOver(draft, old, lost);
+    const int error = PlaceOver(draft, old.state, lost);
     if (error == 0)
         CountLost(file.path, lost);
     return error;
@@ -119,7 +120,7 @@ int PosixDriveFiles::PlaceInOld(const OutputFile& file, const Writing& writing)
 int PosixDriveFiles::Place(const OutputFile& file, const Writing& writing)
 {
     RefuseUnexpected(file, writing.expected);
-    TidyFolder(std::string(NativeFolderOf(file.native)));
+    TidyFolderOf(file);
     if (file.exists)
         return PlaceInOld(file, writing);
     const int error = PlaceNew({file.native, writing.bytes, writing.is_source});
@@ -146,8 +147,8 @@ void PosixDriveFiles::Write(const OutputFile& file, const Writing& writing)
         RefuseWith("write", file.path, error);
     if (writing.expected.is_record)
         return;
+    NoteWritten(place, false);
     CountWritten(place, writing.bytes);
-    places_.push_back(std::move(place.native));
 }
 
 void PosixDriveFiles::Commit(const OutputFile& file, std::string_view bytes)
@@ -207,6 +208,7 @@ bool PosixDriveFiles::MakeFolder(std::string_view path)
     if (error != 0)
         RefuseWith("make the folder", absolute, error);
     names_.Added(native);
+    TellWritten({absolute, native});
     return true;
 }
 
@@ -223,6 +225,7 @@ bool PosixDriveFiles::DeleteFile(std::string_view path)
     if (error != 0)
         RefuseWith("delete", absolute, error);
     names_.Removed(native);
+    TellWritten({absolute, native});
     return true;
 }
 

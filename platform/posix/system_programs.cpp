@@ -1,6 +1,7 @@
 #include "platform/command_lines.h"
 #include "platform/drive_path.h"
 #include "platform/file_errors.h"
+#include "platform/file_marks.h"
 #include "platform/programs.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -8,6 +9,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <optional>
@@ -58,6 +60,15 @@ std::string FindProgram(Drives& drives, const std::string& program)
     return {};
 }
 
+/// The first reading of a command line that names a program, with its native path; "" for none.
+ProgramReading ReadProgram(Drives& drives, std::string_view command)
+{
+    for (const ProgramReading& reading : ProgramReadings(command))
+        if (std::string program = FindProgram(drives, reading.program); !program.empty())
+            return {std::move(program), reading.arguments};
+    return {};
+}
+
 /// A drive path as the started program knows it.
 std::string NativePath(Drives& drives, const std::string& path)
 {
@@ -65,10 +76,25 @@ std::string NativePath(Drives& drives, const std::string& path)
     return native.empty() ? ToUtf8(path) : native; // on no drive of ours
 }
 
+std::string NativeWord(Drives& drives, const std::string& word)
+{
+    return IsDrivePath(word) ? NativePath(drives, word) : ToUtf8(word);
+}
+
 void AddWords(NativeCommand& command, Drives& drives, std::string_view arguments)
 {
     for (const std::string& word : CutArguments(arguments))
-        command.push_back(IsDrivePath(word) ? NativePath(drives, word) : ToUtf8(word));
+        command.push_back(NativeWord(drives, word));
+}
+
+/// A word with a mark stays one word, whatever is in the file's name.
+void AddFilledWords(NativeCommand& command, Drives& drives, std::string_view arguments,
+                    const Launch& launch)
+{
+    const std::string file = NativePath(drives, launch.file);
+    for (const std::string& word : CutArguments(arguments))
+        command.push_back(MarksIn(word).Any() ? FillMarks(ToUtf8(word), file, launch.line)
+                                              : NativeWord(drives, FillMarks(word, {}, 0)));
 }
 
 NativeCommand MakeNative(Drives& drives, const Launch& launch)
@@ -79,18 +105,19 @@ NativeCommand MakeNative(Drives& drives, const Launch& launch)
             RefuseStart("explorer", {"no such program: xdg-open", kNoSuchProgram.hint});
         return {opener, NativePath(drives, *folder)};
     }
-    for (const ProgramReading& reading : ProgramReadings(launch.command)) {
-        std::string program = FindProgram(drives, reading.program);
-        if (program.empty())
-            continue;
-        NativeCommand command{std::move(program)};
-        AddWords(command, drives, FromChar(launch.command, reading.arguments + 1));
-        if (!launch.file.empty())
-            command.push_back(NativePath(drives, launch.file));
-        AddWords(command, drives, launch.options);
-        return command;
-    }
-    RefuseStart(Trim(launch.Text()), kNoSuchProgram);
+    const ProgramReading found = ReadProgram(drives, launch.command);
+    if (found.program.empty())
+        RefuseStart(Trim(launch.Text()), kNoSuchProgram);
+    NativeCommand command{found.program};
+    const std::string_view arguments = FromChar(launch.command, found.arguments + 1);
+    if (launch.HasMarks())
+        AddFilledWords(command, drives, arguments, launch);
+    else
+        AddWords(command, drives, arguments);
+    if (!launch.file.empty() && !launch.HasFileMark())
+        command.push_back(NativePath(drives, launch.file));
+    AddWords(command, drives, launch.options);
+    return command;
 }
 
 /// What the started process tells of its failure.
@@ -153,16 +180,91 @@ Failure StartDetached(const char* folder, char* const* arguments)
     return failure;
 }
 
-} // namespace
-
-void SystemPrograms::Start(const Launch& launch)
+/// A file without a name that holds `input`, to be read from its beginning; -1 on failure.
+int InputFile(std::string_view input)
 {
-    NativeCommand command = MakeNative(drives_, launch);
+    std::FILE* const file = std::tmpfile();
+    if (file == nullptr)
+        return -1;
+    const bool is_whole = std::fwrite(input.data(), 1, input.size(), file) == input.size() &&
+                          std::fflush(file) == 0 && ::lseek(::fileno(file), 0, SEEK_SET) == 0;
+    const int number = is_whole ? ::fcntl(::fileno(file), F_DUPFD_CLOEXEC, 0) : -1;
+    std::fclose(file);
+    return number;
+}
+
+constexpr int kNotStarted = 127; // as shells have it
+constexpr int kSignalled = 128;
+
+/// Becomes a program that is waited for, with `input` as its standard input. Runs in a child
+/// process.
+[[noreturn]] void BecomeHeard(const char* folder, char* const* arguments, int input)
+{
+    for (int number = 1; number < NSIG; ++number)
+        std::signal(number, SIG_DFL);
+    if (::chdir(folder) == 0 && ::dup2(input, STDIN_FILENO) >= 0 &&
+        ::dup2(STDERR_FILENO, STDOUT_FILENO) >= 0)
+        ::execv(arguments[0], arguments);
+    ::_exit(kNotStarted);
+}
+
+/// The exit code of a child; -1 when it could not be started.
+int RunChild(const char* folder, char* const* arguments, int input)
+{
+    const pid_t child = ::fork();
+    if (child == 0)
+        BecomeHeard(folder, arguments, input);
+    int status = 0;
+    pid_t ended = child;
+    while (child > 0 && (ended = ::waitpid(child, &status, 0)) < 0 && errno == EINTR) {
+    }
+    if (child < 0 || ended < 0)
+        return -1;
+    return WIFSIGNALED(status) ? kSignalled + WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+/// The words as the system takes them: they must outlive what is returned.
+std::vector<char*> ArgumentsOf(NativeCommand& command)
+{
     std::vector<char*> arguments;
     arguments.reserve(command.size() + 1);
     for (std::string& word : command)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
+    return arguments;
+}
+
+} // namespace
+
+int SystemPrograms::Run(const Launch& launch, std::string_view input)
+{
+    NativeCommand command = MakeNative(drives_, launch);
+    const std::vector<char*> arguments = ArgumentsOf(command);
+    const std::string folder = drives_.ToNative(drives_.CurrentDirectory());
+    const int file = InputFile(input);
+    const int code = file < 0 ? -1 : RunChild(folder.c_str(), arguments.data(), file);
+    const int error = errno;
+    if (file >= 0)
+        ::close(file);
+    if (code < 0)
+        RefuseStart(FromUtf8(command[0]), SystemReason(error));
+    return code;
+}
+
+bool SystemPrograms::Finds(std::string_view command)
+{
+    return !ReadProgram(drives_, command).program.empty();
+}
+
+Launch BrowserLaunch(const std::string& address)
+{
+    return {"xdg-open " + address};
+}
+
+void SystemPrograms::Start(const Launch& launch)
+{
+    NativeCommand command = MakeNative(drives_, launch);
+    const std::vector<char*> arguments = ArgumentsOf(command);
     const std::string folder = drives_.ToNative(drives_.CurrentDirectory());
     const Failure failure = StartDetached(folder.c_str(), arguments.data());
     if (failure.error == 0)

@@ -32,6 +32,7 @@ class WindowsConsole : public Console {
 
     bool HasLine() const override { return has_line_; }
     bool OutIsTerminal() const override { return _isatty(_fileno(stdout)) != 0; }
+    bool OutIsRead() const override { return true; }
 
   private:
     HANDLE err_ = GetStdHandle(STD_ERROR_HANDLE);

@@ -29,11 +29,11 @@ WindowsHandle CreateNew(const std::wstring& native, Beginning& beginning)
 }
 
 /// Writes a file of a name of its own beside the place.
-DWORD Write(const Draft& draft, Beginning beginning, std::wstring& temporary)
+DWORD Write(const Draft& draft, Beginning beginning, FilledDraft& filled)
 {
     DWORD error = ERROR_FILE_EXISTS;
     while (error == ERROR_FILE_EXISTS) {
-        temporary = TemporaryName(draft.native);
+        std::wstring temporary = TemporaryName(draft.native);
         WindowsHandle file = CreateNew(temporary, beginning);
         error = file.IsOpen() ? WriteBytes(file, draft.bytes) : ::GetLastError();
         if (!file.IsOpen())
@@ -42,9 +42,16 @@ DWORD Write(const Draft& draft, Beginning beginning, std::wstring& temporary)
             error = FlushFile(file);
         if (const DWORD fault = file.Close(); error == 0)
             error = fault;
-        if (error != 0)
-            ::DeleteFileW(temporary.c_str());
+        filled.temporary = std::move(temporary);
     }
+    return error;
+}
+
+/// What is in its place by a move, which ended with `error`, is no draft any more.
+DWORD Put(FilledDraft& filled, DWORD error)
+{
+    if (error == 0)
+        filled.temporary.clear();
     return error;
 }
 
@@ -79,32 +86,54 @@ DWORD MoveOverOld(const std::wstring& temporary, const Draft& draft)
 
 unsigned long PlaceNew(const Draft& draft)
 {
-    std::wstring temporary;
-    DWORD error = Write(draft, {}, temporary);
-    if (error != 0)
-        return error;
-    error = MoveToFree(temporary, draft.native, DurabilityOf(draft));
-    if (error != 0)
-        ::DeleteFileW(temporary.c_str());
+    FilledDraft filled;
+    DWORD error = FillNew(draft, filled);
+    if (error == 0)
+        error = Put(filled, MoveToFree(filled.temporary, draft.native, DurabilityOf(draft)));
     return error;
 }
 
 unsigned long PlaceOver(const Draft& draft, const WindowsState& old, Lost& lost)
 {
+    FilledDraft filled;
+    DWORD error = FillOver(draft, old, lost, filled);
+    if (error == 0)
+        error = Put(filled, MoveOverOld(filled.temporary, draft));
+    return error;
+}
+
+FilledDraft::~FilledDraft()
+{
+    if (!temporary.empty())
+        ::DeleteFileW(temporary.c_str());
+}
+
+unsigned long FillNew(const Draft& draft, FilledDraft& filled)
+{
+    return Write(draft, {}, filled);
+}
+
+unsigned long FillOver(const Draft& draft, const WindowsState& old, Lost& lost, FilledDraft& filled)
+{
     Beginning beginning;
-    std::wstring temporary;
     DWORD error = WhyNotReplaced(draft.native, old);
     if (error == 0)
         error = BeginLike(draft.native, old, beginning);
     if (error == 0)
-        error = Write(draft, std::move(beginning), temporary);
-    if (error != 0)
-        return error;
-    TakeOver(temporary, draft.native, old, lost);
-    error = MoveOverOld(temporary, draft);
-    if (error != 0)
-        ::DeleteFileW(temporary.c_str());
+        error = Write(draft, std::move(beginning), filled);
+    if (error == 0)
+        TakeOver(filled.temporary, draft.native, old, lost);
     return error;
+}
+
+unsigned long PutNew(const std::wstring& native, FilledDraft& filled)
+{
+    return Put(filled, MoveToFree(filled.temporary, native, Durable::kLater));
+}
+
+unsigned long PutOver(const std::wstring& native, FilledDraft& filled)
+{
+    return Put(filled, MoveOver(filled.temporary, native, Durable::kLater));
 }
 
 } // namespace kiv

@@ -28,4 +28,23 @@ unsigned long PlaceNew(const Draft& draft);
 /// kChangedMeanwhile when the file does not hold what is expected.
 unsigned long PlaceOver(const Draft& draft, const WindowsState& old, Lost& lost);
 
+/// A draft that has its content and is not in its place. Nothing of it is left when it goes.
+struct FilledDraft {
+    FilledDraft() = default;
+    FilledDraft(const FilledDraft&) = delete;
+    FilledDraft& operator=(const FilledDraft&) = delete;
+    ~FilledDraft();
+
+    std::wstring temporary; // its native name; "": there is no draft
+};
+
+// PlaceNew and PlaceOver in two steps, for drafts that are no sources and replace whatever is
+// there. The first may be taken by any thread; the second is a single call, which gives the same
+// errors.
+unsigned long FillNew(const Draft& draft, FilledDraft& filled);
+unsigned long PutNew(const std::wstring& native, FilledDraft& filled);
+unsigned long FillOver(const Draft& draft, const WindowsState& old, Lost& lost,
+                       FilledDraft& filled);
+unsigned long PutOver(const std::wstring& native, FilledDraft& filled);
+
 } // namespace kiv

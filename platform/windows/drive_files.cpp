@@ -1,7 +1,9 @@
 #include "platform/windows/drive_files.h"
+#include "platform/queued_drives.h"
 
 #include "platform/drive_path.h"
 #include "platform/file_errors.h"
+#include "platform/run_error.h"
 #include "platform/temporary_names.h"
 #include "platform/windows/api.h"
 #include "platform/windows/folder_locks.h"
@@ -59,7 +61,9 @@ bool WindowsDriveFiles::IsFolderAt(const std::string& absolute) const
 
 bool WindowsDriveFiles::FolderExists(std::string_view path)
 {
-    return IsFolderAt(Absolute(path));
+    const std::string absolute = Absolute(path);
+    TellLook(absolute);
+    return IsFolderAt(absolute);
 }
 
 std::string WindowsDriveFiles::RealFolder(std::string_view path)
@@ -87,14 +91,37 @@ bool WindowsDriveFiles::IsLink(std::string_view path)
 
 FileStamp WindowsDriveFiles::Stamp(std::string_view path)
 {
+    const std::string absolute = AbsoluteFile(path);
+    TellLook(absolute);
     WindowsState state;
-    if (!StateAt(AbsoluteFile(path), StateOf, state) || state.is_folder)
+    if (!StateAt(absolute, StateOf, state) || state.is_folder)
         return {};
     constexpr std::int64_t kYoung = 1'000'000;
     FILETIME now{};
     ::GetSystemTimeAsFileTime(&now);
     const std::int64_t ticks = (std::int64_t{now.dwHighDateTime} << 32) | now.dwLowDateTime;
     return {state.size, Distinct(state.written, ticks, kYoung), true};
+}
+
+PlaceState WindowsDriveFiles::StateNow(const std::string& absolute)
+{
+    using Kind = PlaceState::Kind;
+    if (!HasGoodNames(absolute))
+        return {};
+    WindowsState state;
+    try {
+        const DWORD error = StateOf(names_.Native(absolute), state);
+        if (IsAbsent(error))
+            return {};
+        if (error != 0)
+            return {.kind = Kind::refused, .error = static_cast<int>(error)};
+    } catch (const RunError&) { // a folder that has to be looked through for the name
+        return {.kind = Kind::refused, .error = ERROR_ACCESS_DENIED};
+    }
+    return {.kind = state.is_folder ? Kind::folder : Kind::file,
+            .size = state.is_folder ? 0 : state.size,
+            .written = state.written,
+            .changed = state.made};
 }
 
 std::vector<FileName> WindowsDriveFiles::Names(const std::string& folder, bool folders)
@@ -164,9 +191,9 @@ void WindowsDriveFiles::Refresh()
     final_folders_.clear();
 }
 
-std::unique_ptr<Drives> MakeDriveFiles(const DriveMap& drives)
+std::unique_ptr<Drives> MakeDriveFiles(const DriveMap& drives, std::size_t threads)
 {
-    return std::make_unique<WindowsDriveFiles>(drives);
+    return WithPageQueue(std::make_unique<WindowsDriveFiles>(drives), threads);
 }
 
 } // namespace kiv

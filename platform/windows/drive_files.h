@@ -48,6 +48,7 @@ class WindowsDriveFiles : public DriveFiles {
     std::string FromNative(std::string_view utf8) override;
     std::string ToNative(std::string_view path) override;
     void Refresh() override;
+    PlaceState StateNow(const std::string& absolute) override;
 
   protected:
     /// A path may spell a name in another case than the disk does.
@@ -60,6 +61,10 @@ class WindowsDriveFiles : public DriveFiles {
     std::string ExactNameOf(const std::string& absolute) override;
     void Rename(const std::string& source, const std::string& target, const NameChange& change,
                 Alike alike) override;
+    void TidyFolderOf(const OutputFile& file) override;
+    std::unique_ptr<PageDraft> MakeDraft(const OutputFile& file, std::string_view bytes,
+                                         bool is_former_known) override;
+    void NoteWritten(const OutputFile& file, bool is_new) override;
 
   private:
     /// The state of what bears a name, by `look`. False when it is absent. Throws "cannot look
@@ -74,7 +79,7 @@ class WindowsDriveFiles : public DriveFiles {
     /// The native path of a name in exact form.
     std::wstring InFolder(std::string_view folder, std::string_view exact) const;
     /// Opens a file and tells its size.
-    WindowsHandle OpenToRead(const std::string& absolute, std::uint64_t& size) const;
+    WindowsHandle OpenToRead(const std::string& absolute, std::uint64_t& size);
 
     /// What is to be written into an output file.
     struct Writing {
@@ -86,11 +91,6 @@ class WindowsDriveFiles : public DriveFiles {
     unsigned long Place(const OutputFile& file, const Writing& writing);
     unsigned long PlaceInOld(const OutputFile& file, const Writing& writing);
     void Write(const OutputFile& file, const Writing& writing);
-    /// What an old file of `size` bytes holds, if it may be read.
-    static FormerFile FormerAt(const std::wstring& native, std::uint64_t size);
-    /// Tidies the folder of a file that is written, once after each Refresh.
-    void TidyFolderOf(const std::wstring& native);
-
     WindowsNames names_;
     std::unordered_set<std::wstring> tidied_;                      // native folders
     std::vector<OutputFile> places_;                               // of the files written

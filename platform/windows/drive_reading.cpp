@@ -14,8 +14,9 @@ std::string WindowsDriveFiles::PossibleFile(std::string_view path, std::string_v
     return absolute;
 }
 
-WindowsHandle WindowsDriveFiles::OpenToRead(const std::string& absolute, std::uint64_t& size) const
+WindowsHandle WindowsDriveFiles::OpenToRead(const std::string& absolute, std::uint64_t& size)
 {
+    TellOpening(absolute);
     const std::wstring native = names_.Native(absolute);
     WindowsHandle file = OpenWindowsFile(native);
     const DWORD error = file.IsOpen() ? SizeOf(file, size) : ::GetLastError();
@@ -38,10 +39,12 @@ std::string WindowsDriveFiles::ReadFile(std::string_view path)
     const auto read = [&](std::size_t count, std::string& bytes) {
         refuse(ReadBytes(file, 0, count, bytes));
     };
-    return ReadWhole(absolute, size, read, [&] {
+    std::string bytes = ReadWhole(absolute, size, read, [&] {
         refuse(SizeOf(file, size));
         return size;
     });
+    TellRead(absolute, bytes);
+    return bytes;
 }
 
 std::string WindowsDriveFiles::ReadPart(std::string_view path, std::uint64_t offset,

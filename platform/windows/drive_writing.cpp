@@ -4,6 +4,7 @@
 #include "platform/windows/drafts.h"
 #include "platform/windows/drive_files.h"
 #include "platform/windows/moving.h"
+#include "platform/windows/page_draft.h"
 #include "platform/windows/paths.h"
 #include "platform/windows/patience.h"
 #include "platform/windows/temporaries.h"
@@ -35,44 +36,39 @@ OutputFile WindowsDriveFiles::Open(std::string_view path)
     return file;
 }
 
-FormerFile WindowsDriveFiles::FormerAt(const std::wstring& native, std::uint64_t size)
+void WindowsDriveFiles::TidyFolderOf(const OutputFile& file)
 {
-    if (size > kLargestFormer)
-        return FormerFile::Unknown();
-    std::string bytes;
-    const WindowsHandle held = OpenWindowsFile(native);
-    if (!held.IsOpen() || ReadBytes(held, 0, static_cast<std::size_t>(size), bytes) != 0)
-        return FormerFile::Unknown();
-    return FormerFile::Holding(bytes);
-}
-
-void WindowsDriveFiles::TidyFolderOf(const std::wstring& native)
-{
-    std::wstring folder = NativeFolderOf(native);
+    std::wstring folder = NativeFolderOf(WideFromUtf8(file.native));
     if (tidied_.contains(folder))
         return;
     DeleteLeftTemporaries(folder);
     tidied_.insert(std::move(folder));
 }
 
+std::unique_ptr<PageDraft>
+WindowsDriveFiles::MakeDraft(const OutputFile& file, std::string_view bytes, bool is_former_known)
+{
+    return std::make_unique<WindowsPageDraft>(file, bytes, is_former_known);
+}
+
+void WindowsDriveFiles::NoteWritten(const OutputFile& file, bool /*is_new*/)
+{
+    places_.push_back(file);
+}
+
 unsigned long WindowsDriveFiles::PlaceInOld(const OutputFile& file, const Writing& writing)
 {
     const std::wstring native = WideFromUtf8(file.native);
-    WindowsState old;
-    if (const DWORD error = StateOf(native, old))
+    OldPage old;
+    if (const DWORD error = LookAtOldPage(native, writing.bytes, old))
         return error;
-    if (old.is_folder)
-        return ERROR_ALREADY_EXISTS;
-    if (old.size == writing.bytes.size()) {
-        const WindowsHandle held = OpenWindowsFile(native);
-        if (held.IsOpen() && HoldsBytes(held, writing.bytes))
-            return writing.is_source ? FlushFileAt(native) : 0;
-    }
+    if (old.holds_bytes)
+        return writing.is_source ? FlushFileAt(native) : 0;
     if (!IsFormerKnown(file))
-        KeepFormer(file, FormerAt(native, old.size));
+        KeepFormer(file, FormerOf(native, old));
     Lost lost;
     const DWORD error =
-        PlaceOver({native, writing.bytes, writing.is_source, writing.expected}, old, lost);
+        PlaceOver({native, writing.bytes, writing.is_source, writing.expected}, old.state, lost);
     if (error == 0)
         CountLost(file.path, lost);
     return error;
@@ -81,10 +77,10 @@ unsigned long WindowsDriveFiles::PlaceInOld(const OutputFile& file, const Writin
 unsigned long WindowsDriveFiles::Place(const OutputFile& file, const Writing& writing)
 {
     RefuseUnexpected(file, writing.expected);
-    const std::wstring native = WideFromUtf8(file.native);
-    TidyFolderOf(native);
+    TidyFolderOf(file);
     if (file.exists)
         return PlaceInOld(file, writing);
+    const std::wstring native = WideFromUtf8(file.native);
     const DWORD error = PlaceNew({native, writing.bytes, writing.is_source});
     if (error == 0)
         KeepFormer(file, FormerFile::Absent());
@@ -106,8 +102,8 @@ void WindowsDriveFiles::Write(const OutputFile& file, const Writing& writing)
         RefuseWith("write", file.path, static_cast<int>(error));
     if (writing.expected.is_record)
         return;
+    NoteWritten(place, false);
     CountWritten(place, writing.bytes);
-    places_.push_back(std::move(place));
 }
 
 void WindowsDriveFiles::Commit(const OutputFile& file, std::string_view bytes)
@@ -167,8 +163,11 @@ bool WindowsDriveFiles::MakeFolder(std::string_view path)
     WindowsState state;
     if (absolute.empty() || !HasGoodNames(absolute) || StateAt(absolute, StateOfName, state))
         return false;
-    if (::CreateDirectoryW(names_.NativeOfNew(absolute).c_str(), nullptr) != 0)
+    const std::wstring native = names_.NativeOfNew(absolute);
+    if (::CreateDirectoryW(native.c_str(), nullptr) != 0) {
+        TellWritten({absolute, Utf8FromWide(native)});
         return true;
+    }
     const DWORD error = ::GetLastError();
     if (!IsAbsent(error) && !IsTaken(error))
         RefuseWith("make the folder", absolute, static_cast<int>(error));
@@ -184,6 +183,8 @@ bool WindowsDriveFiles::DeleteFile(std::string_view path)
         [&]() -> DWORD { return ::DeleteFileW(native.c_str()) != 0 ? 0 : ::GetLastError(); });
     if (error != 0 && !IsMissing(error))
         RefuseWith("delete", absolute, static_cast<int>(error));
+    if (error == 0)
+        TellWritten({absolute, Utf8FromWide(native)});
     return error == 0;
 }
 

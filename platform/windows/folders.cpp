@@ -22,6 +22,8 @@ void Take(const Data& data, WindowsState& state)
     state.size = Whole(data.nFileSizeHigh, data.nFileSizeLow);
     state.written = static_cast<std::int64_t>(
         Whole(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime));
+    state.made = static_cast<std::int64_t>(
+        Whole(data.ftCreationTime.dwHighDateTime, data.ftCreationTime.dwLowDateTime));
     state.attributes = data.dwFileAttributes;
     state.is_folder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
@@ -93,19 +95,22 @@ unsigned long LookForFolder(const std::wstring& native)
     return error == 0 && !state.is_folder ? ERROR_DIRECTORY : error;
 }
 
-unsigned long FindFinalPath(std::wstring& native)
+unsigned long FinalPathOf(const WindowsHandle& target, std::wstring& path)
 {
-    const WindowsHandle target = OpenToLook(native);
-    if (!target.IsOpen())
-        return ::GetLastError();
     constexpr DWORD kMost = 32768;
     std::wstring place(kMost, L'\0');
     const DWORD size =
         ::GetFinalPathNameByHandleW(target.Get(), place.data(), kMost, FILE_NAME_NORMALIZED);
     if (size == 0 || size >= kMost)
         return size == 0 ? ::GetLastError() : ERROR_FILENAME_EXCED_RANGE;
-    native = place.substr(0, size);
+    path = place.substr(0, size);
     return 0;
+}
+
+unsigned long FindFinalPath(std::wstring& native)
+{
+    const WindowsHandle target = OpenToLook(native);
+    return target.IsOpen() ? FinalPathOf(target, native) : ::GetLastError();
 }
 
 unsigned long FollowLink(std::wstring& native)

@@ -8,6 +8,8 @@
 
 namespace kiv {
 
+class WindowsHandle;
+
 /// An error that says that a name, or a folder on the way to it, is not there.
 bool IsMissing(unsigned long error);
 
@@ -21,6 +23,7 @@ bool IsTaken(unsigned long error);
 struct WindowsState {
     std::uint64_t size = 0;
     std::int64_t written = 0; // 100 ns ticks
+    std::int64_t made = 0;    // the same
     unsigned long attributes = 0;
     bool is_folder = false;
 };
@@ -34,6 +37,8 @@ unsigned long LookForFolder(const std::wstring& native);
 
 /// The one path of what is there, without links, in the case that it has on the disk.
 unsigned long FindFinalPath(std::wstring& native);
+/// The same of what is open.
+unsigned long FinalPathOf(const WindowsHandle& target, std::wstring& path);
 /// Where a link leads. What is no link stays, and what leads to nothing.
 unsigned long FollowLink(std::wstring& native);
 

@@ -1,14 +1,17 @@
 #include "platform/command_lines.h"
 #include "platform/drive_path.h"
 #include "platform/file_errors.h"
+#include "platform/file_marks.h"
 #include "platform/programs.h"
 #include "platform/windows/api.h"
 #include "platform/windows/folders.h"
+#include "platform/windows/handle.h"
 #include "platform/windows/paths.h"
 #include "platform/windows/wide_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
+#include <algorithm>
 #include <optional>
 #include <sstream>
 
@@ -101,6 +104,25 @@ std::wstring NativeArguments(Drives& drives, std::string_view arguments)
     return changed ? line : WideText(Trim(arguments));
 }
 
+/// The arguments of a command with marks. A word with a mark stays one word, whatever is in the
+/// file's name.
+std::wstring FilledArguments(Drives& drives, std::string_view arguments, const Launch& launch)
+{
+    const std::string file = Utf8FromWide(NativePath(drives, launch.file));
+    std::wstring line;
+    for (const std::string& word : CutArguments(arguments)) {
+        std::wstring filled;
+        if (MarksIn(word).Any())
+            filled = WideFromUtf8(FillMarks(ToUtf8(word), file, launch.line));
+        else if (const std::string plain = FillMarks(word, {}, 0); IsDrivePath(plain))
+            filled = NativePath(drives, plain);
+        else
+            filled = WideText(plain);
+        line.append(line.empty() ? L"" : L" ").append(Quoted(filled));
+    }
+    return line;
+}
+
 /// What explorer takes as one folder, whatever is in its name. It knows no backslash rule.
 std::wstring ExplorerLine(Drives& drives, const std::string& folder)
 {
@@ -121,8 +143,10 @@ std::wstring ArgumentLine(Drives& drives, const Launch& launch, std::size_t begi
     const auto add = [&](const std::wstring& more) {
         line.append(line.empty() || more.empty() ? L"" : L" ").append(more);
     };
-    add(NativeArguments(drives, FromChar(launch.command, begin + 1)));
-    if (!launch.file.empty())
+    const std::string_view arguments = FromChar(launch.command, begin + 1);
+    add(launch.HasMarks() ? FilledArguments(drives, arguments, launch)
+                          : NativeArguments(drives, arguments));
+    if (!launch.file.empty() && !launch.HasFileMark())
         add(Quoted(NativePath(drives, launch.file)));
     add(NativeArguments(drives, launch.options));
     return line;
@@ -144,7 +168,50 @@ NativeCommand MakeNative(Drives& drives, const Launch& launch)
     RefuseStart(Trim(launch.Text()), kNoSuchProgram);
 }
 
+/// A file that holds `input`, to be read from its beginning, and that goes when it is closed; not
+/// open on failure.
+WindowsHandle InputFile(std::string_view input)
+{
+    std::wstring folder(MAX_PATH + 1, L'\0');
+    folder.resize(::GetTempPathW(static_cast<DWORD>(folder.size()), folder.data()));
+    std::wstring name(MAX_PATH, L'\0');
+    if (::GetTempFileNameW(folder.c_str(), L"kiv", 0, name.data()) == 0)
+        return WindowsHandle(nullptr);
+    SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    WindowsHandle file(::CreateFileW(
+        name.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS,
+        FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+    if (file.IsOpen() &&
+        (WriteBytes(file, input) != 0 || ::SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN) != 0))
+        file.Close();
+    return file;
+}
+
+/// This program's standard error as a started program gets it; not open where there is none.
+WindowsHandle InheritedOutput()
+{
+    HANDLE copy = nullptr;
+    const HANDLE own = ::GetStdHandle(STD_ERROR_HANDLE);
+    const bool is_copied = own != nullptr && own != INVALID_HANDLE_VALUE &&
+                           ::DuplicateHandle(::GetCurrentProcess(), own, ::GetCurrentProcess(),
+                                             &copy, 0, TRUE, DUPLICATE_SAME_ACCESS) != 0;
+    return WindowsHandle(is_copied ? copy : nullptr);
+}
+
 } // namespace
+
+bool SystemPrograms::Finds(std::string_view command)
+{
+    const std::vector<ProgramReading> readings = ProgramReadings(command);
+    return std::any_of(readings.begin(), readings.end(), [&](const ProgramReading& reading) {
+        return !FindProgram(drives_, reading.program).empty();
+    });
+}
+
+Launch BrowserLaunch(const std::string& address)
+{
+    return {"rundll32 url.dll,FileProtocolHandler " + address};
+}
 
 void SystemPrograms::Start(const Launch& launch)
 {
@@ -170,6 +237,32 @@ void SystemPrograms::Start(const Launch& launch)
     }
     ::CloseHandle(process.hThread);
     ::CloseHandle(process.hProcess);
+}
+
+int SystemPrograms::Run(const Launch& launch, std::string_view input)
+{
+    const NativeCommand command = MakeNative(drives_, launch);
+    std::wstring line = L"\"" + command.program + L"\" " + command.arguments;
+    const std::wstring folder = WideFromUtf8(drives_.ToNative(drives_.CurrentDirectory()));
+    const WindowsHandle file = InputFile(input);
+    const WindowsHandle output = InheritedOutput();
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdInput = file.Get();
+    start.hStdOutput = start.hStdError = output.Get();
+    PROCESS_INFORMATION process{};
+    if (!file.IsOpen() || ::CreateProcessW(command.program.c_str(), line.data(), nullptr, nullptr,
+                                           TRUE, output.IsOpen() ? 0 : CREATE_NO_WINDOW, nullptr,
+                                           folder.c_str(), &start, &process) == 0)
+        RefuseStart(Trim(launch.Text()), SystemReason(static_cast<int>(::GetLastError())));
+    const WindowsHandle running(process.hProcess);
+    ::CloseHandle(process.hThread);
+    DWORD code = 1;
+    if (::WaitForSingleObject(running.Get(), INFINITE) != WAIT_OBJECT_0 ||
+        ::GetExitCodeProcess(running.Get(), &code) == 0)
+        RefuseStart(Trim(launch.Text()), SystemReason(static_cast<int>(::GetLastError())));
+    return static_cast<int>(code);
 }
 
 } // namespace kiv

@@ -24,7 +24,7 @@ SWITCHES = (
     "--no-first-run",
     "--disable-popup-blocking",
     "--screen-info={1600x1200}",  # room enough for every popup to have the size it asks for
-    "--host-resolver-rules=MAP * ~NOTFOUND",  # nothing outside is ever asked
+    "--host-resolver-rules=MAP * ~NOTFOUND, EXCLUDE 127.0.0.1",  # nothing outside is ever asked
 )
 
 

@@ -1,8 +1,10 @@
 #include "builder/build_messages.h"
+#include "platform/drives.h"
 #include "tests/support/recorders.h"
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,7 +15,8 @@ TEST(BuildMessages, TextsKeptBackAreBounded)
 {
     test::RecordingReporter told;
     const Place place;
-    BuildMessages messages(told, place);
+    const std::unique_ptr<Drives> files = MakeDriveFiles({});
+    BuildMessages messages(told, *files, place);
     const std::string line(1'000'000, 'x');
     for (int i = 0; i < 13; ++i)
         messages.ShowBuildMessage(line);
@@ -31,7 +34,8 @@ TEST(BuildMessages, EachHasThePlaceOfItsMoment)
 {
     test::RecordingReporter told;
     Place place;
-    BuildMessages messages(told, place);
+    const std::unique_ptr<Drives> files = MakeDriveFiles({});
+    BuildMessages messages(told, *files, place);
     place = {"C:\\site\\_html.txt", 3, "a.htm"};
     messages.ShowBuildMessage("one");
     place = {};

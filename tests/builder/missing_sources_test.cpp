@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <string>
+#include <utility>
 
 namespace kiv {
 namespace {
@@ -68,6 +70,38 @@ TEST_F(MissingSources, AFolderInTheWayIsNamedAndBothAreTold)
               "There is no _html.txt in C:\\site. A folder has this name: give the folder another "
               "one. There is no _template.txt in C:\\site. Write one: a single \";\" will do for "
               "pages without a frame.");
+}
+
+/// A link to nothing stands for pipes and devices, which not every system has.
+TEST_F(MissingSources, AnIncludeThatIsThereButNoFileIsTold)
+{
+    constexpr const char* kFolder = "A folder has this name: give the folder another one.";
+    constexpr const char* kOther =
+        "Something has this name that is no plain file: a pipe, a device "
+        "or a link to nothing. Put a file in its place.";
+    std::filesystem::create_directory(desk.Root() / "site/folder.txt");
+    std::filesystem::create_symlink("nothing", desk.Root() / "site/link.txt");
+    const std::pair<std::string, std::string> told[] = {
+        {"folder.txt", kFolder}, {"link.txt", kOther}, {"none.txt", ""}, {"", ""}};
+    for (const auto& [name, hint] : told) {
+        desk.Put("site/_html.txt", "@FILE = a\n@TITLE = A\n++" + name + "\n");
+        EXPECT_EQ(desk.Build(), "");
+        ASSERT_EQ(desk.reporter.Warnings().size(), 1U) << name;
+        EXPECT_EQ(desk.reporter.Warnings()[0].text, "File " + name + " not found... aborting");
+        EXPECT_EQ(desk.reporter.Warnings()[0].hint, hint);
+        desk.reporter.ForgetWarnings();
+    }
+}
+
+TEST_F(MissingSources, AFolderInPlaceOfTheTemplateThatIsNamedIsTold)
+{
+    std::filesystem::create_directory(desk.Root() / "site/frame.txt");
+    desk.Put("site/_template.txt", "++frame.txt\n");
+    desk.Put("site/_html.txt", "@FILE = a\n@TITLE = A\n");
+    EXPECT_EQ(desk.Build(), "");
+    ASSERT_FALSE(desk.reporter.Warnings().empty());
+    EXPECT_EQ(desk.reporter.Warnings()[0].hint,
+              "A folder has this name: give the folder another one.");
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "builder/trace.h"
 #include "platform/drive_path.h"
 #include "platform/drives.h"
+#include "platform/look_log.h"
 #include "platform/site_files.h"
 #include "platform/unwritten_files.h"
 #include "shell/builds.h"
@@ -32,6 +33,32 @@ std::vector<std::string> LinesIn(std::string_view content)
         lines.emplace_back(TakeLine(content));
     return lines;
 }
+
+/// Keeps which files with anything in them were read.
+class ReadFiles : public LookLog {
+  public:
+    void Looks(const std::string& /*absolute*/) override {}
+    void Opens(const std::string& /*absolute*/) override {}
+    void HasRead(const std::string& absolute, std::string_view bytes) override
+    {
+        if (!bytes.empty())
+            paths_.insert(absolute);
+    }
+    void HasWritten(const OutputFile& /*file*/, const std::string_view* /*bytes*/) override {}
+
+    /// Those that pages are made of: settings, the list of a group and old pages are none.
+    std::set<std::string> Sources() const
+    {
+        std::set<std::string> sources;
+        for (const std::string& path : paths_)
+            if (!StartsWithNoCase(path, "C:\\utils\\") && NameOf(path) != kGroupFile)
+                sources.insert(path);
+        return sources;
+    }
+
+  private:
+    std::set<std::string> paths_;
+};
 
 /// Looks at each story as it comes.
 class CheckingTrace : public Trace {
@@ -80,8 +107,11 @@ class CheckingTrace : public Trace {
     }
 
     /// Every line of every source must have been told of.
-    void CompareSources()
+    void CompareSources(const std::set<std::string>& sources)
     {
+        for (const std::string& path : sources)
+            if (!told_.contains(path))
+                faults_ << path << ": it was read, and nothing is told of it\n";
         for (const auto& [path, told] : told_)
             for (std::size_t line = 1; line <= OnDisk(path).size(); ++line)
                 if (!told.contains(static_cast<int>(line)))
@@ -181,11 +211,13 @@ class TracedBuild::Run {
         workspace_.EoyEnabled = eoy;
         error_ = workspace_.Run([&] {
             workspace_.LookAt(directory);
+            files_->TellLooksTo(&read_);
             BuildUnwritten(workspace_, unwritten_, reporter_, trace_);
         });
+        files_->TellLooksTo(nullptr);
         trace_.ComparePages();
         if (!error_)
-            trace_.CompareSources();
+            trace_.CompareSources(read_.Sources());
         if (ReadTree(drive_c) != before_)
             faults_ << "a traced build has changed the disk\n";
         faults_ << trace_.Faults();
@@ -217,6 +249,7 @@ class TracedBuild::Run {
     Machine machine_{*files_, *files_, clock_, clipboard_, programs_, reporter_, pictures_};
     Workspace workspace_{machine_};
     UnwrittenFiles unwritten_{*files_};
+    ReadFiles read_;
     CheckingTrace trace_{*files_, unwritten_};
     FileTree before_;
     std::optional<RunError> error_;

@@ -143,6 +143,10 @@ TEST_F(Arguments, AWrongCallIsToldWhatIsWrong)
          "Try: kiv-cli convert --help"},
         {{"news", "--site", "x", "--name", "a", "--text", "b"},
          "--site takes a number, not x\nTry: kiv-cli news --help"},
+        {{"preview", "--port", "65536"},
+         "--port: a port is a number from 0 to 65535\nTry: kiv-cli preview --help"},
+        {{"preview", "--port", "-1"},
+         "--port: a port is a number from 0 to 65535\nTry: kiv-cli preview --help"},
         {{"grab", "--trimmed", "--all"},
          "--all and --trimmed do not go together; give one of them\nTry: kiv-cli grab --help"},
     };

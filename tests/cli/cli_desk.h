@@ -44,7 +44,8 @@ class CliTest : public testing::Test, public test::DriveFolder {
                                      },
                                      out_is_terminal,
                                      nullptr,
-                                     shell_folder};
+                                     shell_folder,
+                                     stop};
         const int code = RunCli(arguments, around);
         return {code, out.str(), err.str()};
     }
@@ -86,6 +87,7 @@ class CliTest : public testing::Test, public test::DriveFolder {
     bool err_is_terminal = false;
     std::string shell_folder; // native; "": the process's
     std::map<std::string, std::string> variables;
+    StopRequest* stop = nullptr; // ends a command that goes on
 };
 
 } // namespace kiv

@@ -1,13 +1,13 @@
-// The manual page, the shell's completion, and that what the table of calls holds.
+// The manual pages, and what the table of calls holds.
 #include "cli/arguments.h"
 #include "cli/call_table.h"
 #include "cli/docs.h"
 #include "cli/help.h"
+#include "cli/roff.h"
 #include "cli_desk.h"
+#include "shell/commands.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <regex>
 #include <set>
@@ -95,17 +95,23 @@ TEST(CallTable, TheHelpOfConvertTellsOfEveryMode)
             << mode;
 }
 
-TEST(Manual, IsWellFormed)
+void ExpectWellFormed(const std::string& page)
 {
-    const std::string page = ManualPage();
     std::istringstream lines(page);
     std::string before;
     for (std::string line; std::getline(lines, line); before = line) {
         EXPECT_LE(line.size(), line.starts_with(".SS") ? 200U : 80U) << line;
-        EXPECT_FALSE(line.empty());
+        EXPECT_FALSE(line.empty()) << "below " << before;
         EXPECT_FALSE(line == ".PP" && before.starts_with(".SH")) << before;
         EXPECT_FALSE(line.starts_with("'")) << line;
     }
+}
+
+TEST(Manual, IsWellFormed)
+{
+    const std::string page = ManualPage();
+    ExpectWellFormed(page);
+    ExpectWellFormed(WindowManualPage());
     EXPECT_THAT(page, HasSubstr("\n  kiv\\-cli build \\(ti/sites/museum\n"));
     EXPECT_THAT(page, HasSubstr("\\-\\-prefix \\(aq!!1\\(aq < rows.txt\n"));
 }
@@ -125,91 +131,26 @@ TEST(Manual, NamesEveryCommandAndOption)
     EXPECT_THAT(page, HasSubstr("txt\\eNAME.txt")); // no backslash of the text's own is left
 }
 
-#ifndef _WIN32
-
-struct CompletionRow {
-    std::vector<std::string> words; // behind the program's name; the last is being typed
-    std::vector<std::string> replies;
-};
-
-class Completion : public testing::Test {
-  protected:
-    Completion()
-    {
-        test::WriteBytes(folder.Path() / "script", BashCompletion());
-        for (const char* name : {"build", "holiday pics", "site"})
-            std::filesystem::create_directories(folder.Path() / "home" / name);
-        test::WriteBytes(folder.Path() / "home/report.json", "");
-    }
-
-    /// What the shell offers in a folder with the folders and the file above.
-    std::vector<std::string> Offered(const std::vector<std::string>& words) const
-    {
-        std::string run = "cd \"" + (folder.Path() / "home").string() +
-                          "\" && . ../script && COMP_WORDS=(kiv-cli";
-        for (const std::string& word : words)
-            run += " '" + word + "'";
-        run += ") && COMP_CWORD=" + std::to_string(words.size()) +
-               " && _kiv_cli && printf '%s\\n' \"${COMPREPLY[@]}\"";
-        test::WriteBytes(folder.Path() / "run", run);
-        const std::string out = (folder.Path() / "out").string();
-        const std::string call = "bash '" + (folder.Path() / "run").string() + "' >'" + out + "'";
-        EXPECT_EQ(std::system(call.c_str()), 0); // NOLINT(concurrency-mt-unsafe)
-        std::istringstream lines(test::ReadBytes(out));
-        std::vector<std::string> offered;
-        for (std::string line; std::getline(lines, line);)
-            if (!line.empty())
-                offered.push_back(line);
-        std::sort(offered.begin(), offered.end());
-        return offered;
-    }
-
-    test::TemporaryFolder folder;
-};
-
-TEST_F(Completion, OffersWhatMayFollow)
+TEST(Manual, OfTheWindowNamesEveryCommand)
 {
-    if (std::system("bash -c :") != 0) // NOLINT(concurrency-mt-unsafe)
-        GTEST_SKIP() << "no bash here";
-    const std::vector<std::string> folders = {"build", "holiday pics", "site"};
-    const std::vector<CompletionRow> rows = {
-        {{"bu"}, {"build"}},
-        {{"re"}, {"reference", "rename"}},
-        {{"r", "-"}, {}},
-        {{"--v"}, {"--verbose", "--version"}},
-        {{"--json", "und"}, {"undo-renames"}},
-        {{"--drive-c", ""}, folders},
-        {{"--drive-c", "=", "si"}, {"site"}},
-        {{"--drive-c", "build", "gr"}, {"grab", "group"}}, // a folder named like a command
-        {{"--drive-c", "=", "build", "sit"}, {"sitemap"}},
-        {{"--now", ""}, {}},
-        {{"build", ""}, folders},
-        {{"build", "hol"}, {"holiday pics"}},
-        {{"build", "--"},
-         {"--changed", "--drive-c", "--eoy", "--help", "--json", "--launch", "--now", "--strict",
-          "--sync", "--verbose", "--version"}},
-        {{"group", "-0"}, {"-0"}},
-        {{"build", "--j"}, {"--json"}},
-        {{"build", "--drive-c", "hol"}, {"holiday pics"}},
-        {{"build", "site", "--e"}, {"--eoy"}},
-        {{"fix-names", "site", "--d"}, {"--drive-c", "--dry-run"}},
-        {{"undo-renames", "--report", "re"}, {"report.json"}},
-        {{"undo-renames", "--report", "=", "re"}, {"report.json"}},
-        {{"convert", "--mode", "r"}, {"rs"}},
-        {{"convert", "--mode", "=", "tab"}, {"tabtopipe"}},
-        {{"convert", "--mode", "="},
-         {"cleanquotes", "getnames", "js", "newsgrabber", "ptop", "rs", "tabtopipe"}},
-        {{"convert", "--prefix", ""}, {}},
-        {{"convert", ""}, {}},
-        {{"reference", ""}, {"1", "2", "3", "4"}},
-        {{"dimensions", "8"}, {}},
-        {{"no-such", ""}, {}},
-    };
-    for (const CompletionRow& row : rows)
-        EXPECT_EQ(Offered(row.words), row.replies) << testing::PrintToString(row.words);
+    const std::string page = WindowManualPage();
+    for (const Command& command : Commands())
+        if (!command.IsSeparator()) {
+            std::string caption(command.caption);
+            if (const std::size_t at = caption.find("&&"); at != std::string::npos)
+                caption.erase(at, 1);
+            EXPECT_THAT(page, HasSubstr("\n.TP\n\\fB" + Roff(caption) + "\\fR\n"));
+        }
+    EXPECT_THAT(page, HasSubstr("\n.SS \"Menu Jump to\"\n"));
+    EXPECT_THAT(page, HasSubstr("\n.SH \"ENVIRONMENT\"\nKIV_DRIVE_C: "));
+    EXPECT_THAT(page, HasSubstr("\n.SH \"MANUAL\"\n"));
 }
 
-#endif
+TEST(Manual, IsNamedByTheHelp)
+{
+    EXPECT_THAT(HelpText(nullptr), HasSubstr("\nManual:\n"));
+    EXPECT_THAT(HelpText(nullptr), HasSubstr("index.htm"));
+}
 
 } // namespace
 } // namespace kiv

@@ -7,6 +7,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 
 class WhyTest : public CliTest {
   protected:
@@ -92,6 +93,26 @@ TEST_F(WhyTest, APageMayBeCalledByItsPath)
         EXPECT_EQ(lines[0]["text"].Text(), "plain") << place;
     }
     EXPECT_EQ(LinesOf({NativeOf("site/_html.txt") + ":4"})[0]["text"].Text(), "plain");
+}
+
+TEST_F(WhyTest, OutsideASectionThePathSaysWhichOneIsMeant)
+{
+    Put("site/parts/nav.txt", "unused\n");
+    for (const std::string& place : {std::string("C:\\site\\visit.htm"), NativeOf("site/visit.htm"),
+                                     NativeOf("site/parts/../visit.htm")}) {
+        const Printed printed = Call({"why", place + ":2"});
+        EXPECT_THAT(printed.out, HasSubstr("  from _html.txt:4\n    plain\n")) << place;
+        EXPECT_EQ(printed.err, "") << place;
+    }
+}
+
+TEST_F(WhyTest, APlaceOfAnotherSectionIsToldSo)
+{
+    Put("site/boats/_html.txt", "@FILE = b\n@TITLE = B\n");
+    EXPECT_THAT(ErrorOf({"boats/b"}), HasSubstr("-> " + NativeOf("site/boats") +
+                                                " is a section of its own: ask with this folder "
+                                                "as DIR."));
+    EXPECT_THAT(ErrorOf({"nothing"}), Not(HasSubstr("section of its own")));
 }
 
 TEST_F(WhyTest, TextIsFoundWhateverItsCase)

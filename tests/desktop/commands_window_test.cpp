@@ -10,11 +10,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSettings>
+#include <QTabWidget>
 #include <QTreeView>
-#include <QTreeWidget>
 
 namespace kiv {
 
@@ -32,16 +33,33 @@ class CommandsTest : public QObject {
     {
         return "<html>\r\n<!--BODY HERE-->\r\n" + body + "</html>\r\n";
     }
-    static const QTreeWidget& Messages(const MainWindow& window)
+    static QTreeView& Messages(const MainWindow& window)
     {
-        return Find<QTreeWidget>(window, u"Messages"_s);
+        return Find<QTreeView>(window, u"Messages"_s);
     }
+    static int MessageCount(const MainWindow& window)
+    {
+        return Messages(window).model()->rowCount();
+    }
+    /// "kind", "message", "place", "page".
     static QStringList Row(const MainWindow& window, int row)
     {
+        const QAbstractItemModel& model = *Messages(window).model();
         QStringList cells;
-        for (int column = 0; column < 4; ++column)
-            cells << Messages(window).topLevelItem(row)->text(column);
+        for (int column = 0; column < model.columnCount(); ++column)
+            cells << model.index(row, column).data().toString();
         return cells;
+    }
+    static const QWidget& Look(const MainWindow& window)
+    {
+        return Find<QWidget>(window, u"RenameLookWindow"_s);
+    }
+    static void DoubleClickFirst(const MainWindow& window)
+    {
+        QTreeView& list = Messages(window);
+        const QPoint place = list.visualRect(list.model()->index(0, 1)).center();
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
     }
     static bool ButtonsAreOn(const MainWindow& window)
     {
@@ -65,7 +83,8 @@ class CommandsTest : public QObject {
         QCOMPARE(desk.Status(), u"2 files written"_s);
         QCOMPARE(desk.Pass(), QString());
         QCOMPARE(desk.boxes.texts, QStringList());
-        QVERIFY(!Find<QWidget>(window, u"MessagesPane"_s).isVisible());
+        QCOMPARE(MessageCount(window), 0);
+        QVERIFY(Find<QTreeView>(window, u"Pages"_s).isVisible());
         QVERIFY(!Find<QProgressBar>(window, u"ProgressBar"_s).isVisible());
     }
 
@@ -120,25 +139,43 @@ class CommandsTest : public QObject {
         Press(window, u"Command1"_s);
         QCOMPARE(desk.boxes.texts, QStringList{u"Missing closed bracket: p"_s});
         QVERIFY(Messages(window).isVisible());
-        QCOMPARE(Messages(window).topLevelItemCount(), 2);
-        const QString list = u"C:\\site\\_html.txt"_s;
-        QCOMPARE(Row(window, 0),
-                 (QStringList{u"Missing closed bracket: p"_s, list, u"3"_s, u"a.htm"_s}));
-        QCOMPARE(Row(window, 1),
-                 (QStringList{u"Missing closed bracket: <q>"_s, list, u"6"_s, u"b.htm"_s}));
+        QCOMPARE(MessageCount(window), 2);
+        QCOMPARE(Row(window, 0), (QStringList{u"warning"_s, u"Missing closed bracket: p"_s,
+                                              u"_html.txt:3"_s, u"a.htm"_s}));
+        QCOMPARE(Row(window, 1), (QStringList{u"warning"_s, u"Missing closed bracket: <q>"_s,
+                                              u"_html.txt:6"_s, u"b.htm"_s}));
     }
 
-    void AnErrorStaysInTheList()
+    void AnErrorStaysInTheListUntilTheNextBuild()
     {
         MainWindowDesk desk;
         PutSite(desk, "@FILE = a\r\n@TITLE = A\r\n<zutable>\r\na\tb\r\n");
         const MainWindow& window = desk.Start();
         Press(window, u"Command1"_s);
         QCOMPARE(desk.boxes.texts.size(), 1);
-        QCOMPARE(Messages(window).topLevelItemCount(), 1);
+        QCOMPARE(MessageCount(window), 1);
         const QStringList row = Row(window, 0);
-        QVERIFY(!row[0].isEmpty() && desk.boxes.texts[0].startsWith(row[0]));
-        QCOMPARE(row.mid(1), (QStringList{u"C:\\site\\_html.txt"_s, u"4"_s, QString()}));
+        QVERIFY(!row[1].isEmpty() && desk.boxes.texts[0].startsWith(row[1]));
+        QCOMPARE(desk.Status(), u"Failed: "_s + row[1]);
+        QCOMPARE(row, (QStringList{u"error"_s, row[1], u"_html.txt:4"_s, QString()}));
+        desk.ChooseEntry(u"mnu_NewYear"_s);
+        QCOMPARE(Row(window, 0), row);
+        PutSite(desk, "@FILE = a\r\n@TITLE = A\r\n");
+        Press(window, u"Command1"_s);
+        QCOMPARE(MessageCount(window), 0);
+    }
+
+    void WhatOtherCommandsTellStandsBehindEachOnce()
+    {
+        MainWindowDesk desk;
+        PutSite(desk, "@FILE = a\r\n@TITLE = A\r\nx !!FLV[p\r\n");
+        const MainWindow& window = desk.Start();
+        Press(window, u"Command1"_s);
+        for (int times = 0; times < 2; ++times)
+            desk.ChooseEntry(u"mnu_manual"_s); // there is none
+        QCOMPARE(MessageCount(window), 2);
+        QCOMPARE(Row(window, 1)[0], u"error"_s);
+        QCOMPARE(desk.Status(), u"Failed: the manual is not where kiv looks for it"_s);
     }
 
     void CheckListsWhatItFinds()
@@ -151,32 +188,49 @@ class CommandsTest : public QObject {
         QTest::keyClick(&window, Qt::Key_F7);
         QCOMPARE(desk.boxes.texts, QStringList()); // all of it stands in the list
         QCOMPARE(desk.Status(), u"Check: 1 error, 0 warnings, 0 notes"_s);
-        QCOMPARE(Messages(window).topLevelItemCount(), 1);
-        QCOMPARE(Row(window, 0), (QStringList{u"!!flv[ has no \"]\" in its line"_s,
-                                              u"C:\\site\\_html.txt"_s, u"3"_s, QString()}));
-        QVERIFY(!Messages(window).topLevelItem(0)->icon(0).isNull());
+        QCOMPARE(MessageCount(window), 1);
+        QCOMPARE(Row(window, 0), (QStringList{u"error"_s, u"!!flv[ has no \"]\" in its line"_s,
+                                              u"_html.txt:3"_s, QString()}));
+        QVERIFY(Messages(window).model()->index(0, 0).data(Qt::DecorationRole).isValid());
         QVERIFY(!desk.Exists("site/a.htm")); // nothing is written
         desk.Put("site/_html.txt", "@FILE = a\r\n@TITLE = A\r\nx\r\n");
         QTest::keyClick(&window, Qt::Key_F7);
         QCOMPARE(desk.Status(), u"Check: nothing found"_s);
-        QVERIFY(!Messages(window).isVisible());
+        QCOMPARE(MessageCount(window), 0);
     }
 
     void MessagesAreCopiedAndOpened()
     {
         MainWindowDesk desk;
+        desk.Put("utils/kiv_editpad.txt", "pad +%l %f\r\n");
         PutSite(desk, "@FILE = a\r\n@TITLE = A\r\nx !!FLV[p\r\n");
         const MainWindow& window = desk.Start();
         Press(window, u"Command1"_s);
         Press(window, u"CopyMessages"_s);
         QCOMPARE(QGuiApplication::clipboard()->text(),
                  u"warning: Missing closed bracket: p (C:\\site\\_html.txt, line 3, page a.htm)"_s);
-        const QTreeWidget& list = Messages(window);
-        const QRect place = list.visualItemRect(list.topLevelItem(0));
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place.center());
-        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place.center());
-        QCOMPARE(desk.programs.Launched(), Texts{"pad C:\\site\\_html.txt"});
-        QVERIFY(list.isVisible()); // opening a file is no command that they would be of
+        DoubleClickFirst(window);
+        QCOMPARE(desk.programs.Launched(), Texts{"pad +3 C:\\site\\_html.txt"});
+        QCOMPARE(MessageCount(window), 1); // opening a file is no command that they would be of
+    }
+
+    void AnErrorAndAFindingAreOpenedAtTheirLines()
+    {
+        MainWindowDesk desk;
+        desk.Put("utils/kiv_editpad.txt", "pad +%l %f\r\n");
+        PutSite(desk, "@FILE = a\r\n@TITLE = A\r\n<zutable>\r\na\tb\r\n");
+        const MainWindow& window = desk.Start();
+        QTreeView& list = Messages(window);
+        const auto open_first = [&] {
+            list.setCurrentIndex(list.model()->index(0, 0));
+            QTest::keyClick(&list, Qt::Key_Return);
+            return desk.programs.Launched().empty() ? "" : desk.programs.Launched().back();
+        };
+        Press(window, u"Command1"_s);
+        QCOMPARE(open_first(), std::string("pad +4 C:\\site\\_html.txt"));
+        desk.Put("site/_html.txt", "@FILE = a\r\n@TITLE = A\r\nx !!FLV[p\r\n");
+        desk.ChooseEntry(u"mnu_check"_s);
+        QCOMPARE(open_first(), std::string("pad +3 C:\\site\\_html.txt"));
     }
 
     void AFileWithABlankInItsPathIsOpenedWhole()
@@ -188,29 +242,66 @@ class CommandsTest : public QObject {
         desk.starter = &programs;
         const MainWindow& window = desk.Start("C:\\my site");
         Press(window, u"Command1"_s);
-        const QTreeWidget& list = Messages(window);
-        const QRect place = list.visualItemRect(list.topLevelItem(0));
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place.center());
-        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place.center());
+        DoubleClickFirst(window);
         QCOMPARE(programs.started, Texts{"pad C:\\my site\\_html.txt"});
         QCOMPARE(programs.files, Texts{"C:\\my site\\_html.txt"});
     }
 
-    void MessagesGoWithTheNextCommandAndWithEscape()
+    void TheWindowStaysAsItIsWhateverIsTold()
     {
         MainWindowDesk desk;
         PutSite(desk, "@FILE = a\r\n@TITLE = A\r\nx !!FLV[p\r\n");
-        MainWindow& window = desk.Start();
-        const int height = window.height();
+        const MainWindow& window = desk.Start();
+        const QRect place = window.geometry();
+        const QTabWidget& tabs = Find<QTabWidget>(window, u"WorkPane"_s);
+        QCOMPARE(tabs.tabText(tabs.currentIndex()), u"Pages"_s);
         Press(window, u"Command1"_s);
-        QVERIFY(window.height() > height);
-        desk.ChooseEntry(u"mnu_NewYear"_s);
-        QVERIFY(!Messages(window).isVisible());
-        QCOMPARE(window.height(), height);
-        Press(window, u"Command1"_s);
+        QCOMPARE(tabs.tabText(tabs.currentIndex()), u"Messages (1)"_s);
         QVERIFY(Messages(window).isVisible());
-        QTest::keyClick(&Find<QTreeWidget>(window, u"Messages"_s), Qt::Key_Escape);
-        QVERIFY(!Messages(window).isVisible());
+        desk.ChooseEntry(u"mnu_why"_s);
+        desk.ChooseEntry(u"mnu_check"_s);
+        QCOMPARE(window.geometry(), place);
+    }
+
+    void AMessageIsShownInFull()
+    {
+        MainWindowDesk desk;
+        desk.Put("site/_html.txt", "@FILE = a\r\n");
+        const MainWindow& window = desk.Start();
+        Press(window, u"Command1"_s);
+        Messages(window).setCurrentIndex(Messages(window).model()->index(0, 0));
+        const QString detail = Find<QPlainTextEdit>(window, u"MessageDetail"_s).toPlainText();
+        QVERIFY(detail.startsWith(u"OOPS! Missing _html.txt, _template.txt\nThere is no "_s));
+        QVERIFY(detail.endsWith(u"\nC:\\site\\_template.txt"_s));
+    }
+
+    void MessagesAreFilteredAndSorted()
+    {
+        MainWindowDesk desk;
+        PutSite(desk, "@FILE = a\r\n@TITLE = A\r\nz !!FLV[zoo\r\n"
+                      "@FILE = b\r\n@TITLE = B\r\n\r\ny !!FLV[ant\r\nx\r\nx\r\n!!FLV[mid\r\n");
+        const MainWindow& window = desk.Start();
+        Press(window, u"Command1"_s);
+        const auto places = [&] {
+            QStringList cells;
+            for (int row = 0; row < MessageCount(window); ++row)
+                cells << Row(window, row)[2];
+            return cells;
+        };
+        const QStringList as_told = {u"_html.txt:3"_s, u"_html.txt:7"_s, u"_html.txt:10"_s};
+        QCOMPARE(places(), as_told);
+        Messages(window).sortByColumn(1, Qt::AscendingOrder); // ant, mid, zoo
+        QCOMPARE(places(), (QStringList{as_told[1], as_told[2], as_told[0]}));
+        Messages(window).sortByColumn(2, Qt::DescendingOrder); // by the line's number
+        QCOMPARE(places(), (QStringList{as_told[2], as_told[1], as_told[0]}));
+        Messages(window).sortByColumn(-1, Qt::AscendingOrder);
+        QCOMPARE(places(), as_told);
+        Find<QLineEdit>(window, u"FilterMessages"_s).setText(u"ANT"_s);
+        QCOMPARE(places(), QStringList{as_told[1]});
+        Press(window, u"CopyMessages"_s); // what is shown
+        QCOMPARE(
+            QGuiApplication::clipboard()->text(),
+            u"warning: Missing closed bracket: ant (C:\\site\\_html.txt, line 7, page b.htm)"_s);
     }
 
     void MissingSourcesAreToldWithWhatToDo()
@@ -224,7 +315,7 @@ class CommandsTest : public QObject {
             QStringList{u"OOPS! Missing _html.txt, _template.txt\r\n"
                         "There is no _template.txt in C:\\site. Write one: a single \";\" will "
                         "do for pages without a frame."_s});
-        QCOMPARE(Row(window, 0).first(), u"OOPS! Missing _html.txt, _template.txt"_s);
+        QCOMPARE(Row(window, 0)[1], u"OOPS! Missing _html.txt, _template.txt"_s);
     }
 
     void FatalErrorShowsTextAndPlace()
@@ -239,7 +330,7 @@ class CommandsTest : public QObject {
         QVERIFY(desk.boxes.texts[0].endsWith(
             u"\r\nC:\\site\\_html.txt, line 4, page a.htm"
             "\r\nNothing has this name: look at its spelling, and whether it was moved."_s));
-        QCOMPARE(desk.Status(), u"a.htm"_s); // as it stood
+        QVERIFY(desk.Status().startsWith(u"Failed: "_s));
         QVERIFY(window.isVisible());
         desk.Put("site/gone.htm", "here");
         Press(window, u"Command1"_s);
@@ -296,14 +387,16 @@ class CommandsTest : public QObject {
         MainWindowDesk desk;
         desk.Put("site/A B.htm", "<title>T</title>\r\n");
         desk.Put("site/p.gif", "");
-        desk.Start();
+        const MainWindow& window = desk.Start();
         desk.ChooseEntry(u"grab_redirect"_s);
         QCOMPARE(desk.Status(), u"Grab titles && redirect done"_s);
         QVERIFY(desk.Exists("site/grabtitles.txt"));
         desk.ChooseEntry(u"mnu_dirfix"_s);
+        Press(Look(window), u"rename"_s);
         QCOMPARE(desk.Status(), u"Names fixed"_s);
         QVERIFY(desk.Exists("site/a-b.htm"));
         desk.ChooseEntry(u"mnu_addt"_s);
+        Press(Look(window), u"rename"_s);
         QCOMPARE(desk.Status(), u"_t complete"_s);
         QVERIFY(desk.Exists("site/p_t.gif"));
     }
@@ -404,17 +497,18 @@ class CommandsTest : public QObject {
     void StoriesAreToldWithoutABoxAndFollowCommands()
     {
         MainWindowDesk desk;
+        desk.Put("utils/kiv_editpad.txt", "pad +%l %f\r\n");
         PutSite(desk, "@FILE = a\r\n@TITLE = A\r\nx !!FLV[p\r\n"); // warned of in a build
         const MainWindow& window = desk.Start();
         desk.ChooseEntry(u"mnu_why"_s);
         auto& lines = Find<QTreeView>(window, u"lines"_s);
         QCOMPARE(lines.model()->rowCount(), 4);
         QCOMPARE(desk.boxes.texts, QStringList());
-        QVERIFY(!Messages(window).isVisible());
+        QCOMPARE(MessageCount(window), 0);
         PutSite(desk, "@FILE = a\r\n@TITLE = A\r\none\r\ntwo\r\n");
         lines.setCurrentIndex(lines.model()->index(2, 0));
         QTest::keyClick(&lines, Qt::Key_Return);
-        QCOMPARE(desk.programs.Launched(), Texts{"pad C:\\site\\_html.txt"});
+        QCOMPARE(desk.programs.Launched(), Texts{"pad +3 C:\\site\\_html.txt"});
         QCOMPARE(lines.model()->rowCount(), 4); // opening a file reads nothing again
         QCOMPARE(lines.currentIndex().row(), 2);
         Press(window, u"Command1"_s);
@@ -433,7 +527,6 @@ class CommandsTest : public QObject {
         QTest::newRow("help") << u"menu_help"_s << u"HelpWindow"_s << u"KIV HELP"_s;
         QTest::newRow("news") << u"mnu_newnews"_s << u"NewsWindow"_s << u"News Item"_s;
         QTest::newRow("quotes") << u"mnu_cleanquotes"_s << u"ConversionWindow"_s << QString();
-        QTest::newRow("why") << u"mnu_why"_s << u"StoryWindow"_s << u"Why a line looks so"_s;
         QTest::newRow("dimensions") << u"mnu_resizer"_s << u"DimensionWindow"_s << QString();
     }
     void WindowsAreOpenedOnceEach()

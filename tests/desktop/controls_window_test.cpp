@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QTabWidget>
 
 namespace kiv {
 
@@ -106,15 +107,72 @@ class ControlsTest : public QObject {
                    u"mnu_rs=Make x=rs(\"x\") from tab delim"_s, u"menu_js=make into js write"_s,
                    u"mnu_ptop=<p>...</p>"_s, u"mnu_tabpipe=Tab to Pipe"_s,
                    u"mnu_piclist=picture sizer"_s, u"mnu_picsizeimage=picture sizer (images)"_s,
-                   u"mnu_NewYear=Toggle New Year"_s, u"mnu_sitemap=Assemble Site Map"_s,
-                   u"mnu_singlehtml=Create single html"_s, u"mnu_newnews=New News"_s}));
+                   u"mnu_NewYear=Toggle New Year"_s, u"(mnu_sitemap=Assemble Site Map)"_s,
+                   u"(mnu_singlehtml=Create single html)"_s, u"mnu_newnews=New News"_s}));
         QCOMPARE(Entries(window, u"Grab_head"_s),
                  (Names{u"menu_utils_grab=Grab titles"_s, u"grab_redirect=Grab & redirect"_s,
                         u"mnu_graball=Grab all"_s, u"mnu_graball_trim=Grab all trimmed"_s}));
         QCOMPARE(Entries(window, u"menu_site"_s),
-                 (Names{u"mnu_check=Check"_s, u"mnu_why=Why does a line look so?"_s}));
-        const auto* const why = window.findChild<QAction*>(u"mnu_why"_s);
-        QCOMPARE(why->shortcut(), QKeySequence(Qt::Key_F8));
+                 (Names{u"mnu_check=Check"_s, u"mnu_why=Why does a line look so?"_s,
+                        u"mnu_preview=Preview"_s, u"mnu_showpage=Show page in browser"_s,
+                        u"mnu_buildsave=Build on save"_s, u"mnu_undorenames=Undo renames"_s,
+                        u"mnu_recent=Recent folders"_s, u"mnu_readagain=Read again"_s,
+                        u"mnu_beginsite=Begin a site"_s, u"mnu_editor=Choose an editor"_s,
+                        u"mnu_manual=Manual"_s}));
+    }
+
+    void CommandsHaveTheirKeys()
+    {
+        MainWindowDesk desk;
+        const MainWindow& window = desk.Start();
+        const QList<QPair<QString, QKeySequence>> keys = {
+            {u"menu_file_quit"_s, Qt::CTRL | Qt::Key_Q},
+            {u"menu_help"_s, Qt::Key_F1},
+            {u"mnu_readagain"_s, Qt::Key_F5},
+            {u"mnu_preview"_s, Qt::Key_F6},
+            {u"mnu_showpage"_s, Qt::SHIFT | Qt::Key_F6},
+            {u"mnu_check"_s, Qt::Key_F7},
+            {u"mnu_why"_s, Qt::Key_F8},
+        };
+        for (const auto& [name, key] : keys)
+            QCOMPARE(window.findChild<QAction*>(name)->shortcut(), key);
+        QVERIFY(Find<QPushButton>(window, u"Command1"_s).toolTip().endsWith(u"(Ctrl+B)"_s));
+        QVERIFY(Find<QPushButton>(window, u"Command4"_s).toolTip().endsWith(u"(Ctrl+O)"_s));
+    }
+
+    void TabGoesRoundAllOfTheWindow()
+    {
+        MainWindowDesk desk;
+        MainWindow& window = desk.Start();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        for (const auto& [tab, last] : {std::pair(0, u"Pages"_s), std::pair(1, u"story"_s),
+                                        std::pair(2, u"CopyMessages"_s)}) {
+            Find<QTabWidget>(window, u"WorkPane"_s).setCurrentIndex(tab);
+            Find<QLineEdit>(window, u"Text2"_s).setFocus();
+            QStringList reached;
+            do {
+                QTest::keyClick(&window, Qt::Key_Tab);
+                reached << QApplication::focusWidget()->objectName();
+            } while (reached.last() != u"Text2"_s && reached.size() < 60);
+            for (const QString& name : {u"Command1"_s, u"Command3"_s, u"Panes"_s, last, u"Text2"_s})
+                QVERIFY2(reached.contains(name),
+                         qPrintable(name + u" not in "_s + reached.join(u' ')));
+        }
+    }
+
+    // The window never changes its height, so all of it has to fit in beforehand.
+    void EverythingFitsOnASmallScreen()
+    {
+        MainWindowDesk desk;
+        desk.Put("utils/ftplist.txt", "c:\\site\\|send it\r\n");
+        MainWindow& window = desk.Start();
+        for (int tab = 0; tab < 3; ++tab) {
+            Find<QTabWidget>(window, u"WorkPane"_s).setCurrentIndex(tab);
+            const QSize least = window.minimumSizeHint();
+            QVERIFY2(least.width() <= 792 && least.height() <= 440,
+                     qPrintable(u"%1 x %2"_s.arg(least.width()).arg(least.height())));
+        }
     }
 
     void JumpMenuShowsItsEntries()
@@ -207,7 +265,7 @@ class ControlsTest : public QObject {
         QCOMPARE(path.text(), u"C:\\sit...g-name\\and-a-longer-one-in-it\\"_s);
         QCOMPARE(path.toolTip(),
                  u"C:\\site\\a-folder-with-a-long-name\\and-a-longer-one-in-it\\"_s);
-        QVERIFY(path.isReadOnly());
+        QVERIFY(!path.isReadOnly());
     }
 
     void NothingIsWithoutNameTipOrLetter()
@@ -216,7 +274,10 @@ class ControlsTest : public QObject {
         desk.Put("utils/kivjump.ini", "Edit|C:\\\r\nRe|C:\\\r\nEra|C:\\\r\n");
         desk.Put("utils/ftplist.txt", "c:\\site\\|send it\r\n");
         const MainWindow& window = desk.Start();
-        QCOMPARE(Faults(window), QString());
+        for (int tab = 0; tab < 3; ++tab) {
+            Find<QTabWidget>(window, u"WorkPane"_s).setCurrentIndex(tab);
+            QCOMPARE(Faults(window), QString());
+        }
         QStringList letters; // Alt reaches menus and buttons alike
         for (const QAction* const action : window.menuBar()->actions())
             letters << action->text();

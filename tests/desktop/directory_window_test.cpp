@@ -3,11 +3,19 @@
 #include "tests/desktop/side_window_desk.h"
 #include "tests/desktop/window_test_main.h"
 
+#include <QAbstractItemView>
+#include <QClipboard>
 #include <QComboBox>
+#include <QCompleter>
+#include <QDropEvent>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTreeWidget>
+#include <QUrl>
 
 namespace kiv {
 
@@ -54,7 +62,26 @@ class DirectoryWindowTest : public QObject {
     }
     static QString Shown(const DirectoryWindow& window)
     {
-        return Find<QLabel>(window, u"folder"_s).text();
+        return Find<QLineEdit>(window, u"path"_s).text();
+    }
+
+    static void Click(const DirectoryWindow& window, const QString& name)
+    {
+        QTreeWidget& folders = Folders(window);
+        const QPoint at = folders.visualItemRect(Folder(window, name)).center();
+        QTest::mouseClick(folders.viewport(), Qt::LeftButton, {}, at);
+    }
+    static void Type(const DirectoryWindow& window, const QString& path)
+    {
+        auto& field = Find<QLineEdit>(window, u"path"_s);
+        field.setFocus();
+        field.selectAll();
+        QTest::keyClicks(&field, path);
+        QTest::keyClick(&field, Qt::Key_Return);
+    }
+    static QString NativePath(const SideWindowDesk& desk, const std::string& below)
+    {
+        return QString::fromStdString(test::TextOf(desk.Native(below).make_preferred()));
     }
 
     static void PutSite(SideWindowDesk& desk)
@@ -83,9 +110,9 @@ class DirectoryWindowTest : public QObject {
         SideWindowDesk desk;
         DirectoryWindow window(desk, nullptr);
         window.BringUp();
-        QCOMPARE(TabOrder(window, u"Drive1"_s),
-                 (QStringList{u"Drive1"_s, u"Dir1"_s, u"File2"_s, u"choose"_s, u"lower_case"_s,
-                              u"cancel"_s}));
+        QCOMPARE(TabOrder(window, u"path"_s),
+                 (QStringList{u"path"_s, u"Drive1"_s, u"Dir1"_s, u"File2"_s, u"choose"_s,
+                              u"lower_case"_s, u"add_jump"_s, u"cancel"_s}));
     }
 
     void StartsAtTheWorkingDirectoryEachTime()
@@ -153,6 +180,7 @@ class DirectoryWindowTest : public QObject {
         QTest::keyClick(&folders, Qt::Key_Down); // from the folder itself to the first one in it
         QTest::keyClick(&folders, Qt::Key_Return);
         QCOMPARE(Shown(window), u"C:\\site\\images"_s);
+        QCOMPARE(FolderNames(window), (QStringList{u"C:\\"_s, u" site"_s, u"  images"_s}));
         QVERIFY(window.isVisible());
         QTest::keyClick(&folders, Qt::Key_Escape);
         QVERIFY(!window.isVisible());
@@ -217,6 +245,122 @@ class DirectoryWindowTest : public QObject {
         window.BringUp();
         QCOMPARE(desk.words.shown.size(), std::size_t{1});
         QCOMPARE(Shown(window), u"C:\\"_s);
+    }
+
+    void WhatIsSelectedIsWhatTheButtonsTake()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        DirectoryWindow window(desk, nullptr);
+        window.BringUp();
+        Click(window, u"images"_s);
+        QCOMPARE(FolderNames(window), // nothing was gone into
+                 (QStringList{u"C:\\"_s, u" site"_s, u"  images"_s, u"  txt"_s}));
+        QCOMPARE(FileNames(window), QStringList{u"boat.gif"_s});
+        QCOMPARE(Shown(window), u"C:\\site\\images"_s);
+        Press(window, u"lower_case"_s);
+        QCOMPARE(desk.programs.Launched(),
+                 Texts{"c:\\utils\\dosutils\\case C:\\site\\images\\*.* /l"});
+        QTest::keyClick(&Folders(window), Qt::Key_Down);
+        Press(window, u"choose"_s);
+        QCOMPARE(desk.workspace().WorkDir, std::string("C:\\site\\txt\\"));
+        QCOMPARE(desk.words.status, std::string("Current directory changed"));
+    }
+
+    void APathIsTyped()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        DirectoryWindow window(desk, nullptr);
+        window.BringUp();
+        Type(window, u"c:/site/TXT"_s);
+        QCOMPARE(Shown(window), u"C:\\site\\TXT"_s);
+        QCOMPARE(FileNames(window), QStringList{u"a.txt"_s});
+        QVERIFY(window.isVisible()); // Enter is not the button's as well
+        Type(window, NativePath(desk, "site/images"));
+        QCOMPARE(Shown(window), u"C:\\site\\images"_s);
+        Type(window, u"C:\\gone"_s);
+        QCOMPARE(desk.words.shown, Texts{"there is no folder C:\\gone\r\nC:\\gone\r\n"
+                                         "Look at its spelling, and whether it was moved."});
+        QCOMPARE(Shown(window), u"C:\\gone"_s); // to be mended
+        QTest::keyClick(&Find<QLineEdit>(window, u"path"_s), Qt::Key_Escape);
+        QCOMPARE(Shown(window), u"C:\\site\\images"_s);
+        QVERIFY(window.isVisible());
+    }
+
+    void ATypedPathIsCompleted()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        DirectoryWindow window(desk, nullptr);
+        window.BringUp();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        auto& field = Find<QLineEdit>(window, u"path"_s);
+        field.setFocus();
+        field.selectAll();
+        QTest::keyClicks(&field, u"C:\\site\\im"_s);
+        QAbstractItemView* const list = field.completer()->popup();
+        QVERIFY(list->isVisible());
+        QTest::keyClick(list, Qt::Key_Down);
+        QCOMPARE(field.text(), u"C:\\site\\images"_s);
+        QTest::keyClick(list, Qt::Key_Return);
+        QCOMPARE(FileNames(window), QStringList{u"boat.gif"_s});
+        QVERIFY(!list->isVisible());
+    }
+
+    void TheNativePathIsShownAndCopied()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        DirectoryWindow window(desk, nullptr);
+        window.BringUp();
+        Click(window, u"images"_s);
+        const QString native = NativePath(desk, "site/images");
+        QCOMPARE(Find<QLabel>(window, u"native"_s).text(), native);
+        QTest::keySequence(&Folders(window), QKeySequence::Copy);
+        QCOMPARE(QGuiApplication::clipboard()->text(), native);
+        QGuiApplication::clipboard()->clear();
+        auto& field = Find<QLineEdit>(window, u"path"_s);
+        field.setFocus();
+        QTest::keySequence(&field, QKeySequence::Copy);
+        QCOMPARE(QGuiApplication::clipboard()->text(), native);
+        field.setSelection(3, 4); // a part of it is what it is
+        QTest::keySequence(&field, QKeySequence::Copy);
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"site"_s);
+    }
+
+    void TheSelectedFolderIsAddedToTheJumps()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        desk.Put("utils/kivjump.ini", "Docs|d:\\docs\r\n");
+        DirectoryWindow window(desk, nullptr);
+        window.BringUp();
+        Click(window, u"txt"_s);
+        Press(window, u"add_jump"_s);
+        QCOMPARE(desk.Content("utils/kivjump.ini"),
+                 std::string("Docs|d:\\docs\r\ntxt|C:\\site\\txt\\\r\n"));
+        QCOMPARE(desk.workspace().Jumps.size(), std::size_t{2});
+        QVERIFY(window.isVisible());
+    }
+
+    void AFolderIsDropped()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        DirectoryWindow window(desk, nullptr);
+        window.BringUp();
+        QMimeData dragged;
+        dragged.setUrls({QUrl::fromLocalFile(NativePath(desk, "site/txt"))});
+        dragged.setText(u"no path"_s);
+        auto& field = Find<QLineEdit>(window, u"path"_s); // would take the text
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &dragged, Qt::LeftButton, {});
+        QApplication::sendEvent(&field, &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop({5, 5}, Qt::CopyAction, &dragged, Qt::LeftButton, {});
+        QApplication::sendEvent(&field, &drop);
+        QTRY_COMPARE(Shown(window), u"C:\\site\\txt"_s);
     }
 
     void NamesAreShownAsTheyAre()

@@ -1,12 +1,16 @@
 // Start and end of the main window: settings, messages, what is kept for the next run.
 #include "tests/desktop/main_window_desk.h"
 #include "tests/desktop/window_test_main.h"
+#include "tests/support/recorders.h"
 
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QSettings>
+#include <QTabWidget>
+#include <QTreeView>
 
 namespace kiv {
 
@@ -96,9 +100,6 @@ class EndingTest : public QObject {
 
     void EditorIsOfferedAfterTheMessage()
     {
-#ifdef Q_OS_WIN
-        QSKIP("On Windows the usual editor can be installed");
-#endif
         MainWindowDesk desk;
         std::filesystem::remove(desk.Native("utils/kiv_editpad.txt"));
         QStringList at_the_offer;
@@ -115,7 +116,9 @@ class EndingTest : public QObject {
         timer.start(0);
         const MainWindow& window = desk.Start();
         QCOMPARE(at_the_offer,
-                 QStringList{u"editpad.exe is missing from the c:\\utils directory."_s});
+                 QStringList{u"editpad.exe is missing from the c:\\utils directory.\r\n"
+                             "Choose another editor in the window that comes next. The menu "
+                             "\"Site\" offers them at any time."_s});
         QCOMPARE(desk.boxes.texts, at_the_offer);
         QCOMPARE(desk.Content("utils/kiv_editpad.txt"), std::string("nano-window\r\n"));
         QVERIFY(!Find<QWidget>(window, u"MessagesPane"_s).isVisible()); // the start is no command
@@ -123,11 +126,39 @@ class EndingTest : public QObject {
         QCOMPARE(desk.programs.Launched(), Texts{"nano-window _template.txt"});
     }
 
+    void AnEditorCanBeChosenAtAnyTime()
+    {
+        test::StartRecorder programs;
+        programs.there = {"gedit", "kate"};
+        MainWindowDesk desk;
+        desk.starter = &programs;
+        const MainWindow& window = desk.Start();
+        QStringList offered;
+        QString set;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, &timer, [&] {
+            auto* const offer = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (offer == nullptr)
+                return;
+            timer.stop();
+            auto& editors = Find<QComboBox>(*offer, u"Editors"_s);
+            set = editors.currentText();
+            for (int i = 0; i < editors.count(); ++i)
+                offered << editors.itemText(i);
+            editors.setCurrentIndex(1);
+            offer->accept();
+        });
+        timer.start(0);
+        desk.ChooseEntry(u"mnu_editor"_s);
+        QCOMPARE(set, u"pad"_s);
+        QCOMPARE(offered, (QStringList{u"gedit +%l %f"_s, u"kate --line %l %f"_s}));
+        QCOMPARE(desk.Content("utils/kiv_editpad.txt"), std::string("kate --line %l %f\r\n"));
+        Press(window, u"Command2"_s);
+        QCOMPARE(programs.started, Texts{"kate --line 1 _template.txt"});
+    }
+
     void RefusedOfferChangesNothing()
     {
-#ifdef Q_OS_WIN
-        QSKIP("On Windows the usual editor can be installed");
-#endif
         MainWindowDesk desk;
         std::filesystem::remove(desk.Native("utils/kiv_editpad.txt"));
         QTimer timer;
@@ -157,6 +188,24 @@ class EndingTest : public QObject {
         QCOMPARE(second.size(), size);
         desk.ChooseEntry(u"menu_help"_s);
         QCOMPARE(Find<QWidget>(second, u"HelpWindow"_s).size(), QSize(700, 500));
+    }
+
+    void TheFirstStartSuitsTheScreenAndTheTabIsRemembered()
+    {
+        // What is left of a window that had no pane.
+        QSettings().setValue(u"places/MainWindow"_s, QWidget().saveGeometry());
+        MainWindowDesk desk;
+        MainWindow& first = desk.Start();
+        const QSize room = first.screen()->availableSize();
+        QCOMPARE(first.size(), QSize(900, 640).boundedTo(room - QSize(8, 40)));
+        QCOMPARE(Find<QTabWidget>(first, u"WorkPane"_s).currentIndex(), 0);
+        Find<QTabWidget>(first, u"WorkPane"_s).setCurrentIndex(2);
+        Find<QTreeView>(first, u"Messages"_s).setColumnWidth(2, 123);
+        first.close();
+        desk.EndWindow();
+        MainWindow& second = desk.Start();
+        QCOMPARE(Find<QTabWidget>(second, u"WorkPane"_s).currentIndex(), 2);
+        QCOMPARE(Find<QTreeView>(second, u"Messages"_s).columnWidth(2), 123);
     }
 };
 

@@ -40,16 +40,16 @@ class HelpWindowTest : public QObject {
         window.BringUp();
         QCOMPARE(TabOrder(window, u"help_text"_s),
                  (QStringList{u"help_text"_s, u"Command2"_s, u"Command3"_s, u"Command4"_s,
-                              u"Command5"_s, u"Command1"_s}));
+                              u"Command5"_s, u"manual"_s, u"Command1"_s}));
     }
 
-    void BoxIsEmptyFixedWidthAndReadOnly()
+    void BoxHasTheFirstSectionInFixedWidthAndIsReadOnly()
     {
         SideWindowDesk desk;
         HelpWindow window(desk, nullptr);
         window.BringUp();
         const auto& box = Find<QPlainTextEdit>(window, u"help_text"_s);
-        QCOMPARE(FieldText(box), std::string());
+        QCOMPARE(FieldText(box), show1());
         QVERIFY(box.isReadOnly());
         QVERIFY(QFontInfo(box.font()).fixedPitch());
     }
@@ -72,6 +72,18 @@ class HelpWindowTest : public QObject {
         }
     }
 
+    void ManualOpensBesideTheQuickReference()
+    {
+        SideWindowDesk desk;
+        desk.Put("kiv/manual/index.htm");
+        desk.workspace().ProgramFolder = "C:\\kiv\\bin";
+        HelpWindow window(desk, nullptr);
+        window.BringUp();
+        Press(window, u"manual"_s);
+        QCOMPARE(desk.programs.Launched(), Texts{"explorer C:\\kiv\\manual\\index.htm"});
+        QVERIFY(window.isVisible());
+    }
+
     void TextCanBeCopied()
     {
         SideWindowDesk desk;
@@ -89,11 +101,11 @@ class HelpWindowTest : public QObject {
         SideWindowDesk desk;
         HelpWindow window(desk, nullptr);
         window.BringUp();
-        Press(window, u"Command2"_s);
+        Press(window, u"Command3"_s);
         Press(window, u"Command1"_s);
         QVERIFY(!window.isVisible());
         window.BringUp();
-        QCOMPARE(FieldText(Find<QPlainTextEdit>(window, u"help_text"_s)), std::string());
+        QCOMPARE(FieldText(Find<QPlainTextEdit>(window, u"help_text"_s)), show1());
         QTest::keyClick(&Find<QPlainTextEdit>(window, u"help_text"_s), Qt::Key_Escape);
         QVERIFY(!window.isVisible());
     }

@@ -32,10 +32,11 @@ MainWindowDesk::MainWindowDesk()
     files->ChangeDirectory("C:\\");
 }
 
-MainWindow& MainWindowDesk::Start(const std::optional<std::string>& argument)
+MainWindow& MainWindowDesk::Start(const std::optional<std::string>& argument,
+                                  const std::string& example)
 {
-    window_ =
-        std::make_unique<MainWindow>(Surroundings{*files, *files, clock, *starter, pictures_});
+    window_ = std::make_unique<MainWindow>(Surroundings{*files, clock, *starter, pictures_});
+    window_->workspace().ExampleFolder = example;
     window_->show();
     window_->Start(argument);
     return *window_;

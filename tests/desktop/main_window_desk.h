@@ -51,8 +51,9 @@ class MainWindowDesk : public test::DriveFolder {
     /// Sets an editor "pad" in "utils".
     MainWindowDesk();
 
-    /// Makes the window and starts it in "C:\site".
-    MainWindow& Start(const std::optional<std::string>& argument = "C:\\site");
+    /// Makes the window and starts it in "C:\site". `example` is where the example is installed.
+    MainWindow& Start(const std::optional<std::string>& argument = "C:\\site",
+                      const std::string& example = "");
     MainWindow& Window() { return *window_; }
     /// Ends the window, as the end of the program does.
     void EndWindow() { window_.reset(); }

@@ -2,19 +2,24 @@
 #include "desktop/conversion_window.h"
 #include "desktop/dimension_window.h"
 #include "desktop/directory_window.h"
+#include "desktop/first_steps_pane.h"
 #include "desktop/help_window.h"
+#include "desktop/messages_pane.h"
 #include "desktop/news_window.h"
+#include "desktop/pages_pane.h"
 #include "desktop/qt_text.h"
 #include "desktop/rename_window.h"
-#include "desktop/story_window.h"
+#include "desktop/story_pane.h"
 #include "tests/desktop/side_window_desk.h"
 #include "tests/desktop/window_test_main.h"
 #include "tests/manual/manual_text.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
+#include <QTreeView>
 
 namespace kiv {
 
@@ -45,7 +50,11 @@ class ManualWindowTest : public QObject {
     static void Told(std::size_t least)
     {
         SideWindowDesk desk;
-        const Window window(desk, nullptr);
+        AllTold(Window(desk, nullptr), least);
+    }
+
+    static void AllTold(const QWidget& window, std::size_t least)
+    {
         const Texts captions = Captions(window);
         QVERIFY2(captions.size() >= least, qPrintable(QString::number(captions.size())));
         for (const std::string& missing : test::Unmentioned(captions, test::CodeSpans()))
@@ -56,10 +65,28 @@ class ManualWindowTest : public QObject {
     void ConversionWindowIsTold() { Told<ConversionDialog>(8); }
     void DimensionWindowIsTold() { Told<DimensionWindow>(7); }
     void DirectoryWindowIsTold() { Told<DirectoryWindow>(6); }
+    void FirstStepsPaneIsTold()
+    {
+        SideWindowDesk desk;
+        AllTold(FirstStepsPane(desk, {}, nullptr), 5);
+    }
     void HelpWindowIsTold() { Told<HelpWindow>(5); }
     void NewsWindowIsTold() { Told<NewsWindow>(15); }
     void RenameWindowIsTold() { Told<RenameWindow>(3); }
-    void StoryWindowIsTold() { Told<StoryWindow>(3); }
+    void StoryPaneIsTold() { Told<StoryPane>(3); }
+    void MessagesPaneIsTold() { AllTold(MessagesPane(nullptr), 2); }
+    void PagesPaneIsTold()
+    {
+        SideWindowDesk desk;
+        const PagesPane pane(desk, nullptr);
+        AllTold(pane, 1);
+        Texts entries;
+        for (const QAction* const action : Find<QTreeView>(pane, QStringLiteral("Pages")).actions())
+            entries.push_back(FromQt(action->text().section(QLatin1Char('\t'), 0, 0)));
+        QCOMPARE(entries.size(), std::size_t{5});
+        for (const std::string& missing : test::Unmentioned(entries, test::CodeSpans()))
+            QFAIL(qPrintable(QStringLiteral("The manual does not tell of: ") + ToQt(missing)));
+    }
 };
 
 } // namespace kiv

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTreeView>
 
 namespace kiv {
 
@@ -47,7 +48,7 @@ class RenameWindowTest : public QObject {
         RenameWindow window(desk, nullptr);
         window.BringUp();
         QCOMPARE(TabOrder(window, u"find"_s),
-                 (QStringList{u"find"_s, u"replacement"_s, u"rename"_s}));
+                 (QStringList{u"find"_s, u"replacement"_s, u"pairs"_s, u"rename"_s}));
     }
 
     void ShowsTheFirstFile()
@@ -84,6 +85,49 @@ class RenameWindowTest : public QObject {
         QCOMPARE(desk.workspace().Renamed.size(),
                  std::size_t{2}); // the look for it forgets nothing
         QCOMPARE(desk.error, std::string());
+    }
+
+    void RenamesAreSeenAsTheTextsAreTyped()
+    {
+        SideWindowDesk desk;
+        desk.Put("site/a1.txt");
+        desk.Put("site/a2.txt");
+        desk.Put("site/a3.txt");
+        desk.Put("site/b2.txt");
+        RenameWindow window(desk, nullptr);
+        window.BringUp();
+        const QAbstractItemModel& pairs = *Find<QTreeView>(window, u"pairs"_s).model();
+        const auto& summary = Find<QLabel>(window, u"summary"_s);
+        const auto& warning = Find<QLabel>(window, u"warning"_s);
+        QCOMPARE(summary.text(), u"Give the text to look for."_s);
+        Fill(window, u"a"_s, u"c"_s);
+        QCOMPARE(pairs.rowCount(), 3);
+        QCOMPARE(pairs.index(2, 0).data().toString(), u"a3.txt"_s);
+        QCOMPARE(pairs.index(2, 1).data().toString(), u"c3.txt"_s);
+        QCOMPARE(summary.text(), u"3 files are renamed."_s);
+        QVERIFY(!warning.isVisible());
+        Fill(window, u"a"_s, u"b"_s); // the second name is taken
+        QCOMPARE(pairs.rowCount(), 2);
+        QVERIFY(pairs.index(0, 0).data(Qt::DecorationRole).isNull());
+        QVERIFY(!pairs.index(1, 0).data(Qt::DecorationRole).isNull());
+        QCOMPARE(summary.text(), u"1 file is renamed, then the run stops."_s);
+        QVERIFY(warning.text().startsWith(u"cannot rename C:\\site\\a2.txt to "_s));
+        Fill(window, u"q"_s, u"b"_s);
+        QCOMPARE(pairs.rowCount(), 0);
+        QCOMPARE(summary.text(), u"No file name here has the text \"q\" in it."_s);
+        QCOMPARE(desk.NamesIn("site"), (Texts{"a1.txt", "a2.txt", "a3.txt", "b2.txt"}));
+    }
+
+    void ItIsSaidHowManyWereRenamed()
+    {
+        SideWindowDesk desk;
+        desk.Put("site/a1.txt");
+        desk.Put("site/a2.txt");
+        RenameWindow window(desk, nullptr);
+        window.BringUp();
+        Fill(window, u"a"_s, u"c"_s);
+        Press(window, u"rename"_s);
+        QCOMPARE(desk.words.status, std::string("2 files renamed"));
     }
 
     void EmptyFindFieldRenamesNothing()

@@ -73,9 +73,9 @@ bool SideWindowDesk::Run(const std::function<void()>& operation)
     return !failure;
 }
 
-void SideWindowDesk::OpenInEditor(const std::string& file)
+void SideWindowDesk::OpenInEditor(const std::string& file, int line)
 {
-    Run([&] { Edit(workspace_, file); });
+    Run([&] { EditAt(workspace_, file, line); });
 }
 
 void Press(const QWidget& window, const QString& name)

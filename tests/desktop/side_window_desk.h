@@ -30,7 +30,7 @@ class SideWindowDesk : public CommandDesk, public test::DriveFolder {
 
     Workspace& workspace() override { return workspace_; }
     bool Run(const std::function<void()>& operation) override;
-    void OpenInEditor(const std::string& file) override;
+    void OpenInEditor(const std::string& file, int line) override;
     void ShowMessage(std::string_view text) override { words.shown.emplace_back(text); }
 
     /// Every file below a folder of drive C:, with its bytes.

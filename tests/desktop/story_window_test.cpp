@@ -1,6 +1,6 @@
-// The window "Why a line looks so".
+// The tab "Why": the lines of a page and the story of one.
+#include "desktop/story_pane.h"
 #include "desktop/story_view.h"
-#include "desktop/story_window.h"
 #include "tests/desktop/side_window_desk.h"
 #include "tests/desktop/window_test_main.h"
 
@@ -97,24 +97,21 @@ class StoryWindowTest : public QObject {
     {
         SideWindowDesk desk;
         PutSite(desk);
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
-        QCOMPARE(window.windowTitle(), u"Why a line looks so"_s);
+        StoryPane window(desk, nullptr);
+        window.show();
         QCOMPARE(Seen(Find<QToolButton>(window, u"again"_s).text()), u"Read again"_s);
         QCOMPARE(Faults(window), QString());
-        QVERIFY(!window.isModal());
         const QSize least = window.minimumSizeHint();
-        QVERIFY(least.width() <= 800 && least.height() <= 480);
-        QTest::keyClick(&window, Qt::Key_Escape);
-        QVERIFY(!window.isVisible());
+        QVERIFY2(least.width() <= 780 && least.height() <= 200,
+                 qPrintable(QString::number(least.height())));
     }
 
     void TabReachesEverything()
     {
         SideWindowDesk desk;
         PutSite(desk);
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        StoryPane window(desk, nullptr);
+        window.show();
         QCOMPARE(TabOrder(window, u"page"_s),
                  (QStringList{u"page"_s, u"search"_s, u"again"_s, u"lines"_s, u"story"_s}));
     }
@@ -123,8 +120,8 @@ class StoryWindowTest : public QObject {
     {
         SideWindowDesk desk;
         PutSite(desk);
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        StoryPane window(desk, nullptr);
+        window.show();
         QCOMPARE(PageNames(window), (QStringList{u"a.htm"_s, u"b.htm"_s}));
         QCOMPARE(Pages(window).currentText(), u"a.htm"_s);
         QCOMPARE(Rows(window),
@@ -141,8 +138,8 @@ class StoryWindowTest : public QObject {
     {
         SideWindowDesk desk;
         PutSite(desk);
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        StoryPane window(desk, nullptr);
+        window.show();
         QCOMPARE(Story(window).toPlainText(), QString());
         QVERIFY(!Story(window).placeholderText().isEmpty());
         ChooseLine(window, 0);
@@ -160,8 +157,8 @@ class StoryWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         desk.Put("site/_template.txt", "=2=<hr>\r\n<!--BODY HERE-->\r\n");
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        StoryPane window(desk, nullptr);
+        window.show();
         Pages(window).setCurrentIndex(1);
         ChooseLine(window, 0);
         const QString step = Paragraphs(window).value(1);
@@ -174,8 +171,8 @@ class StoryWindowTest : public QObject {
     {
         SideWindowDesk desk;
         PutSite(desk);
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        StoryPane window(desk, nullptr);
+        window.show();
         Pages(window).setCurrentIndex(1);
         auto& search = Find<QLineEdit>(window, u"search"_s);
         QTest::keyClicks(&search, u"HELLO"_s);
@@ -198,8 +195,8 @@ class StoryWindowTest : public QObject {
         PutSite(desk);
         desk.Put("site/_html.txt",
                  "@FILE = a\r\n@TITLE = A\r\n" + std::string(5000, '.') + "needle\r\n");
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        StoryPane window(desk, nullptr);
+        window.show();
         QTest::keyClicks(&Find<QLineEdit>(window, u"search"_s), u"needle"_s);
         QCOMPARE(Rows(window).size(), 1);
     }
@@ -208,17 +205,17 @@ class StoryWindowTest : public QObject {
     {
         SideWindowDesk desk;
         PutSite(desk);
-        desk.workspace().EditorCommand = "pad ";
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        desk.workspace().EditorCommand = "pad +%l %f ";
+        StoryPane window(desk, nullptr);
+        window.show();
         QTreeView& lines = Lines(window);
         const QPoint first = lines.visualRect(lines.model()->index(0, 2)).center();
         QTest::mouseClick(lines.viewport(), Qt::LeftButton, {}, first);
         QTest::mouseDClick(lines.viewport(), Qt::LeftButton, {}, first);
-        QCOMPARE(desk.programs.Launched(), Texts{"pad C:\\site\\_template.txt"});
+        QCOMPARE(desk.programs.Launched(), Texts{"pad +1 C:\\site\\_template.txt"});
         ChooseLine(window, 2);
         QTest::keyClick(&lines, Qt::Key_Return);
-        QCOMPARE(desk.programs.Launched().back(), std::string("pad C:\\site\\_html.txt"));
+        QCOMPARE(desk.programs.Launched().back(), std::string("pad +3 C:\\site\\_html.txt"));
         QVERIFY(window.isVisible());
     }
 
@@ -226,20 +223,20 @@ class StoryWindowTest : public QObject {
     {
         SideWindowDesk desk;
         PutSite(desk);
-        desk.workspace().EditorCommand = "pad ";
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        desk.workspace().EditorCommand = "pad +%l %f ";
+        StoryPane window(desk, nullptr);
+        window.show();
         ChooseLine(window, 0);
         DoubleClickParagraph(window, 1); // "@TITLE", which the page list defines
-        QCOMPARE(desk.programs.Launched(), Texts{"pad C:\\site\\_html.txt"});
+        QCOMPARE(desk.programs.Launched(), Texts{"pad +2 C:\\site\\_html.txt"});
         DoubleClickParagraph(window, 0);
-        QCOMPARE(desk.programs.Launched().back(), std::string("pad C:\\site\\_template.txt"));
+        QCOMPARE(desk.programs.Launched().back(), std::string("pad +1 C:\\site\\_template.txt"));
         DoubleClickParagraph(window, 2); // the result has no source of its own
         QCOMPARE(desk.programs.Launched().size(), std::size_t{2});
         Story(window).moveCursor(QTextCursor::Start);
         Story(window).moveCursor(QTextCursor::NextBlock);
         QTest::keyClick(&Story(window), Qt::Key_Return);
-        QCOMPARE(desk.programs.Launched().back(), std::string("pad C:\\site\\_html.txt"));
+        QCOMPARE(desk.programs.Launched().back(), std::string("pad +2 C:\\site\\_html.txt"));
     }
 
     void AFailingBuildIsToldAndShowsWhatItMade()
@@ -247,8 +244,8 @@ class StoryWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         desk.Put("site/_html.txt", "@FILE = a\r\n@TITLE = A\r\nHello\r\n!++gone.htm\r\n");
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        StoryPane window(desk, nullptr);
+        window.show();
         QVERIFY(Trouble(window).startsWith(u"The build ended in an error: "_s));
         QVERIFY(Trouble(window).contains(u"C:\\site\\_html.txt, line 4, page a.htm"_s));
         QCOMPARE(Rows(window).size(), 4);
@@ -266,8 +263,8 @@ class StoryWindowTest : public QObject {
     void AnEmptyFolderHasNoPages()
     {
         SideWindowDesk desk;
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        StoryPane window(desk, nullptr);
+        window.show();
         QCOMPARE(Trouble(window),
                  u"No page is made here: OOPS! Missing _html.txt, _template.txt"_s);
         QCOMPARE(PageNames(window), QStringList());
@@ -280,8 +277,8 @@ class StoryWindowTest : public QObject {
         SideWindowDesk desk;
         PutSite(desk);
         const test::FileTree before = desk.Tree("");
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        StoryPane window(desk, nullptr);
+        window.show();
         Pages(window).setCurrentIndex(1);
         ChooseLine(window, 0);
         Press(window, u"again"_s);
@@ -292,17 +289,15 @@ class StoryWindowTest : public QObject {
     {
         SideWindowDesk desk;
         PutSite(desk);
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        StoryPane window(desk, nullptr);
+        window.show();
         Pages(window).setCurrentIndex(1);
         Find<QLineEdit>(window, u"search"_s).setText(u"hello"_s);
         ChooseLine(window, 0);
         desk.Put("site/_template.txt", "<!--BODY HERE-->\r\n<hr>\r\n");
         desk.Put("site/_html.txt", "@FILE = b\r\n@TITLE = Two\r\nBye\r\nnow\r\nhello, hello\r\n"
                                    "@FILE = a\r\n@TITLE = One\r\n");
-        window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        QTest::keyClick(&window, Qt::Key_F5);
+        Press(window, u"again"_s);
         QCOMPARE(Pages(window).currentText(), u"b.htm"_s);
         QCOMPARE(PageNames(window), (QStringList{u"b.htm"_s, u"a.htm"_s}));
         QCOMPARE(Rows(window), QStringList{u"4|_html.txt:5|hello, hello"_s});
@@ -315,15 +310,37 @@ class StoryWindowTest : public QObject {
         PutSite(desk);
         desk.Put("lab/_template.txt", "<!--BODY HERE-->\r\n");
         desk.Put("lab/_html.txt", "@FILE = l\r\n@TITLE = L\r\n");
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        StoryPane window(desk, nullptr);
+        window.show();
         desk.workspace().switchto("C:\\lab");
-        window.Refresh(); // as after each command
+        window.SetOutdated(); // as after each command
         QCOMPARE(PageNames(window), QStringList{u"l.htm"_s});
-        window.close();
+        window.hide();
         desk.workspace().switchto("C:\\site");
-        window.BringUp();
+        window.SetOutdated();
+        QCOMPARE(PageNames(window), QStringList{u"l.htm"_s}); // nobody sees it
+        window.show();
         QCOMPARE(Pages(window).count(), 2);
+    }
+
+    void APageOfAnotherFolderIsShownUntilTheWorkingDirectoryChanges()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        desk.Put("site/lab/_template.txt", "<!--BODY HERE-->\r\n");
+        desk.Put("site/lab/_html.txt", "@FILE = k\r\n@TITLE = K\r\n@FILE = l\r\n@TITLE = L\r\n");
+        StoryPane window(desk, nullptr);
+        window.show();
+        window.Choose("C:\\site\\lab\\", "C:\\site\\lab\\l.htm");
+        QCOMPARE(PageNames(window), (QStringList{u"k.htm"_s, u"l.htm"_s}));
+        QCOMPARE(window.ShownPage(), std::string("C:\\site\\lab\\l.htm"));
+        Press(window, u"again"_s);
+        QCOMPARE(window.ShownPage(), std::string("C:\\site\\lab\\l.htm"));
+        QCOMPARE(desk.workspace().machine().files.CurrentDirectory(), std::string("C:\\site"));
+        desk.workspace().switchto("C:\\site\\lab");
+        desk.workspace().switchto("C:\\SITE");
+        window.SetOutdated();
+        QCOMPARE(PageNames(window), (QStringList{u"a.htm"_s, u"b.htm"_s}));
     }
 
     void ThousandsOfLinesAreThereAtOnce()
@@ -339,8 +356,8 @@ class StoryWindowTest : public QObject {
         desk.Put("site/file.txt", file);
         desk.Put("site/_html.txt", "@FILE = a\r\n@TITLE = A\r\n!++file.txt\r\n<zutable>\r\n" +
                                        rows + "</zutable>\r\n");
-        StoryWindow window(desk, nullptr);
-        window.BringUp();
+        StoryPane window(desk, nullptr);
+        window.show();
         const int lines = Lines(window).model()->rowCount();
         QVERIFY(lines > 24'000);
         QElapsedTimer time;

@@ -158,7 +158,7 @@ Outcome PowerAttack::RunToCut(const Workbench& bench, const Case& with, const Tr
     plan.record = true;
     plan.at_pause = cut;
     Outcome outcome = RunTraced(bench.LaunchOf(with.scenario), plan);
-    if (one.strike.deed == Deed::none)
+    if (!outcome.struck) // the end is meant, or threads have made fewer calls than another time
         cut();
     mounted.reset();
     return outcome;
@@ -171,12 +171,11 @@ Verdict PowerAttack::Run(const Workbench& bench, const std::vector<Case>& cases,
     const std::string image = bench.Folder() + "/cut.img";
     const Outcome outcome = RunToCut(bench, with, one, image);
     Verdict verdict;
-    const std::size_t at = one.strike.at;
     verdict.place = std::string(system.name) + ", " +
-                    (at == 0 ? "the end" : bench.Plain(outcome.noted.at(at - 1).text));
+                    (outcome.struck ? bench.Plain(outcome.struck->text) : "the end");
     const Mounted mounted(system, image, bench.Drive());
     ::unlink(OthersFile(bench).c_str());
-    verdict.complaints = JudgeSources(with, bench.Look(), at == 0);
+    verdict.complaints = JudgeSources(with, bench.Look(), !outcome.struck);
     for (const Complaint& complaint : JudgeNextRun(bench, with, outcome.ending))
         verdict.complaints.push_back(complaint);
     return verdict;

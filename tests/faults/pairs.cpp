@@ -68,9 +68,10 @@ Pair TwoRenamers()
 
 std::vector<Pair> AllPairs()
 {
-    return {Twice("news"),      TwoItems(),    NewsAndBuild(),          Twice("pictures"),
-            PicturesAndBuild(), TwoTexts(),    Twice("convert-quotes"), Twice("fix-names"),
-            Twice("rename"),    TwoRenamers(), Twice("build"),          Twice("build-upload")};
+    return {Twice("init"),        Twice("news"),      TwoItems(),    NewsAndBuild(),
+            Twice("pictures"),    PicturesAndBuild(), TwoTexts(),    Twice("convert-quotes"),
+            Twice("fix-names"),   Twice("rename"),    TwoRenamers(), Twice("build"),
+            Twice("build-upload")};
 }
 
 } // namespace kiv::faults

@@ -53,6 +53,7 @@ bool CanBeMadeAgain(const Scenario& scenario, const std::string& path);
 std::vector<Scenario> AllScenarios();
 
 // The parts of that list.
+std::vector<Scenario> BeginScenarios();
 std::vector<Scenario> BuildScenarios();
 std::vector<Scenario> PictureScenarios();
 std::vector<Scenario> NameScenarios();

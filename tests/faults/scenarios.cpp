@@ -46,8 +46,8 @@ Tree SiteTree()
 std::vector<Scenario> AllScenarios()
 {
     std::vector<Scenario> all;
-    for (const auto part :
-         {BuildScenarios, PictureScenarios, NameScenarios, NewsScenarios, TextScenarios}) {
+    for (const auto part : {BeginScenarios, BuildScenarios, PictureScenarios, NameScenarios,
+                            NewsScenarios, TextScenarios}) {
         std::vector<Scenario> some = part();
         all.insert(all.end(), std::make_move_iterator(some.begin()),
                    std::make_move_iterator(some.end()));

@@ -391,7 +391,8 @@ void Tracer::Do(pid_t id, Registers& registers, const Call& call)
 {
     const Strike& strike = plan_.strike;
     const bool here = strike.at == outcome_.calls;
-    outcome_.struck = outcome_.struck || (here && strike.deed != Deed::none);
+    if (here && strike.deed != Deed::none)
+        outcome_.struck = Noted{call, TextOf(id, call)};
     if (FailsOnward(call) || (here && strike.deed == Deed::fail)) {
         SkipCall(id, registers, strike.error);
     } else if (here && strike.deed == Deed::kill_before) {

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -57,8 +58,8 @@ struct Noted {
 
 struct Outcome {
     Ending ending;
-    bool struck = false; // the call was reached
-    int calls = 0;       // how many there were
+    std::optional<Noted> struck; // the call, where the run came so far
+    int calls = 0;               // how many there were
     std::vector<Noted> noted;
 };
 

@@ -1,9 +1,26 @@
 #include "faults/workbench.h"
 
+#include <cstdlib>
 #include <sys/stat.h>
 #include <utility>
 
 namespace kiv::faults {
+
+namespace {
+
+/// How many threads the program may have. Without them a run makes the same calls each time.
+std::string Threads()
+{
+    const char* const given = std::getenv("KIV_THREADS");
+    return given == nullptr ? "1" : given;
+}
+
+} // namespace
+
+bool Workbench::HasThreads()
+{
+    return Threads() != "1";
+}
 
 Workbench::Workbench(std::string program, std::string folder)
     : program_(std::move(program)), folder_(std::move(folder))
@@ -40,7 +57,10 @@ Launch Workbench::LaunchOf(const Scenario& scenario, const Arguments& arguments)
     launch.arguments.insert(launch.arguments.end(), arguments.begin(), arguments.end());
     launch.directory = Drive() + "/site";
     launch.input = scenario.input;
-    launch.variables = {"PATH=/usr/bin:/bin", "HOME=" + folder_, "XDG_STATE_HOME=" + State(),
+    launch.variables = {"PATH=/usr/bin:/bin",
+                        "HOME=" + folder_,
+                        "XDG_STATE_HOME=" + State(),
+                        "KIV_THREADS=" + Threads(),
                         "ASAN_OPTIONS=detect_leaks=0:exitcode=99",
                         "UBSAN_OPTIONS=print_stacktrace=1"};
     return launch;

@@ -17,6 +17,9 @@ class Workbench {
     /// `folder` is made and belongs to the workbench, with all that is in it.
     Workbench(std::string program, std::string folder);
 
+    /// Whether the program writes its pages by threads.
+    static bool HasThreads();
+
     const std::string& Folder() const { return folder_; }
     /// Where drive C: lies.
     std::string Drive() const { return folder_ + "/c"; }

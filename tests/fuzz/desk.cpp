@@ -3,6 +3,7 @@
 #include "cli/arguments.h"
 #include "platform/drive_path.h"
 #include "platform/site_files.h"
+#include "platform/stop_request.h"
 #include "tests/fuzz/fail.h"
 #include "text/text.h"
 #include "text/windows1252.h"
@@ -58,7 +59,10 @@ Desk::Printed Desk::Run(const std::function<int(const CliSurroundings& around)>&
     std::ostringstream err;
     // Each call is a process of its own, which begins where it was started.
     drives.ChangeDirectory("C:\\");
-    const int code = run({in, out, err, false, Variable, false, &drives});
+    // A command that goes on does so for one page.
+    StopRequest stop;
+    stop.Ask();
+    const int code = run({in, out, err, false, Variable, false, &drives, {}, &stop});
     Expect(code >= 0 && code <= 3, "an exit code that there is not");
     return {code, out.str(), err.str()};
 }

@@ -1,5 +1,6 @@
 // Pages that nobody would write, and what is kept of others.
 #include "inspect/html_facts.h"
+#include "tests/support/repeated.h"
 
 #include <gtest/gtest.h>
 
@@ -11,14 +12,6 @@
 namespace kiv {
 
 namespace {
-
-std::string Times(int count, std::string_view text)
-{
-    std::string all;
-    for (int i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
 
 PageFacts ReadPage(std::string_view bytes)
 {
@@ -46,12 +39,12 @@ class HtmlFactsTest : public testing::Test {
 TEST_F(HtmlFactsTest, TooDeepIsNotRead)
 {
     for (const std::string_view part : {"<div>", "<b>", "<table>", "<svg>", "<marquee>", "<a b=1>"})
-        EXPECT_FALSE(ReadPage(Times(100'000, part)).is_read) << part;
+        EXPECT_FALSE(ReadPage(Repeated(100'000, part)).is_read) << part;
 }
 
 TEST_F(HtmlFactsTest, WhatTakesTooLongIsNotRead)
 {
-    const std::string large = Times(20'000, "<p>word</p>");
+    const std::string large = Repeated(20'000, "<p>word</p>");
     ReadingTime none{.own = 0, .shared = 0};
     EXPECT_FALSE(kiv::ReadPage(large, none).is_read);
     EXPECT_TRUE(kiv::ReadPage("<p>word</p>", none).is_read);
@@ -67,7 +60,7 @@ TEST_F(HtmlFactsTest, WhatTakesTooLongIsNotRead)
 
 TEST_F(HtmlFactsTest, LargePagesAreRead)
 {
-    const PageFacts facts = ReadPage(Times(20'000, "<p>word <a href='p.htm'>x</a></p>\n"));
+    const PageFacts facts = ReadPage(Repeated(20'000, "<p>word <a href='p.htm'>x</a></p>\n"));
     EXPECT_TRUE(facts.is_read);
     ASSERT_EQ(facts.links.size(), 20'000U);
     EXPECT_EQ(facts.links.back().line, 20'000);

@@ -1,5 +1,6 @@
 // How deep elements are nested, at most.
 #include "inspect/nesting.h"
+#include "tests/support/repeated.h"
 
 #include <gtest/gtest.h>
 
@@ -9,31 +10,23 @@ namespace kiv {
 
 namespace {
 
-std::string Times(int count, std::string_view text)
-{
-    std::string all;
-    for (int i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
-
 TEST(NestingTest, OfPagesAsTheyAre)
 {
     const std::pair<std::string, std::size_t> rows[] = {
         {"", 0},
         {"text < 5 & 3 > 2", 0},
         {"<p>a<p>b<p>c", 1},
-        {Times(50, "<br><img src=a><hr>"), 0},
-        {"<ul>" + Times(50, "<li>a") + "</ul>" + Times(3, "<b>"), 3},
-        {"<table>" + Times(50, "<tr><td><p>a<td>b"), 4},
-        {"<dl>" + Times(50, "<dt>a<dd>b") + "</dl>", 2},
-        {Times(9, "<div title='</div>'>"), 9},
-        {Times(9, "<div><!-- </div> -->"), 9},
-        {Times(9, "<div><!--></div>"), 1},
-        {Times(9, "<DIV></div >"), 1},
+        {Repeated(50, "<br><img src=a><hr>"), 0},
+        {"<ul>" + Repeated(50, "<li>a") + "</ul>" + Repeated(3, "<b>"), 3},
+        {"<table>" + Repeated(50, "<tr><td><p>a<td>b"), 4},
+        {"<dl>" + Repeated(50, "<dt>a<dd>b") + "</dl>", 2},
+        {Repeated(9, "<div title='</div>'>"), 9},
+        {Repeated(9, "<div><!-- </div> -->"), 9},
+        {Repeated(9, "<div><!--></div>"), 1},
+        {Repeated(9, "<DIV></div >"), 1},
         {"<svg>" +
-             Times(50, "<path d=\"M0 0\"/><g>"
-                       "<use/></g><circle />") +
+             Repeated(50, "<path d=\"M0 0\"/><g>"
+                          "<use/></g><circle />") +
              "</svg>",
          2},
     };
@@ -43,11 +36,11 @@ TEST(NestingTest, OfPagesAsTheyAre)
 
 TEST(NestingTest, EndTagsOfWhatIsNotOpen)
 {
-    const std::string deep = Times(1000, "<li><dd>");
-    EXPECT_EQ(NestingBound(deep + Times(300'000, "</x>"), 3000), 2000U);
-    EXPECT_EQ(NestingBound("<x><div>" + deep + Times(300'000, "</x>"), 3000), 2002U);
+    const std::string deep = Repeated(1000, "<li><dd>");
+    EXPECT_EQ(NestingBound(deep + Repeated(300'000, "</x>"), 3000), 2000U);
+    EXPECT_EQ(NestingBound("<x><div>" + deep + Repeated(300'000, "</x>"), 3000), 2002U);
     EXPECT_EQ(NestingBound("<x><ul><li>a<li>b</ul></x><div><div>", 100), 3U);
-    EXPECT_EQ(NestingBound("<div><li><p></div>" + Times(4, "<b>"), 100), 4U);
+    EXPECT_EQ(NestingBound("<div><li><p></div>" + Repeated(4, "<b>"), 100), 4U);
 }
 
 TEST(NestingTest, WhatLooksClosedAndIsNot)
@@ -56,10 +49,10 @@ TEST(NestingTest, WhatLooksClosedAndIsNot)
     for (const std::string_view part :
          {"<div><marquee></div></marquee>", "<svg><td>", "<li><dd>", "<b><i></b>",
           "<svg><path d=x/>", "<path/>", "<svg><div></div></svg><svg><div/><path/>"})
-        EXPECT_GE(NestingBound(Times(200, part), 100), 100U) << part;
+        EXPECT_GE(NestingBound(Repeated(200, part), 100), 100U) << part;
     // What is no part of a drawing ends it, and what follows is closed no more.
-    EXPECT_GE(NestingBound("<svg><div></div>" + Times(200, "<path/>"), 100), 100U);
-    EXPECT_GE(NestingBound("<svg></p>" + Times(200, "<path/>"), 100), 100U);
+    EXPECT_GE(NestingBound("<svg><div></div>" + Repeated(200, "<path/>"), 100), 100U);
+    EXPECT_GE(NestingBound("<svg></p>" + Repeated(200, "<path/>"), 100), 100U);
 }
 
 } // namespace

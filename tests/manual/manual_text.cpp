@@ -5,6 +5,8 @@
 #include "text/text.h"
 
 #include <algorithm>
+#include <functional>
+#include <map>
 
 namespace kiv::test {
 
@@ -49,9 +51,13 @@ std::vector<fs::path> Chapters()
     return chapters;
 }
 
-std::vector<std::string> CodeSpans(std::string_view chapter)
+const std::vector<std::string>& CodeSpans(std::string_view chapter)
 {
-    std::vector<std::string> spans;
+    static std::map<std::string, std::vector<std::string>, std::less<>> known; // read once
+    const auto [place, is_new] = known.try_emplace(std::string(chapter));
+    std::vector<std::string>& spans = place->second;
+    if (!is_new)
+        return spans;
     for (const fs::path& path : Chapters())
         if (chapter.empty() || path.stem() == chapter)
             for (const manual::Block& block : manual::ReadChapter(ReadBytes(path)))

@@ -12,7 +12,7 @@ namespace kiv::test {
 std::vector<std::filesystem::path> Chapters();
 
 /// Every `code` of a chapter's prose, or of all chapters' when `chapter` is empty.
-std::vector<std::string> CodeSpans(std::string_view chapter = {});
+const std::vector<std::string>& CodeSpans(std::string_view chapter = {});
 
 /// Those of `names` that no span is. A name that ends in a mark such as "[" or ":" may be the
 /// beginning of one. Case does not matter.

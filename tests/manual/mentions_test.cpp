@@ -25,7 +25,17 @@ using testing::SizeIs;
 
 using Words = std::vector<std::string>;
 
-const Words kAllFolders = {"builder", "blocks", "shell", "utilities", "platform", "cli", "desktop"};
+/// The folders that the programs are made of: all that have sources, and are no tests.
+Words ProgramFolders()
+{
+    Words folders;
+    for (const auto& folder : std::filesystem::directory_iterator(KIV_ROOT))
+        if (std::filesystem::exists(folder.path() / "CMakeLists.txt"))
+            folders.push_back(folder.path().filename().string());
+    std::erase_if(folders,
+                  [](const std::string& name) { return name == "bench" || name == "tests"; });
+    return folders;
+}
 
 Words WordsOf(const std::vector<std::string_view>& column)
 {
@@ -36,11 +46,19 @@ Words WordsOf(const std::vector<std::string_view>& column)
 /// arise, so the sources are searched for them.
 Words TextsBehind(std::string_view opening)
 {
+    static const Words codes = CodesOf(ProgramFolders()); // read once
     Words texts;
-    for (const std::string& code : CodesOf(kAllFolders))
+    for (const std::string& code : codes)
         for (std::string& text : LiteralsBehind(code, opening))
             texts.push_back(std::move(text));
     return texts;
+}
+
+TEST(Mentions, AllOfTheProgramsIsSearched)
+{
+    EXPECT_THAT(ProgramFolders(),
+                testing::IsSupersetOf({"text", "platform", "blocks", "builder", "utilities",
+                                       "inspect", "shell", "preview", "cli", "desktop"}));
 }
 
 TEST(Mentions, ANameThatTheManualDoesNotHaveIsFound)
@@ -144,7 +162,7 @@ TEST(Mentions, EveryFileOfTheProgramIsTold)
     Words names;
     for (const std::string_view file : kiv::kSiteFiles)
         names.push_back(without_folder(file));
-    EXPECT_THAT(names, SizeIs(26));
+    EXPECT_THAT(names, SizeIs(27));
     Words spans;
     for (const std::string& span : CodeSpans())
         spans.push_back(without_folder(span));

@@ -1,7 +1,7 @@
 // The manual's own pages: they build without a word, their links lead somewhere, and what an
 // example shows is what its test runs.
 #include "cli/run_cli.h"
-#include "docs/manual/generator/chapter_html.h"
+#include "docs/manual/generator/bodies.h"
 #include "docs/manual/generator/prose.h"
 #include "tests/cases/case_file.h"
 #include "tests/manual/manual_text.h"
@@ -44,9 +44,7 @@ class ManualPages : public testing::Test {
         const fs::path manual = fs::path(KIV_ROOT) / "docs/manual";
         for (const char* const name : {"_html.txt", "_template.txt", "nav.txt", "manual.css"})
             WriteBytes(Folder() / name, ReadBytes(manual / name));
-        for (const fs::path& chapter : Chapters())
-            WriteBytes(Folder() / "body" / chapter.stem().concat(".htm"),
-                       kiv::manual::ChapterHtml(ReadBytes(chapter)));
+        kiv::manual::WriteBodies(manual.string(), Folder().string());
         std::istringstream in;
         std::ostringstream out;
         std::ostringstream err;
@@ -143,7 +141,8 @@ std::string ShownFile(const std::string& page, int line, const std::string& kind
 {
     const std::size_t begin = page.find("id=\"line" + std::to_string(line) + "\"");
     const std::size_t end = std::min(page.find("<div class=\"example\"", begin), page.size());
-    const std::string tag = "<pre class=\"" + kind + "\" data-name=\"" + name + "\">";
+    const std::string tag =
+        "<pre class=\"" + kind + "\" data-name=\"" + kiv::manual::Escaped(name) + "\">";
     const std::size_t at = page.find(tag, begin);
     if (begin == kiv::npos || at == kiv::npos || at > end)
         return "(not shown)";

@@ -61,6 +61,11 @@ std::string CodeOf(const fs::path& file)
     const std::string_view all = source;
     std::string code;
     for (std::size_t at = 0; at < all.size();) {
+        const std::size_t plain = std::min(all.find_first_of("/\"'", at), all.size());
+        code.append(all.substr(at, plain - at));
+        at = plain;
+        if (at == all.size())
+            break;
         std::size_t end = at + 1;
         if (all.substr(at).starts_with("//"))
             end = at = std::min(all.find('\n', at), all.size());

@@ -88,6 +88,8 @@ TEST(ProgramList, WhatCouldNotBeStartedIsNotListed)
         {
             throw RunError(ErrorKind::file, "cannot start " + launch.Text());
         }
+        int Run(const Launch&, std::string_view) override { return 0; }
+        bool Finds(std::string_view) override { return false; }
     } none;
     ProgramList list(&none);
     EXPECT_THROW(list.Start({"edit a.txt"}), RunError);

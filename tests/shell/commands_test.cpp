@@ -93,7 +93,17 @@ TEST_F(CommandTable, GrabAndHelpMenus)
 
 TEST_F(CommandTable, SiteMenu)
 {
-    ExpectMenu(Menu::site, {{"mnu_check", "Check"}, {"mnu_why", "Why does a line look so?"}});
+    ExpectMenu(Menu::site, {{"mnu_check", "Check"},
+                            {"mnu_why", "Why does a line look so?"},
+                            {"mnu_preview", "Preview"},
+                            {"mnu_showpage", "Show page in browser"},
+                            {"mnu_buildsave", "Build on save"},
+                            {"mnu_undorenames", "Undo renames"},
+                            {"mnu_recent", "Recent folders"},
+                            {"mnu_readagain", "Read again"},
+                            {"mnu_beginsite", "Begin a site"},
+                            {"mnu_editor", "Choose an editor"},
+                            {"mnu_manual", "Manual"}});
 }
 
 TEST_F(CommandTable, MenusInOrder)
@@ -190,6 +200,73 @@ TEST_F(CommandTable, WhatElseIsShown)
     EXPECT_FALSE(shown("mnu_jumpto", 1));
     EXPECT_EQ(CaptionOf(jump, workspace, 0), "Docs");
     EXPECT_EQ(CaptionOf(*FindCommand("mnu_lc"), workspace), "l/c dir");
+}
+
+TEST_F(CommandTable, WhatHasNothingToDoIsGreyAndSaysWhy)
+{
+    const auto tip = [&](const char* name) { return TipOf(*FindCommand(name), workspace); };
+    const auto open = [&](const char* name) { return IsAvailable(*FindCommand(name), workspace); };
+    workspace.switchto("C:\\site");
+    for (const char* const name : {"mnu_sitemap", "openhtmls", "mnu_alltemplates"}) {
+        EXPECT_FALSE(open(name)) << name;
+        EXPECT_EQ(tip(name), "There is no group list (_group.txt) here");
+    }
+    EXPECT_FALSE(open("mnu_singlehtml"));
+    EXPECT_EQ(tip("mnu_singlehtml"), "There is no _singlehtml.txt here to build into");
+    Put("site/_singlehtml.txt");
+    Put("site/_group.txt");
+    workspace.switchto("C:\\site");
+    for (const char* const name : {"mnu_sitemap", "mnu_singlehtml"}) {
+        EXPECT_TRUE(open(name)) << name;
+        EXPECT_EQ(tip(name), FindCommand(name)->tip);
+    }
+    for (const Command& command : Commands())
+        EXPECT_EQ(command.unavailable.empty(), command.is_available == nullptr) << command.name;
+}
+
+TEST_F(CommandTable, RecentFoldersAreEntriesOfTheirOwn)
+{
+    const Command& recent = *FindCommand("recent");
+    EXPECT_FALSE(IsAvailable(recent, workspace));
+    workspace.switchto("C:\\site");
+    EXPECT_TRUE(IsAvailable(recent, workspace));
+    EXPECT_TRUE(IsVisible(recent, workspace, 0));
+    EXPECT_FALSE(IsVisible(recent, workspace, 1));
+    EXPECT_EQ(CaptionOf(recent, workspace, 0), "C:\\site\\");
+    EXPECT_EQ(CaptionOf(recent, workspace, recent.entries), "Recent folders");
+    workspace.switchto("C:\\utils");
+    EXPECT_EQ(KindOf([&] { RunCommand(workspace, recent, 1); }), "");
+    EXPECT_EQ(workspace.WorkDir, "C:\\site\\");
+}
+
+TEST_F(CommandTable, CommandsThatKeepSilentHaveAStatus)
+{
+    for (const Command& command : Commands()) {
+        const bool tells = !command.done.empty() || command.builds || command.looks_at ||
+                           command.opens != Opens::nothing || command.menu == Menu::grab;
+        const bool tells_itself = command.name == "store-directory" || command.name == "check" ||
+                                  command.name == "new-year" || command.name == "sitemap" ||
+                                  command.name == "build-on-save" ||
+                                  command.name.starts_with("pictures");
+        EXPECT_TRUE(command.IsSeparator() || tells || tells_itself) << command.name;
+    }
+}
+
+TEST_F(CommandTable, SwitchesAndTheSiteMapSayHowItEnded)
+{
+    const auto status = [&](const char* name) {
+        Choose(name);
+        return reporter.status;
+    };
+    workspace.switchto("C:\\site");
+    EXPECT_EQ(status("new-year"), "New Year switch on");
+    EXPECT_EQ(status("new-year"), "New Year switch off");
+    EXPECT_EQ(status("build-on-save"), "Build on save on");
+    EXPECT_EQ(status("build-on-save"), "Build on save off");
+    EXPECT_EQ(status("sitemap"), "No group list here");
+    Put("site/_group.txt");
+    Put("site/_sitemap.txt");
+    EXPECT_EQ(status("sitemap"), "Site map assembled");
 }
 
 struct RunRow {

@@ -23,7 +23,8 @@ TEST_F(FolderViews, FolderWithAllAboveAndInside)
                                         FolderEntry{"site", "C:\\site"}));
     EXPECT_THAT(view.inside, ElementsAre(FolderEntry{"images", "C:\\site\\images"},
                                          FolderEntry{"txt", "C:\\site\\txt"}));
-    EXPECT_THAT(view.files, ElementsAre("Zebra.htm", "_html.txt")); // "Z" before "_"
+    EXPECT_THAT(FilesOf(machine, view.folder),
+                ElementsAre("Zebra.htm", "_html.txt")); // "Z" before "_"
 }
 
 TEST_F(FolderViews, Root)
@@ -33,7 +34,8 @@ TEST_F(FolderViews, Root)
     EXPECT_THAT(view.above, ElementsAre(FolderEntry{"C:\\", "C:\\"}));
     EXPECT_THAT(view.inside, ElementsAre(FolderEntry{"site", "C:\\site"}, // one "\" alone
                                          FolderEntry{"utils", "C:\\utils"}));
-    EXPECT_THAT(view.files, IsEmpty());
+    EXPECT_THAT(FilesOf(machine, "C:\\"), IsEmpty());
+    EXPECT_THAT(FilesOf(machine, "C:\\gone"), IsEmpty());
 }
 
 TEST_F(FolderViews, RootOfTheCurrentDrive)

@@ -6,14 +6,14 @@ namespace {
 
 using ListFiles = ShellTest;
 
-struct Row {
+struct ListRow {
     std::string content;
     std::string expected;
 };
 
 TEST_F(ListFiles, TheEditorCommandEndsInABlank)
 {
-    const std::vector<Row> rows = {
+    const std::vector<ListRow> rows = {
         {"c:\\pad.exe\r\n", "c:\\pad.exe "},
         {"c:\\pad.exe ", "c:\\pad.exe "},
         {"c:\\pad.exe  \n", "c:\\pad.exe  "}, // not trimmed
@@ -22,7 +22,7 @@ TEST_F(ListFiles, TheEditorCommandEndsInABlank)
         {"a\nb\n", "a "},                      // the first line alone
         {"a\rb\n", "a\rb "},                   // a CR alone ends no line
     };
-    for (const Row& row : rows) {
+    for (const ListRow& row : rows) {
         Put("utils/kiv_editpad.txt", row.content);
         const EditorSetting setting = loadeditor(*files);
         EXPECT_EQ(setting.command, row.expected) << row.content;
@@ -44,6 +44,32 @@ TEST_F(ListFiles, WithoutAnEditorCommandTheUsualEditorIsTaken)
     Put("utils/EditPad.EXE");
     files->Refresh();
     EXPECT_FALSE(loadeditor(*files).editor_is_missing);
+}
+
+TEST_F(ListFiles, AJumpIsAddedBehindTheOthers)
+{
+    AddJump(*files, "C:\\site\\lab"); // no list yet
+    EXPECT_EQ(Content("utils/kivjump.ini"),
+              ";label|path\r\n;for example: quillcrest|e:\\internet\\quillcrest\\\r\n"
+              "lab|C:\\site\\lab\\\r\n");
+    Put("utils/kivjump.ini", "; mine\nDocs|d:\\docs"); // no line end, and none is changed
+    AddJump(*files, "C:\\");
+    EXPECT_EQ(Content("utils/kivjump.ini"), "; mine\nDocs|d:\\docs\r\nC:\\|C:\\\r\n");
+}
+
+TEST_F(ListFiles, AJumpThatCannotBeAddedLeavesTheList)
+{
+    std::string list = "Docs|C:\\Site\r\n";
+    Put("utils/kivjump.ini", list);
+    EXPECT_EQ(KindOf([&] { AddJump(*files, "C:\\site"); }), "file"); // there already
+    EXPECT_EQ(KindOf([&] { AddJump(*files, "C:\\a|b"); }), "file");
+    EXPECT_EQ(KindOf([&] { AddJump(*files, "C:\\;x"); }), "file");
+    EXPECT_EQ(Content("utils/kivjump.ini"), list);
+    for (int i = 1; i < 10; ++i)
+        list += "x|C:\\x" + std::to_string(i) + "\r\n";
+    Put("utils/kivjump.ini", list);
+    EXPECT_EQ(KindOf([&] { AddJump(*files, "C:\\eleventh"); }), "file");
+    EXPECT_EQ(Content("utils/kivjump.ini"), list);
 }
 
 TEST_F(ListFiles, JumpLines)

@@ -32,6 +32,22 @@ TEST_F(OutsidePrograms, AnEditorThatIsStoredIsUsedAtOnceAndLater)
     EXPECT_EQ(Started(), "gedit --new-window _template.txt");
 }
 
+TEST_F(OutsidePrograms, AnEditorWithAMarkOpensALine)
+{
+    StoreEditor(workspace, "code --goto %f:%l");
+    EditAt(workspace, "C:\\site\\_html.txt", 12);
+    EXPECT_EQ(Started(), "code --goto C:\\site\\_html.txt:12");
+    // Where no line is known it is the first.
+    EditAt(workspace, "C:\\site\\_html.txt", 0);
+    EXPECT_EQ(Started(), "code --goto C:\\site\\_html.txt:1");
+    Edit(workspace, "_template.txt");
+    EXPECT_EQ(Started(), "code --goto _template.txt:1");
+    StoreEditor(workspace, "pad");
+    EditAt(workspace, "C:\\site\\_html.txt", 12);
+    EXPECT_EQ(Started(), "pad C:\\site\\_html.txt");
+    EXPECT_EQ(programs.files.back(), "C:\\site\\_html.txt");
+}
+
 TEST_F(OutsidePrograms, CommandLines)
 {
     Edit(workspace, "_template.txt");

@@ -50,6 +50,43 @@ TEST_F(StartUp, ALocalSettingsFileCountsEvenWhenItsFirstLineIsEmpty)
     EXPECT_EQ(Content("utils/kiv.ini"), "C:\\utils");
 }
 
+TEST_F(StartUp, AFolderThatIsGoneStaysTheDefaultUntilAnotherIsChosen)
+{
+    Put("utils/kiv.ini", "C:\\gone\\\r\n");
+    EXPECT_THAT(workspace.StartWindow(std::nullopt), IsEmpty());
+    EXPECT_EQ(workspace.WorkDir, "\\");
+    EXPECT_EQ(reporter.status, "The folder of the start is not there: C:\\gone\\");
+    workspace.SaveDirectory(); // the end of the program
+    EXPECT_EQ(Content("utils/kiv.ini"), "C:\\gone\\\r\n");
+    workspace.switchto("C:\\utils");
+    workspace.SaveDirectory();
+    EXPECT_EQ(Content("utils/kiv.ini"), "C:\\utils\\\r\n");
+    Put("utils/kiv.ini", "C:\\gone\\\r\n");
+    EXPECT_THAT(workspace.StartWindow(std::nullopt), IsEmpty());
+    workspace.StoreDirectory(); // somebody wants just that
+    EXPECT_EQ(Content("utils/kiv.ini"), "\\\r\n");
+}
+
+TEST_F(StartUp, AnUploadListThatChangesCountsAtOnce)
+{
+    EXPECT_THAT(workspace.StartWindow("C:\\site"), IsEmpty());
+    EXPECT_FALSE(workspace.UploadListWanted);
+    Put("utils/ftplist.txt", "c:\\site\\|send\r\n");
+    EXPECT_EQ(workspace.FollowLists(), std::nullopt);
+    EXPECT_TRUE(workspace.UploadListWanted);
+    EXPECT_EQ(workspace.UploadCommand, "send");
+    EXPECT_EQ(Content("guestout2.bat"), "send\r\n");
+    Put("guestout2.bat", "what builds have put there");
+    Put("utils/ftplist.txt", "c:\\other\\|x\r\nc:\\site\\|send\r\n");
+    EXPECT_EQ(workspace.FollowLists(), std::nullopt);
+    EXPECT_EQ(Content("guestout2.bat"), "what builds have put there"); // the entry is the same
+    Put("utils/ftplist.txt", "no bar, and longer than the list was before\r\n");
+    EXPECT_NE(workspace.FollowLists(), std::nullopt);
+    std::filesystem::remove(Native("utils/ftplist.txt"));
+    EXPECT_EQ(workspace.FollowLists(), std::nullopt);
+    EXPECT_FALSE(workspace.UploadListWanted);
+}
+
 TEST_F(StartUp, AnEmptyUsualSettingsFileLeadsToTheRoot)
 {
     for (const char* content : {"", "\r\nC:\\site\r\n"}) {

@@ -53,6 +53,10 @@ TEST_F(UtilityCalls, PicturesOfAFolder)
     EXPECT_EQ(reporter.status, "sizer done. piclist.txt created.");
     EXPECT_EQ(programs.started, (Texts{"pad _alt.txt", "pad _piclist.txt"}));
     EXPECT_EQ(files->CurrentDirectory(), "C:\\site");
+    workspace.EditorCommand = "pad +%l %f ";
+    programs.started.clear();
+    EXPECT_EQ(KindOf([&] { SizePictures(workspace, "images"); }), "");
+    EXPECT_EQ(programs.started, (Texts{"pad +1 _alt.txt", "pad +1 _piclist.txt"}));
     EXPECT_TRUE(Exists("site/images/_pichtml.txt"));
     Put("site/images/b.jpg", "no picture");
     EXPECT_EQ(KindOf([&] { SizePictures(workspace, "images"); }), "picture");

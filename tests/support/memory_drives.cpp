@@ -37,7 +37,22 @@ void AddFiles(const MemoryNode& folder, const std::string& prefix, Trees& files)
     }
 }
 
+class CommittedDraft : public PageDraft {
+  public:
+    using PageDraft::PageDraft;
+    bool Put() override { return false; }
+
+  protected:
+    PreparedPage Make() override { return {}; }
+};
+
 } // namespace
+
+std::unique_ptr<PageDraft> MemoryDrives::MakeDraft(const OutputFile& file, std::string_view bytes,
+                                                   bool is_former_known)
+{
+    return std::make_unique<CommittedDraft>(file, bytes, is_former_known);
+}
 
 MemoryDrives::MemoryDrives()
 {
@@ -130,6 +145,7 @@ MemoryNode* MemoryDrives::FileAt(const std::string& absolute)
 bool MemoryDrives::FolderExists(std::string_view path)
 {
     const std::string absolute = Absolute(path);
+    TellLook(absolute);
     return !absolute.empty() && FolderAt(absolute) != nullptr;
 }
 
@@ -152,13 +168,26 @@ bool MemoryDrives::NameIsTaken(std::string_view path)
 
 FileStamp MemoryDrives::Stamp(std::string_view path)
 {
-    const MemoryNode* const file = FileAt(AbsoluteFile(path));
+    const std::string absolute = AbsoluteFile(path);
+    TellLook(absolute);
+    const MemoryNode* const file = FileAt(absolute);
     return file == nullptr ? FileStamp{} : FileStamp{file->bytes.size(), file->changed, true};
+}
+
+PlaceState MemoryDrives::StateNow(const std::string& absolute)
+{
+    const MemoryNode* const node = PlaceOf(absolute).node;
+    if (node == nullptr)
+        return {};
+    if (node->is_folder)
+        return {.kind = PlaceState::Kind::folder};
+    return {.kind = PlaceState::Kind::file, .size = node->bytes.size(), .changed = node->changed};
 }
 
 MemoryNode& MemoryDrives::FileToRead(std::string_view path)
 {
     const std::string absolute = FileToUse(path, "read");
+    TellOpening(absolute);
     if (PlaceOf(absolute).node == nullptr)
         RefuseWith("read", absolute, ENOENT);
     MemoryNode* const file = FileAt(absolute);
@@ -169,7 +198,9 @@ MemoryNode& MemoryDrives::FileToRead(std::string_view path)
 
 std::string MemoryDrives::ReadFile(std::string_view path)
 {
-    return FileToRead(path).bytes;
+    const std::string& bytes = FileToRead(path).bytes;
+    TellRead(path, bytes);
+    return bytes;
 }
 
 std::string MemoryDrives::ReadPart(std::string_view path, std::uint64_t offset, std::size_t count)

@@ -57,8 +57,14 @@ class MemoryDrives : public DriveFiles {
     std::string DriveLetters() override { return "CZ"; }
     std::string FromNative(std::string_view utf8) override;
     std::string ToNative(std::string_view path) override;
+    PlaceState StateNow(const std::string& absolute) override;
 
   protected:
+    void TidyFolderOf(const OutputFile&) override {}
+    /// One that always goes the ordinary way, by Commit.
+    std::unique_ptr<PageDraft> MakeDraft(const OutputFile& file, std::string_view bytes,
+                                         bool is_former_known) override;
+    void NoteWritten(const OutputFile&, bool) override {}
     bool IsTooLong(const std::string& absolute) const override;
     std::vector<FileName> Names(const std::string& folder, bool folders) override;
     std::string ExactNameOf(const std::string& absolute) override;

@@ -4,6 +4,8 @@
 #include "platform/programs.h"
 #include "platform/reporter.h"
 
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,9 +28,9 @@ class RecordingReporter : public Reporter {
         statuses.push_back(status);
     }
     void PassStatus(std::string_view text) override { passes.emplace_back(text); }
-    void Step(int done, int all) override { steps.emplace_back(done, all); }
 
   protected:
+    void ShowStep(int done, int all) override { steps.emplace_back(done, all); }
     void Show(std::string_view text) override { shown.emplace_back(text); }
 };
 
@@ -36,7 +38,17 @@ class RecordingReporter : public Reporter {
 class StartRecorder : public Programs {
   public:
     std::vector<std::string> started;
-    std::vector<std::string> files; // that they were started for
+    std::vector<std::string> files;           // that they were started for
+    std::set<std::string, std::less<>> there; // the commands whose programs are found
+    bool Finds(std::string_view command) override { return there.contains(command); }
+    std::vector<std::string> inputs; // of the programs that were run
+    std::vector<int> codes;          // that the next ones end with; 0 past their end
+    int Run(const Launch& launch, std::string_view input) override
+    {
+        started.push_back(launch.Text());
+        inputs.emplace_back(input);
+        return inputs.size() <= codes.size() ? codes[inputs.size() - 1] : 0;
+    }
     void Start(const Launch& launch) override
     {
         if (!launch.file.empty())

@@ -5,12 +5,12 @@
 namespace kiv {
 namespace {
 
-struct Row {
+struct SizeRow {
     Dimensions fields;
     std::string new_width, new_height;
 };
 
-void Expect(const Row& row)
+void Expect(const SizeRow& row)
 {
     Dimensions fields = row.fields;
     Calculate(fields);
@@ -24,7 +24,7 @@ void Expect(const Row& row)
 
 TEST(Dimensions, TheMissingSide)
 {
-    const Row kRows[] = {
+    const SizeRow kRows[] = {
         {{"800", "600", "400", ""}, "400", "300"},
         {{"800", "600", "", "200"}, "266.666666666667", "200"},
         {{"800", "600", "400", "1000"}, "400", "300"}, // the width wins
@@ -36,7 +36,7 @@ TEST(Dimensions, TheMissingSide)
         {{"800", "0", "400", ""}, "400", "0"},
         {{"0", "600", "", "200"}, "0", "200"},
     };
-    for (const Row& row : kRows)
+    for (const SizeRow& row : kRows)
         Expect(row);
 }
 

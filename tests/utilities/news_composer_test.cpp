@@ -79,8 +79,8 @@ TEST_F(NewsComposer, AMarkThatIsNotFoundIsTold)
     const std::vector<Warning>& told = desk.reporter.Warnings();
     ASSERT_EQ(told.size(), 2U);
     EXPECT_EQ(told[0].where.Text(), "C:\\internet\\plain\\_html.txt, line 2");
-    EXPECT_EQ(told[0].text, "No CR LF stands right behind \";inserthere1\": the news line was put "
-                            "nowhere in this list");
+    EXPECT_EQ(told[0].text, "No CR LF stands right behind \";inserthere1\": the news line is not "
+                            "in this list");
     EXPECT_EQ(told[0].hint, "Let the mark end its line, and save the list with the line ends of "
                             "Windows, CR LF.");
     EXPECT_FALSE(told[0].was_shown);
@@ -111,6 +111,17 @@ TEST_F(NewsComposer, HomePageListGetsTheBangLineToo)
     EXPECT_THAT(desk.programs.files,
                 ElementsAre("C:\\internet\\m\\news\\txt\\pr040504.txt",
                             "C:\\internet\\m\\news\\_html.txt", "C:\\internet\\m\\_html.txt"));
+}
+
+TEST_F(NewsComposer, AnEditorWithMarksShowsTheHeadOfEachFile)
+{
+    item.site = 1;
+    news.editor_command = "code --goto %f:%l ";
+    EXPECT_TRUE(Compose());
+    EXPECT_THAT(desk.programs.started,
+                ElementsAre("code --goto C:\\internet\\m\\news\\txt\\pr040504.txt:1",
+                            "code --goto C:\\internet\\m\\news\\_html.txt:1",
+                            "code --goto C:\\internet\\m\\_html.txt:1"));
 }
 
 TEST_F(NewsComposer, HighlightIsThePresets)

@@ -6,13 +6,13 @@
 namespace kiv {
 namespace {
 
-struct Row {
+struct NameRow {
     std::string text, result;
 };
 
 TEST(NewsNames, DateOfName)
 {
-    const Row kRows[] = {
+    const NameRow kRows[] = {
         {"pr040504", "April 5, 2004"},
         {"pr040504b", "April 5, 2004"},
         {"pr040504a", "April 5, 2004"},
@@ -39,7 +39,7 @@ TEST(NewsNames, DateOfName)
         {"x010170", "January 1, 1970"},
         {"pr123199b", "December 31, 1999"},
     };
-    for (const Row& row : kRows)
+    for (const NameRow& row : kRows)
         EXPECT_EQ(DateOfName(row.text), row.result) << row.text;
 }
 
@@ -51,7 +51,7 @@ TEST(NewsNames, Publication)
                              {"Gaz", "The Gazette"},
                              {"PR", "never reached"},
                              {"\xE4", "Umlaut"}};
-    const Row kRows[] = {
+    const NameRow kRows[] = {
         {"pr040504", "Press Release"},
         {"proc040504", "Proclamation"},
         {"PR040504b", "Press Release"},
@@ -65,7 +65,7 @@ TEST(NewsNames, Publication)
         {"pr", ""},
         {"pr0405041", ""}, // the code is the last six: the prefix is "pr0"
     };
-    for (const Row& row : kRows)
+    for (const NameRow& row : kRows)
         EXPECT_EQ(PublicationOfName(row.text, settings), row.result) << row.text;
 }
 

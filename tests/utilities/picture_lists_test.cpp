@@ -121,10 +121,10 @@ TEST(PictureLists, EverySectionOfAPair)
     EXPECT_EQ(desk.Content("site/_banglist2.txt"), "\r\n;" + definition + table);
     EXPECT_EQ(desk.Content("site/_banglist3.txt"), "\r\n;" + definition + table);
     EXPECT_THAT(desk.machine.files.Written(),
-                ElementsAre("C:\\site\\_alt.txt", "C:\\site\\_piclist.txt",
-                            "C:\\site\\_banglist.txt", "C:\\site\\_banglist4.txt",
-                            "C:\\site\\_banglist2.txt", "C:\\site\\_banglist3.txt",
-                            "C:\\site\\_pichtml.txt"));
+                ElementsAre("C:\\site\\_alt.old.txt", "C:\\site\\_alt.txt",
+                            "C:\\site\\_piclist.txt", "C:\\site\\_banglist.txt",
+                            "C:\\site\\_banglist4.txt", "C:\\site\\_banglist2.txt",
+                            "C:\\site\\_banglist3.txt", "C:\\site\\_pichtml.txt"));
     EXPECT_THAT(desk.pictures.measured, ElementsAre("cat.jpg", "cat_t.jpg")); // once each
     EXPECT_THAT(desk.reporter.steps, ElementsAre(Pair(1, 2), Pair(2, 2)));
 }
@@ -295,6 +295,8 @@ TEST(PictureLists, ProgramsStartInThePicturesFolder)
             EXPECT_FALSE(launch.minimised);
             directories.push_back(files_.CurrentDirectory());
         }
+        int Run(const Launch&, std::string_view) override { return 0; }
+        bool Finds(std::string_view) override { return false; }
         std::vector<std::string> directories;
 
       private:

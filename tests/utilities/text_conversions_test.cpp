@@ -17,13 +17,13 @@ constexpr ConversionBoxes kPoetryP{.poetry_p = true};
 constexpr ConversionBoxes kPoetryBr{.poetry_br = true};
 constexpr ConversionBoxes kLinksSingle{.links_list = true, .single_spaced = true};
 
-struct Row {
+struct TextRow {
     std::string text, result;
 };
 
 TEST(EmailToHtml, Prose)
 {
-    const Row kRows[] = {
+    const TextRow kRows[] = {
         {"", "<p></p>\r\n"},
         {"a", "<p> a</p>\r\n"}, // only upper-case tags lose the blank behind them
         {"a\r\nb\r\n", "<p> a b</p>\r\n"},
@@ -47,7 +47,7 @@ TEST(EmailToHtml, Prose)
         {"x </P> y", "<p> x</P>y</p>\r\n"},
         {"x <p> y </p> z", "<p> x <p> y </p> z</p>\r\n"},
     };
-    for (const Row& row : kRows)
+    for (const TextRow& row : kRows)
         EXPECT_EQ(EmailToHtml(row.text, kNone), row.result) << row.text;
 }
 
@@ -77,7 +77,7 @@ TEST(EmailToHtml, SingleSpaced)
 
 TEST(EmailToHtml, PoetryInParagraphs)
 {
-    const Row kRows[] = {
+    const TextRow kRows[] = {
         {"one\r\ntwo\r\n\r\nthree\r\nfour", "<p>one<br>two</p>\r\n<p>three<br>four</p>\r\n"},
         {"one\r\n\r\n\r\ntwo", "<p>one</p>\r\n<p>two</p>\r\n"},
         {"one\r\ntwo\r\n", "<p>one<br>two</p>\r\n"},
@@ -86,19 +86,19 @@ TEST(EmailToHtml, PoetryInParagraphs)
         // A blank line first: the next line follows as after any blank line.
         {"\r\none\r\ntwo", "<p></p>\r\n<p>one<br>two</p>\r\n"},
     };
-    for (const Row& row : kRows)
+    for (const TextRow& row : kRows)
         EXPECT_EQ(EmailToHtml(row.text, kPoetryP), row.result) << row.text;
 }
 
 TEST(EmailToHtml, PoetryInBreaks)
 {
-    const Row kRows[] = {
+    const TextRow kRows[] = {
         {"one\r\ntwo\r\n\r\nthree\r\nfour", "<p>one<br>two<br><br>three<br>four</p>\r\n"},
         {"one\r\n\r\n\r\ntwo", "<p>one<br><br>two</p>\r\n"},
         {"one\r\n\r\n", "<p>one<br><br></p>\r\n"},
         {"\r\none\r\ntwo", "<p><br><br>one<br>two</p>\r\n"},
     };
-    for (const Row& row : kRows)
+    for (const TextRow& row : kRows)
         EXPECT_EQ(EmailToHtml(row.text, kPoetryBr), row.result) << row.text;
 }
 
@@ -116,7 +116,7 @@ TEST(EmailToHtml, TheFirstBoxSetCounts)
 
 TEST(TabsToRs, Pieces)
 {
-    const Row kRows[] = {
+    const TextRow kRows[] = {
         {"", ""},
         {"a", "a=rs(\"a\")\r\n"},
         {"a\tb", "a=rs(\"a\")\r\n\tb=rs(\"b\")\r\n"},
@@ -124,7 +124,7 @@ TEST(TabsToRs, Pieces)
         {"a\t\tb", "a=rs(\"a\")\r\n\t=rs(\"\")\r\n\tb=rs(\"b\")\r\n"},
         {"a\r\nb", "a\r\nb=rs(\"a\r\nb\")\r\n"}, // lines mean nothing here
     };
-    for (const Row& row : kRows)
+    for (const TextRow& row : kRows)
         EXPECT_EQ(TabsToRs(row.text), row.result) << row.text;
 }
 
@@ -132,7 +132,7 @@ TEST(LinesToJs, Calls)
 {
     const std::string head = "<script src=\"_player.js\"></script>\r\n\r\n"
                              "<!---- write the following to _player.js ----->\r\n";
-    const Row kRows[] = {
+    const TextRow kRows[] = {
         {"", ""},
         {"a", "document.write('a');\r\n"},
         {"a\r\n\r\nb\r\n", "document.write('a');\r\ndocument.write('b');\r\n"},
@@ -140,7 +140,7 @@ TEST(LinesToJs, Calls)
         {"a\nb", "document.write('a\nb');\r\n"}, // only CR LF parts lines
         {" ", "document.write(' ');\r\n"},       // a blank line is not an empty one
     };
-    for (const Row& row : kRows)
+    for (const TextRow& row : kRows)
         EXPECT_EQ(LinesToJs(row.text), head + row.result) << row.text;
 }
 
@@ -156,7 +156,7 @@ std::string MailScript(const std::string& names)
 
 TEST(FieldNamesToScript, Names)
 {
-    const Row kRows[] = {
+    const TextRow kRows[] = {
         {"", ""},
         {"no form", ""},
         {"<input name=\"a\">", "a"},
@@ -170,7 +170,7 @@ TEST(FieldNamesToScript, Names)
         {"name=\"a\r\nb\"", "a\r\nb"},
         {"name=\"name=\"x\"", "name="}, // the rest begins behind the closing quote
     };
-    for (const Row& row : kRows)
+    for (const TextRow& row : kRows)
         EXPECT_EQ(FieldNamesToScript(row.text, "me@here.org"), MailScript(row.result)) << row.text;
 }
 
@@ -188,7 +188,7 @@ TEST(FieldNamesToScript, NameWithoutQuoteIsFatal)
 
 TEST(CleanQuotes, Texts)
 {
-    const Row kRows[] = {
+    const TextRow kRows[] = {
         {"", ""},
         {"a", "a\r\n"}, // a last line gets its end
         {"a\nb\rc\r\n\r\nd", "a\r\nb\r\nc\r\n\r\nd\r\n"},
@@ -216,7 +216,7 @@ TEST(CleanQuotes, Texts)
         {"\xB7one", "\xB7one\r\n"},
         {"x\t<<p>/p>", "<li>\r\n"}, // one removal after the other
     };
-    for (const Row& row : kRows)
+    for (const TextRow& row : kRows)
         EXPECT_EQ(CleanQuotes(row.text, false), row.result) << row.text;
 }
 
@@ -231,7 +231,7 @@ TEST(CleanQuotes, SmartQuotesCanBeKept)
 
 TEST(NewsLineToEntry, Entries)
 {
-    const Row kRows[] = {
+    const TextRow kRows[] = {
         {"!!1[May 5|pr050504|A Title|x]",
          "@file = pr050504\r\n@title = A Title\r\n!!2[May 5|pr050504|A Title|x]\r\n"
          "++txt\\pr050504.txt\r\n\r\n@@EOY\r\n\r\n"},
@@ -243,7 +243,7 @@ TEST(NewsLineToEntry, Entries)
         {"!!1[a\r|f|t|",
          "@file = f\r\n@title = t\r\n!!2[a\r|f|t|\r\n++txt\\f.txt\r\n\r\n@@EOY\r\n\r\n"},
     };
-    for (const Row& row : kRows)
+    for (const TextRow& row : kRows)
         EXPECT_EQ(NewsLineToEntry(row.text), row.result) << row.text;
 }
 
@@ -268,7 +268,7 @@ TEST(NewsLineToEntry, OtherLinesAreRefused)
 
 TEST(TabsToPipes, Rows)
 {
-    const Row kRows[] = {
+    const TextRow kRows[] = {
         {"", ""},
         {"a\tb", "??1[a|b]\r\n"},
         {"a\tb\r\nc\td", "??1[a|b]\r\n??1[c|d]\r\n"},
@@ -282,7 +282,7 @@ TEST(TabsToPipes, Rows)
         {"a   b", "??1[a  b]\r\n"},
         {"a\r\r\nb", "??1[a]\r\n??1[]\r\n??1[b]\r\n"},
     };
-    for (const Row& row : kRows)
+    for (const TextRow& row : kRows)
         EXPECT_EQ(TabsToPipes(WithoutLineFeeds(row.text), "??1"),
                   "<table width=\"100%\">\r\n" + row.result + "</table>")
             << row.text;
@@ -291,7 +291,7 @@ TEST(TabsToPipes, Rows)
 
 TEST(Ptop, LinesThatEndInAParagraphTag)
 {
-    const Row kRows[] = {
+    const TextRow kRows[] = {
         {"", ""},
         {"a<p>", "a</p>"},
         {"a<P>\r\nb\r\nc<p>", "a</p>\r\nb\r\nc</p>"},
@@ -305,7 +305,7 @@ TEST(Ptop, LinesThatEndInAParagraphTag)
         {"\r\na<p>\r\n", "\r\na</p>\r\n"},
         {"a<p>b", "a<p>b"},
     };
-    for (const Row& row : kRows)
+    for (const TextRow& row : kRows)
         EXPECT_EQ(ptop(row.text), row.result) << row.text;
 }
 

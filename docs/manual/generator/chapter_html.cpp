@@ -126,14 +126,42 @@ class ExampleWriter {
         const std::string shown = files[key] = Shown(section);
         if (shown.empty())
             label += " (empty)";
-        const auto before = files_before_.find(key);
-        const bool same = steps_ && before != files_before_.end() && before->second == shown;
+        const bool same = steps_ && (WasShown(key, shown) || WasMade(section, shown));
         const std::string pre = "<pre class=\"" + section.word + "\" data-name=\"" +
-                                Escaped(section.rest) + "\">" + FirstLineEnd(shown) + shown +
-                                "</pre>";
+                                Escaped(Decoded(section.rest)) + "\">" + FirstLineEnd(shown) +
+                                shown + "</pre>";
         if (same)
-            return "<details><summary>" + label + " (as before)</summary>" + pre + "</details>\n";
+            return Folded(label + " (as before)", pre);
+        if (IsLongListing(section))
+            return Folded(label + " (" + Decimal(static_cast<long long>(section.lines.size())) +
+                              " lines)",
+                          pre);
         return "<div class=\"file\"><div class=\"name\">" + label + "</div>" + pre + "</div>\n";
+    }
+
+    static std::string Folded(const std::string& label, const std::string& pre)
+    {
+        return "<details><summary>" + label + "</summary>" + pre + "</details>\n";
+    }
+
+    /// Whether it is what few read line by line: a style sheet or a drawing of some length.
+    static bool IsLongListing(const Section& section)
+    {
+        constexpr std::size_t kLong = 20; // lines
+        return section.lines.size() > kLong &&
+               (section.rest.ends_with(".css") || section.rest.ends_with(".svg"));
+    }
+
+    bool WasShown(const std::string& key, const std::string& shown) const
+    {
+        const auto before = files_before_.find(key);
+        return before != files_before_.end() && before->second == shown;
+    }
+
+    /// Whether a source is what the example before has made.
+    bool WasMade(const Section& section, const std::string& shown) const
+    {
+        return section.word == "in" && WasShown("out " + section.rest, shown);
     }
 
     bool steps_;

@@ -1,5 +1,6 @@
 #include "docs/manual/generator/prose.h"
 
+#include "text/html_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -55,7 +56,31 @@ std::string Picture(std::string_view line)
            "\"></p>\n";
 }
 
-/// The cells of a row: parted by " | ", but not inside code.
+/// A span with marks, and how much of the line it takes; 0 when none begins here.
+struct MarkedSpan {
+    Span span;
+    std::size_t length;
+};
+
+MarkedSpan SpanAt(std::string_view line)
+{
+    const std::size_t code_end = line.starts_with('`') ? line.find('`', 1) : npos;
+    if (code_end != npos)
+        return {{SpanKind::code, line.substr(1, code_end - 1), {}}, code_end + 1};
+    const std::size_t strong_end = line.starts_with("**") ? line.find("**", 2) : npos;
+    if (strong_end != npos)
+        return {{SpanKind::strong, line.substr(2, strong_end - 2), {}}, strong_end + 2};
+    const std::size_t words_end = line.starts_with('[') ? line.find("](") : npos;
+    const std::size_t link_end = words_end == npos ? npos : line.find(')', words_end);
+    if (link_end != npos)
+        return {{SpanKind::link, line.substr(1, words_end - 1),
+                 line.substr(words_end + 2, link_end - words_end - 2)},
+                link_end + 1};
+    return {{SpanKind::plain, {}, {}}, 0};
+}
+
+} // namespace
+
 std::vector<std::string> Cells(std::string_view row)
 {
     std::vector<std::string> cells(1);
@@ -72,6 +97,8 @@ std::vector<std::string> Cells(std::string_view row)
     }
     return cells;
 }
+
+namespace {
 
 /// Goes through lines and takes what belongs together.
 class ProseWriter {
@@ -180,17 +207,9 @@ class ProseWriter {
 std::string Escaped(std::string_view text)
 {
     std::string html;
-    for (const char c : text) {
+    for (const char c : HtmlText(text)) {
         const auto code = CodePoint(c);
-        if (c == '&')
-            html += "&amp;";
-        else if (c == '<')
-            html += "&lt;";
-        else if (c == '>')
-            html += "&gt;";
-        else if (c == '"')
-            html += "&quot;";
-        else if (code > 0x7E || (code < 0x20 && c != '\t' && c != '\n'))
+        if (code > 0x7E || (code < 0x20 && c != '\t' && c != '\n'))
             html += "&#" + Decimal(static_cast<long long>(code)) + ";";
         else
             html += c;
@@ -198,32 +217,54 @@ std::string Escaped(std::string_view text)
     return html;
 }
 
-std::string InlineHtml(std::string_view text)
+std::vector<Span> Spans(std::string_view line)
 {
-    std::string html;
-    while (!text.empty()) {
-        const std::size_t code_end = text[0] == '`' ? text.find('`', 1) : npos;
-        const std::size_t strong_end = text.starts_with("**") ? text.find("**", 2) : npos;
-        const std::size_t words_end = text[0] == '[' ? text.find("](") : npos;
-        if (code_end != npos) {
-            constexpr std::size_t kShort = 30; // short enough to stay on one line
-            html.append(code_end <= kShort ? "<code class=\"short\">" : "<code>");
-            html.append(Escaped(text.substr(1, code_end - 1))).append("</code>");
-            text.remove_prefix(code_end + 1);
-        } else if (strong_end != npos) {
-            html += "<strong>" + InlineHtml(text.substr(2, strong_end - 2)) + "</strong>";
-            text.remove_prefix(strong_end + 2);
-        } else if (words_end != npos) {
-            const std::size_t end = text.find(')', words_end);
-            html += "<a href=\"" + Escaped(text.substr(words_end + 2, end - words_end - 2)) +
-                    "\">" + InlineHtml(text.substr(1, words_end - 1)) + "</a>";
-            text.remove_prefix(end + 1);
-        } else {
-            html += Escaped(text.substr(0, 1));
-            text.remove_prefix(1);
+    std::vector<Span> spans;
+    std::size_t plain = 0; // characters at the head of `line` that are in no span yet
+    while (plain < line.size()) {
+        const MarkedSpan marked = SpanAt(line.substr(plain));
+        if (marked.length == 0) {
+            ++plain;
+            continue;
         }
+        if (plain > 0)
+            spans.push_back({SpanKind::plain, line.substr(0, plain), {}});
+        spans.push_back(marked.span);
+        line.remove_prefix(plain + marked.length);
+        plain = 0;
+    }
+    if (!line.empty())
+        spans.push_back({SpanKind::plain, line, {}});
+    return spans;
+}
+
+std::string InlineHtml(std::string_view line)
+{
+    constexpr std::size_t kShort = 29; // characters of code that stay on one line
+    std::string html;
+    for (const Span& span : Spans(line)) {
+        if (span.kind == SpanKind::code)
+            html.append(span.text.size() <= kShort ? "<code class=\"short\">" : "<code>")
+                .append(Escaped(span.text))
+                .append("</code>");
+        else if (span.kind == SpanKind::strong)
+            html += "<strong>" + InlineHtml(span.text) + "</strong>";
+        else if (span.kind == SpanKind::link)
+            html += "<a href=\"" + Escaped(span.target) + "\">" + InlineHtml(span.text) + "</a>";
+        else
+            html += Escaped(span.text);
     }
     return html;
+}
+
+std::string InlineText(std::string_view line)
+{
+    std::string text;
+    for (const Span& span : Spans(line)) {
+        const bool holds_marks = span.kind == SpanKind::strong || span.kind == SpanKind::link;
+        text += holds_marks ? InlineText(span.text) : std::string(span.text);
+    }
+    return text;
 }
 
 std::string ProseHtml(const std::vector<std::string>& lines)

@@ -11,8 +11,24 @@ namespace kiv::manual {
 /// ASCII as a numeric one.
 std::string Escaped(std::string_view text);
 
-/// Marks inside a line: `code`, **strong**, [words](link).
-std::string InlineHtml(std::string_view text);
+enum class SpanKind { plain, code, strong, link };
+
+/// A stretch of a line, between its marks. What is strong or a link may hold marks again.
+struct Span {
+    SpanKind kind;
+    std::string_view text;
+    std::string_view target; // of a link
+};
+
+/// A line cut at its marks: `code`, **strong**, [words](link).
+std::vector<Span> Spans(std::string_view line);
+
+/// The line with these marks as HTML, and without them.
+std::string InlineHtml(std::string_view line);
+std::string InlineText(std::string_view line);
+
+/// The cells of a table's row, a line that begins "| ": parted by " | ", but not inside code.
+std::vector<std::string> Cells(std::string_view row);
 
 /// Whole lines: "# heading", "## heading below it", "![words](picture)", "- item", "1. step", "|
 /// cell | cell" (the first row is the head), lines with four blanks in front as they stand, and

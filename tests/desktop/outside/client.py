@@ -9,7 +9,7 @@ import shutil
 import sys
 import time
 
-from driver import Atspi, Kiv, fail, is_shown, put_programs, wait, walk
+from driver import Atspi, Kiv, fail, is_on, is_shown, put_programs, wait, walk
 
 MENUS = {
     "File": ["Lanthorn", "l/c dir", "Rename files", "Fix names", 'add "_t.gif"', "Calculate dimensions",
@@ -21,15 +21,18 @@ MENUS = {
               "picture sizer", "picture sizer (images)", "Toggle New Year", "Assemble Site Map",
               "Create single html", "New News"],
     "Grab": ["Grab titles", "Grab & redirect", "Grab all", "Grab all trimmed"],
-    "Site": ["Check", "Why does a line look so?"],
+    "Site": ["Check", "Why does a line look so?", "Preview", "Show page in browser", "Build on save", "Undo renames",
+             "Recent folders", "Read again", "Begin a site", "Choose an editor", "Manual"],
 }
 # What opens each side window, and the buttons that it has at the least.
 WINDOWS = {
-    "Choose directory": ("Choose directory", ["Choose", "l/c dir", "Cancel"]),
+    "Choose directory": ("Choose directory", ["Choose", "l/c dir", "Add to Jump to", "Cancel"]),
     "Rename files": ("Rename files", ["Rename"]),
+    "Fix names": ("Fix names", ["Rename", "Cancel"]),
+    'add "_t.gif"': ('add "_t.gif"', ["Rename", "Cancel"]),
+    "Undo renames": ("Undo renames", ["Undo", "Cancel"]),
     "Calculate dimensions": ("Convert dimensions", []),
-    "Why does a line look so?": ("Why a line looks so", ["Read again"]),
-    "Help": ("KIV HELP", ["at's", "bangs", "Top Matter", "Misc...", "close"]),
+    "Help": ("KIV HELP", ["at's", "bangs", "Top Matter", "Misc...", "Manual", "close"]),
     "New News": ("News Item", ["Do It!", "Abort", "Clear", "Today", "Grab source", "Show Source String"]),
     "Convert to HTML": ("", ["Text in Clipboard. Do It!", "Exit"]),
     "News header": ("", ["Text in Clipboard. Do It!", "Exit"]),
@@ -39,7 +42,6 @@ WINDOWS = {
     "make into js write": ("", ["Text in Clipboard. Do It!", "Exit"]),
     "Tab to Pipe": ("", ["Text in Clipboard. Do It!", "Exit"]),
 }
-ESCAPE, ENTER, TAB, DOWN = 0xFF1B, 0xFF0D, 0xFF09, 0xFF54  # their key symbols
 CLOSING = ("Choose", "Cancel", "Done", "close", "Abort", "Exit")
 
 
@@ -58,7 +60,7 @@ def expect_logged(kiv, drive, line):
 def check_build(kiv, folder):
     pages = len(re.findall(rb"^@FILE", open(folder + "/_html.txt", "rb").read(), re.M | re.I))
     kiv.press_button(kiv.main, "Do it!")
-    wait(f"{pages} files written, there is {kiv.labels()}", lambda: f"{pages} files written" in kiv.labels())
+    wait(f"{pages} files written", lambda: f"{pages} files written" in kiv.labels())
     boxes = kiv.settle()
     if boxes:
         fail(f"a build of the example site has messages: {boxes}")
@@ -75,7 +77,8 @@ def check_menus(kiv):
         if top.get_name() not in MENUS:
             continue
         entries = [n.get_name() for n in walk(top) if n.get_role_name() == "menu item" and n is not top]
-        entries = [e for e in entries if e not in ("jumpitem", top.get_name())]
+        entries = [e for e in entries if e not in ("jumpitem", top.get_name()) and not e.startswith("C:\\")]
+        entries = list(dict.fromkeys(entries))  # entries of a list have its caption until it fills them
         if entries != MENUS[top.get_name()]:
             fail(f"entries of {top.get_name()}: {entries}")
     print("menus walked:", ", ".join(names))
@@ -113,6 +116,8 @@ def check_window(kiv, opener):
     for name in names:
         if not kiv.side_windows():
             window = open_window(kiv, opener, title)
+        if not is_on(kiv.button(window, name)):
+            continue  # there is nothing to undo
         kiv.press_button(window, name)
         time.sleep(0.15)  # a pressed button acts when it comes up again
         said = kiv.settle()
@@ -139,7 +144,7 @@ def close_side_windows(kiv):
         if name:
             kiv.press_button(window, name)
         else:
-            Atspi.generate_keyboard_event(ESCAPE, None, Atspi.KeySynthType.SYM)
+            kiv.keys("Escape")
         wait(f"{window.get_name()!r} to close", lambda: not kiv.side_windows())
 
 
@@ -152,26 +157,48 @@ def check_help(kiv):
     close_side_windows(kiv)
 
 
-def press_keys(*symbols):
-    for symbol in symbols:
-        Atspi.generate_keyboard_event(symbol, None, Atspi.KeySynthType.SYM)
-        time.sleep(0.1)
-
-
-def check_story(kiv, drive):
-    """A line's story by keys alone: from the page, by Tab, to the second line, and its source."""
-    window = open_window(kiv, "Why does a line look so?", "Why a line looks so")
-    story = wait("the story", lambda: next((n for n in walk(window) if n.get_name() == "Story"), None))
-    press_keys(TAB, TAB, TAB, DOWN)
-    text = wait("the story of a line", lambda: Atspi.Text.get_text(story.get_text_iface(), 0, -1))
-    if not text.startswith("Source, _template.txt:") or "Result, index.htm:2" not in text:
-        fail(f"story {text!r}")
-    notes = logged(drive).count(f"pad {drive}/site/lighthouse/_template.txt")
-    press_keys(ENTER)
-    wait("the source in the editor",
-         lambda: logged(drive).count(f"pad {drive}/site/lighthouse/_template.txt") == notes + 1)
+def check_manual(kiv, drive, program):
+    """The build's own manual, from the menu and from the quick reference."""
+    manual = os.path.join(os.path.dirname(os.path.dirname(os.path.realpath(program))), "docs/manual/site/index.htm")
+    line = f"xdg-open {manual}"
+    kiv.choose("Manual")
+    expect_logged(kiv, drive, line)
+    kiv.press_button(open_window(kiv, "Help", "KIV HELP"), "Manual")
+    wait("the manual opened twice", lambda: logged(drive).count(line) == 2)
     close_side_windows(kiv)
-    print("a line's story read, and its source opened")
+    print("the manual opened:", manual)
+
+
+def check_panes(kiv, drive):
+    """The three panes below the buttons by keys alone: a page, why its second line looks so, and a message."""
+    notes = lambda line: logged(drive).count(line)
+    folder = f"{drive}/site/lighthouse"
+    kiv.raise_main()
+    kiv.keys("ctrl+1")
+    for name, role in (("Pages", "page tab list"), ("Filter", "text"), ("Pages", "tree")):
+        wait(f"{role} {name!r}", lambda: kiv.shown(name, role))
+    listed = [n.get_name() for n in walk(kiv.shown("Pages", "tree"))]
+    if "The lamp" not in listed or "lamp.htm" not in listed:
+        fail(f"the list of pages has {listed}")
+    before = notes(f"pad {folder}/_html.txt")
+    kiv.type("lamp")
+    kiv.keys("Return", "Return")
+    wait("the page list in the editor", lambda: notes(f"pad {folder}/_html.txt") == before + 1)
+    kiv.keys("F8")
+    story = wait("the story", lambda: kiv.shown("Story", "text"))
+    kiv.keys("Tab", "Tab", "Tab", "Down")
+    text = wait("the story of a line", lambda: Atspi.Text.get_text(story.get_text_iface(), 0, -1))
+    if not text.startswith("Source, _template.txt:") or "Result, lamp.htm:2" not in text:
+        fail(f"story {text!r}")
+    before = notes(f"pad {folder}/_template.txt")
+    kiv.keys("Return")
+    wait("the source in the editor", lambda: notes(f"pad {folder}/_template.txt") == before + 1)
+    kiv.keys("ctrl+3")
+    for name, role in (("Filter", "text"), ("Copy", "push button"), ("Messages", "tree"), ("Message", "text")):
+        wait(f"{role} {name!r}", lambda: kiv.shown(name, role))
+    fail_if_nameless(kiv.main)
+    kiv.keys("ctrl+1")
+    print("the panes read by keys alone")
 
 
 def check_other_entries(kiv, drive):
@@ -181,21 +208,62 @@ def check_other_entries(kiv, drive):
                         ("Edit Jump to list", f"pad {drive}/utils/kivjump.ini")):
         kiv.choose(entry)
         expect_logged(kiv, drive, line)
-    for entry, status in (("Fix names", "Names fixed"), ('add "_t.gif"', "_t complete"),
-                          ("Grab titles", "Grab titles done"), ("Grab & redirect", "Grab titles && redirect done"),
+    for entry, status in (("Fix names", "Names fixed"), ('add "_t.gif"', "_t complete")):
+        kiv.press_button(open_window(kiv, entry, entry), "Rename")  # what is renamed is seen before
+        said = kiv.settle()
+        wait(f"status {status!r}, for {said}", lambda: status in kiv.labels())
+    for entry, status in (("Grab titles", "Grab titles done"), ("Grab & redirect", "Grab titles && redirect done"),
                           ("Grab all", "Grab titles done"), ("Grab all trimmed", "Grab titles done")):
         kiv.choose(entry)
         said = kiv.settle()
-        wait(f"status {status!r}, there is {kiv.labels()} {said}", lambda: status in kiv.labels())
+        wait(f"status {status!r}, for {said}", lambda: status in kiv.labels())
     kiv.choose("Toggle New Year")
     wait("the New Year indicator", lambda: "EOY ON!" in kiv.labels())
     kiv.choose("Toggle New Year")
     wait("the New Year indicator to go", lambda: "EOY ON!" not in kiv.labels())
-    for entry in ("<p>...</p>", "picture sizer", "picture sizer (images)", "Create single html",
-                  "Reload Jump to list"):
+    for entry in ("<p>...</p>", "picture sizer", "picture sizer (images)", "Reload Jump to list"):
         kiv.choose(entry)
         print(f"  {entry}: {kiv.settle()}")
     print("menu entries chosen")
+
+
+def tab_to(node):
+    """Brings the keys to a control by Tab alone."""
+    for _ in range(60):
+        if node.get_state_set().contains(Atspi.StateType.FOCUSED):
+            return
+        Kiv.keys("Tab")
+        time.sleep(0.1)
+    fail(f"{node.get_name()!r} is not reached by Tab")
+
+
+def check_path(kiv, drive):
+    """Goes to a folder and back by typing alone, from the path that Tab reaches."""
+    path = wait("the path", lambda: next((n for n in walk(kiv.main) if n.get_name() == "Current directory:"
+                                          and n.get_role_name() == "text"), None))
+    kiv.raise_main()
+    tab_to(path)
+    shown = lambda: Atspi.Text.get_text(path.get_text_iface(), 0, -1)
+    for typed, folder in ((drive + "/site", "C:\\site\\"), ("C:\\site\\lighthouse", "C:\\site\\lighthouse\\")):
+        Kiv.type(typed)
+        Kiv.keys("Return")
+        wait(folder, lambda: shown() == folder)
+    wait("what was done", lambda: "Current directory changed" in kiv.labels())
+    print("gone to a folder by typing")
+
+
+def check_renames(kiv, folder):
+    """Renames by keys alone: seen, done, and taken back."""
+    open(folder + "/My Page.txt", "w").close()
+    for entry, button, name in (("Fix names", "Rename", "my-page.txt"), ("Undo renames", "Undo", "My Page.txt")):
+        window = open_window(kiv, entry, entry)
+        wait("the pairs", lambda: any(n.get_name() == name for n in walk(window)))
+        tab_to(kiv.button(window, button))
+        Kiv.keys("Return")
+        wait(f"{name!r} by {entry!r}", lambda: os.path.exists(f"{folder}/{name}"))
+        wait("the window to close", lambda: not kiv.side_windows())
+    os.remove(folder + "/My Page.txt")
+    print("renamed and taken back")
 
 
 def check_group(kiv, folder):
@@ -239,10 +307,13 @@ def main():
         check_menus(kiv)
         check_main_buttons(kiv, drive)
         check_other_entries(kiv, drive)
+        check_manual(kiv, drive, program)
         for opener in WINDOWS:
             check_window(kiv, opener)
         check_help(kiv)
-        check_story(kiv, drive)
+        check_panes(kiv, drive)
+        check_path(kiv, drive)
+        check_renames(kiv, drive + "/site/lighthouse")
         check_group(kiv, drive + "/site")
         check_exit(kiv, drive)
     finally:

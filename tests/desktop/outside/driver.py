@@ -47,10 +47,16 @@ def is_on(node):
     return node.get_state_set().contains(Atspi.StateType.ENABLED)
 
 
+# Key symbols, and the key codes of what is held meanwhile, which are the same on every X server.
+KEYS = {"Escape": 0xFF1B, "Return": 0xFF0D, "Tab": 0xFF09, "Down": 0xFF54, "Up": 0xFF52, "Home": 0xFF50, "End": 0xFF57,
+        "BackSpace": 0xFF08, **{f"F{i}": 0xFFBD + i for i in range(1, 13)}}
+HELD = {"ctrl": 37, "shift": 50, "alt": 64}
+
+
 class Kiv:
-    def __init__(self, program, drive, folder):
+    def __init__(self, program, drive, *folder):
         environment = dict(os.environ, KIV_DRIVE_C=drive, PATH=drive + "/bin:" + os.environ["PATH"])
-        self.process = subprocess.Popen([program, folder], env=environment)
+        self.process = subprocess.Popen([program, *folder], env=environment)
         self.application = wait("the program", self.find_application)
         self.main = wait("its window", lambda: self.window("kiv", "frame"))
 
@@ -74,13 +80,13 @@ class Kiv:
     def box(self):
         """A message box: one button, OK."""
         for window in self.windows():
-            if window.get_role_name() in ("alert", "dialog") and window.get_name() == "kiv":
+            if window.get_role_name() in ("alert", "dialog") and window.get_name().startswith("kiv"):
                 if [b.get_name() for b in self.buttons(window)] == ["OK"]:
                     return window
         return None
 
     def side_windows(self):
-        return [w for w in self.windows() if w.get_name() != "kiv"]
+        return [w for w in self.windows() if not w.get_name().startswith("kiv")]
 
     @staticmethod
     def buttons(window):
@@ -104,6 +110,34 @@ class Kiv:
             interface.do_action(names.index(action))
         except GLib.Error:
             pass  # a message box is open, so no answer comes before it is closed
+
+    @staticmethod
+    def keys(*names):
+        """Presses keys one after the other: "Return", "ctrl+b"."""
+        for name in names:
+            *held, key = name.split("+")
+            for code in held:
+                Atspi.generate_keyboard_event(HELD[code], None, Atspi.KeySynthType.PRESS)
+            Atspi.generate_keyboard_event(KEYS.get(key) or ord(key), None, Atspi.KeySynthType.SYM)
+            for code in held:
+                Atspi.generate_keyboard_event(HELD[code], None, Atspi.KeySynthType.RELEASE)
+            time.sleep(0.03)
+
+    @staticmethod
+    def type(text):
+        for letter in text:
+            Atspi.generate_keyboard_event(ord(letter), None, Atspi.KeySynthType.SYM)
+            time.sleep(0.01)
+
+    def raise_main(self):
+        """Gives the main window the keys."""
+        self.main.get_component_iface().grab_focus()
+        time.sleep(0.1)
+
+    def shown(self, name, *roles):
+        """What can be seen in the main window under a name."""
+        return next((n for n in walk(self.main) if n.get_name() == name and is_shown(n) and
+                     (not roles or n.get_role_name() in roles)), None)
 
     def press_button(self, window, name):
         self.act(wait(f"button {name!r}", lambda: self.button(window, name)), "Press")

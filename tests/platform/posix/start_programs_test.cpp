@@ -97,6 +97,28 @@ TEST_F(StartPrograms, AFileIsOneArgumentWhateverIsInItsName)
     EXPECT_EQ(Told(), site + "\n[Q:\\gone drive]\n/dev/null\n");
 }
 
+TEST_F(StartPrograms, AFileStaysInTheWordOfItsMark)
+{
+    PutScript("edit");
+    PutFolder("My %l Site");
+    const std::string file = "C:\\My %l Site\\$(a) \"b\".txt";
+    const std::string native = root + "/My %l Site/$(a) \"b\".txt";
+    const auto told = [&](const char* command) {
+        programs.Start({.command = command, .file = file, .line = 12});
+        return Told();
+    };
+    EXPECT_EQ(told("C:\\edit --goto %f:%l -n "),
+              root + "\n[--goto]\n[" + native + ":12]\n[-n]\n/dev/null\n");
+    EXPECT_EQ(told("C:\\edit \"+%l\" \"%f\" "), root + "\n[+12]\n[" + native + "]\n/dev/null\n");
+    EXPECT_EQ(told("C:\\edit \"open %f at %l\" "),
+              root + "\n[open " + native + " at 12]\n/dev/null\n");
+    EXPECT_EQ(told("C:\\edit +%l "), root + "\n[+12]\n[" + native + "]\n/dev/null\n");
+    EXPECT_EQ(told("C:\\edit %l%% caf\xE9 C:\\my-%%.ini "), root + "\n[12%]\n[caf\xC3\xA9]\n[" +
+                                                                root + "/my-%.ini]\n[" + native +
+                                                                "]\n/dev/null\n");
+    EXPECT_EQ(told("C:\\edit %% "), root + "\n[%%]\n[" + native + "]\n/dev/null\n");
+}
+
 TEST_F(StartPrograms, AFileIsNoPartOfTheProgramsPath)
 {
     EXPECT_THAT(ErrorOf([&] {
@@ -113,6 +135,8 @@ TEST_F(StartPrograms, AnUnquotedPathWithBlanksIsTriedAtEachBlank)
     EXPECT_EQ(Told(), root + "\n[-m]\n[" + root + "/x.bat]\n/dev/null\n");
     programs.Start({"C:\\progs\\WS Pro\\up pro -m"}); // ".exe" is added
     EXPECT_EQ(Told(), root + "\n[-m]\n/dev/null\n");
+    EXPECT_TRUE(programs.Finds("C:\\progs\\WS Pro\\up pro"));
+    EXPECT_FALSE(programs.Finds("C:\\progs\\WS Pro\\down pro"));
     programs.Start({"\"C:\\progs\\WS Pro\\up pro.exe\" -m"});
     EXPECT_EQ(Told(), root + "\n[-m]\n/dev/null\n");
     PutScript("progs/WS"); // the shorter reading comes first
@@ -128,6 +152,10 @@ TEST_F(StartPrograms, ANameWithoutFolderIsSearchedInThePath)
     const SearchPath path("relative::" + root + "/bin2:" + root + "/bin:/usr/bin:/bin");
     programs.Start({"tool x"});
     EXPECT_EQ(Told(), root + "\n[x]\n/dev/null\n");
+    EXPECT_TRUE(programs.Finds("tool"));
+    EXPECT_TRUE(programs.Finds("tool +%l %f"));
+    EXPECT_FALSE(programs.Finds("no-tool"));
+    EXPECT_FALSE(programs.Finds(""));
 }
 
 TEST_F(StartPrograms, ExplorerOpensTheFolderInTheFileManager)

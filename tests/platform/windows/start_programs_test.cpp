@@ -82,6 +82,21 @@ TEST_F(StartPrograms, AFileIsOneArgumentWhateverIsInItsName)
     EXPECT_EQ(WaitForTold(), site + "\n[" + site + "\\*.*]\n[/l]\n");
 }
 
+TEST_F(StartPrograms, AFileStaysInTheWordOfItsMark)
+{
+    PutTeller("tell.exe");
+    PutFolder("My %l Site");
+    const std::string native = root + "\\My %l Site\\three blanks in it.txt";
+    const auto told = [&](const char* command) {
+        programs.Start(
+            {.command = command, .file = "C:\\My %l Site\\three blanks in it.txt", .line = 12});
+        return WaitForTold();
+    };
+    EXPECT_EQ(told("C:\\tell --goto %f:%l -n "), root + "\n[--goto]\n[" + native + ":12]\n[-n]\n");
+    EXPECT_EQ(told("C:\\tell -n%l \"%f\" "), root + "\n[-n12]\n[" + native + "]\n");
+    EXPECT_EQ(told("C:\\tell -n%l caf\xE9 "), root + "\n[-n12]\n[caf\xC3\xA9]\n[" + native + "]\n");
+}
+
 TEST_F(StartPrograms, AnUnquotedPathWithBlanksIsTriedAtEachBlank)
 {
     PutTeller("progs/WS Pro/up pro.exe");

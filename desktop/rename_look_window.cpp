@@ -1,0 +1,79 @@
+#include "desktop/rename_look_window.h"
+
+#include "desktop/controls.h"
+#include "desktop/qt_text.h"
+#include "desktop/rename_pairs.h"
+#include "shell/commands.h"
+#include "shell/workspace.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace kiv {
+
+namespace {
+
+constexpr int kColumns = 72;
+constexpr int kRows = 22;
+
+constexpr ControlWords kRename = {"rename", "Rename", "Give the files their new names"};
+constexpr ControlWords kUndo = {"rename", "Undo", "Give the files their old names again"};
+constexpr ControlWords kCancel = {"cancel", "Cancel", "Close this window and rename nothing"};
+
+} // namespace
+
+RenameLookWindow::RenameLookWindow(CommandDesk& desk, QWidget* parent)
+    : SideWindow(desk, parent, "RenameLookWindow", "")
+{
+    auto* const column = new QVBoxLayout(this);
+    folder_ = MakeReadout("folder", "The folder whose files are renamed", this);
+    pairs_ = new RenamePairs(this);
+    pairs_->on_return = [this] { Refresh(); };
+    rename_ = MakeButton(kRename, this);
+    rename_->setDefault(true);
+    auto* const cancel = MakeButton(kCancel, this);
+    auto* const buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(rename_);
+    buttons->addWidget(cancel);
+    column->addWidget(folder_);
+    column->addWidget(pairs_, 1);
+    column->addLayout(buttons);
+    resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().lineSpacing() * kRows);
+    connect(rename_, &QPushButton::clicked, this, &RenameLookWindow::PressRename);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void RenameLookWindow::OpenFor(const Command& command)
+{
+    command_ = &command;
+    setWindowTitle(ShownCaption(command.caption));
+    const ControlWords& words = command.looks_at == Renamer::undo ? kUndo : kRename;
+    rename_->setText(AsShown(words.caption));
+    Describe(*rename_, words);
+    GiveMnemonics(*this);
+    BringUp();
+    Refresh();
+    pairs_->List().setFocus(); // nothing is renamed by a key that was meant for the menu
+}
+
+void RenameLookWindow::Refresh()
+{
+    if (command_ == nullptr || !isVisible())
+        return;
+    const RenameLook look = LookAtRenames(workspace(), {*command_->looks_at});
+    SetReadout(*folder_, workspace().WorkDir);
+    pairs_->Show(look);
+    rename_->setEnabled(look.is_possible);
+}
+
+void RenameLookWindow::PressRename()
+{
+    if (desk().Run([this] { RunCommand(workspace(), *command_); }))
+        accept();
+}
+
+} // namespace kiv

@@ -1,0 +1,314 @@
+#include "exchange/adopted_sources.h"
+
+#include "exchange/adopted_bodies.h"
+#include "exchange/protected_line.h"
+#include "platform/site_files.h"
+#include "text/joined_text.h"
+#include "text/text.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <utility>
+
+namespace kiv {
+
+namespace {
+
+using Sources = std::vector<std::string>;
+
+// The format's bound is 40000; who adopts a site wants to add to it.
+constexpr std::size_t kMostSourceLines = 36000;
+// What is longer has a file of its own.
+constexpr std::size_t kLongestInList = 400;
+
+/// What is kept out of the list to make room in it.
+struct Thrift {
+    bool merges_plain_runs; // shared lines without variables are read line by line
+    std::size_t longest;    // lines that a page may have there by itself
+};
+
+constexpr std::array<Thrift, 9> kThrifts = {{{true, 3000},
+                                             {false, 3000},
+                                             {false, 1000},
+                                             {false, 500},
+                                             {false, 200},
+                                             {false, 100},
+                                             {false, 50},
+                                             {false, 20},
+                                             {false, 0}}};
+
+/// How a run is included.
+struct RunSource {
+    Sources lines;          // of a page
+    std::size_t count = 0;  // of source lines that these stand for
+    Sources template_lines; // the same in a template
+};
+
+class SourceWriter {
+  public:
+    SourceWriter(const SectionPlan& plan, const Thrift& thrift)
+        : plan_(plan), thrift_(thrift), files_(plan.parts, plan.texts)
+    {
+    }
+
+    SourceTexts Write();
+    std::size_t LineCount() const { return count_; }
+
+  private:
+    void WriteRuns(std::size_t family);
+    void WriteRun(std::size_t family, std::size_t number, const std::string& name);
+    void AddPart(RunSource& source, std::span<const CodedLine> lines, const std::string& name,
+                 bool is_merged);
+    std::string Header() const;
+    void WritePage(const PlannedPage& page);
+    void WriteShared(const PlannedPage& page);
+    void WriteLines(std::span<const std::string_view> lines, const PlannedPage& page);
+    void WriteLine(std::string_view line);
+    std::string Template() const;
+
+    const SectionPlan& plan_;
+    Thrift thrift_;
+    IncludedFiles files_;
+    std::vector<std::vector<RunSource>> runs_; // by family
+    std::string list_;
+    std::size_t count_ = 0;
+};
+
+bool IsSaid(const CodedLine& line)
+{
+    return line.Source().has_value();
+}
+
+void SourceWriter::AddPart(RunSource& source, std::span<const CodedLine> lines,
+                           const std::string& name, bool is_merged)
+{
+    std::string content;
+    for (const CodedLine& line : lines)
+        content.append(is_merged ? *line.Source() : std::string(line.Plain())).append(kCrLf);
+    if (!is_merged)
+        content.resize(content.size() - kCrLf.size());
+    const std::string path = files_.AddPart(name, std::move(content));
+    source.lines.push_back((is_merged ? "++" : "!++") + path);
+    source.template_lines.push_back("+" + path);
+    source.count += is_merged ? lines.size() : 1;
+}
+
+/// A run is one part where it can; else what cannot be said is parted from what has variables.
+void SourceWriter::WriteRun(std::size_t family, std::size_t number, const std::string& name)
+{
+    const SharedRun& run = plan_.families[family].runs[number];
+    RunSource& source = runs_[family].emplace_back();
+    const std::span<const CodedLine> lines(run.lines);
+    const bool has_codes = std::ranges::any_of(lines, &CodedLine::HasCodes);
+    const bool is_said = std::ranges::all_of(lines, IsSaid);
+    if (!has_codes || (is_said && thrift_.merges_plain_runs))
+        return AddPart(source, lines, name, is_said && thrift_.merges_plain_runs);
+    int part = 0;
+    for (std::size_t first = 0; first < lines.size();) {
+        std::size_t end = first + 1;
+        while (end < lines.size() && lines[end].HasCodes() == lines[first].HasCodes())
+            ++end;
+        const std::string suffix =
+            ++part == 1 ? "" : std::string(1, static_cast<char>('a' + part - 1));
+        AddPart(source, lines.subspan(first, end - first), name + suffix, lines[first].HasCodes());
+        first = end;
+    }
+}
+
+void SourceWriter::WriteLine(std::string_view line)
+{
+    list_.append(line).append(kCrLf);
+    if (!line.starts_with(';'))
+        ++count_;
+}
+
+/// What stands above the pages. The variable is defined where some line needs it.
+std::string SourceWriter::Header() const
+{
+    std::string header = Joined({"; The pages of ", plan_.name,
+                                 ", as they were adopted.\r\n; What pages share is in ",
+                                 plan_.parts, ", what stands by itself in ", plan_.texts, ".\r\n"});
+    const auto has_it = [](const auto& file) { return Contains(file.second, kNothing); };
+    if (Contains(list_, kNothing) || std::ranges::any_of(files_.Files(), has_it))
+        Append(header,
+               {"; ", kNothing,
+                " is nothing: it keeps a line's text from being taken for a word of the list.\r\n"
+                "@@08= \r\n"});
+    if (plan_.writes_above)
+        header += "@DIR1 = ..\\\r\n";
+    return header;
+}
+
+void SourceWriter::WriteLines(std::span<const std::string_view> lines, const PlannedPage& page)
+{
+    if (lines.empty())
+        return;
+    if (lines.size() > thrift_.longest) {
+        std::string text = WithEnds(lines);
+        text.resize(text.size() - kCrLf.size());
+        return WriteLine(SayAsItIs(text, page.name, files_));
+    }
+    const Sources sources = SayLines(lines, page.name, files_);
+    if (sources.size() <= kLongestInList) {
+        for (const std::string& source : sources)
+            WriteLine(source);
+        return;
+    }
+    WriteLine("++" + files_.AddText(page.name, WithEnds(sources)));
+    count_ += sources.size() - 1;
+}
+
+void SourceWriter::WriteShared(const PlannedPage& page)
+{
+    const std::span<const std::string_view> lines(page.page->lines);
+    const std::size_t number = static_cast<std::size_t>(&page - plan_.pages.data());
+    const PageFamily& family = plan_.families[page.family];
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < family.runs.size(); ++i) {
+        const std::size_t start = family.runs[i].starts[number];
+        if (start == npos)
+            continue;
+        WriteLines(lines.subspan(next, start - next), page);
+        const RunSource& source = runs_[page.family][i];
+        for (const std::string& line : source.lines)
+            WriteLine(line);
+        count_ += source.count - source.lines.size();
+        next = start + family.runs[i].lines.size();
+    }
+    WriteLines(lines.subspan(next), page);
+}
+
+/// Text without the end of its last line.
+std::string_view WithoutLastEnd(std::string_view text)
+{
+    if (text.ends_with('\n'))
+        text.remove_suffix(1);
+    if (text.ends_with('\r'))
+        text.remove_suffix(1);
+    return text;
+}
+
+void SourceWriter::WritePage(const PlannedPage& page)
+{
+    WriteLine(";");
+    WriteLine("@FILE = " + page.name);
+    WriteLine("@TITLE = " + page.title);
+    WriteLine("@NAKED");
+    if (page.way == Way::shared)
+        WriteShared(page);
+    else if (page.way == Way::naked)
+        WriteLines(page.page->lines, page);
+    else if (!page.page->bytes.empty())
+        WriteLine(SayAsItIs(WithoutLastEnd(page.page->bytes), page.name, files_));
+}
+
+/// The runs of a family that most of its pages have.
+std::vector<std::size_t> CommonRuns(const PageFamily& family)
+{
+    std::vector<std::size_t> common;
+    for (std::size_t i = 0; i < family.runs.size(); ++i) {
+        const auto having = std::ranges::count_if(
+            family.pages, [&](std::size_t page) { return family.runs[i].starts[page] != npos; });
+        if (static_cast<std::size_t>(having) * 2 > family.pages.size())
+            common.push_back(i);
+    }
+    return common;
+}
+
+/// How many lines pages have of their own between two runs, or before the first one and behind the
+/// last one when there is none (npos); of all pages that have both, together.
+std::size_t OwnLines(const SectionPlan& plan, const PageFamily& family, std::size_t before,
+                     std::size_t behind)
+{
+    std::size_t lines = 0;
+    for (const std::size_t page : family.pages) {
+        const std::size_t start = before == npos ? 0 : family.runs[before].starts[page];
+        const std::size_t end =
+            behind == npos ? plan.pages[page].page->lines.size() : family.runs[behind].starts[page];
+        if (start == npos || end == npos)
+            continue;
+        lines += end - start - (before == npos ? 0 : family.runs[before].lines.size());
+    }
+    return lines;
+}
+
+/// How many of the common runs are a head: behind them pages have most of their own.
+std::size_t HeadSize(const SectionPlan& plan, const PageFamily& family)
+{
+    const std::vector<std::size_t> common = CommonRuns(family);
+    std::size_t size = 0;
+    std::size_t most = 0;
+    for (std::size_t i = 0; i <= common.size(); ++i) {
+        const std::size_t own = OwnLines(plan, family, i == 0 ? npos : common[i - 1],
+                                         i == common.size() ? npos : common[i]);
+        if (own > most) {
+            size = i;
+            most = own;
+        }
+    }
+    return size;
+}
+
+/// What most pages share, with the mark where they have most of their own.
+std::string SourceWriter::Template() const
+{
+    if (plan_.families.empty())
+        return WithEnds(Sources{"<html>", "<head>", "<title>@TITLE</title>", "</head>", "<body>",
+                                "<!--BODY HERE-->", "</body>", "</html>"});
+    Sources lines = {"; What most pages share. Adopted pages include the same parts."};
+    const std::vector<std::size_t> common = CommonRuns(plan_.families.front());
+    const std::size_t head = HeadSize(plan_, plan_.families.front());
+    for (std::size_t i = 0; i <= common.size(); ++i) {
+        if (i == head)
+            lines.emplace_back("<!--BODY HERE-->");
+        if (i < common.size()) {
+            const Sources& sources = runs_[0][common[i]].template_lines;
+            lines.insert(lines.end(), sources.begin(), sources.end());
+        }
+    }
+    return WithEnds(lines);
+}
+
+/// Parts are called by where they stand, "head1" and "tail2".
+void SourceWriter::WriteRuns(std::size_t family)
+{
+    runs_.emplace_back();
+    const PageFamily& look = plan_.families[family];
+    const std::vector<std::size_t> common = CommonRuns(look);
+    const std::size_t head = HeadSize(plan_, look);
+    const std::size_t first_of_tail = head < common.size() ? common[head] : look.runs.size();
+    const std::string prefix = family == 0 ? "" : "look" + std::to_string(family + 1) + "-";
+    for (std::size_t i = 0; i < look.runs.size(); ++i) {
+        const bool is_head = i < first_of_tail;
+        const std::size_t number = is_head ? i + 1 : i - first_of_tail + 1;
+        WriteRun(family, i, Joined({prefix, is_head ? "head" : "tail", std::to_string(number)}));
+    }
+}
+
+SourceTexts SourceWriter::Write()
+{
+    for (std::size_t family = 0; family < plan_.families.size(); ++family)
+        WriteRuns(family);
+    for (const PlannedPage& page : plan_.pages)
+        WritePage(page);
+    SourceTexts texts = files_.Files();
+    texts.emplace(kTemplateFile, Template());
+    texts.emplace(kPageListFile, Header() + list_);
+    return texts;
+}
+
+} // namespace
+
+SourceTexts MakeSources(const SectionPlan& plan)
+{
+    for (const Thrift& thrift : kThrifts) {
+        SourceWriter writer(plan, thrift);
+        SourceTexts texts = writer.Write();
+        if (writer.LineCount() <= kMostSourceLines || thrift.longest == 0)
+            return texts;
+    }
+    return {};
+}
+
+} // namespace kiv

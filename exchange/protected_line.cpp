@@ -1,0 +1,121 @@
+#include "exchange/protected_line.h"
+
+#include "builder/at_variables.h"
+#include "text/joined_text.h"
+#include "text/text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace kiv {
+
+namespace {
+
+// A line of a list that is longer is nothing that anybody edits.
+constexpr std::size_t kLongest = 20000;
+
+constexpr std::array<std::string_view, 7> kFamilies = {"@@", "??", "%%", "!!", "[[", "?!", "$$"};
+
+// What is acted on after the variables have been put in can be kept from nothing.
+constexpr std::array<std::string_view, 3> kEscapes = {"{}", "{{", "}}"};
+
+// Lines that begin so are taken for something else; those with "@" are seen to by themselves.
+constexpr std::array<std::string_view, 9> kStarts = {";",    "++",   "[[",    "]]", "<title>",
+                                                     "ASP:", "HTM:", "DIR1:", "=="};
+
+bool IsDigit(char c)
+{
+    return c >= '1' && c <= '9';
+}
+
+bool HasNumbered(std::string_view text, std::string_view family)
+{
+    for (std::size_t at = text.find(family); at != npos; at = text.find(family, at + 1))
+        if (at + 2 < text.size() && IsDigit(text[at + 2]))
+            return true;
+    return false;
+}
+
+bool HasAtVariable(std::string_view text)
+{
+    static const std::vector<std::string_view> names = AtVariableNames();
+    return std::ranges::any_of(names,
+                               [&](std::string_view name) { return ContainsNoCase(text, name); });
+}
+
+/// Whether something is acted on that cannot be broken up.
+bool IsBeyondHelp(std::string_view part)
+{
+    constexpr std::string_view kUnsaid("\0\r", 2);
+    return part.size() > kLongest || part.find_first_of(kUnsaid) != npos ||
+           std::ranges::any_of(kEscapes,
+                               [&](std::string_view escape) { return Contains(part, escape); }) ||
+           HasNumbered(part, "@@") || HasNumbered(part, "%%") || ContainsNoCase(part, "!!POP") ||
+           ContainsNoCase(part, "!!SWAP") || HasAtVariable(part);
+}
+
+/// Whether two characters begin what is acted on, with `behind` after them.
+bool IsActedOn(std::string_view two, char behind)
+{
+    if (two == "!!")
+        return true;
+    if (two == "$$" || two == "??" || two == "?!")
+        return IsDigit(behind);
+    return two == "<z" && behind == 'u';
+}
+
+/// "=1=" and its kin, a definition, a mark, and what else only the beginning of a line is.
+bool IsStartActedOn(std::string_view line)
+{
+    const bool is_definition = line.size() > 4 && line[4] == '=' &&
+                               std::ranges::any_of(kFamilies, [&](std::string_view family) {
+                                   return line.starts_with(family);
+                               });
+    return is_definition || line.starts_with('@') ||
+           (line.size() > 2 && line[0] == '=' && line[2] == '=') ||
+           EqualsNoCase(line, "<!--TOC HERE-->") || EqualsNoCase(line, "<!--SITEMAPHERE-->") ||
+           EqualsNoCase(line, "<!--DROPDOWN HERE-->") || EqualsNoCase(line, "<!--BODY HERE-->") ||
+           std::ranges::any_of(
+               kStarts, [&](std::string_view start) { return StartsWithNoCase(line, start); });
+}
+
+/// A list of pages may be marked by the page itself, and a file's text is put in at the very end.
+bool IsStartBeyondHelp(std::string_view line)
+{
+    return line.starts_with("!++") || line.starts_with("<option value=") ||
+           FromChar(line, 4).starts_with("<option value=");
+}
+
+} // namespace
+
+std::optional<std::string> ProtectedPart(std::string_view part)
+{
+    if (IsBeyondHelp(part))
+        return std::nullopt;
+    std::string text;
+    for (std::size_t i = 0; i < part.size(); ++i) {
+        text += part[i];
+        if (IsActedOn(part.substr(i, 2), i + 2 < part.size() ? part[i + 2] : '\0'))
+            text += kNothing;
+    }
+    return text;
+}
+
+std::string ProtectedStart(std::string_view line)
+{
+    if (!IsStartActedOn(line))
+        return std::string(line);
+    // With an "=" behind it, the variable would be read as its definition.
+    const bool is_definition = line.size() > 1 && line[1] == '=';
+    return Joined({kNothing, is_definition ? kNothing : "", line});
+}
+
+std::optional<std::string> ProtectedLine(std::string_view line)
+{
+    if (IsStartBeyondHelp(line))
+        return std::nullopt;
+    const std::optional<std::string> text = ProtectedPart(line);
+    return text ? std::optional(ProtectedStart(*text)) : std::nullopt;
+}
+
+} // namespace kiv

@@ -1,0 +1,216 @@
+#include "platform/page_queue.h"
+
+#include "platform/run_error.h"
+
+#include <algorithm>
+#include <chrono>
+#include <new>
+#include <string_view>
+#include <utility>
+
+namespace kiv {
+
+namespace {
+
+using SteadyClock = std::chrono::steady_clock;
+
+// To start a thread takes as long as to write one or two pages: a small build is done before that
+// is worth while. On a slow disk it is from the second page on.
+constexpr auto kWorthwhile = std::chrono::milliseconds(1);
+
+constexpr std::size_t kLargestBuffer = std::size_t{1} << 20U;
+
+std::string_view NameIn(std::string_view native)
+{
+    return native.substr(native.find_last_of("/\\") + 1);
+}
+
+/// Whether a file system surely takes a name for no other one than those that differ in the case of
+/// its letters. Some have short names for long ones, leave out what stands at their end, or know of
+/// alphabets what this program does not.
+bool IsPlain(std::string_view name)
+{
+    constexpr auto is_plain = [](char c) { return c > ' ' && c < '\x7F' && c != '~'; };
+    return !name.empty() && name.back() != '.' && std::ranges::all_of(name, is_plain);
+}
+
+/// Restores a flag at the end of a scope.
+class Raised {
+  public:
+    explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
+    Raised(const Raised&) = delete;
+    Raised& operator=(const Raised&) = delete;
+    ~Raised() { flag_ = false; }
+
+  private:
+    bool& flag_;
+};
+
+} // namespace
+
+PageQueue::PageQueue(DriveFiles& files, const ThreadLimits& limits)
+    : files_(files), begins_at_once_(limits.is_given), workers_(limits)
+{
+}
+
+PageQueue::~PageQueue()
+{
+    PutAll();
+}
+
+bool PageQueue::MayHold(const OutputFile& file)
+{
+    if (pages_.empty())
+        return false;
+    const std::string place = files_.PlaceOf(file);
+    return place.empty() || !IsPlain(NameIn(file.native)) || places_.contains(place);
+}
+
+bool PageQueue::IsWorthwhile() const
+{
+    return !is_wary_ && (begins_at_once_ || written_at_once_ > kWorthwhile);
+}
+
+void PageQueue::HandOver(const OutputFile& file, std::string& bytes, Files::AtFailure at_failure)
+{
+    ThrowFailure();
+    std::string place =
+        IsWorthwhile() && IsPlain(NameIn(file.native)) ? files_.PlaceOf(file) : std::string();
+    if (place.empty() || places_.contains(place))
+        return WriteAtOnce(file, bytes);
+    MakeRoom(bytes.size());
+    ThrowFailure();
+    auto page = std::make_unique<Page>();
+    page->file = file;
+    page->place = std::move(place);
+    page->at_failure = std::move(at_failure);
+    page->bytes.swap(bytes);
+    if (!buffers_.empty()) {
+        bytes.swap(buffers_.back());
+        buffers_.pop_back();
+    }
+    Add(std::move(page));
+    while (!pages_.empty() && pages_.front()->job.is_ready.load(std::memory_order_acquire))
+        PutFirst();
+    ThrowFailure();
+}
+
+void PageQueue::WriteAtOnce(const OutputFile& file, const std::string& bytes)
+{
+    PutAll();
+    ThrowFailure();
+    const SteadyClock::time_point start = SteadyClock::now();
+    files_.Commit(file, bytes);
+    written_at_once_ += SteadyClock::now() - start;
+    workers_.ExpectPace(written_at_once_ / ++count_at_once_);
+}
+
+void PageQueue::MakeRoom(std::size_t bytes)
+{
+    while (!pages_.empty() && (pages_.size() >= kMostPages || bytes_ + bytes > kMostBytes))
+        PutFirst();
+}
+
+void PageQueue::Add(std::unique_ptr<Page> page)
+{
+    page->job.draft = files_.BeginPage(page->file, page->bytes);
+    PageJob& job = page->job;
+    bytes_ += page->bytes.size();
+    places_.insert(page->place);
+    buffers_.reserve(kMostPages);
+    pages_.push_back(std::move(page));
+    try {
+        workers_.Add(job);
+    } catch (const std::bad_alloc&) {
+        job.draft.reset(); // then without
+    }
+}
+
+void PageQueue::PutAll()
+{
+    // A log of looks is told of each page in its place, and may well have a look at it.
+    while (!pages_.empty() && !is_putting_)
+        PutFirst();
+}
+
+void PageQueue::PutFirst()
+{
+    if (PageJob& job = pages_.front()->job; job.draft)
+        workers_.Await(job);
+    const std::unique_ptr<Page> page = std::move(pages_.front());
+    pages_.pop_front();
+    places_.erase(page->place);
+    bytes_ -= page->bytes.size();
+    Put(*page);
+    KeepBuffer(page->bytes);
+}
+
+void PageQueue::Put(Page& page)
+{
+    const Raised putting(is_putting_);
+    try {
+        if (page.job.draft && files_.PutPage(*page.job.draft))
+            workers_.Discard(std::move(page.job.draft));
+        else
+            PutPlainly(page);
+    } catch (RunError& error) {
+        if (page.at_failure)
+            page.at_failure(error);
+        Fail();
+    } catch (...) { // for want of memory
+        Fail();
+    }
+}
+
+/// What the others have drafted is given up: they may be what fills the disk.
+void PageQueue::PutPlainly(Page& page)
+{
+    is_wary_ = true;
+    workers_.Cancel();
+    page.job.draft.reset();
+    for (const std::unique_ptr<Page>& other : pages_)
+        other->job.draft.reset();
+    files_.Commit(page.file, page.bytes);
+}
+
+/// Keeps the error that is being handled.
+void PageQueue::Fail()
+{
+    failure_ = std::current_exception();
+    workers_.Cancel();
+    pages_.clear();
+    places_.clear();
+    bytes_ = 0;
+}
+
+void PageQueue::KeepBuffer(std::string& bytes)
+{
+    if (bytes.capacity() > kLargestBuffer || buffers_.size() >= buffers_.capacity())
+        return;
+    bytes.clear();
+    buffers_.push_back(std::move(bytes));
+}
+
+void PageQueue::ThrowFailure() const
+{
+    try {
+        if (failure_)
+            std::rethrow_exception(failure_);
+    } catch (const RunError& error) {
+        throw RunError(error); // a copy: those whom it passes may add what is no part of it
+    }
+}
+
+void PageQueue::End()
+{
+    PutAll();
+    workers_.End();
+    buffers_.clear();
+    is_wary_ = false;
+    written_at_once_ = {};
+    count_at_once_ = 0;
+    if (const std::exception_ptr failure = std::exchange(failure_, nullptr))
+        std::rethrow_exception(failure);
+}
+
+} // namespace kiv

@@ -1,0 +1,86 @@
+// The threads that prepare pages.
+#pragma once
+
+#include "platform/page_draft.h"
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+namespace kiv {
+
+/// How many threads there may be, the one that hands pages over among them.
+struct ThreadLimits {
+    std::size_t most = 1;
+    bool is_given = false; // by the user; else the machine and its disks have a say
+
+    /// What a user has set ("": nothing, which a value that is no number from 1 on also is).
+    static ThreadLimits From(std::string_view given);
+};
+
+/// A page's draft and how far it is.
+struct PageJob {
+    std::unique_ptr<PageDraft> draft;
+    std::atomic<bool> is_ready = false; // no thread works on it any more
+};
+
+/// All calls but for the threads' own come from one thread, which takes part in the work when it
+/// would only wait. Threads are started when there is more to do than those that are there can
+/// take: one for each processor as long as it is work, and more when each page takes so long that
+/// the disk must be what they wait for.
+class PageWorkers {
+  public:
+    using Duration = std::chrono::steady_clock::duration;
+
+    explicit PageWorkers(const ThreadLimits& limits) : limits_(limits) {}
+    PageWorkers(const PageWorkers&) = delete;
+    PageWorkers& operator=(const PageWorkers&) = delete;
+    ~PageWorkers();
+
+    /// How long a page takes, by what is known before the first job.
+    void ExpectPace(Duration page);
+    /// Has a page prepared. The job stays where it is until it is ready or canceled.
+    void Add(PageJob& job);
+    /// Comes back when the job is ready.
+    void Await(PageJob& job);
+    /// Takes back the jobs that nobody has begun, and waits for the others.
+    void Cancel();
+    /// Takes a draft off one's hands: to close a file may take a while.
+    void Discard(std::unique_ptr<PageDraft> draft);
+    /// Ends the threads. There is no job any more.
+    void End();
+
+  private:
+    using Lock = std::unique_lock<std::mutex>;
+
+    void Run();
+    void TakeOne(Lock& lock);
+    void StartWhenWorthwhile(std::size_t waiting);
+    std::size_t MostNow();
+    bool IsSlow() const;
+
+    const ThreadLimits limits_;
+    std::optional<std::size_t> processors_;
+    std::vector<std::thread> threads_;
+
+    // Everybody's, behind the lock.
+    std::mutex mutex_;
+    std::condition_variable to_do_;
+    std::condition_variable done_;
+    std::deque<PageJob*> jobs_;
+    std::vector<std::unique_ptr<PageDraft>> discarded_;
+    std::size_t in_work_ = 0;
+    Duration pace_{}; // of the last pages
+    bool is_awaited_ = false;
+    bool is_ending_ = false;
+};
+
+} // namespace kiv

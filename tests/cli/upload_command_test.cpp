@@ -1,0 +1,145 @@
+// Uploads by programs that are really started.
+#include "cli_desk.h"
+
+namespace kiv {
+namespace {
+
+using testing::HasSubstr;
+
+class UploadCommand : public CliTest {
+  protected:
+    UploadCommand()
+    {
+        variables["XDG_STATE_HOME"] = Native("state").string();
+        Put("site/_template.txt", "<!--BODY HERE-->\n");
+        Put("site/_html.txt", "@FILE = a\n@TITLE = A\n<img src=\"pics/sea side.gif\">\n"
+                              "@FILE = b\n@TITLE = B\nb\n@FILE = c\n@TITLE = C\n++c.txt\n");
+        Put("site/c.txt", "c\n");
+        Put("site/pics/sea side.gif", "GIF");
+        Put("site/pics/unused.gif", "GIF");
+    }
+
+    void Command(const std::string& command) const
+    {
+        Put("utils/ftplist.txt", "C:\\site\\|" + command + "\n");
+    }
+    void Build() { EXPECT_EQ(Call({"build", "C:\\site"}).code, 0); }
+    Printed Upload(const Texts& options = {})
+    {
+        Texts call = {"upload", "C:\\site"};
+        call.insert(call.end(), options.begin(), options.end());
+        return Call(call);
+    }
+    /// What the script has noted, which begins anew then.
+    std::string Sent() const
+    {
+        const std::string sent = Exists("site/sent") ? Content("site/sent") : "";
+        Put("site/sent", "");
+        return sent;
+    }
+};
+
+TEST_F(UploadCommand, OnceWithAllThatChanged)
+{
+    Command("sh send.sh");
+    Put("site/send.sh", "echo begin >>sent; cat >>sent\n");
+    Build();
+    EXPECT_EQ(Upload().out, "4 files sent\n");
+    EXPECT_EQ(Sent(), "begin\na.htm\nb.htm\nc.htm\npics/sea side.gif\n");
+    EXPECT_EQ(Upload().out, "Nothing to send: 4 files on record\n");
+    EXPECT_EQ(Sent(), "");
+    Put("site/c.txt", "new\n");
+    Put("site/pics/sea side.gif", "GIF89a");
+    Build();
+    EXPECT_EQ(Upload().out, "2 files sent\n");
+    EXPECT_EQ(Sent(), "begin\nc.htm\npics/sea side.gif\n");
+}
+
+TEST_F(UploadCommand, OnceForEachFile)
+{
+    Command("sh send.sh @@ to/@@");
+    Put("site/send.sh", "echo \"$1 $2\" >>sent\n");
+    Build();
+    EXPECT_EQ(Upload().out, "4 files sent\n");
+    EXPECT_EQ(Sent(), "a.htm to/a.htm\nb.htm to/b.htm\nc.htm to/c.htm\n"
+                      "pics/sea side.gif to/pics/sea side.gif\n");
+}
+
+TEST_F(UploadCommand, GoesOnWhereItFailed)
+{
+    Command("sh send.sh @@");
+    Put("site/send.sh", "test $1 != b.htm || exit 7; echo $1 >>sent\n");
+    Build();
+    const Printed failed = Upload();
+    EXPECT_EQ(failed.code, 1);
+    EXPECT_THAT(failed.err, HasSubstr("the upload program ended with code 7; 1 file sent, 3 left"));
+    EXPECT_EQ(Sent(), "a.htm\n");
+    Put("site/send.sh", "echo $1 >>sent\n");
+    EXPECT_EQ(Upload().out, "3 files sent\n");
+    EXPECT_EQ(Sent(), "b.htm\nc.htm\npics/sea side.gif\n");
+}
+
+// Nobody knows what a single run that failed has brought over.
+TEST_F(UploadCommand, ASingleRunThatFailedIsDoneAgain)
+{
+    Command("sh send.sh");
+    Put("site/send.sh", "cat >/dev/null; exit 1\n");
+    Build();
+    EXPECT_EQ(Upload().code, 1);
+    Put("site/send.sh", "cat >>sent\n");
+    EXPECT_EQ(Upload().out, "4 files sent\n");
+}
+
+TEST_F(UploadCommand, AnotherCommandIsAnotherServer)
+{
+    Command("sh send.sh");
+    Put("site/send.sh", "cat >>sent\n");
+    Build();
+    Upload();
+    Command("sh ./send.sh");
+    EXPECT_EQ(Upload().out, "4 files sent\n");
+}
+
+TEST_F(UploadCommand, ADryRunTouchesNothing)
+{
+    Command("sh send.sh @@");
+    Put("site/send.sh", "echo $1 >>sent\n");
+    Build();
+    Put("guestout2.bat", "mine");
+    EXPECT_EQ(Upload({"--dry-run"}).out, "4 files of 4 to send\n"
+                                         "sh send.sh a.htm\nsh send.sh b.htm\nsh send.sh c.htm\n"
+                                         "sh send.sh \"pics/sea side.gif\"\n");
+    EXPECT_EQ(Content("guestout2.bat"), "mine");
+    EXPECT_FALSE(Exists("site/sent"));
+    EXPECT_FALSE(Exists("state"));
+    EXPECT_EQ(Upload().out, "4 files sent\n");
+}
+
+TEST_F(UploadCommand, TellsWhatIsNotBuiltAndWhatIsGone)
+{
+    Command("sh send.sh");
+    Put("site/send.sh", "cat >>sent\n");
+    EXPECT_THAT(Upload({"--dry-run"}).err, HasSubstr("not built yet: 3 pages"));
+    Build();
+    Upload();
+    Put("site/_html.txt", "@FILE = a\n@TITLE = A\nnew\n");
+    const Printed printed = Upload();
+    EXPECT_THAT(printed.err, HasSubstr("not what the sources would make now: 1 page"));
+    EXPECT_THAT(printed.err, HasSubstr("3 files that went to the server once"));
+    EXPECT_EQ(Upload().err.find("went to the server once"), std::string::npos); // told once
+}
+
+TEST_F(UploadCommand, WhatKeepsItFromBeginning)
+{
+    Build();
+    EXPECT_THAT(Upload().err, HasSubstr("the upload list has no line for C:\\site\\"));
+    Command("");
+    EXPECT_THAT(Upload().err, HasSubstr("the upload list has no command for C:\\site\\"));
+    Command("no-such-program-here @@");
+    const Printed printed = Upload();
+    EXPECT_EQ(printed.code, 1);
+    EXPECT_THAT(printed.err, HasSubstr("there is no such program: no-such-program-here @@"));
+}
+
+} // namespace
+} // namespace kiv

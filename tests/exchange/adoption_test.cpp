@@ -1,0 +1,227 @@
+// Old pages become a site that gives them back.
+#include "adoption_desk.h"
+#include "platform/run_error.h"
+
+namespace kiv {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+using Adoptions = AdoptionTest;
+
+/// A page as many a program writes them, LF alone at the end of its lines.
+std::string ManualPage(const std::string& title, const std::string& next, const std::string& text)
+{
+    return "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n<title>" + title +
+           " - The pump</title>\n<style>\np { margin: 0 }\n</style>\n" +
+           (next.empty() ? "" : "<link rel=\"next\" href=\"" + next + "\">\n") +
+           "</head>\n<body>\n<div class=\"top\">The pump, a manual</div>\n\n" + text +
+           "\n<hr>\n<p class=\"foot\">Made in the workshop, 1999</p>\n</body>\n</html>\n";
+}
+
+class PumpManual : public Adoptions {
+  protected:
+    PumpManual()
+    {
+        Put("old/index.html", ManualPage("Start", "oil.html", "<p>Read this first."));
+        Put("old/oil.html", ManualPage("Oil", "rust.html", "<p>SAE 30\n;see the can\n++ more"));
+        Put("old/rust.html", ManualPage("Rust", "", "<p>f() {}\n<p>write to a@file.org"));
+    }
+};
+
+TEST_F(PumpManual, SharesItsHeadAndTail)
+{
+    const Adoption adoption = Adopt();
+    ExpectSame(adoption);
+    EXPECT_EQ(adoption.ordered_by, OrderedBy::links_between);
+    EXPECT_EQ(WayOf(adoption, "index.html"), "shared");
+    EXPECT_EQ(WayOf(adoption, "rust.html"), "shared");
+    EXPECT_EQ(reporter.status,
+              "3 pages adopted: 0 with the same bytes, 3 the same but for line ends");
+    EXPECT_THAT(reporter.shown, IsEmpty());
+}
+
+TEST_F(PumpManual, IsGivenBackByABuild)
+{
+    Adopt();
+    Build();
+    for (const char* name : {"index.html", "oil.html", "rust.html"})
+        EXPECT_EQ(
+            ComparePages(Content("old/" + std::string(name)), Content("new/" + std::string(name)))
+                .likeness,
+            Likeness::same_lines)
+            << name;
+    EXPECT_THAT(reporter.shown, IsEmpty());
+    // And again, when the start page is there.
+    Build();
+    EXPECT_EQ(files->WrittenFiles().front().changed, false);
+}
+
+TEST_F(PumpManual, ChangesOnEveryPageWithItsTemplate)
+{
+    Adopt();
+    std::string tail = Content("new/_parts/tail1.txt");
+    ASSERT_THAT(tail, HasSubstr("1999"));
+    ASSERT_THAT(Content("new/_template.txt"), HasSubstr("+_parts\\tail1.txt"));
+    Put("new/_parts/tail1.txt", tail.replace(tail.find("1999"), 4, "2004"));
+    Build();
+    for (const char* name : {"new/index.html", "new/oil.html", "new/rust.html"})
+        EXPECT_THAT(Content(name), HasSubstr("Made in the workshop, 2004")) << name;
+}
+
+TEST_F(PumpManual, TellsTitlesInVariables)
+{
+    Adopt();
+    EXPECT_THAT(Content("new/_html.txt"), HasSubstr("@FILE = oil.html\r\n@TITLE = Oil\r\n@NAKED"));
+    std::string parts;
+    for (const std::string& name : NamesIn("new/_parts"))
+        parts += Content("new/_parts/" + name);
+    EXPECT_THAT(parts, HasSubstr("<title>@TITLE - The pump</title>"));
+}
+
+TEST_F(PumpManual, IsNeverWrittenTo)
+{
+    const test::FileTree before = test::ReadTree(Native("old"));
+    Adopt();
+    Build();
+    EXPECT_EQ(test::Differences(before, test::ReadTree(Native("old"))), "");
+}
+
+TEST_F(Adoptions, GiveBackEveryByteWhereLinesEndInCrLf)
+{
+    Put("old/a.htm", "<html>\r\n\r\n<p>one\r\n</html>\r\n");
+    Put("old/b.htm", "\r\n\r\nnothing in common, and much of that\r\n");
+    Put("old/c.htm", "");
+    const Adoption adoption = Adopt();
+    for (const AdoptedPage& page : adoption.pages)
+        EXPECT_EQ(page.comparison.likeness, Likeness::same_bytes) << page.name;
+}
+
+TEST_F(Adoptions, TakePagesOfAnyBytes)
+{
+    std::string every;
+    for (int byte = 0; byte < 256; ++byte)
+        every += static_cast<char>(byte);
+    Put("old/bytes.htm", every);
+    Put("old/nul.htm", std::string("a\0b\n@@stop\n@@EOY\n", 16));
+    Put("old/mixed.htm", "a\r\nb\nc\rd\r\r\n@@ENDOFFILE@@\ne");
+    Put("old/long.htm", std::string(300000, '{') + "\n}}<zutable>[[1");
+    Put("old/ends.htm", "\n");
+    Put("old/words.htm",
+        "@FILE = x\n@TITLE = @TITLE\n@REDIRECT x\n@@1= x\n[[1\n]]\n=1=x\nASP:++x\n"
+        "<!--TOC HERE-->\n!!1[ ??1[ ?!1[ $$1[\n<zuquiz1>\n@SHOWDB:x\n%%1 {} @YEAR\n"
+        "++gone.txt\n!++gone.txt\n<option value=words.htm>\n;x\n;=x=\n");
+    ExpectSame(Adopt());
+    EXPECT_THAT(reporter.shown, IsEmpty());
+}
+
+TEST_F(Adoptions, TakeNamesWithBlanksCapitalsAndFolders)
+{
+    Put("old/My Page.HTM", "<p>one\n");
+    Put("old/sub/deep/a.html", "<p>two\n");
+    Put("old/sub/picture.gif", "GIF");
+    ExpectSame(Adopt());
+    Build();
+    EXPECT_EQ(Content("new/My Page.HTM"), "<p>one\r\n");
+    EXPECT_EQ(Content("new/sub/deep/a.html"), "<p>two\r\n");
+    EXPECT_EQ(Content("new/sub/picture.gif"), "GIF");
+}
+
+TEST_F(Adoptions, LeaveOutNamesThatTheCodePageLacks)
+{
+    test::WriteBytes(Root() / "old" / test::PathOf("\xE6\x97\xA5.htm"), "<p>day\n");
+    EXPECT_THAT(Adopt().pages, IsEmpty());
+    EXPECT_THAT(
+        reporter.shown,
+        ElementsAre("&#26085;.htm was left out: it has a name that page lists cannot hold"));
+}
+
+TEST_F(Adoptions, CopyPagesThatNoListCanWrite)
+{
+    Put("old/a.php", "<?php x ?>\n");
+    Put("old/b.shtml", "<p>b");
+    Put("old/c.asp", "<% x %>\n");
+    const Adoption adoption = Adopt();
+    ExpectSame(adoption);
+    EXPECT_EQ(WayOf(adoption, "a.php"), "copied");
+    EXPECT_EQ(WayOf(adoption, "b.shtml"), "copied");
+    EXPECT_EQ(WayOf(adoption, "c.asp"), "naked");
+    EXPECT_EQ(Content("new/a.php"), "<?php x ?>\n");
+}
+
+TEST_F(Adoptions, LeaveOutSourcesAndSayThatTheyDo)
+{
+    Put("old/a.htm", "<p>a\n");
+    Put("old/_html.txt", "@FILE = x");
+    Put("old/.git/config", "x");
+    const Adoption adoption = Adopt();
+    EXPECT_THAT(reporter.shown,
+                ElementsAre("_html.txt was left out: it has the name of a source of kiv",
+                            ".git was left out: it is a hidden folder"));
+    EXPECT_THAT(Content("new/_html.txt"), HasSubstr("@FILE = a.htm"));
+}
+
+#ifndef _WIN32
+TEST_F(Adoptions, DoNotFollowLinksOutOfTheFolder)
+{
+    Put("old/a.htm", "<p>a\n");
+    Put("secret.htm", "key");
+    PutFolder("elsewhere");
+    std::filesystem::create_symlink(Native("secret.htm"), Native("old/b.htm"));
+    std::filesystem::create_symlink("a.htm", Native("old/c.htm"));
+    std::filesystem::create_directory_symlink(Native("elsewhere"), Native("old/d"));
+    const Adoption adoption = Adopt();
+    EXPECT_EQ(WayOf(adoption, "b.htm"), "not there");
+    EXPECT_NE(WayOf(adoption, "c.htm"), "not there");
+    EXPECT_THAT(reporter.shown,
+                ElementsAre("b.htm was left out: it is a link that leads out of the folder",
+                            "d was left out: it is a link to a folder"));
+}
+#endif
+
+TEST_F(Adoptions, MakeAGroupOfMorePagesThanAListHolds)
+{
+    for (int i = 0; i < 1000; ++i)
+        Put("old/p" + std::to_string(i) + ".htm", "<p>page\n<p>" + std::to_string(i) + "\n");
+    Put("old/more/x.htm", "<p>x\n");
+    const Adoption adoption = Adopt();
+    ExpectSame(adoption);
+    EXPECT_EQ(adoption.pages.size(), 1001U);
+    EXPECT_THAT(adoption.sections, ElementsAre("", "_part2", "more"));
+    EXPECT_EQ(Content("new/_group.txt"), "_part2\r\nmore\r\n");
+    Build("C:\\new\\_part2");
+    Build("C:\\new\\more");
+    EXPECT_TRUE(Exists("new/p999.htm"));
+    EXPECT_EQ(Content("new/more/x.htm"), "<p>x\r\n");
+}
+
+TEST_F(Adoptions, KeepALongSiteWithinTheBoundsOfAList)
+{
+    for (int page = 0; page < 20; ++page) {
+        std::string text;
+        for (int line = 0; line < 3000; ++line)
+            text += std::to_string(page * 3000 + line) + "\n";
+        Put("old/p" + std::to_string(page) + ".htm", text);
+    }
+    ExpectSame(Adopt());
+    Build();
+    EXPECT_EQ(Content("new/p19.htm").substr(0, 7), "57000\r\n");
+}
+
+TEST_F(Adoptions, AreRefusedOverAndInsideOtherThings)
+{
+    Put("old/a.htm", "<p>");
+    PutFolder("new");
+    EXPECT_NO_THROW(RefuseTarget(*files, "C:\\old", "C:\\new"));
+    EXPECT_NO_THROW(RefuseTarget(*files, "C:\\old", "C:\\old2"));
+    EXPECT_THROW(RefuseTarget(*files, "C:\\old", "C:\\OLD\\new"), RunError);
+    EXPECT_THROW(RefuseTarget(*files, "C:\\old", "C:\\old"), RunError);
+    EXPECT_THROW(RefuseTarget(*files, "C:\\gone", "C:\\new"), RunError);
+    Put("new/_html.txt", "");
+    EXPECT_THROW(RefuseTarget(*files, "C:\\old", "C:\\new"), RunError);
+}
+
+} // namespace
+} // namespace kiv

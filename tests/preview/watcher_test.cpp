@@ -1,0 +1,92 @@
+#include "preview/watcher.h"
+
+#include "odd_drives.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace kiv {
+namespace {
+
+using std::chrono::milliseconds;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class WatcherTest : public testing::Test {
+  protected:
+    WatcherTest() { drives_.Put("site/a.txt", "text"); }
+
+    void Build()
+    {
+        const WatchedBuild build(watcher_);
+        drives_.ReadFile("C:\\site\\a.txt");
+    }
+    Watcher::Tick Look()
+    {
+        now_ += milliseconds(200);
+        return watcher_.Look(now_);
+    }
+
+    test::OddDrives drives_;
+    Watcher watcher_{drives_};
+    Watcher::Instant now_ = std::chrono::steady_clock::now();
+};
+
+TEST_F(WatcherTest, AChangeAtRestIsDue)
+{
+    Build();
+    EXPECT_FALSE(Look().build);
+    drives_.Put("site/a.txt", "another text");
+    const Watcher::Tick moving = Look();
+    EXPECT_FALSE(moving.build);
+    EXPECT_EQ(moving.wait, milliseconds(100));
+    const Watcher::Tick due = Look();
+    EXPECT_TRUE(due.build);
+    EXPECT_THAT(due.sources, ElementsAre("C:\\site\\a.txt"));
+    Build();
+    EXPECT_FALSE(Look().build);
+}
+
+TEST_F(WatcherTest, WhatCannotBeLookedAtIsToldOnceAndWhenItIsBack)
+{
+    Build();
+    drives_.refused = {"C:\\site\\a.txt"};
+    const Watcher::Tick away = Look();
+    ASSERT_TRUE(away.refused);
+    EXPECT_THAT(away.refused->text, testing::StartsWith("cannot look at C:\\site\\a.txt: "));
+    EXPECT_EQ(away.refused->where.file, "C:\\site\\a.txt");
+    EXPECT_FALSE(away.build);
+    EXPECT_FALSE(Look().refused);
+    drives_.refused.clear();
+    const Watcher::Tick back = Look();
+    EXPECT_TRUE(back.is_back);
+    EXPECT_FALSE(back.build);
+    EXPECT_FALSE(Look().is_back);
+}
+
+TEST_F(WatcherTest, ABuildThatFailedIsNotDoneOverForWhatItWrote)
+{
+    const auto build = [&](SourceWatch::Ended ended) {
+        WatchedBuild watched(watcher_);
+        const std::string text = drives_.ReadFile("C:\\site\\a.txt");
+        drives_.WriteFile("C:\\site\\a.txt", text + "more");
+        watched.EndsAs(ended);
+    };
+    build(SourceWatch::Ended::failed);
+    EXPECT_FALSE(Look().build);
+    build(SourceWatch::Ended::stopped);
+    EXPECT_FALSE(Look().build);
+    for (int i = 0; i < 3; ++i) {
+        build(SourceWatch::Ended::whole);
+        const Watcher::Tick tick = Look();
+        EXPECT_TRUE(tick.build);
+        EXPECT_THAT(tick.sources, ElementsAre("C:\\site\\a.txt"));
+    }
+    build(SourceWatch::Ended::whole);
+    EXPECT_FALSE(Look().build) << "it never comes to rest";
+}
+
+} // namespace
+} // namespace kiv
