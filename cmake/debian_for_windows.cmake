@@ -1,6 +1,6 @@
 # What a cross build for Windows takes from Debian's packages for Linux: headers that are the same everywhere, and
-# GoogleTest's sources; and from source packages, those of gumbo and pugixml. find_package finds them in place of what the packages themselves announce, which would put all of
-# /usr/include before the compiler's own headers.
+# GoogleTest's sources; and from source packages, those of gumbo and pugixml. find_package finds them in place of what the
+# packages themselves announce, which would put all of /usr/include before the compiler's own headers.
 set(kiv_headers ${PROJECT_BINARY_DIR}/headers)
 file(MAKE_DIRECTORY ${kiv_headers})
 foreach(folder boost CLI nlohmann stb)

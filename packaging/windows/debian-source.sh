@@ -27,7 +27,7 @@ fetch_debian_source() {
 }
 
 # keep_debian_source PACKAGE LIBRARY: fetches the source package of a library into the cache, in the version that is installed
-# of Debian's LIBRARY, and prints its folder. What is there of that version is used again.
+# of Debian's LIBRARY, and prints its folder. What is there of that version is used again. Fails where it cannot be had.
 keep_debian_source() {
     local package=$1 library=$2 version kept=$windows_cache/$1 work=$windows_cache/$1-fetch
     install_packages "$library" dpkg-dev >&2
@@ -36,10 +36,10 @@ keep_debian_source() {
     exec 8>"$windows_cache/$package-lock"
     flock 8
     if [ "$(cat "$kept/stamp" 2>/dev/null)" != "$version" ]; then
-        fetch_debian_source "$package" "$version" "$work" >&2 8>&-
-        rm -rf "$kept"
-        mv "$work/source" "$kept"
-        echo "$version" >"$kept/stamp"
+        fetch_debian_source "$package" "$version" "$work" >&2 8>&- &&
+            rm -rf "$kept" &&
+            mv "$work/source" "$kept" &&
+            echo "$version" >"$kept/stamp" || return 1
         rm -rf "$work"
     fi
     echo "$kept"
