@@ -17,6 +17,8 @@ using net::ip::tcp;
 using Request = http::request<http::string_body>;
 
 constexpr std::size_t kPart = 262'144; // of a file, bytes at a time
+/// Of an answer, in bytes: Windows tells of a write only when all of it has been taken.
+constexpr std::size_t kMostAtOnce = 262'144;
 
 /// The first lines of an answer. The connection ends with it, so nobody has to guess its length.
 std::string HeadOf(const HttpAnswer& answer, std::uint64_t size)
@@ -148,7 +150,7 @@ void HttpConnection::Write()
     is_writing_ = true;
     stream_.expires_after(owner_.Bounds().slowness);
     stream_.async_write_some(
-        net::buffer(out_.data() + written_, out_.size() - written_),
+        net::buffer(out_.data() + written_, std::min(kMostAtOnce, out_.size() - written_)),
         [self = shared_from_this()](const error_code& error, std::size_t size) {
             self->last_active_ = std::chrono::steady_clock::now();
             self->written_ += size;

@@ -13,11 +13,19 @@ namespace {
 constexpr std::string_view kSeparators = "/\\";
 constexpr std::string_view kChanged = "Current directory changed";
 
+/// Without a root of the system's: "lab", "..\lab", and "\lab" on the current drive, but not
+/// "\\server".
+bool IsRelative(std::string_view typed)
+{
+    if (typed.starts_with('\\'))
+        return !typed.substr(1).starts_with('\\');
+    return !typed.empty() && !IsSeparator(typed[0]) && !HasDrive(typed);
+}
+
 /// The typed path as an absolute drive path; empty when no drive leads there.
 std::string PathOfTyped(const Machine& machine, std::string_view typed)
 {
-    const bool is_relative = !typed.empty() && !IsSeparator(typed[0]) && !HasDrive(typed);
-    if (is_relative)
+    if (IsRelative(typed))
         return AbsolutePath(FromUtf8(typed), machine.files.CurrentDirectory());
     return machine.native_paths.FromNative(typed);
 }

@@ -15,7 +15,7 @@ using test::BodyOf;
 using test::CliProcess;
 using test::Ending;
 using test::Get;
-using testing::ContainsRegex;
+using test::HasPattern;
 using testing::HasSubstr;
 
 class PreviewProcess : public testing::Test, public test::DriveFolder {
@@ -45,9 +45,8 @@ TEST_F(PreviewProcess, TheAddressComesFirstAndThenTheBuilds)
 {
     CliProcess preview(*this, {"preview", "C:\\site", "--port", "0"});
     const int port = PortOf(preview);
-    EXPECT_THAT(preview.Out(),
-                ContainsRegex("^http://127.0.0.1:[0-9]+/\n[0-9:]+  [0-9.]+ m?s  3 of "
-                              "3 files changed\n$"));
+    EXPECT_THAT(preview.Out(), HasPattern("^http://127.0.0.1:[0-9]+/\n[0-9:]+  [0-9.]+ m?s  3 of "
+                                          "3 files changed\n$"));
     EXPECT_EQ(preview.Err(), "");
     EXPECT_THAT(BodyOf(Get(port, "/")), HasSubstr("<p data-kiv-at=\"2:1\">text"));
     PutPage("<p>more");
@@ -73,7 +72,7 @@ TEST_F(PreviewProcess, TheRootIsWhereTheLinksLeadAndIsTold)
     PutPage("<link rel=stylesheet href=\"../main.css\">");
     CliProcess preview(*this, {"preview", "C:\\site", "--port", "0"});
     const int port = PortOf(preview);
-    EXPECT_THAT(preview.Out(), ContainsRegex("^http://127.0.0.1:[0-9]+/site/\n"));
+    EXPECT_THAT(preview.Out(), HasPattern("^http://127.0.0.1:[0-9]+/site/\n"));
     EXPECT_EQ(preview.Err(),
               "kiv: showing " + Root().string() + ", which the site's addresses stay within\n");
     EXPECT_EQ(BodyOf(Get(port, "/main.css")), "p{}");
@@ -86,7 +85,7 @@ TEST_F(PreviewProcess, TheRootIsChosenAgainWhenTheFirstBuildFailed)
     CliProcess preview(*this, {"preview", "C:\\site", "--port", "0"});
     ASSERT_TRUE(preview.HasLines(1));
     const int port = NumericHead(preview.Out().substr(17));
-    EXPECT_THAT(preview.Out(), ContainsRegex("^http://127.0.0.1:[0-9]+/\n"));
+    EXPECT_THAT(preview.Out(), HasPattern("^http://127.0.0.1:[0-9]+/\n"));
     PutPage("<link rel=stylesheet href=\"../main.css\">");
     const std::string address = "http://127.0.0.1:" + Decimal(port) + "/site/\n";
     ASSERT_TRUE(Becomes([&] { return preview.Out().find(address) != std::string::npos; }));
@@ -102,7 +101,7 @@ TEST_F(PreviewProcess, TheRootIsToldByOlderPagesWhenTheFirstBuildFails)
     PutPage("<zutable>\n{{never\n</zutable>");
     CliProcess preview(*this, {"preview", "C:\\site", "--port", "0"});
     ASSERT_TRUE(preview.HasLines(1));
-    EXPECT_THAT(preview.Out(), ContainsRegex("^http://127.0.0.1:[0-9]+/site/\n"));
+    EXPECT_THAT(preview.Out(), HasPattern("^http://127.0.0.1:[0-9]+/site/\n"));
     EXPECT_EQ(BodyOf(Get(NumericHead(preview.Out().substr(17)), "/main.css")), "p{}");
 }
 
@@ -112,7 +111,7 @@ TEST_F(PreviewProcess, PagesThatAreWrittenElsewhereAreShownThere)
     Put("site/_html.txt", "@DIR1 = C:\\web\\\n@FILE = index\n@TITLE = T\n<p>text\n");
     CliProcess preview(*this, {"preview", "C:\\site", "--port", "0"});
     const int port = PortOf(preview);
-    EXPECT_THAT(preview.Out(), ContainsRegex("^http://127.0.0.1:[0-9]+/web/\n"));
+    EXPECT_THAT(preview.Out(), HasPattern("^http://127.0.0.1:[0-9]+/web/\n"));
     EXPECT_THAT(BodyOf(Get(port, "/web/")), HasSubstr("<p data-kiv-at=\"2:1\">text"));
 }
 
@@ -120,7 +119,7 @@ TEST_F(PreviewProcess, ARootThatIsNamed)
 {
     CliProcess preview(*this, {"preview", "C:\\site", "--port", "0", "--root", "C:\\"});
     EXPECT_NE(PortOf(preview), 0);
-    EXPECT_THAT(preview.Out(), ContainsRegex("^http://127.0.0.1:[0-9]+/site/\n"));
+    EXPECT_THAT(preview.Out(), HasPattern("^http://127.0.0.1:[0-9]+/site/\n"));
     CliProcess other(*this, {"preview", "C:\\site", "--root", "C:\\utils"});
     ASSERT_TRUE(Becomes([&] { return other.Err().ends_with("above it.\n"); }));
     EXPECT_THAT(other.Err(), HasSubstr("the root \"C:\\utils\" does not hold the site"));
@@ -168,7 +167,7 @@ TEST_F(PreviewProcess, WithJsonTheAddressIsAnObject)
     const std::string out = preview.Out();
     const test::Json first = test::Json::Parse(out.substr(0, out.find('\n')));
     EXPECT_EQ(first["root"].Text(), Native("site").string());
-    EXPECT_THAT(first["address"].Text(), ContainsRegex("^http://127.0.0.1:[0-9]+/$"));
+    EXPECT_THAT(first["address"].Text(), HasPattern("^http://127.0.0.1:[0-9]+/$"));
 }
 
 } // namespace

@@ -9,23 +9,33 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <regex>
 #include <string>
 #include <thread>
 #include <vector>
 
 namespace kiv::test {
 
-/// Waits until something is so; false when that takes longer than `longest`.
+/// Waits until something is so, with a pause after each look; false when that takes longer than
+/// `longest`.
 inline bool Becomes(const std::function<bool()>& is_so,
+                    std::chrono::milliseconds pause = std::chrono::milliseconds(10),
                     std::chrono::milliseconds longest = std::chrono::seconds(20))
 {
     const auto end = std::chrono::steady_clock::now() + longest;
     while (!is_so()) {
         if (std::chrono::steady_clock::now() > end)
             return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        std::this_thread::sleep_for(pause);
     }
     return true;
+}
+
+/// Text with a match of an ECMAScript pattern; GoogleTest's own have no classes of characters on
+/// Windows.
+MATCHER_P(HasPattern, pattern, "has a match of " + testing::PrintToString(pattern))
+{
+    return std::regex_search(arg, std::regex(pattern));
 }
 
 /// How a process comes to its end.

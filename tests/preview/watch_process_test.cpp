@@ -15,7 +15,7 @@ using std::chrono::milliseconds;
 using test::Becomes;
 using test::CliProcess;
 using test::Ending;
-using testing::ContainsRegex;
+using test::HasPattern;
 using testing::HasSubstr;
 
 class WatchProcess : public testing::Test, public test::DriveFolder {
@@ -44,10 +44,10 @@ TEST_F(WatchProcess, EachBuildIsALine)
 {
     CliProcess watch(*this, {"--now", "2004-03-05T14:07:09", "watch", "C:\\site"});
     ASSERT_TRUE(watch.HasLines(1));
-    EXPECT_THAT(watch.Out(), ContainsRegex("^14:07:09  [0-9.]+ m?s  3 of 3 files changed\n$"));
+    EXPECT_THAT(watch.Out(), HasPattern("^14:07:09  [0-9.]+ m?s  3 of 3 files changed\n$"));
     PutPages(2, "text");
     ASSERT_TRUE(watch.HasLines(2));
-    EXPECT_THAT(watch.Out(), ContainsRegex("\n14:07:09  [0-9.]+ m?s  3 of 4 files changed\n$"));
+    EXPECT_THAT(watch.Out(), HasPattern("\n14:07:09  [0-9.]+ m?s  3 of 4 files changed\n$"));
     EXPECT_EQ(watch.Err(), "kiv: watching " + Native("site").string() + "\n");
     EXPECT_THAT(watch.End(Ending::interrupted), test::IsAsked(0));
 }
@@ -60,7 +60,7 @@ TEST_F(WatchProcess, WarningsAndErrorsAreToldAsABuildTellsThem)
     const std::string list = Native("site/_html.txt").make_preferred().string();
     PutPages(1, "!++none.txt");
     ASSERT_TRUE(watch.HasLines(2));
-    EXPECT_THAT(watch.Out(), ContainsRegex("  failed\n$"));
+    EXPECT_THAT(watch.Out(), HasPattern("  failed\n$"));
     EXPECT_THAT(watch.Err(), HasSubstr(list + ":3: error: cannot read C:\\site\\none.txt: "));
     PutPages(1, "mended");
     ASSERT_TRUE(watch.HasLines(3));
@@ -134,7 +134,7 @@ TEST_F(WatchProcess, ABuildThatIsInterruptedEndsBetweenTwoPages)
     if (code == CliProcess::kCannotAsk)
         GTEST_SKIP() << "nobody can interrupt it here";
     EXPECT_EQ(code, 1);
-    EXPECT_THAT(watch.Out(), ContainsRegex("  stopped, [0-9]+ of [0-9]+ files? changed\n$"));
+    EXPECT_THAT(watch.Out(), HasPattern("  stopped, [0-9]+ of [0-9]+ files? changed\n$"));
     int count = 0;
     for (int page = 1; page <= kPages; ++page) {
         const std::string bytes = Page(page);

@@ -21,7 +21,8 @@ class TypedFolders : public ShellTest {
 
     std::string Native(const std::string& below)
     {
-        return test::TextOf(ShellTest::Native(below).make_preferred());
+        const std::u8string path = ShellTest::Native(below).make_preferred().u8string();
+        return {path.begin(), path.end()};
     }
     std::string Typed(std::string_view typed)
     {
