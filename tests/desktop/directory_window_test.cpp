@@ -81,7 +81,7 @@ class DirectoryWindowTest : public QObject {
     }
     static QString NativePath(const SideWindowDesk& desk, const std::string& below)
     {
-        return QString::fromStdString(test::TextOf(desk.Native(below).make_preferred()));
+        return QString::fromStdString(test::NativeTextOf(desk.Native(below)));
     }
 
     static void PutSite(SideWindowDesk& desk)

@@ -37,7 +37,7 @@ class WorkTest : public QObject {
     }
     static QString NativePath(const MainWindowDesk& desk, const std::string& below)
     {
-        return QString::fromStdString(test::TextOf(desk.Native(below).make_preferred()));
+        return QString::fromStdString(test::NativeTextOf(desk.Native(below)));
     }
     static const QWidget& Look(const MainWindow& window)
     {

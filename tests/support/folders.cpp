@@ -76,6 +76,12 @@ std::string TextOf(const fs::path& path)
     return {utf8.begin(), utf8.end()};
 }
 
+std::string NativeTextOf(fs::path path)
+{
+    const std::u8string utf8 = path.make_preferred().u8string();
+    return {utf8.begin(), utf8.end()};
+}
+
 std::string ReadBytes(const fs::path& path)
 {
     std::ifstream stream(path, std::ios::binary);

@@ -46,6 +46,8 @@ class DriveFolder {
 /// A path from its UTF-8 form and back, whatever the system takes narrow text for.
 std::filesystem::path PathOf(std::string_view utf8);
 std::string TextOf(const std::filesystem::path& path);
+/// The same with the system's own separators.
+std::string NativeTextOf(std::filesystem::path path);
 
 /// Bytes by path below a folder, "site/a.htm".
 using FileTree = std::map<std::string, std::string>;
