@@ -115,6 +115,9 @@ class SideFit {
     std::string Told(const Row& row, const Side& side) const;
     Numbers MatchesOn(const Side& side) const;
     void ChoosePlaces();
+    template <typename HasRow>
+    bool ChoosePlace(Row& row, const HasRow& has_row) const;
+    std::size_t CountKept(Place place) const;
     void AddRowsOf(const Side& side, Place place, const MenuForms& menus);
 
     const std::vector<ComparedPage>& pages_;
@@ -206,6 +209,31 @@ Numbers SideFit::MatchesOn(const Side& side) const
     return MatchLines(Lines(told.begin(), told.end()), side.lines);
 }
 
+/// The place that most pages agree to. Returns whether enough do; in a tail, where the pages' own
+/// text begins somewhere, most of those that would have the row must.
+template <typename HasRow>
+bool SideFit::ChoosePlace(Row& row, const HasRow& has_row) const
+{
+    std::size_t most = 0;
+    std::size_t having = 0; // of those that it is kept on
+    for (std::size_t place = 0; place < kPlaceCodes.size(); ++place) {
+        std::size_t agreeing = 0;
+        std::size_t present = 0;
+        for (std::size_t i = 0; i < sides_.size(); ++i) {
+            const bool is_kept = IsKept(static_cast<Place>(place), sides_[i].page, pages_.size());
+            agreeing += is_kept == has_row(i) ? 1U : 0U;
+            present += is_kept && has_row(i) ? 1U : 0U;
+        }
+        if (agreeing > most) {
+            most = agreeing;
+            having = present;
+            row.place = static_cast<Place>(place);
+        }
+    }
+    return most * 2 > sides_.size() && IsKept(row.place, sides_[pattern_].page, pages_.size()) &&
+           (is_head_ || having * 4 > CountKept(row.place) * 3) && row.Source();
+}
+
 /// Gives each row its place, takes away those that have none, and ends a tail at the first of them:
 /// there the pages' own text begins.
 void SideFit::ChoosePlaces()
@@ -215,26 +243,21 @@ void SideFit::ChoosePlaces()
         matches.push_back(MatchesOn(side));
     std::vector<Row> placed;
     for (std::size_t row = 0; row < rows_.size(); ++row) {
-        std::size_t most = 0;
-        for (std::size_t place = 0; place < kPlaceCodes.size(); ++place) {
-            std::size_t count = 0;
-            for (std::size_t i = 0; i < sides_.size(); ++i)
-                count += IsKept(static_cast<Place>(place), sides_[i].page, pages_.size()) ==
-                                 (matches[i][row] != npos)
-                             ? 1U
-                             : 0U;
-            if (count > most) {
-                most = count;
-                rows_[row].place = static_cast<Place>(place);
-            }
-        }
-        const bool is_on_pattern = IsKept(rows_[row].place, sides_[pattern_].page, pages_.size());
-        if (most * 2 > sides_.size() && is_on_pattern && rows_[row].Source())
+        if (ChoosePlace(rows_[row], [&](std::size_t i) { return matches[i][row] != npos; }))
             placed.push_back(rows_[row]);
         else if (!is_head_)
             break;
     }
+    // What only one page has next to its text is most likely part of that.
+    while (!is_head_ && !placed.empty() && CountKept(placed.back().place) < 2)
+        placed.pop_back();
     rows_ = std::move(placed);
+}
+
+std::size_t SideFit::CountKept(Place place) const
+{
+    return static_cast<std::size_t>(std::ranges::count_if(
+        sides_, [&](const Side& side) { return IsKept(place, side.page, pages_.size()); }));
 }
 
 /// Adds the rows that only the first or the last page has.
@@ -377,6 +400,9 @@ TemplateFit FitTemplate(const std::vector<ComparedPage>& pages, MenuForms& menus
             best = std::move(fit);
         }
     }
+    // Half of the pages or more: fewer than that have more in common with others by shared parts.
+    if (CountOf(best) * 2 < marked.size())
+        best = {{}, {}, {}, std::vector<FittedPage>(pages.size()), {}};
     menus.ForgetUnused();
     return best;
 }

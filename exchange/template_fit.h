@@ -28,7 +28,7 @@ struct TemplateFit {
 };
 
 /// The template that most of the pages with a mark come from. `pages` are all of a list, in its
-/// order. No page fits where there are not two of them.
+/// order. No page fits where there are not two of them, or where fewer than half of them would.
 TemplateFit FitTemplate(const std::vector<ComparedPage>& pages, MenuForms& menus);
 
 } // namespace kiv

@@ -27,10 +27,10 @@ class BigAdoptions : public testing::Test {
     {
         return {each, files, clock, clipboard, programs, reporter, pictures};
     }
-    Adoption Adopt(Files& each)
+    Adoption Adopt(Files& each, const std::string& target = "C:\\new")
     {
         Machine machine = MachineOver(each);
-        return AdoptSite(machine, "C:\\old", "C:\\new");
+        return AdoptSite(machine, "C:\\old", target);
     }
     void Build(const std::string& folder)
     {
@@ -98,8 +98,10 @@ TEST_F(BigAdoptions, LeaveTheOldFolderAloneWhateverFails)
     bool goes_on = true;
     for (int step = 0; goes_on; ++step) {
         test::FailingFiles failing(files, step);
+        const std::string target = "new" + std::to_string(step);
+        files.PutFolder(target);
         try {
-            Adopt(failing);
+            Adopt(failing, "C:\\" + target);
             goes_on = failing.Failed();
         } catch (const RunError& error) {
             ++failures;
