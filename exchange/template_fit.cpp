@@ -325,16 +325,10 @@ void SideFit::AddLines(std::vector<CodedLine>& lines) const
 FittedPage KeptBy(const ComparedPage& page, std::size_t mark, std::size_t tail,
                   std::vector<std::string> directives)
 {
-    FittedPage kept;
-    kept.first = mark + 1;
-    kept.end = page.lines->size() - tail;
-    while (kept.fits = true, directives.size() > kept.directives.size()) {
-        const bool is_first = kept.directives.empty();
-        if (!is_first && (kept.first == kept.end || !(*page.lines)[kept.first].empty()))
+    FittedPage kept{true, mark + 1, page.lines->size() - tail, std::move(directives)};
+    for (std::size_t i = 1; i < kept.directives.size(); ++i)
+        if (kept.first == kept.end || !(*page.lines)[kept.first++].empty())
             return {};
-        kept.first += is_first ? 0U : 1U;
-        kept.directives.push_back(directives[kept.directives.size()]);
-    }
     return kept;
 }
 

@@ -183,6 +183,24 @@ TEST_F(Adoptions, DoNotFollowLinksOutOfTheFolder)
 }
 #endif
 
+TEST_F(Adoptions, HavePiecesOfTheMiddleInOnePlace)
+{
+    std::string box = "<div class=\"box\">\r\n";
+    for (const char* const day : {"Monday", "Tuesday", "Wednesday", "Thursday"})
+        box += "<p>On " + std::string(day) + "s the mill is open from nine to five o'clock.\r\n";
+    box += "</div>\r\n";
+    Put("old/a.htm", "<p>Bread\r\n" + box + "<p>rye\r\n");
+    Put("old/b.htm", "<p>Flour\r\n<p>white\r\n" + box + "<p>brown\r\n");
+    Put("old/c.htm", "<p>Cat\r\n");
+    const Adoption adoption = Adopt();
+    for (const AdoptedPage& page : adoption.pages)
+        EXPECT_EQ(page.comparison.likeness, Likeness::same_bytes) << page.name;
+    std::string text;
+    for (const std::string& name : NamesIn("new/_parts"))
+        text += Content("new/_parts/" + name);
+    EXPECT_EQ(text, box);
+}
+
 /// Pages of a site with a menu, each with its own entry marked.
 class MenuSite : public Adoptions {
   protected:
