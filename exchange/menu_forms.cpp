@@ -17,7 +17,7 @@ constexpr std::size_t kLongestHalf = 400;
 constexpr std::size_t kLongestSaid = 200;
 
 /// Part of a line.
-struct Span {
+struct LineSpan {
     std::size_t begin;
     std::size_t end;
 
@@ -26,7 +26,7 @@ struct Span {
 
 /// A link to a page: <a href="b.html">Bread</a>.
 struct MenuLink {
-    Span span;
+    LineSpan span;
     std::string_view says;
 };
 
@@ -60,9 +60,9 @@ std::optional<MenuLink> LinkTo(std::string_view line, std::string_view page)
 
 /// What of a line may be the entry: the link, the list item around it, the whole line when it has
 /// no other link.
-std::vector<Span> ShapesOf(std::string_view line, const Span& link)
+std::vector<LineSpan> ShapesOf(std::string_view line, const LineSpan& link)
 {
-    std::vector<Span> shapes{link};
+    std::vector<LineSpan> shapes{link};
     const std::size_t item = line.substr(0, link.begin).rfind("<li");
     const std::size_t end = line.find("</li>", link.end);
     if (item != npos)
@@ -80,8 +80,8 @@ std::size_t NextEntry(std::string_view rest)
 }
 
 /// The part of a page's own line that stands where another page has the entry that leads to it.
-std::optional<Span> OwnSpan(std::string_view own, std::string_view other, const Span& entry,
-                            std::string_view says)
+std::optional<LineSpan> OwnSpan(std::string_view own, std::string_view other, const LineSpan& entry,
+                                std::string_view says)
 {
     if (!own.starts_with(other.substr(0, entry.begin)))
         return std::nullopt;
@@ -93,11 +93,11 @@ std::optional<Span> OwnSpan(std::string_view own, std::string_view other, const 
     const std::size_t next = rest.empty() ? npos : NextEntry(rest);
     if (next != npos) {
         const std::size_t end = own.find(rest.substr(0, next), least);
-        return end == npos ? std::nullopt : std::optional(Span{entry.begin, end});
+        return end == npos ? std::nullopt : std::optional(LineSpan{entry.begin, end});
     }
     if (own.size() < least + rest.size() || !own.ends_with(rest))
         return std::nullopt;
-    return Span{entry.begin, own.size() - rest.size()};
+    return LineSpan{entry.begin, own.size() - rest.size()};
 }
 
 bool IsWordByte(char c)
@@ -159,8 +159,8 @@ void MenuForms::Learn(std::string_view own, const std::string& page, std::string
         is_short && own != other && names_.contains(page) ? LinkTo(other, page) : std::nullopt;
     if (!link || !IsPlain(link->says, kLongestSaid) || HasPlaceholder(link->says))
         return;
-    for (const Span& shape : ShapesOf(other, link->span)) {
-        const std::optional<Span> span = OwnSpan(own, other, shape, link->says);
+    for (const LineSpan& shape : ShapesOf(other, link->span)) {
+        const std::optional<LineSpan> span = OwnSpan(own, other, shape, link->says);
         if (!span || span->Of(own) == shape.Of(other) || HasPlaceholder(span->Of(own)) ||
             HasPlaceholder(shape.Of(other)))
             continue;

@@ -12,8 +12,8 @@ namespace kiv {
 namespace {
 
 constexpr std::size_t kLeastLines = 5;
-constexpr std::size_t kLeastLength = 200; // in characters, its lines' ends among them
-constexpr std::size_t kMostPieces = 200;
+constexpr std::size_t kLeastPieceLength = 200; // in characters, its lines' ends among them
+constexpr std::size_t kMostShared = 200;
 constexpr std::size_t kMostOnPage = 8;     // who edits a page wants to see its text
 constexpr std::size_t kLongestPage = 3000; // in lines; longer ones are included whole
 
@@ -132,7 +132,7 @@ void PieceSearch::TakeAt(const Spot& spot)
         piece.push_back(LineAt({spot.page, spot.line + i}));
         size += piece.back().size() + 2;
     }
-    if (length < kLeastLines || size < kLeastLength)
+    if (length < kLeastLines || size < kLeastPieceLength)
         return;
     for (const Spot& each : alike) {
         found_.places[each.page].push_back({found_.pieces.size(), each.line});
@@ -145,7 +145,7 @@ SharedPieces PieceSearch::Find()
 {
     for (std::size_t page = 0; page < pages_.size(); ++page)
         for (std::size_t line = 0; line < spans_[page].size(); ++line) {
-            if (found_.pieces.size() == kMostPieces || found_.places[page].size() == kMostOnPage)
+            if (found_.pieces.size() == kMostShared || found_.places[page].size() == kMostOnPage)
                 break;
             if (hashes_[page][line] != 0 && IsFree({page, line}))
                 TakeAt({page, line});

@@ -15,33 +15,33 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kMark = "<!--BODY HERE-->";
-constexpr std::size_t kMostLines = 400; // of a head or a tail
-constexpr std::size_t kPatterns = 5;    // pages that are tried as the pattern
+constexpr std::string_view kBodyMark = "<!--BODY HERE-->";
+constexpr std::size_t kMostSideLines = 400; // of a head or a tail
+constexpr std::size_t kTriedPatterns = 5;   // pages that are tried as the pattern
 
-using Lines = std::vector<std::string_view>;
-using Numbers = std::vector<std::size_t>;
+using SideLines = std::vector<std::string_view>;
+using SideNumbers = std::vector<std::size_t>;
 
 /// On which pages a template's line stands.
-enum class Place { every, first, not_first, inner, not_last, last };
+enum class KeptOn { every, first, not_first, inner, not_last, last };
 constexpr std::array<std::string_view, 6> kPlaceCodes = {"", "=1=", "=2=", "=5=", "=8=", "=9="};
 
-bool IsKept(Place place, std::size_t page, std::size_t count)
+bool IsKept(KeptOn place, std::size_t page, std::size_t count)
 {
     const bool is_first = page == 0;
     const bool is_last = page + 1 == count;
     switch (place) {
-    case Place::first:
+    case KeptOn::first:
         return is_first;
-    case Place::not_first:
+    case KeptOn::not_first:
         return !is_first;
-    case Place::inner:
+    case KeptOn::inner:
         return !is_first && !is_last;
-    case Place::not_last:
+    case KeptOn::not_last:
         return !is_last;
-    case Place::last:
+    case KeptOn::last:
         return is_last;
-    case Place::every:
+    case KeptOn::every:
         break;
     }
     return true;
@@ -71,10 +71,10 @@ std::optional<std::string_view> ContentOf(const MetaTag& tag, std::string_view l
 }
 
 /// A line of the template, from the mark's far side on.
-struct Row {
+struct TemplateRow {
     CodedLine line;
     const MetaTag* tag = nullptr;
-    Place place = Place::every;
+    KeptOn place = KeptOn::every;
 
     std::optional<std::string> Source() const
     {
@@ -92,17 +92,17 @@ struct Row {
 };
 
 /// The lines of a page on one side of the mark, from the page's end on.
-struct Side {
+struct PageSide {
     std::size_t page;
-    Lines lines;
+    SideLines lines;
     std::unordered_set<std::string_view> known;
 };
 
 /// One side of the pages with a mark, as one of them would have it.
 class SideFit {
   public:
-    SideFit(const std::vector<ComparedPage>& pages, const Numbers& marked, const Numbers& marks,
-            std::size_t pattern, bool is_head, MenuForms& menus);
+    SideFit(const std::vector<ComparedPage>& pages, const SideNumbers& marked,
+            const SideNumbers& marks, std::size_t pattern, bool is_head, MenuForms& menus);
 
     /// How many lines of a page the rows are; nothing when they are none of its lines.
     std::optional<std::size_t> LengthOn(std::size_t i, std::vector<std::string>& directives) const;
@@ -111,36 +111,36 @@ class SideFit {
 
   private:
     void LearnMenus(MenuForms& menus) const;
-    Row BestRow(std::string_view line, std::size_t page, const MenuForms& menus) const;
-    std::string Told(const Row& row, const Side& side) const;
-    Numbers MatchesOn(const Side& side) const;
+    TemplateRow BestRow(std::string_view line, std::size_t page, const MenuForms& menus) const;
+    std::string Told(const TemplateRow& row, const PageSide& side) const;
+    SideNumbers MatchesOn(const PageSide& side) const;
     void ChoosePlaces();
     template <typename HasRow>
-    bool ChoosePlace(Row& row, const HasRow& has_row) const;
-    std::size_t CountKept(Place place) const;
-    void AddRowsOf(const Side& side, Place place, const MenuForms& menus);
+    bool ChoosePlace(TemplateRow& row, const HasRow& has_row) const;
+    std::size_t CountKept(KeptOn place) const;
+    void AddRowsOf(const PageSide& side, KeptOn place, const MenuForms& menus);
 
     const std::vector<ComparedPage>& pages_;
     bool is_head_;
-    std::vector<Side> sides_; // of the marked pages
-    std::size_t pattern_;     // of sides_
-    std::vector<Row> rows_;
+    std::vector<PageSide> sides_; // of the marked pages
+    std::size_t pattern_;         // of sides_
+    std::vector<TemplateRow> rows_;
 };
 
-SideFit::SideFit(const std::vector<ComparedPage>& pages, const Numbers& marked,
-                 const Numbers& marks, std::size_t pattern, bool is_head, MenuForms& menus)
+SideFit::SideFit(const std::vector<ComparedPage>& pages, const SideNumbers& marked,
+                 const SideNumbers& marks, std::size_t pattern, bool is_head, MenuForms& menus)
     : pages_(pages), is_head_(is_head), pattern_(pattern)
 {
     for (const std::size_t page : marked) {
-        const Lines& lines = *pages[page].lines;
+        const SideLines& lines = *pages[page].lines;
         const auto mark = lines.begin() + static_cast<std::ptrdiff_t>(marks[page]);
-        Side& side = sides_.emplace_back();
+        PageSide& side = sides_.emplace_back();
         side.page = page;
         side.lines.assign(is_head ? lines.begin() : mark + 1, is_head ? mark : lines.end());
         if (!is_head)
             std::ranges::reverse(side.lines);
-        if (side.lines.size() > kMostLines)
-            side.lines.resize(kMostLines);
+        if (side.lines.size() > kMostSideLines)
+            side.lines.resize(kMostSideLines);
         side.known.insert(side.lines.begin(), side.lines.end());
     }
     LearnMenus(menus);
@@ -148,16 +148,16 @@ SideFit::SideFit(const std::vector<ComparedPage>& pages, const Numbers& marked,
         rows_.push_back(BestRow(line, sides_[pattern].page, menus));
     ChoosePlaces();
     if (sides_.front().page == 0 && pattern != 0)
-        AddRowsOf(sides_.front(), Place::first, menus);
+        AddRowsOf(sides_.front(), KeptOn::first, menus);
     if (sides_.back().page + 1 == pages.size() && pattern + 1 != sides_.size())
-        AddRowsOf(sides_.back(), Place::last, menus);
+        AddRowsOf(sides_.back(), KeptOn::last, menus);
 }
 
 void SideFit::LearnMenus(MenuForms& menus) const
 {
-    const Side& own = sides_[pattern_];
+    const PageSide& own = sides_[pattern_];
     const std::string& name = pages_[own.page].values.menu_name;
-    for (std::size_t i = 0; i < sides_.size(); i += 1 + sides_.size() / kPatterns)
+    for (std::size_t i = 0; i < sides_.size(); i += 1 + sides_.size() / kTriedPatterns)
         for (std::size_t line = 0; line < own.lines.size() && line < sides_[i].lines.size();
              ++line) {
             const std::string& other_name = pages_[sides_[i].page].values.menu_name;
@@ -167,18 +167,18 @@ void SideFit::LearnMenus(MenuForms& menus) const
 }
 
 /// The way to tell a line that most pages have somewhere.
-Row SideFit::BestRow(std::string_view line, std::size_t page, const MenuForms& menus) const
+TemplateRow SideFit::BestRow(std::string_view line, std::size_t page, const MenuForms& menus) const
 {
     for (const MetaTag& tag : kMetaTags)
         if (is_head_ && ContentOf(tag, line))
-            return {CodedLine(std::string(line)), &tag, Place::every};
+            return {CodedLine(std::string(line)), &tag, KeptOn::every};
     std::vector<CodedLine> ways = WaysToTell(line, pages_[page].values);
     if (std::optional<CodedLine> menu = menus.Told(line, pages_[page].values.menu_name))
         ways.push_back(std::move(*menu));
     std::size_t best = 0;
     std::size_t most = 0;
     for (std::size_t way = 0; way < ways.size(); ++way) {
-        const auto has_it = [&](const Side& side) {
+        const auto has_it = [&](const PageSide& side) {
             const auto told = ways[way].On(pages_[side.page].values);
             return told && side.known.contains(*told);
         };
@@ -188,11 +188,11 @@ Row SideFit::BestRow(std::string_view line, std::size_t page, const MenuForms& m
             most = count;
         }
     }
-    return {std::move(ways[best]), nullptr, Place::every};
+    return {std::move(ways[best]), nullptr, KeptOn::every};
 }
 
 /// The row as a page would have it; a line feed, which is in no line, where it cannot.
-std::string SideFit::Told(const Row& row, const Side& side) const
+std::string SideFit::Told(const TemplateRow& row, const PageSide& side) const
 {
     if (row.tag == nullptr)
         return row.line.On(pages_[side.page].values).value_or("\n");
@@ -201,18 +201,18 @@ std::string SideFit::Told(const Row& row, const Side& side) const
     return own == side.lines.end() ? "\n" : std::string(*own);
 }
 
-Numbers SideFit::MatchesOn(const Side& side) const
+SideNumbers SideFit::MatchesOn(const PageSide& side) const
 {
     std::vector<std::string> told;
-    for (const Row& row : rows_)
+    for (const TemplateRow& row : rows_)
         told.push_back(Told(row, side));
-    return MatchLines(Lines(told.begin(), told.end()), side.lines);
+    return MatchLines(SideLines(told.begin(), told.end()), side.lines);
 }
 
 /// The place that most pages agree to. Returns whether enough do; in a tail, where the pages' own
 /// text begins somewhere, most of those that would have the row must.
 template <typename HasRow>
-bool SideFit::ChoosePlace(Row& row, const HasRow& has_row) const
+bool SideFit::ChoosePlace(TemplateRow& row, const HasRow& has_row) const
 {
     std::size_t most = 0;
     std::size_t having = 0; // of those that it is kept on
@@ -220,14 +220,14 @@ bool SideFit::ChoosePlace(Row& row, const HasRow& has_row) const
         std::size_t agreeing = 0;
         std::size_t present = 0;
         for (std::size_t i = 0; i < sides_.size(); ++i) {
-            const bool is_kept = IsKept(static_cast<Place>(place), sides_[i].page, pages_.size());
+            const bool is_kept = IsKept(static_cast<KeptOn>(place), sides_[i].page, pages_.size());
             agreeing += is_kept == has_row(i) ? 1U : 0U;
             present += is_kept && has_row(i) ? 1U : 0U;
         }
         if (agreeing > most) {
             most = agreeing;
             having = present;
-            row.place = static_cast<Place>(place);
+            row.place = static_cast<KeptOn>(place);
         }
     }
     return most * 2 > sides_.size() && IsKept(row.place, sides_[pattern_].page, pages_.size()) &&
@@ -238,10 +238,10 @@ bool SideFit::ChoosePlace(Row& row, const HasRow& has_row) const
 /// there the pages' own text begins.
 void SideFit::ChoosePlaces()
 {
-    std::vector<Numbers> matches;
-    for (const Side& side : sides_)
+    std::vector<SideNumbers> matches;
+    for (const PageSide& side : sides_)
         matches.push_back(MatchesOn(side));
-    std::vector<Row> placed;
+    std::vector<TemplateRow> placed;
     for (std::size_t row = 0; row < rows_.size(); ++row) {
         if (ChoosePlace(rows_[row], [&](std::size_t i) { return matches[i][row] != npos; }))
             placed.push_back(rows_[row]);
@@ -254,17 +254,17 @@ void SideFit::ChoosePlaces()
     rows_ = std::move(placed);
 }
 
-std::size_t SideFit::CountKept(Place place) const
+std::size_t SideFit::CountKept(KeptOn place) const
 {
     return static_cast<std::size_t>(std::ranges::count_if(
-        sides_, [&](const Side& side) { return IsKept(place, side.page, pages_.size()); }));
+        sides_, [&](const PageSide& side) { return IsKept(place, side.page, pages_.size()); }));
 }
 
 /// Adds the rows that only the first or the last page has.
-void SideFit::AddRowsOf(const Side& side, Place place, const MenuForms& menus)
+void SideFit::AddRowsOf(const PageSide& side, KeptOn place, const MenuForms& menus)
 {
-    const Numbers matches = MatchesOn(side);
-    std::vector<Row> rows;
+    const SideNumbers matches = MatchesOn(side);
+    std::vector<TemplateRow> rows;
     std::size_t next = 0;
     const auto add_until = [&](std::size_t end) {
         for (; next < end; ++next)
@@ -285,9 +285,9 @@ void SideFit::AddRowsOf(const Side& side, Place place, const MenuForms& menus)
 std::optional<std::size_t> SideFit::LengthOn(std::size_t i,
                                              std::vector<std::string>& directives) const
 {
-    const Side& side = sides_[i];
+    const PageSide& side = sides_[i];
     std::size_t next = 0;
-    for (const Row& row : rows_) {
+    for (const TemplateRow& row : rows_) {
         if (!IsKept(row.place, side.page, pages_.size()))
             continue;
         if (next == side.lines.size() || Told(row, side) != side.lines[next])
@@ -303,7 +303,7 @@ std::optional<std::size_t> SideFit::LengthOn(std::size_t i,
 std::optional<std::vector<std::string>> SideFit::Sources() const
 {
     std::vector<std::string> sources;
-    for (const Row& row : rows_) {
+    for (const TemplateRow& row : rows_) {
         const std::optional<std::string> source = row.Source();
         if (!source)
             return std::nullopt;
@@ -316,7 +316,7 @@ std::optional<std::vector<std::string>> SideFit::Sources() const
 
 void SideFit::AddLines(std::vector<CodedLine>& lines) const
 {
-    for (const Row& row : rows_)
+    for (const TemplateRow& row : rows_)
         lines.push_back(row.line);
 }
 
@@ -337,8 +337,8 @@ std::size_t CountOf(const TemplateFit& fit)
     return static_cast<std::size_t>(std::ranges::count(fit.pages, true, &FittedPage::fits));
 }
 
-TemplateFit FitTo(const std::vector<ComparedPage>& pages, const Numbers& marked,
-                  const Numbers& marks, std::size_t pattern, MenuForms& menus)
+TemplateFit FitTo(const std::vector<ComparedPage>& pages, const SideNumbers& marked,
+                  const SideNumbers& marks, std::size_t pattern, MenuForms& menus)
 {
     TemplateFit fit;
     fit.pages.resize(pages.size());
@@ -369,13 +369,13 @@ TemplateFit FitTemplate(const std::vector<ComparedPage>& pages, MenuForms& menus
 {
     TemplateFit best;
     best.pages.resize(pages.size());
-    Numbers marks(pages.size(), npos);
-    Numbers marked;
+    SideNumbers marks(pages.size(), npos);
+    SideNumbers marked;
     for (std::size_t i = 0; i < pages.size(); ++i) {
         const auto mark = std::ranges::find_if(
-            *pages[i].lines, [](std::string_view line) { return EqualsNoCase(line, kMark); });
+            *pages[i].lines, [](std::string_view line) { return EqualsNoCase(line, kBodyMark); });
         if (mark == pages[i].lines->end() ||
-            mark - pages[i].lines->begin() > static_cast<std::ptrdiff_t>(kMostLines) ||
+            mark - pages[i].lines->begin() > static_cast<std::ptrdiff_t>(kMostSideLines) ||
             (!best.mark.empty() && *mark != best.mark))
             continue;
         best.mark = *mark;
@@ -385,8 +385,8 @@ TemplateFit FitTemplate(const std::vector<ComparedPage>& pages, MenuForms& menus
     if (marked.size() < 2)
         return best;
     std::size_t most = 1;
-    for (std::size_t i = 0; i < kPatterns; ++i) {
-        const std::size_t pattern = (2 * i + 1) * marked.size() / (2 * kPatterns);
+    for (std::size_t i = 0; i < kTriedPatterns; ++i) {
+        const std::size_t pattern = (2 * i + 1) * marked.size() / (2 * kTriedPatterns);
         TemplateFit fit = FitTo(pages, marked, marks, pattern, menus);
         fit.mark = best.mark;
         if (const std::size_t count = CountOf(fit); count > most) {
