@@ -9,9 +9,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace kiv {
 namespace {
@@ -179,6 +180,32 @@ TEST_F(BigAdoptions, EndBeforeTheyWriteWhereAPageCannotBeRead)
         EXPECT_THAT(error.text, HasSubstr("b.htm"));
     }
     EXPECT_TRUE(files.Tree("new").empty());
+}
+
+/// Names that a list, a variable or a page reference could take for something else; their pages
+/// have a menu of all of them.
+TEST_F(BigAdoptions, TakeNamesThatAListWouldActOn)
+{
+    const std::vector<std::string> names = {";x.htm",     "++x.htm",  "a]b.htm",    "a[1].htm",
+                                            "!!1[a.htm",  "@@1.htm",  "@TITLE.htm", "a|b.htm",
+                                            " blank.htm", "a!1b.htm", "x.y.z.htm",  "%20.htm",
+                                            "{}.htm",     "a&b.htm",  "a'b.htm",    "..x.htm"};
+    std::map<std::string, std::string> pages;
+    for (const std::string& own : names) {
+        std::string page = "<html>\r\n<ul class=\"all the pages there are\">\r\n";
+        for (const std::string& each : names)
+            page += each == own ? "<li><b>" + each + "</b></li>\r\n"
+                                : "<li><a href=\"" + each + "\">" + each + "</a></li>\r\n";
+        pages[own] = page + "</ul>\r\n<p>This is " + own + "\r\n</html>\r\n";
+        files.Put("old/" + own, pages[own]);
+    }
+    const Adoption adoption = Adopt(files);
+    EXPECT_EQ(adoption.pages.size(), names.size());
+    for (const AdoptedPage& page : adoption.pages)
+        EXPECT_EQ(page.comparison.likeness, Likeness::same_bytes) << page.name;
+    Build("C:\\new");
+    for (const auto& [name, page] : pages)
+        EXPECT_EQ(Content("C:\\new\\" + name), page) << name;
 }
 
 /// One page of several megabytes, as hostile as it can be, takes no longer than it must.
