@@ -33,16 +33,20 @@ bool HasNumbered(std::string_view text, std::string_view family)
     return false;
 }
 
-bool HasAtVariable(std::string_view text)
+/// Whether the text begins with a variable's name, whose first character it has.
+bool IsAtVariable(std::string_view text)
 {
     static const std::vector<std::string_view> names = AtVariableNames();
-    const auto begins_here = [&](std::string_view rest) {
-        return std::ranges::any_of(
-            names, [&](std::string_view name) { return StartsWithNoCase(rest, name); });
-    };
+    return std::ranges::any_of(names, [&](std::string_view name) {
+        return name.front() == text.front() && StartsWithNoCase(text, name);
+    });
+}
+
+bool HasAtVariable(std::string_view text)
+{
     for (std::size_t at = text.find_first_of(kAtVariableStarts); at != npos;
          at = text.find_first_of(kAtVariableStarts, at + 1))
-        if (begins_here(text.substr(at)))
+        if (IsAtVariable(text.substr(at)))
             return true;
     return false;
 }
@@ -57,6 +61,8 @@ bool IsBeyondHelp(std::string_view part)
            HasNumbered(part, "@@") || HasNumbered(part, "%%") || ContainsNoCase(part, "!!POP") ||
            ContainsNoCase(part, "!!SWAP") || HasAtVariable(part);
 }
+
+constexpr std::string_view kActedOnStarts = "!$?<"; // of IsActedOn
 
 /// Whether two characters begin what is acted on, with `behind` after them.
 bool IsActedOn(std::string_view two, char behind)
@@ -97,12 +103,14 @@ std::optional<std::string> ProtectedPart(std::string_view part)
     if (IsBeyondHelp(part))
         return std::nullopt;
     std::string text;
-    for (std::size_t i = 0; i < part.size(); ++i) {
-        text += part[i];
-        if (IsActedOn(part.substr(i, 2), i + 2 < part.size() ? part[i + 2] : '\0'))
-            text += kNothing;
-    }
-    return text;
+    std::size_t done = 0;
+    for (std::size_t at = part.find_first_of(kActedOnStarts); at != npos;
+         at = part.find_first_of(kActedOnStarts, at + 1))
+        if (IsActedOn(part.substr(at, 2), at + 2 < part.size() ? part[at + 2] : '\0')) {
+            text.append(part, done, at + 1 - done).append(kNothing);
+            done = at + 1;
+        }
+    return text.append(part, done);
 }
 
 std::string ProtectedStart(std::string_view line)
