@@ -384,13 +384,15 @@ TemplateFit FitTemplate(const std::vector<ComparedPage>& pages, MenuForms& menus
     }
     if (marked.size() < 2)
         return best;
-    std::size_t most = 1;
+    std::size_t most = 0; // lines that pages have from the template, all together
     for (std::size_t i = 0; i < kTriedPatterns; ++i) {
         const std::size_t pattern = (2 * i + 1) * marked.size() / (2 * kTriedPatterns);
         TemplateFit fit = FitTo(pages, marked, marks, pattern, menus);
         fit.mark = best.mark;
-        if (const std::size_t count = CountOf(fit); count > most) {
-            most = count;
+        const std::size_t count = CountOf(fit);
+        const std::size_t lines = count * (fit.head.size() + fit.tail.size());
+        if (count > 1 && lines > most) {
+            most = lines;
             best = std::move(fit);
         }
     }
