@@ -165,6 +165,7 @@ SectionWork::SectionWork(Machine& machine, const OldSite& site, const SectionPag
 void SectionWork::PlanWays(std::vector<ComparedPage> compared)
 {
     std::vector<std::string> names;
+    names.reserve(compared.size());
     for (const ComparedPage& page : compared)
         names.push_back(page.values.menu_name);
     MenuForms menus(names);
