@@ -51,6 +51,7 @@ std::string Summary(const Adoption& adoption)
 {
     std::string text = Joined(
         {"In the order of ", OrderWords(adoption.ordered_by), ": ",
+         std::to_string(CountOf(adoption, WayWords(Way::templated))), " through the template, ",
          std::to_string(CountOf(adoption, WayWords(Way::shared))), " with a shared head and tail, ",
          std::to_string(CountOf(adoption, WayWords(Way::naked))), " naked, ",
          std::to_string(CountOf(adoption, WayWords(Way::as_is))), " as it is, ",

@@ -61,8 +61,14 @@ class SourceWriter {
     void AddPart(RunSource& source, std::span<const CodedLine> lines, const std::string& name,
                  bool is_merged);
     std::string Header() const;
+    std::string MenuDefinitions() const;
     void WritePage(const PlannedPage& page);
+    void WriteTemplated(const PlannedPage& page);
     void WriteShared(const PlannedPage& page);
+    bool HasTemplated() const;
+    void WriteSpan(const PlannedPage& page, const OwnSpan& span);
+    void WriteSource(const RunSource& source);
+    void WritePiece(std::size_t piece);
     void WriteLines(std::span<const std::string_view> lines, const PlannedPage& page);
     void WriteLine(std::string_view line);
     std::string Template() const;
@@ -71,6 +77,7 @@ class SourceWriter {
     Thrift thrift_;
     IncludedFiles files_;
     std::vector<std::vector<RunSource>> runs_; // by family
+    std::map<std::size_t, RunSource> pieces_;  // those that are used, by their numbers
     std::string list_;
     std::size_t count_ = 0;
 };
@@ -123,6 +130,30 @@ void SourceWriter::WriteLine(std::string_view line)
         ++count_;
 }
 
+/// The page references of the menus that the parts have.
+std::string SourceWriter::MenuDefinitions() const
+{
+    std::vector<const MenuForm*> forms;
+    for (const PageFamily& family : plan_.families)
+        for (const SharedRun& run : family.runs)
+            for (const CodedLine& line : run.lines)
+                line.AddForms(forms);
+    if (HasTemplated())
+        for (const CodedLine& line : plan_.fit.coded)
+            line.AddForms(forms);
+    std::map<int, std::string> definitions;
+    for (const MenuForm* const form : forms)
+        definitions[form->number] =
+            Joined({"??", std::to_string(form->number), " = ", form->yes, "|", form->no, "\r\n"});
+    std::string text;
+    for (const auto& [number, definition] : definitions)
+        text += definition;
+    if (!text.empty())
+        text.insert(0, "; An entry of a menu, on its own page and on the others: !1 is the page, "
+                       "!2 what it says.\r\n");
+    return text;
+}
+
 /// What stands above the pages. The variable is defined where some line needs it.
 std::string SourceWriter::Header() const
 {
@@ -130,11 +161,13 @@ std::string SourceWriter::Header() const
                                  ", as they were adopted.\r\n; What pages share is in ",
                                  plan_.parts, ", what stands by itself in ", plan_.texts, ".\r\n"});
     const auto has_it = [](const auto& file) { return Contains(file.second, kNothing); };
-    if (Contains(list_, kNothing) || std::ranges::any_of(files_.Files(), has_it))
+    if (Contains(list_, kNothing) || Contains(Template(), kNothing) ||
+        std::ranges::any_of(files_.Files(), has_it))
         Append(header,
                {"; ", kNothing,
                 " is nothing: it keeps a line's text from being taken for a word of the list.\r\n"
                 "@@08= \r\n"});
+    header += MenuDefinitions();
     if (plan_.writes_above)
         header += "@DIR1 = ..\\\r\n";
     return header;
@@ -159,24 +192,75 @@ void SourceWriter::WriteLines(std::span<const std::string_view> lines, const Pla
     count_ += sources.size() - 1;
 }
 
+/// The line behind the title is empty or becomes so, which a build drops.
+void SourceWriter::WriteTemplated(const PlannedPage& page)
+{
+    const FittedPage& fitted =
+        plan_.fit.pages[static_cast<std::size_t>(&page - plan_.pages.data())];
+    for (const std::string& directive : fitted.directives)
+        WriteLine(directive);
+    if (fitted.directives.empty())
+        WriteLine("");
+    WriteSpan(page, {fitted.first, fitted.end});
+}
+
+bool SourceWriter::HasTemplated() const
+{
+    return std::ranges::find(plan_.pages, Way::templated, &PlannedPage::way) != plan_.pages.end();
+}
+
 void SourceWriter::WriteShared(const PlannedPage& page)
 {
-    const std::span<const std::string_view> lines(page.page->lines);
     const std::size_t number = static_cast<std::size_t>(&page - plan_.pages.data());
-    const PageFamily& family = plan_.families[page.family];
+    const std::vector<SharedRun>& runs = plan_.families[page.family].runs;
     std::size_t next = 0;
-    for (std::size_t i = 0; i < family.runs.size(); ++i) {
-        const std::size_t start = family.runs[i].starts[number];
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const std::size_t start = runs[i].starts[number];
         if (start == npos)
             continue;
-        WriteLines(lines.subspan(next, start - next), page);
-        const RunSource& source = runs_[page.family][i];
-        for (const std::string& line : source.lines)
-            WriteLine(line);
-        count_ += source.count - source.lines.size();
-        next = start + family.runs[i].lines.size();
+        WriteSpan(page, {next, start});
+        WriteSource(runs_[page.family][i]);
+        next = start + runs[i].lines.size();
     }
-    WriteLines(lines.subspan(next), page);
+    WriteSpan(page, {next, page.page->lines.size()});
+}
+
+/// The lines of a run or a piece.
+void SourceWriter::WriteSource(const RunSource& source)
+{
+    for (const std::string& line : source.lines)
+        WriteLine(line);
+    count_ += source.count - source.lines.size();
+}
+
+void SourceWriter::WritePiece(std::size_t piece)
+{
+    const auto [known, is_new] = pieces_.try_emplace(piece);
+    if (is_new) {
+        std::vector<CodedLine> lines;
+        for (const std::string_view line : plan_.pieces.pieces[piece])
+            lines.emplace_back(std::string(line));
+        AddPart(known->second, lines, "piece" + std::to_string(pieces_.size()),
+                thrift_.merges_plain_runs && std::ranges::all_of(lines, IsSaid));
+    }
+    WriteSource(known->second);
+}
+
+/// A page's own lines, and the pieces among them that others have, too.
+void SourceWriter::WriteSpan(const PlannedPage& page, const OwnSpan& span)
+{
+    const std::span<const std::string_view> lines(page.page->lines);
+    std::size_t next = span.first;
+    for (const PiecePlace& place :
+         plan_.pieces.places[static_cast<std::size_t>(&page - plan_.pages.data())]) {
+        if (place.first < next || place.first >= span.end ||
+            span.end - span.first > thrift_.longest)
+            continue;
+        WriteLines(lines.subspan(next, place.first - next), page);
+        WritePiece(place.piece);
+        next = place.first + plan_.pieces.pieces[place.piece].size();
+    }
+    WriteLines(lines.subspan(next, span.end - next), page);
 }
 
 /// Text without the end of its last line.
@@ -194,11 +278,13 @@ void SourceWriter::WritePage(const PlannedPage& page)
     WriteLine(";");
     WriteLine("@FILE = " + page.name);
     WriteLine("@TITLE = " + page.title);
+    if (page.way == Way::templated)
+        return WriteTemplated(page);
     WriteLine("@NAKED");
     if (page.way == Way::shared)
         WriteShared(page);
     else if (page.way == Way::naked)
-        WriteLines(page.page->lines, page);
+        WriteSpan(page, {0, page.page->lines.size()});
     else if (!page.page->bytes.empty())
         WriteLine(SayAsItIs(WithoutLastEnd(page.page->bytes), page.name, files_));
 }
@@ -253,6 +339,12 @@ std::size_t HeadSize(const SectionPlan& plan, const PageFamily& family)
 /// What most pages share, with the mark where they have most of their own.
 std::string SourceWriter::Template() const
 {
+    if (HasTemplated()) {
+        Sources lines = plan_.fit.head;
+        lines.push_back(plan_.fit.mark);
+        lines.insert(lines.end(), plan_.fit.tail.begin(), plan_.fit.tail.end());
+        return WithEnds(lines);
+    }
     if (plan_.families.empty())
         return WithEnds(Sources{"<html>", "<head>", "<title>@TITLE</title>", "</head>", "<body>",
                                 "<!--BODY HERE-->", "</body>", "</html>"});
@@ -299,6 +391,23 @@ SourceTexts SourceWriter::Write()
 }
 
 } // namespace
+
+std::vector<OwnSpan> OwnSpansOf(const SectionPlan& plan, std::size_t page)
+{
+    const PlannedPage& planned = plan.pages[page];
+    if (planned.way == Way::templated)
+        return {{plan.fit.pages[page].first, plan.fit.pages[page].end}};
+    std::vector<OwnSpan> spans;
+    std::size_t next = 0;
+    if (planned.way == Way::shared)
+        for (const SharedRun& run : plan.families[planned.family].runs)
+            if (const std::size_t start = run.starts[page]; start != npos) {
+                spans.push_back({next, start});
+                next = start + run.lines.size();
+            }
+    spans.push_back({next, planned.page->lines.size()});
+    return spans;
+}
 
 SourceTexts MakeSources(const SectionPlan& plan)
 {

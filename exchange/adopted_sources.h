@@ -3,7 +3,9 @@
 #pragma once
 
 #include "exchange/old_site.h"
+#include "exchange/shared_pieces.h"
 #include "exchange/shared_runs.h"
+#include "exchange/template_fit.h"
 
 #include <map>
 #include <string>
@@ -13,9 +15,10 @@ namespace kiv {
 
 /// How a page goes into its list, the freest way first.
 enum class Way {
-    shared, // head and tail are those that it shares with others
-    naked,  // line by line
-    as_is,  // its text is included as it is
+    templated, // it goes through the template
+    shared,    // head and tail are those that it shares with others
+    naked,     // line by line
+    as_is,     // its text is included as it is
 };
 
 /// A page of a section, in the order of the list.
@@ -30,11 +33,16 @@ struct PlannedPage {
 struct SectionPlan {
     std::string name; // what the pages' folder is called, for a comment
     std::vector<PlannedPage> pages;
+    TemplateFit fit;
     std::vector<PageFamily> families;
+    SharedPieces pieces;       // of what pages have between these
     bool writes_above = false; // the pages go into the folder above the sources
     std::string parts;         // folders for what is included, as seen from the section
     std::string texts;
 };
+
+/// The lines of a page that its list has, those that no template and no run gives it.
+std::vector<OwnSpan> OwnSpansOf(const SectionPlan& plan, std::size_t page);
 
 /// Texts by the names of their files, as seen from the section's folder.
 using SourceTexts = std::map<std::string, std::string>;

@@ -47,8 +47,14 @@ std::string RecordName(const std::string& name)
     return is_known ? name : name + ".htm";
 }
 
+/// A build that finds such a page takes it for the start.
+bool HasOtherStart(const PlannedPage& page)
+{
+    return EqualsNoCase(page.name, "index.html") || EqualsNoCase(page.name, "index.asp");
+}
+
 /// What the variables of page `i` of a list stand for. Before the first and behind the last page is
-/// a start page that depends on what was built before, so that is left open.
+/// a start page; where that depends on what was built before, it is left open.
 CodeValues ValuesOf(const std::vector<PlannedPage>& pages, std::size_t i, bool writes_above)
 {
     CodeValues values;
@@ -57,16 +63,26 @@ CodeValues ValuesOf(const std::vector<PlannedPage>& pages, std::size_t i, bool w
         if (!pages[at].name.starts_with(".."))
             values[file] = RecordName(pages[at].name);
     };
+    const bool knows_start = std::ranges::none_of(pages, HasOtherStart);
+    const auto start = [&](Code file, Code title) {
+        values[title] = "Return to Start";
+        values[file] = knows_start ? "index.htm" : "";
+    };
     if (i > 0)
         neighbour(i - 1, Code::prev, Code::prev_title);
+    else
+        start(Code::prev, Code::prev_title);
     if (i + 1 < pages.size())
         neighbour(i + 1, Code::next, Code::next_title);
+    else
+        start(Code::next, Code::next_title);
     values[Code::title] = pages[i].title;
     values[Code::file] = RecordName(pages[i].name);
     if (!writes_above)
         values[Code::stem] = Before(pages[i].name, '.');
     values[Code::number] = std::to_string(i + 1);
     values[Code::count] = std::to_string(pages.size());
+    values.menu_name = RecordName(pages[i].name);
     return values;
 }
 
@@ -83,6 +99,7 @@ class SectionWork {
     void Tell(Adoption& adoption) const;
 
   private:
+    void PlanWays(std::vector<ComparedPage> compared);
     bool TryOnce();
     void Compare(const UnwrittenFiles& files);
     bool StepDown(const Trial& trial);
@@ -131,11 +148,35 @@ SectionWork::SectionWork(Machine& machine, const OldSite& site, const SectionPag
         page.title = TitleFor(titles[i], page.name);
         page.way = Way::naked;
     }
+    // A page reference cuts the folders off a page's name for good: with such names there are none.
+    const bool has_folders = std::ranges::any_of(
+        plan_.pages, [](const PlannedPage& page) { return Contains(page.name, "/"); });
     std::vector<ComparedPage> compared;
-    for (std::size_t i = 0; i < plan_.pages.size(); ++i)
+    for (std::size_t i = 0; i < plan_.pages.size(); ++i) {
         compared.push_back(
             {&plan_.pages[i].page->lines, ValuesOf(plan_.pages, i, plan_.writes_above)});
-    plan_.families = FindFamilies(compared);
+        if (has_folders)
+            compared.back().values.menu_name.clear();
+    }
+    PlanWays(std::move(compared));
+}
+
+/// The template for those that have its mark; what the others share.
+void SectionWork::PlanWays(std::vector<ComparedPage> compared)
+{
+    std::vector<std::string> names;
+    names.reserve(compared.size());
+    for (const ComparedPage& page : compared)
+        names.push_back(page.values.menu_name);
+    MenuForms menus(names);
+    plan_.fit = FitTemplate(compared, menus);
+    static const std::vector<std::string_view> no_lines;
+    for (std::size_t i = 0; i < plan_.pages.size(); ++i)
+        if (plan_.fit.pages[i].fits) {
+            plan_.pages[i].way = Way::templated;
+            compared[i].lines = &no_lines;
+        }
+    plan_.families = FindFamilies(compared, menus);
     for (std::size_t family = 0; family < plan_.families.size(); ++family)
         for (const std::size_t page : plan_.families[family].pages) {
             plan_.pages[page].way = Way::shared;
@@ -144,6 +185,10 @@ SectionWork::SectionWork(Machine& machine, const OldSite& site, const SectionPag
     for (std::size_t i = 0; i < plan_.pages.size(); ++i)
         if (plan_.pages[i].way == Way::naked)
             reasons_[i] = "it has too little of what the others share";
+    std::vector<OwnText> own;
+    for (std::size_t i = 0; i < plan_.pages.size(); ++i)
+        own.push_back({&plan_.pages[i].page->lines, OwnSpansOf(plan_, i)});
+    plan_.pieces = FindPieces(own);
 }
 
 void SectionWork::Compare(const UnwrittenFiles& files)
@@ -159,7 +204,8 @@ void SectionWork::Compare(const UnwrittenFiles& files)
 
 void SectionWork::GoOnWith(std::size_t page, const std::string& why)
 {
-    plan_.pages[page].way = plan_.pages[page].way == Way::shared ? Way::naked : Way::as_is;
+    const bool is_literal = plan_.pages[page].way == Way::naked;
+    plan_.pages[page].way = is_literal ? Way::as_is : Way::naked;
     reasons_[page] = why;
 }
 
@@ -310,6 +356,8 @@ std::string FolderThatIsThere(Files& files, std::string path)
 std::string_view WayWords(Way way)
 {
     switch (way) {
+    case Way::templated:
+        return "template";
     case Way::shared:
         return "shared";
     case Way::naked:

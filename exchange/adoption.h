@@ -32,7 +32,7 @@ struct Adoption {
     std::size_t others = 0; // files that were copied because they stand beside the pages
 };
 
-/// "shared", "naked", "as it is".
+/// "template", "shared", "naked", "as it is".
 std::string_view WayWords(Way way);
 
 /// Throws RunError of kind `invalid_argument` where no site can be made of `folder` in `target`:

@@ -2,6 +2,7 @@
 
 #include "builder/at_variables.h"
 #include "exchange/protected_line.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -80,7 +81,8 @@ bool TellsPlace(std::string_view line, const CodeValues& values)
 bool HasOnly(std::string_view text, const std::vector<std::pair<std::size_t, Code>>& starts)
 {
     static const std::vector<std::string_view> names = AtVariableNames();
-    for (std::size_t at = 0; at < text.size(); ++at) {
+    for (std::size_t at = text.find_first_of(kAtVariableStarts); at != npos;
+         at = text.find_first_of(kAtVariableStarts, at + 1)) {
         const auto name = std::ranges::find_if(
             names, [&](std::string_view each) { return StartsWithNoCase(text.substr(at), each); });
         const auto start = std::ranges::find(starts, at, &std::pair<std::size_t, Code>::first);
@@ -93,6 +95,14 @@ bool HasOnly(std::string_view text, const std::vector<std::pair<std::size_t, Cod
 
 } // namespace
 
+std::string ShownEntry(const MenuEntry& entry, bool is_on_its_page)
+{
+    std::string shown = is_on_its_page ? entry.form->yes : entry.form->no;
+    ReplaceEach(shown, "!2", entry.says); // the last field is the first that is put in
+    ReplaceEach(shown, "!1", entry.page);
+    return shown;
+}
+
 std::string_view CodeName(Code code)
 {
     return kNames[static_cast<std::size_t>(code)];
@@ -100,7 +110,7 @@ std::string_view CodeName(Code code)
 
 void CodedLine::AddText(char c)
 {
-    if (parts_.empty() || parts_.back().code)
+    if (parts_.empty() || parts_.back().code || parts_.back().entry)
         parts_.emplace_back();
     parts_.back().text += c;
 }
@@ -109,11 +119,20 @@ std::optional<std::string> CodedLine::On(const CodeValues& values) const
 {
     std::string line;
     for (const Part& part : parts_) {
-        if (part.code && values[*part.code].empty())
+        if ((part.code && values[*part.code].empty()) || (part.entry && values.menu_name.empty()))
             return std::nullopt;
-        line += part.code ? values[*part.code] : part.text;
+        line += part.code    ? values[*part.code]
+                : part.entry ? ShownEntry(*part.entry, part.entry->page == values.menu_name)
+                             : part.text;
     }
     return line;
+}
+
+void CodedLine::AddForms(std::vector<const MenuForm*>& forms) const
+{
+    for (const Part& part : parts_)
+        if (part.entry)
+            forms.push_back(part.entry->form.get());
 }
 
 std::optional<std::string> CodedLine::Source() const
@@ -126,13 +145,16 @@ std::optional<std::string> CodedLine::Source() const
         if (part.code) {
             starts.emplace_back(source.size(), *part.code);
             source += CodeName(*part.code);
+        } else if (part.entry) {
+            Append(source, {"??", std::to_string(part.entry->form->number), "[", part.entry->page,
+                            "|", part.entry->says, "]"});
         } else if (const std::optional<std::string> text = ProtectedPart(part.text)) {
             source += *text;
         } else {
             return std::nullopt;
         }
     }
-    if (!HasOnly(source, starts))
+    if (!HasOnly(source, starts) || CannotBegin(source))
         return std::nullopt;
     return ProtectedStart(source);
 }
@@ -140,6 +162,8 @@ std::optional<std::string> CodedLine::Source() const
 std::vector<CodedLine> WaysToTell(std::string_view line, const CodeValues& values)
 {
     std::vector<CodedLine> ways{CodedLine(std::string(line))};
+    if (line.size() > kLongestSaidLine)
+        return ways;
     const auto add = [&](CodeSet codes) {
         CodedLine told = Told(line, values, codes);
         if (told.HasCodes() && told.Source())

@@ -11,9 +11,6 @@ namespace kiv {
 
 namespace {
 
-// A line of a list that is longer is nothing that anybody edits.
-constexpr std::size_t kLongest = 20000;
-
 constexpr std::array<std::string_view, 7> kFamilies = {"@@", "??", "%%", "!!", "[[", "?!", "$$"};
 
 // What is acted on after the variables have been put in can be kept from nothing.
@@ -36,23 +33,36 @@ bool HasNumbered(std::string_view text, std::string_view family)
     return false;
 }
 
-bool HasAtVariable(std::string_view text)
+/// Whether the text begins with a variable's name, whose first character it has.
+bool IsAtVariable(std::string_view text)
 {
     static const std::vector<std::string_view> names = AtVariableNames();
-    return std::ranges::any_of(names,
-                               [&](std::string_view name) { return ContainsNoCase(text, name); });
+    return std::ranges::any_of(names, [&](std::string_view name) {
+        return name.front() == text.front() && StartsWithNoCase(text, name);
+    });
+}
+
+bool HasAtVariable(std::string_view text)
+{
+    for (std::size_t at = text.find_first_of(kAtVariableStarts); at != npos;
+         at = text.find_first_of(kAtVariableStarts, at + 1))
+        if (IsAtVariable(text.substr(at)))
+            return true;
+    return false;
 }
 
 /// Whether something is acted on that cannot be broken up.
 bool IsBeyondHelp(std::string_view part)
 {
     constexpr std::string_view kUnsaid("\0\r", 2);
-    return part.size() > kLongest || part.find_first_of(kUnsaid) != npos ||
+    return part.size() > kLongestSaidLine || part.find_first_of(kUnsaid) != npos ||
            std::ranges::any_of(kEscapes,
                                [&](std::string_view escape) { return Contains(part, escape); }) ||
            HasNumbered(part, "@@") || HasNumbered(part, "%%") || ContainsNoCase(part, "!!POP") ||
            ContainsNoCase(part, "!!SWAP") || HasAtVariable(part);
 }
+
+constexpr std::string_view kActedOnStarts = "!$?<"; // of IsActedOn
 
 /// Whether two characters begin what is acted on, with `behind` after them.
 bool IsActedOn(std::string_view two, char behind)
@@ -79,26 +89,28 @@ bool IsStartActedOn(std::string_view line)
                kStarts, [&](std::string_view start) { return StartsWithNoCase(line, start); });
 }
 
-/// A list of pages may be marked by the page itself, and a file's text is put in at the very end.
-bool IsStartBeyondHelp(std::string_view line)
+} // namespace
+
+// A list of pages may be marked by the page itself, and a file's text is put in at the very end.
+bool CannotBegin(std::string_view line)
 {
     return line.starts_with("!++") || line.starts_with("<option value=") ||
            FromChar(line, 4).starts_with("<option value=");
 }
-
-} // namespace
 
 std::optional<std::string> ProtectedPart(std::string_view part)
 {
     if (IsBeyondHelp(part))
         return std::nullopt;
     std::string text;
-    for (std::size_t i = 0; i < part.size(); ++i) {
-        text += part[i];
-        if (IsActedOn(part.substr(i, 2), i + 2 < part.size() ? part[i + 2] : '\0'))
-            text += kNothing;
-    }
-    return text;
+    std::size_t done = 0;
+    for (std::size_t at = part.find_first_of(kActedOnStarts); at != npos;
+         at = part.find_first_of(kActedOnStarts, at + 1))
+        if (IsActedOn(part.substr(at, 2), at + 2 < part.size() ? part[at + 2] : '\0')) {
+            text.append(part, done, at + 1 - done).append(kNothing);
+            done = at + 1;
+        }
+    return text.append(part, done);
 }
 
 std::string ProtectedStart(std::string_view line)
@@ -112,7 +124,7 @@ std::string ProtectedStart(std::string_view line)
 
 std::optional<std::string> ProtectedLine(std::string_view line)
 {
-    if (IsStartBeyondHelp(line))
+    if (CannotBegin(line))
         return std::nullopt;
     const std::optional<std::string> text = ProtectedPart(line);
     return text ? std::optional(ProtectedStart(*text)) : std::nullopt;

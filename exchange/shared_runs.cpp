@@ -17,6 +17,7 @@ constexpr std::size_t kMostRuns = 8;     // at each end
 constexpr std::size_t kLeastLength = 40; // of a run, in characters, its lines' ends among them
 constexpr std::size_t kSamples = 5;      // pages that are tried as the pattern of a family
 constexpr std::size_t kWitnesses = 30;   // pages that tell how good a pattern is
+constexpr std::size_t kLearnedFrom = 6;  // pages that are compared for their menus
 
 using Lines = std::vector<std::string_view>;
 using Numbers = std::vector<std::size_t>;
@@ -45,14 +46,16 @@ Lines EndOf(const Lines& lines, bool is_head)
 class EndMatch {
   public:
     EndMatch(const std::vector<ComparedPage>& pages, const Numbers& open, std::size_t pattern,
-             bool is_head)
-        : pages_(pages), open_(open), is_head_(is_head), pattern_(pattern)
+             bool is_head, MenuForms& menus)
+        : pages_(pages), open_(open), is_head_(is_head), pattern_(pattern), menus_(menus)
     {
         for (const std::size_t page : open) {
             ends_.push_back(EndOf(*pages[page].lines, is_head));
             known_.emplace_back(ends_.back().begin(), ends_.back().end());
         }
+        LearnMenus();
         ChooseWays();
+        menus_.ForgetUnused();
         for (std::size_t i = 0; i < open.size(); ++i)
             Match(i);
     }
@@ -60,7 +63,10 @@ class EndMatch {
     std::vector<SharedRun> Runs() const;
 
   private:
+    void LearnMenus();
+    void LearnFrom(std::size_t page);
     void ChooseWays();
+    std::size_t CountOf(const CodedLine& way) const;
     void Match(std::size_t i);
     /// The pages (places in open_) that have lines first to last (of the pattern) on end.
     Numbers PagesWith(std::size_t line, const Numbers& among, bool goes_on) const;
@@ -71,11 +77,50 @@ class EndMatch {
     const Numbers& open_;
     bool is_head_;
     std::size_t pattern_;
+    MenuForms& menus_;
     std::vector<Lines> ends_;
     std::vector<std::unordered_set<std::string_view>> known_;
     std::vector<CodedLine> ways_;  // for each line of the pattern's end
     std::vector<Numbers> matches_; // for each page, its line for each of these
 };
+
+void EndMatch::LearnMenus()
+{
+    for (const std::size_t page : SpreadOver(open_, kLearnedFrom))
+        if (page != pattern_)
+            LearnFrom(page);
+}
+
+/// Between lines that both pages have, those that differ are taken for each other in their order.
+void EndMatch::LearnFrom(std::size_t page)
+{
+    const Lines lines = EndOf(*pages_[pattern_].lines, is_head_);
+    const Lines others = EndOf(*pages_[page].lines, is_head_);
+    const std::string& name = pages_[pattern_].values.menu_name;
+    const std::string& other_name = pages_[page].values.menu_name;
+    const Numbers matches = MatchLines(lines, others);
+    std::size_t next = 0; // line of the other page
+    for (std::size_t line = 0; line < lines.size(); ++line) {
+        if (matches[line] != npos) {
+            next = matches[line] + 1;
+        } else if (next < others.size()) {
+            menus_.Learn(lines[line], name, others[next]);
+            menus_.Learn(others[next], other_name, lines[line]);
+            ++next;
+        }
+    }
+}
+
+/// How many pages have such a line somewhere.
+std::size_t EndMatch::CountOf(const CodedLine& way) const
+{
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < open_.size(); ++i) {
+        const auto told = way.On(pages_[open_[i]].values);
+        count += told && known_[i].contains(*told) ? 1U : 0U;
+    }
+    return count;
+}
 
 /// The way to tell a line that most pages have somewhere.
 void EndMatch::ChooseWays()
@@ -83,19 +128,15 @@ void EndMatch::ChooseWays()
     const ComparedPage& pattern = pages_[pattern_];
     for (const std::string_view line : EndOf(*pattern.lines, is_head_)) {
         std::vector<CodedLine> ways = WaysToTell(line, pattern.values);
+        if (std::optional<CodedLine> menu = menus_.Told(line, pattern.values.menu_name))
+            ways.push_back(std::move(*menu));
         std::size_t best = 0;
         std::size_t most = 0;
-        for (std::size_t way = 0; way < ways.size(); ++way) {
-            std::size_t count = 0;
-            for (std::size_t i = 0; i < open_.size(); ++i) {
-                const auto told = ways[way].On(pages_[open_[i]].values);
-                count += told && known_[i].contains(*told) ? 1U : 0U;
-            }
-            if (count > most) {
+        for (std::size_t way = 0; way < ways.size(); ++way)
+            if (const std::size_t count = CountOf(ways[way]); count > most) {
                 best = way;
                 most = count;
             }
-        }
         ways_.push_back(std::move(ways[best]));
     }
 }
@@ -261,12 +302,12 @@ bool Belongs(const PageFamily& family, std::size_t page, std::size_t lines)
     return own > 0 && (own * 2 >= all || (is_at_end && own >= kLeastLength));
 }
 
-PageFamily FindFamily(const std::vector<ComparedPage>& pages, const Numbers& open)
+PageFamily FindFamily(const std::vector<ComparedPage>& pages, const Numbers& open, MenuForms& menus)
 {
     const std::size_t pattern = ChoosePattern(pages, open);
     PageFamily family;
-    family.runs = EndMatch(pages, open, pattern, true).Runs();
-    for (SharedRun& run : EndMatch(pages, open, pattern, false).Runs())
+    family.runs = EndMatch(pages, open, pattern, true, menus).Runs();
+    for (SharedRun& run : EndMatch(pages, open, pattern, false, menus).Runs())
         family.runs.push_back(std::move(run));
     for (const std::size_t page : open) {
         PartRuns(family, page);
@@ -284,7 +325,7 @@ PageFamily FindFamily(const std::vector<ComparedPage>& pages, const Numbers& ope
 
 } // namespace
 
-std::vector<PageFamily> FindFamilies(const std::vector<ComparedPage>& pages)
+std::vector<PageFamily> FindFamilies(const std::vector<ComparedPage>& pages, MenuForms& menus)
 {
     Numbers open;
     for (std::size_t i = 0; i < pages.size(); ++i)
@@ -292,7 +333,7 @@ std::vector<PageFamily> FindFamilies(const std::vector<ComparedPage>& pages)
             open.push_back(i);
     std::vector<PageFamily> families;
     while (open.size() >= 2 && families.size() < kMostFamilies) {
-        PageFamily family = FindFamily(pages, open);
+        PageFamily family = FindFamily(pages, open, menus);
         if (family.pages.size() < 2)
             break;
         std::erase_if(

@@ -1,6 +1,7 @@
 // What the pages of a site have in common at head and tail.
 #pragma once
 
+#include "exchange/menu_forms.h"
 #include "exchange/page_codes.h"
 
 #include <cstddef>
@@ -29,6 +30,6 @@ struct ComparedPage {
 
 /// The families of a site, the largest first. A page that looks like no other is in none. Every
 /// run of a family has the starts of all pages; those of other families have none.
-std::vector<PageFamily> FindFamilies(const std::vector<ComparedPage>& pages);
+std::vector<PageFamily> FindFamilies(const std::vector<ComparedPage>& pages, MenuForms& menus);
 
 } // namespace kiv

@@ -24,15 +24,15 @@ TEST_F(AdoptCommand, TellsOfEachPage)
     const Printed printed = Call({"adopt", NativeOf("old"), "--to", NativeOf("new")});
     EXPECT_EQ(printed.code, 0);
     EXPECT_EQ(printed.err, "");
-    EXPECT_THAT(
-        printed.out,
-        StartsWith("2 pages adopted: 1 with the same bytes, 1 the same but for line ends\n"
-                   "In the order of name: 2 with a shared head and tail, 0 naked, 0 as it is, "
-                   "0 copied; 1 other file copied\n"
-                   "  same but for line ends  shared    index.htm\n"
-                   "  same bytes              shared    bread.htm\n"
-                   "Next:\n"
-                   "  kiv-cli build "));
+    EXPECT_THAT(printed.out,
+                StartsWith("2 pages adopted: 1 with the same bytes, 1 the same but for line ends\n"
+                           "In the order of name: 0 through the template, 2 with a shared head and "
+                           "tail, 0 naked, 0 as it is, "
+                           "0 copied; 1 other file copied\n"
+                           "  same but for line ends  shared    index.htm\n"
+                           "  same bytes              shared    bread.htm\n"
+                           "Next:\n"
+                           "  kiv-cli build "));
     EXPECT_EQ(Call({"build", NativeOf("new"), "--strict"}).code, 0);
     EXPECT_EQ(Content("new/bread.htm"), Content("old/bread.htm"));
     EXPECT_EQ(Content("new/mill.css"), "p { margin: 0 }");

@@ -2,6 +2,8 @@
 #include "adoption_desk.h"
 #include "platform/run_error.h"
 
+#include <array>
+
 namespace kiv {
 namespace {
 
@@ -181,33 +183,151 @@ TEST_F(Adoptions, DoNotFollowLinksOutOfTheFolder)
 }
 #endif
 
-TEST_F(Adoptions, MakeAGroupOfMorePagesThanAListHolds)
+TEST_F(Adoptions, HavePiecesOfTheMiddleInOnePlace)
 {
-    for (int i = 0; i < 1000; ++i)
-        Put("old/p" + std::to_string(i) + ".htm", "<p>page\n<p>" + std::to_string(i) + "\n");
-    Put("old/more/x.htm", "<p>x\n");
+    std::string box = "<div class=\"box\">\r\n";
+    for (const char* const day : {"Monday", "Tuesday", "Wednesday", "Thursday"})
+        box += "<p>On " + std::string(day) + "s the mill is open from nine to five o'clock.\r\n";
+    box += "</div>\r\n";
+    Put("old/a.htm", "<p>Bread\r\n" + box + "<p>rye\r\n");
+    Put("old/b.htm", "<p>Flour\r\n<p>white\r\n" + box + "<p>brown\r\n");
+    Put("old/c.htm", "<p>Cat\r\n");
     const Adoption adoption = Adopt();
-    ExpectSame(adoption);
-    EXPECT_EQ(adoption.pages.size(), 1001U);
-    EXPECT_THAT(adoption.sections, ElementsAre("", "_part2", "more"));
-    EXPECT_EQ(Content("new/_group.txt"), "_part2\r\nmore\r\n");
-    Build("C:\\new\\_part2");
-    Build("C:\\new\\more");
-    EXPECT_TRUE(Exists("new/p999.htm"));
-    EXPECT_EQ(Content("new/more/x.htm"), "<p>x\r\n");
+    for (const AdoptedPage& page : adoption.pages)
+        EXPECT_EQ(page.comparison.likeness, Likeness::same_bytes) << page.name;
+    std::string text;
+    for (const std::string& name : NamesIn("new/_parts"))
+        text += Content("new/_parts/" + name);
+    EXPECT_EQ(text, box);
 }
 
-TEST_F(Adoptions, KeepALongSiteWithinTheBoundsOfAList)
-{
-    for (int page = 0; page < 20; ++page) {
-        std::string text;
-        for (int line = 0; line < 3000; ++line)
-            text += std::to_string(page * 3000 + line) + "\n";
-        Put("old/p" + std::to_string(page) + ".htm", text);
+/// Pages of a site with a menu, each with its own entry marked.
+class MenuSite : public Adoptions {
+  protected:
+    static constexpr const char* kFoot = "<p class=\"foot\">Made in the mill by hand, 1999</p>\r\n"
+                                         "</body>\r\n</html>\r\n";
+
+    MenuSite()
+    {
+        for (const char* const own : {"Bread", "Flour", "Oven", "Cat"})
+            Put("old/" + std::string(own) + ".htm", Page(own));
     }
-    ExpectSame(Adopt());
+
+    static std::string Page(const std::string& own)
+    {
+        std::string page = "<html>\r\n<body>\r\n<ul>\r\n";
+        for (const char* const each : {"Bread", "Flour", "Oven"}) { // the cat is in no menu
+            const std::string title = each;
+            page += title == own ? "<li class=\"here\">" + title + "</li>\r\n"
+                                 : "<li><a href=\"" + title + ".htm\">" + title + "</a></li>\r\n";
+        }
+        const std::string text(own.rbegin(), own.rend());
+        return page + "</ul>\r\n<p>Back to front: " + text + "\r\n" + kFoot;
+    }
+};
+
+TEST_F(MenuSite, HasItsMenuInOnePart)
+{
+    const Adoption adoption = Adopt();
+    for (const AdoptedPage& page : adoption.pages) {
+        EXPECT_EQ(page.comparison.likeness, Likeness::same_bytes) << page.name;
+        EXPECT_EQ(page.way, "shared") << page.name;
+    }
+    EXPECT_THAT(
+        Content("new/_html.txt"),
+        HasSubstr("\r\n??1 = <li class=\"here\">!2</li>|<li><a href=\"!1\">!2</a></li>\r\n"));
+    EXPECT_EQ(Content("new/_parts/head1.txt"),
+              "<html>\r\n<body>\r\n<ul>\r\n??1[Bread.htm|Bread]\r\n??1[Flour.htm|Flour]\r\n"
+              "??1[Oven.htm|Oven]\r\n</ul>\r\n");
+}
+
+TEST_F(MenuSite, HasItOnNewPagesToo)
+{
+    Adopt();
+    Put("new/_html.txt", Content("new/_html.txt") + "@FILE = Dog\r\n@TITLE = Dog\r\nBarks.\r\n");
     Build();
-    EXPECT_EQ(Content("new/p19.htm").substr(0, 7), "57000\r\n");
+    EXPECT_EQ(Content("new/Oven.htm"), Page("Oven"));
+    EXPECT_EQ(Content("new/Dog.htm"), "<html>\r\n<body>\r\n<ul>\r\n"
+                                      "<li><a href=\"Bread.htm\">Bread</a></li>\r\n"
+                                      "<li><a href=\"Flour.htm\">Flour</a></li>\r\n"
+                                      "<li><a href=\"Oven.htm\">Oven</a></li>\r\n</ul>\r\n"
+                                      "<!--BODY HERE-->\r\nBarks.\r\n" +
+                                          std::string(kFoot));
+}
+
+/// Pages that a build has made before: first, middle and last of four.
+class MarkedPages : public Adoptions {
+  protected:
+    MarkedPages()
+    {
+        for (std::size_t number = 1; number <= 4; ++number)
+            Put(NameOf(number), Page(number));
+    }
+
+    static std::string NameOf(std::size_t number)
+    {
+        return "old/day" + std::to_string(number) + ".htm";
+    }
+    static std::string Page(std::size_t number)
+    {
+        static const std::array<std::string, 4> titles = {"Monday", "Tuesday", "Wednesday",
+                                                          "Thursday"};
+        const std::string& title = titles[number - 1];
+        std::string page = "<html>\r\n<title>" + title + "</title>\r\n";
+        page += "<meta NAME=\"description\" CONTENT=\"About " + title + "\">\r\n";
+        if (number == 1)
+            page += "<p>Welcome!\r\n";
+        else
+            page += "<p><a href=\"day" + std::to_string(number - 1) + ".htm\">Back</a>\r\n";
+        page += "<p>Page " + std::to_string(number) + " of 4\r\n<!--Body Here-->\r\n";
+        page += number == 2 ? "\r\n\r\n;rain\r\n"
+                            : "<p>Sun in the " + std::to_string(9 - number) + "th hour\r\n";
+        if (number < 4)
+            page += "<p><a href=\"day" + std::to_string(number + 1) + ".htm\">On</a>\r\n";
+        return page + "+ since 1999\r\n</html>\r\n";
+    }
+};
+
+TEST_F(MarkedPages, GoThroughTheTemplate)
+{
+    const Adoption adoption = Adopt();
+    for (const AdoptedPage& page : adoption.pages) {
+        EXPECT_EQ(page.comparison.likeness, Likeness::same_bytes) << page.name;
+        EXPECT_EQ(page.way, "template") << page.name << ": " << page.why;
+    }
+    EXPECT_EQ(Content("new/_template.txt"),
+              "<html>\r\n<title>@TITLE</title>\r\n<meta NAME=\"description\" CONTENT=\"\">\r\n"
+              "=2=<p><a href=\"@PREV\">Back</a>\r\n=1=<p>Welcome!\r\n"
+              "<p>Page @XOFY_X of @XOFY_Y\r\n<!--Body Here-->\r\n"
+              "=8=<p><a href=\"@NEXT\">On</a>\r\n@@8+ since 1999\r\n</html>\r\n");
+    const std::string list = Content("new/_html.txt");
+    EXPECT_THAT(list, HasSubstr("@TITLE = Monday\r\n@DESCRIPTION = About Monday\r\n"
+                                "<p>Sun in the 8th hour\r\n;\r\n"));
+    EXPECT_THAT(list, HasSubstr("@DESCRIPTION = About Tuesday\r\n\r\n\r\n@@8;rain\r\n"));
+}
+
+TEST_F(MarkedPages, AllChangeWithTheTemplate)
+{
+    Adopt();
+    std::string text = Content("new/_template.txt");
+    ASSERT_THAT(text, HasSubstr("1999"));
+    Put("new/_template.txt", text.replace(text.find("1999"), 4, "2004"));
+    Build();
+    for (std::size_t number = 1; number <= 4; ++number) {
+        std::string page = Page(number);
+        EXPECT_EQ(Content("new/day" + std::to_string(number) + ".htm"),
+                  page.replace(page.find("1999"), 4, "2004"));
+    }
+}
+
+TEST_F(MarkedPages, GoAnotherWayWhereTheyHaveOtherLines)
+{
+    Put(NameOf(3), "<html>\r\n<!--Body Here-->\r\nx\r\n<!--Body Here-->\r\n");
+    const Adoption adoption = Adopt();
+    for (const AdoptedPage& page : adoption.pages) {
+        EXPECT_EQ(page.comparison.likeness, Likeness::same_bytes) << page.name;
+        EXPECT_EQ(page.way, page.name == "day3.htm" ? "naked" : "template") << page.name;
+    }
 }
 
 TEST_F(Adoptions, AreRefusedOverAndInsideOtherThings)

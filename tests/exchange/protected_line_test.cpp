@@ -1,6 +1,8 @@
 // How lines of text are written so that a build leaves them alone.
 #include "exchange/protected_line.h"
 
+#include "builder/at_variables.h"
+
 #include <gtest/gtest.h>
 
 namespace kiv {
@@ -55,6 +57,12 @@ const LineCase kLines[] = {
     {"CarriageReturn", "a\rb", std::nullopt},
     {"TooLong", std::string(20001, 'x'), std::nullopt},
 };
+
+TEST(AtVariableStarts, AreThoseOfAllNames)
+{
+    for (const std::string_view name : AtVariableNames())
+        EXPECT_NE(kAtVariableStarts.find(name.front()), std::string_view::npos) << name;
+}
 
 INSTANTIATE_TEST_SUITE_P(All, ProtectedLines, testing::ValuesIn(kLines),
                          [](const auto& each) { return std::string(each.param.name); });
