@@ -1,5 +1,6 @@
 #include "tests/cases/traced_build.h"
 
+#include "blocks/dispatcher.h"
 #include "builder/trace.h"
 #include "platform/drive_path.h"
 #include "platform/drives.h"
@@ -261,11 +262,21 @@ class TracedBuild::Run {
         const std::string folder = WithSeparator(unwritten_.CurrentDirectory());
         const std::vector<std::string> entries = GroupEntries(unwritten_);
         if (unwritten_.FileExists(kPageListFile) && unwritten_.FileExists(kTemplateFile))
-            Build();
+            BuildMember();
         for (const std::string& entry : entries) {
             unwritten_.ChangeDirectory(folder + entry);
-            Build();
+            BuildMember();
         }
+    }
+
+    /// A build that is written remembers the last unknown tag for the next one.
+    void BuildMember()
+    {
+        Build();
+        for (const std::string_view text : reporter_.shown)
+            if (text.ends_with(kUnknownTagWarning))
+                workspace_.memory.blocks.last_unknown_tag =
+                    text.substr(0, text.size() - kUnknownTagWarning.size());
     }
 
     std::unique_ptr<Drives> files_;
