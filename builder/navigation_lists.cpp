@@ -77,13 +77,13 @@ void TellPageList(Build& build, Tracer& tracer)
 /// The site map while it is put together.
 struct SiteMap {
     std::string text;
-    bool is_told = false; // the trace wants to know where each line is from
+    Tracer* tracer = nullptr; // wants to know where each line is from
     struct Line {
         std::string file; // as it was read
         int number;       // 1-based
         std::size_t end;  // behind it in `text`
     };
-    std::vector<Line> lines; // only when it is told
+    std::vector<Line> lines; // only where there is a tracer
 };
 
 /// Adds the lines of a site map file. A line that begins with "<" is structure; any other lacks its
@@ -93,6 +93,8 @@ void AppendSiteMap(SiteMap& map, Files& files, const std::string& path, std::str
                    std::string_view what_to_do)
 {
     const std::string bytes = ReadNeeded(files, path, what_to_do);
+    if (map.tracer != nullptr) [[unlikely]]
+        map.tracer->TellSource(AbsolutePath(path, files.CurrentDirectory()));
     int number = 0;
     for (std::string_view rest = bytes; !rest.empty();) {
         const std::string_view line = TakeLine(rest);
@@ -100,7 +102,7 @@ void AppendSiteMap(SiteMap& map, Files& files, const std::string& path, std::str
             map.text.append("<li><a href=\"").append(folder);
         WriteLine(map.text, line);
         ++number;
-        if (map.is_told)
+        if (map.tracer != nullptr) [[unlikely]]
             map.lines.push_back(
                 {AbsolutePath(path, files.CurrentDirectory()), number, map.text.size()});
     }
@@ -111,7 +113,7 @@ void AppendGroupMap(SiteMap& map, Files& files, std::string_view group)
     if (group == "press" || group == "news") {
         map.text.append("<li><a href=\"").append(group);
         map.text.append("\">Click for NEWS section</a>\r\n");
-        if (map.is_told)
+        if (map.tracer != nullptr) [[unlikely]]
             map.lines.push_back({{}, 0, map.text.size()});
         return;
     }
@@ -233,7 +235,7 @@ void WritePageList(Build& build, Tracer* tracer)
 void WriteSiteMap(Build& build, Tracer* tracer)
 {
     SiteMap map;
-    map.is_told = tracer != nullptr;
+    map.tracer = tracer;
     Files& files = build.machine.files;
     AppendSiteMap(map, files, std::string(kSiteMapFile), "", kHowToGetOwnMap);
     const std::string groups = ReadNeeded(files, kGroupFile, kHowToGetGroup);

@@ -73,6 +73,8 @@ class PageListReader {
     bool SkipYearEndOf(SourceFile& source, SourceLine& line);
     void ExpandBlock(SourceFile& source, SourceLine& line,
                      void (*expand)(std::string& line, BlockContext& context));
+    void TellBlock(const SourceFile& source, SourceLine& line, int first, std::string_view tag,
+                   bool is_faulty) const;
 
     Build& build_;
     BuildState& state_;
@@ -248,10 +250,23 @@ void PageListReader::ExpandBlock(SourceFile& source, SourceLine& line,
     }
     const bool is_changed = line.text != current;
     line = source.Here(state_.sources.Keep(std::move(current)));
-    if (is_changed || line.line > first)
-        source.TellMade(line, first, tag,
-                        context.is_faulty ? "a fault, see the warning, ends the block; this is left"
-                                          : "the block is worked out");
+    if (build_.tracer && (is_changed || line.line > first)) [[unlikely]]
+        TellBlock(source, line, first, tag, context.is_faulty);
+}
+
+/// For the trace: a block that began in line `first` has become `line`. A fault leaves the line
+/// that has ended the block, where nothing was made of that line before.
+void PageListReader::TellBlock(const SourceFile& source, SourceLine& line, int first,
+                               std::string_view tag, bool is_faulty) const
+{
+    if (!is_faulty)
+        return source.TellMade(line, first, tag, "the block is worked out");
+    if (line.line == first || source.LinesText(line.line, line.line) != line.text)
+        return source.TellMade(line, first, tag,
+                               "a fault, see the warning, ends the block; this is left");
+    source.TellMade(line, first, tag,
+                    "a fault, see the warning, ends the block; its last line is left");
+    build_.tracer->LeaveLastLine(line);
 }
 
 } // namespace

@@ -20,6 +20,8 @@ bool SourceFile::Open(std::string_view path)
     content_ = sources.Keep(files.ReadFile(path));
     rest_ = content_;
     sources.AddFile(name_);
+    if (build_.tracer) [[unlikely]]
+        build_.tracer->TellSource(name_);
     line_ = 0;
     starts_.clear();
     is_open_ = true;

@@ -54,14 +54,14 @@ class SourceFile : public LineSource {
     void TellUnusedBefore(int first, std::string_view reason) const;
     /// No further line is read.
     void TellRest(std::string_view reason) const;
+    /// Lines from `first` to `last`, joined by CR LF; `first` was read, or is the next to be read.
+    /// Only where there is a trace.
+    std::string LinesText(int first, int last) const;
     /// `line` is what the lines from `first` to the one last read became.
     void TellMade(SourceLine& line, int first, std::string_view name, std::string text) const;
 
   private:
     [[noreturn]] void RefuseClosed() const;
-    /// Lines from `first` to `last`, joined by CR LF; `first` was read, or is the next to be read.
-    /// Only where there is a trace.
-    std::string LinesText(int first, int last) const;
 
     Build& build_;
     std::string_view content_; // of the whole file

@@ -106,6 +106,8 @@ class Trace {
     /// A construct is about to be expanded in a line of the page; `story` is that line's as far as
     /// it has come.
     virtual void TakeUse(const LineStory& /*story*/, const TracedUse& /*use*/) {}
+    /// A source is about to be read, be it one without any line.
+    virtual void TakeSource(std::string_view /*file*/) {}
     /// The sources of a pass are read.
     virtual void TakeBound(const TracedBound&) {}
 };

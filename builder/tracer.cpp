@@ -64,7 +64,21 @@ void Tracer::NoteRole(SourceLine& line, std::string role)
 Definition Tracer::DefinitionAt(SourceLine& line)
 {
     const Past& past = PastOf(line);
+    if (past.is_last_alone)
+        return {{past.span.file, past.span.last, past.span.last}, past.steps.front().after};
     return {past.span, past.before};
+}
+
+/// Lines that were lost in a block or a stretch would else have the reason of what came of it.
+std::string Tracer::ReasonFor(const SourceLine& line, std::string_view reason) const
+{
+    if (line.past == 0)
+        return std::string(reason);
+    const Past& past = pasts_[static_cast<std::size_t>(line.past) - 1];
+    if (past.span.first == past.span.last)
+        return std::string(reason);
+    const TracedStep& made = past.steps.front();
+    return Joined({made.name, ": ", made.text, ": ", reason});
 }
 
 void Tracer::DefineVariable(Family family, int slot, SourceLine& line)
@@ -93,7 +107,7 @@ void Tracer::Unused(const SourceLine& line, std::string_view reason, LinePart pa
 {
     Begin(line, part);
     is_open_ = false;
-    story_.reason = reason;
+    story_.reason = ReasonFor(line, reason);
     trace_.TakeUnused(story_);
 }
 
@@ -196,6 +210,7 @@ void Tracer::PutFile(std::string_view name, std::string_view content)
     const auto told = [&](int line) {
         return Joined({"line ", Decimal(line), " of ", name, ", as it is"});
     };
+    trace_.TakeSource(path);
     if (content.empty())
         return Note(kFileTextMark, Joined({name, " is empty"}), "");
     int line = 1;
@@ -287,7 +302,7 @@ void Tracer::Skip(const SourceLine& line, LinePart part, std::string_view reason
 {
     Begin(line, part);
     story_.line = story_.count = 0;
-    story_.reason = reason;
+    story_.reason = ReasonFor(line, reason);
     Emit();
 }
 

@@ -26,6 +26,8 @@ class Tracer {
 
     // While sources are read.
 
+    /// `file`: an absolute drive path.
+    void TellSource(std::string_view file) { trace_.TakeSource(file); }
     /// Keeps what happens to a line before it comes to a page; its text is the caller's to change.
     /// `name`, `text` and `after` are those of TracedStep.
     void Change(SourceLine& line, std::string_view name, std::string text, std::string_view after);
@@ -33,6 +35,8 @@ class Tracer {
     /// `before` is the stretch's text.
     void Replace(SourceLine& line, int first, std::string before, std::string_view name,
                  std::string text);
+    /// Of that stretch the last line alone is left, as it stands there.
+    void LeaveLastLine(SourceLine& line) { PastOf(line).is_last_alone = true; }
     /// Keeps what a line says of its pages or of the site: "sets the page's title".
     void NoteRole(SourceLine& line, std::string role);
     void DefineVariable(Family family, int slot, SourceLine& line);
@@ -113,9 +117,12 @@ class Tracer {
         std::string before;
         std::vector<TracedStep> steps;
         std::string role;
+        bool is_last_alone = false; // of the span its last line is left, and nothing else
     };
     Past& PastOf(SourceLine& line);
     Definition DefinitionAt(SourceLine& line);
+    /// A reason that holds for the line, as it is told for all the lines that it was made of.
+    std::string ReasonFor(const SourceLine& line, std::string_view reason) const;
     void Emit();
 
     Trace& trace_;

@@ -46,12 +46,13 @@ constexpr std::array kTopics = std::to_array<Topic>({
      "warning: TEXT, with the source line below; what has no place begins with kiv:. Past 50 "
      "warnings the others are counted. On a terminal the words are in colour, unless NO_COLOR is "
      "set. With --json: one object with the keys status, messages, error, files, written, launched "
-     "and warnings, and members, renamed, lines or result where there is one.\n\n"
+     "and warnings, and members, renamed, lines, findings, external, adoption or result where "
+     "there is one.\n\n"
      "Without --launch no program is started; the report lists what would have been. A dry run "
      "prints the renames and touches nothing; it fails where the renaming would."},
-    {"Exit status", "0 done; 1 a fatal error of the run; 2 a wrong call, nothing was touched; 3 "
-                    "there was a warning, "
-                    "and --strict was given."},
+    {"Exit status",
+     "0 done; 1 a fatal error of the run; 2 a wrong call, nothing was touched; 3 there was a "
+     "warning, and --strict was given, or check or encode --check found what it fails on."},
     {"Environment", kEnvironment},
     {"Files",
      "C:\\utils\\kiv_editpad.txt: the editor command. C:\\utils\\ftplist.txt: the upload list. "

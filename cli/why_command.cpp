@@ -79,6 +79,8 @@ void EnterSection(Workspace& workspace, const GivenValues& given, const std::str
 
 std::string Counted(int lines)
 {
+    if (lines == 0)
+        return "no lines";
     return lines == 1 ? "one line" : Decimal(lines) + " lines";
 }
 

@@ -14,7 +14,10 @@ BuildPacer::Advice BuildPacer::Rest()
 
 BuildPacer::Duration BuildPacer::RestAfter(std::chrono::nanoseconds look)
 {
-    return std::clamp(std::chrono::duration_cast<Duration>(250 * look), kQuiet, kLongest);
+    looks_[next_look_] = look;
+    next_look_ = (next_look_ + 1) % looks_.size();
+    const std::chrono::nanoseconds shortest = *std::ranges::min_element(looks_);
+    return std::clamp(std::chrono::duration_cast<Duration>(250 * shortest), kQuiet, kLongest);
 }
 
 BuildPacer::Advice BuildPacer::After(const SourceWatch::Sight& sight, Instant now)

@@ -62,7 +62,7 @@ Watcher::Tick Watcher::Look(Instant now)
     tick.build = advice.build;
     if (tick.build)
         repeated_ = 0;
-    tick.wait = sight.changed.empty() ? BuildPacer::RestAfter(took) : advice.wait;
+    tick.wait = sight.changed.empty() ? pacer_.RestAfter(took) : advice.wait;
     tick.sources = std::move(sight.changed);
     return tick;
 }

@@ -163,23 +163,31 @@ void StoryCollector::TakeUnused(const LineStory& story)
         TakeOfSource(story, false);
 }
 
-/// Chooses the source that fits best of those that the story has.
-void StoryCollector::ChooseSource(const LineStory& story)
+void StoryCollector::TakeSource(std::string_view file)
 {
-    const auto look_at = [&](std::string_view file) {
-        if (file.empty() || file == last_source_)
-            return;
-        last_source_ = file;
-        const std::string_view name = NameOf(file);
-        names_.emplace(name);
-        const Fit fit = FitOf(name, file);
-        if (fit > fit_)
-            Choose(fit, Stories::Kind::source, file, file);
-    };
+    if (takes_ == Takes::sources)
+        LookAt(file);
+}
+
+void StoryCollector::LookAtSources(const LineStory& story)
+{
     for (const SourceSpan& source : story.sources)
-        look_at(source.file);
+        LookAt(source.file);
     for (const TracedStep& step : story.steps)
-        look_at(step.from.file);
+        LookAt(step.from.file);
+}
+
+/// Chooses a source that fits better than those before.
+void StoryCollector::LookAt(std::string_view source)
+{
+    if (source.empty() || source == last_source_)
+        return;
+    last_source_ = source;
+    const std::string_view name = NameOf(source);
+    names_.emplace(name);
+    const Fit fit = FitOf(name, source);
+    if (fit > fit_)
+        Choose(fit, Stories::Kind::source, source, source);
 }
 
 /// Whether a line that is asked for went into the story, itself or as a definition.
@@ -199,7 +207,7 @@ bool StoryCollector::IsOfSource(const LineStory& story)
 /// Each pass of a build reads the sources again, and tells the same of what it does not use.
 void StoryCollector::TakeOfSource(const LineStory& story, bool is_on_page)
 {
-    ChooseSource(story);
+    LookAtSources(story);
     if (found_.kind == Stories::Kind::none || !IsOfSource(story))
         return;
     if (is_on_page || unused_.emplace(story.sources.front().first, story.reason).second)

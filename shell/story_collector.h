@@ -41,13 +41,15 @@ class StoryCollector : public Trace {
     bool BeginPage(const TracedPage& page) override;
     void TakeLine(const LineStory& story) override;
     void TakeUnused(const LineStory& story) override;
+    void TakeSource(std::string_view file) override;
 
   private:
     /// How well a file fits what was asked for.
     enum class Fit { none, stem, name, path };
     Fit FitOf(std::string_view name, std::string_view path) const;
     void Choose(Fit fit, Stories::Kind kind, std::string_view name, std::string_view path);
-    void ChooseSource(const LineStory& story);
+    void LookAtSources(const LineStory& story);
+    void LookAt(std::string_view source);
     bool IsOfSource(const LineStory& story);
     void TakeOfSource(const LineStory& story, bool is_on_page);
     bool IsAsked(int line, std::string_view text, std::string_view before) const;

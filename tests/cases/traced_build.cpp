@@ -1,5 +1,6 @@
 #include "tests/cases/traced_build.h"
 
+#include "blocks/dispatcher.h"
 #include "builder/trace.h"
 #include "platform/drive_path.h"
 #include "platform/drives.h"
@@ -7,6 +8,7 @@
 #include "platform/site_files.h"
 #include "platform/unwritten_files.h"
 #include "shell/builds.h"
+#include "shell/groups.h"
 #include "shell/workspace.h"
 #include "tests/support/folders.h"
 #include "tests/support/recorders.h"
@@ -113,7 +115,7 @@ class CheckingTrace : public Trace {
             if (!told_.contains(path))
                 faults_ << path << ": it was read, and nothing is told of it\n";
         for (const auto& [path, told] : told_)
-            for (std::size_t line = 1; line <= OnDisk(path).size(); ++line)
+            for (std::size_t line = 1; line <= LinesToTell(path); ++line)
                 if (!told.contains(static_cast<int>(line)))
                     faults_ << path << ", line " << line << ": nothing is told of it\n";
     }
@@ -137,6 +139,15 @@ class CheckingTrace : public Trace {
             return found->second;
         return sources_[path] =
                    LinesIn(disk_.FileExists(path) ? disk_.ReadFile(path) : std::string());
+    }
+
+    /// How many lines of a source are read at least, before the build or another section's writes
+    /// over it, or after.
+    std::size_t LinesToTell(const std::string& path)
+    {
+        const std::string* const content = written_.Content(path);
+        const std::size_t before = OnDisk(path).size();
+        return content == nullptr ? before : std::min(before, LinesIn(*content).size());
     }
 
     /// Whether a source has `text` where it should. A build may write over its own sources, which
@@ -205,14 +216,14 @@ class CheckingTrace : public Trace {
 
 class TracedBuild::Run {
   public:
-    Run(const fs::path& drive_c, std::string_view directory, bool eoy)
+    Run(const fs::path& drive_c, std::string_view directory, What what, bool eoy)
         : files_(MakeDriveFiles({{'C', TextOf(drive_c)}, {'Z', "/"}})), before_(ReadTree(drive_c))
     {
         workspace_.EoyEnabled = eoy;
         error_ = workspace_.Run([&] {
             workspace_.LookAt(directory);
             files_->TellLooksTo(&read_);
-            BuildUnwritten(workspace_, unwritten_, reporter_, trace_);
+            what == What::group ? BuildGroup() : Build();
         });
         files_->TellLooksTo(nullptr);
         trace_.ComparePages();
@@ -240,6 +251,34 @@ class TracedBuild::Run {
     }
 
   private:
+    void Build() { BuildUnwritten(workspace_, unwritten_, reporter_, trace_); }
+
+    /// As a build of the group goes from folder to folder.
+    void BuildGroup()
+    {
+        if (!unwritten_.FileExists(kGroupFile))
+            return;
+        workspace_.EoyEnabled = true;
+        const std::string folder = WithSeparator(unwritten_.CurrentDirectory());
+        const std::vector<std::string> entries = GroupEntries(unwritten_);
+        if (unwritten_.FileExists(kPageListFile) && unwritten_.FileExists(kTemplateFile))
+            BuildMember();
+        for (const std::string& entry : entries) {
+            unwritten_.ChangeDirectory(folder + entry);
+            BuildMember();
+        }
+    }
+
+    /// A build that is written remembers the last unknown tag for the next one.
+    void BuildMember()
+    {
+        Build();
+        for (const std::string_view text : reporter_.shown)
+            if (text.ends_with(kUnknownTagWarning))
+                workspace_.memory.blocks.last_unknown_tag =
+                    text.substr(0, text.size() - kUnknownTagWarning.size());
+    }
+
     std::unique_ptr<Drives> files_;
     FrozenClock clock_{{2004, 3, 5, 14, 7, 9}};
     HeldClipboard clipboard_;
@@ -260,12 +299,16 @@ TracedBuild::TracedBuild(const Case& one, const fs::path& drive_c)
 {
     std::vector<std::string> arguments = one.arguments;
     const bool eoy = std::erase(arguments, "--eoy") > 0;
-    if (arguments.size() == 2 && arguments[0] == "build" && HasDrive(arguments[1]))
-        run_ = std::make_unique<Run>(drive_c, arguments[1], eoy);
+    if (arguments.size() != 2 || !HasDrive(arguments[1]))
+        return;
+    if (arguments[0] == "build")
+        run_ = std::make_unique<Run>(drive_c, arguments[1], What::section, eoy);
+    else if (arguments[0] == "group")
+        run_ = std::make_unique<Run>(drive_c, arguments[1], What::group, eoy);
 }
 
-TracedBuild::TracedBuild(const std::string& section, bool eoy, const fs::path& drive_c)
-    : run_(std::make_unique<Run>(drive_c, section, eoy))
+TracedBuild::TracedBuild(const std::string& section, What what, const fs::path& drive_c)
+    : run_(std::make_unique<Run>(drive_c, section, what, false))
 {
 }
 

@@ -15,10 +15,12 @@ namespace kiv::test {
 /// line that nothing is told of.
 class TracedBuild {
   public:
-    /// `drive_c`: the case's own. Only calls of "build" are traced.
+    enum class What { section, group };
+
+    /// `drive_c`: the case's own. Only calls of "build" and "group" are traced.
     TracedBuild(const Case& one, const std::filesystem::path& drive_c);
-    /// A section, a drive path, with the New Year text on or off.
-    TracedBuild(const std::string& section, bool eoy, const std::filesystem::path& drive_c);
+    /// A section, a drive path, or the group whose list it holds.
+    TracedBuild(const std::string& section, What what, const std::filesystem::path& drive_c);
     ~TracedBuild();
 
     /// What is wrong, also beside what the real build said and wrote; "" when nothing is. `files`

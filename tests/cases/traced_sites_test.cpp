@@ -54,7 +54,7 @@ std::vector<std::string> Texts(const Json& list)
 
 std::string Differences(const fs::path& drive, const std::string& section)
 {
-    const TracedBuild traced(section, false, drive);
+    const TracedBuild traced(section, TracedBuild::What::section, drive);
     std::istringstream in;
     std::ostringstream out;
     std::ostringstream err;

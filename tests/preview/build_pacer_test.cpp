@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace kiv {
 namespace {
 
@@ -70,13 +72,32 @@ TEST_F(Pacing, AChangeThatIsTakenBackIsForgotten)
     EXPECT_FALSE(Builds(milliseconds(200), Moving()));
 }
 
+/// Looks one after the other, in microseconds, and the rest after the last one.
+struct LooksRow {
+    std::vector<int> looks;
+    milliseconds rest;
+};
+
 TEST(BuildPacer, LooksAreRarerWhereTheyTakeLonger)
 {
-    using std::chrono::microseconds;
-    EXPECT_EQ(BuildPacer::RestAfter(microseconds(10)), milliseconds(200));
-    EXPECT_EQ(BuildPacer::RestAfter(microseconds(800)), milliseconds(200));
-    EXPECT_EQ(BuildPacer::RestAfter(microseconds(2000)), milliseconds(500));
-    EXPECT_EQ(BuildPacer::RestAfter(microseconds(90'000)), milliseconds(1000));
+    const LooksRow rows[] = {
+        {{10, 10, 10}, milliseconds(200)},
+        {{800, 800, 800}, milliseconds(200)},
+        {{2000, 2000, 2000}, milliseconds(500)},
+        {{90'000, 90'000, 90'000}, milliseconds(800)},
+        {{90'000}, milliseconds(200)},               // one says nothing yet
+        {{90'000, 90'000}, milliseconds(200)},       // nor do two
+        {{10, 90'000, 90'000}, milliseconds(200)},   // interrupted twice
+        {{10, 2000, 2400, 2200}, milliseconds(500)}, // the files have become more
+        {{2000, 2000, 2000, 10}, milliseconds(200)}, // and fewer
+    };
+    for (const LooksRow& row : rows) {
+        BuildPacer pacer;
+        BuildPacer::Duration rest{};
+        for (const int look : row.looks)
+            rest = pacer.RestAfter(std::chrono::microseconds(look));
+        EXPECT_EQ(rest, row.rest) << testing::PrintToString(row.looks);
+    }
 }
 
 } // namespace

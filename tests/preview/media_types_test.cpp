@@ -19,6 +19,13 @@ TEST(MediaTypes, ByTheExtensionInAnyCase)
     EXPECT_EQ(MediaTypeOf("_toc.txt").shown, ShownAs::text);
 }
 
+TEST(MediaTypes, WhateverAPageMayBeCalledIsKnown)
+{
+    for (const std::string_view name :
+         {"a.asp", "a.html", "a.htm", "a.ram", "a.xml", "a.txt", "a.asx", "a.asf"})
+        EXPECT_NE(MediaTypeOf(name).type, "application/octet-stream") << name;
+}
+
 TEST(MediaTypes, WhatIsNotKnownIsKept)
 {
     for (const std::string_view name : {"", "a", "a.", "a.qqq", "htm", "a.htm.bak"})
