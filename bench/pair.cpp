@@ -130,10 +130,14 @@ double Quantile(std::vector<double> values, double part)
         std::lround(part * static_cast<double>(values.size() - 1)))];
 }
 
+/// The rows are those of a table in Markdown, to be put into a text as they are.
 void PrintHeader()
 {
-    std::printf("%-18s %10s %10s %10s %10s %9s %13s %8s %11s\n", "", "A wall ms", "A cpu ms",
-                "B wall ms", "B cpu ms", "A:B wall", "quartiles", "A:B cpu", "A peak KiB");
+    std::printf("| %-14s | %9s | %8s | %9s | %8s | %8s | %-12s | %7s | %10s |\n", "", "A wall ms",
+                "A cpu ms", "B wall ms", "B cpu ms", "A:B wall", "quartiles", "A:B cpu",
+                "A peak KiB");
+    std::printf("|----------------|-----------|----------|-----------|----------|----------|"
+                "--------------|---------|------------|\n");
 }
 
 void PrintRow(const Call& call)
@@ -146,9 +150,10 @@ void PrintRow(const Call& call)
     std::vector<double> ratios;
     for (std::size_t i = 0; i < call.a.runs.size(); ++i)
         ratios.push_back(call.a.runs[i].wall_ms / call.b.runs[i].wall_ms);
-    std::printf("%-18s %10.2f %10.2f %10.2f %10.2f %9.2f   %4.2f to %4.2f %8.2f %11ld\n",
-                call.label.c_str(), a_wall, a_cpu, b_wall, b_cpu, a_wall / b_wall,
-                Quantile(ratios, 0.25), Quantile(ratios, 0.75), a_cpu / b_cpu, peak);
+    std::printf(
+        "| %-14s | %9.2f | %8.2f | %9.2f | %8.2f | %8.2f | %4.2f to %4.2f | %7.2f | %10ld |\n",
+        call.label.c_str(), a_wall, a_cpu, b_wall, b_cpu, a_wall / b_wall, Quantile(ratios, 0.25),
+        Quantile(ratios, 0.75), a_cpu / b_cpu, peak);
 }
 
 void RunPairs(Call& call)

@@ -21,6 +21,8 @@ constexpr std::string_view kFirst = "!$?@%<{}";
 Triggers TagTrigger(std::string_view rest)
 {
     switch (rest.size() > 1 ? rest[1] : '\0') {
+    case 'z':
+        return rest.starts_with("<zu") ? kBlockTag : 0U;
     case 's':
     case 'S':
         return StartsWithNoCase(rest, "<style>") ? kStyle : 0U;
@@ -106,27 +108,33 @@ Triggers StartTriggers(std::string_view line)
 }
 
 constexpr std::size_t kBlock = 16;
+constexpr std::size_t kStretch = 64; // as many as a set of marks has room for
 
-/// The bytes of a block that are in kFirst, a bit a byte, the first byte's the lowest.
+/// The bytes of a block that are one of some characters, a bit a byte, the first byte's the lowest.
 #ifdef __SSE2__
-unsigned FirstsIn(const char* block)
+unsigned FindIn(const char* block, std::string_view characters)
 {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block));
     __m128i found = _mm_setzero_si128();
-    for (const char c : kFirst)
+    for (const char c : characters)
         found = _mm_or_si128(found, _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)));
     return static_cast<unsigned>(_mm_movemask_epi8(found));
 }
 #else
-unsigned FirstsIn(const char* block)
+unsigned FindIn(const char* block, std::string_view characters)
 {
     unsigned found = 0;
     for (std::size_t i = 0; i < kBlock; ++i)
-        for (const char c : kFirst)
+        for (const char c : characters)
             found |= static_cast<unsigned>(block[i] == c) << i;
     return found;
 }
 #endif
+
+unsigned FirstsIn(const char* block)
+{
+    return FindIn(block, kFirst);
+}
 
 } // namespace
 
@@ -154,6 +162,59 @@ Triggers ScanLine(std::string_view line)
         add_block(0, FirstsIn(rest.data()));
     }
     return triggers;
+}
+
+std::string_view LineScanner::Next(Triggers& triggers)
+{
+    Triggers found = 0;
+    std::size_t end = npos;
+    std::uint64_t marks = marks_;
+    while (end == npos && (marks != 0 || seen_ < text_.size())) {
+        if (marks == 0) {
+            marks = MarksAt(seen_);
+            seen_ += kStretch;
+        }
+        const std::size_t from = seen_ - kStretch;
+        for (; marks != 0 && end == npos; marks &= marks - 1) {
+            const std::size_t at = from + static_cast<std::size_t>(std::countr_zero(marks));
+            if (text_[at] == '\n')
+                end = at;
+            else // no trigger goes past the end of its line
+                found |= HeadTrigger(text_.substr(at));
+        }
+    }
+    marks_ = marks;
+    const std::string_view line = Cut(end);
+    next_ = end == npos ? text_.size() : end + 1;
+    triggers = line.empty() ? found : found | StartTriggers(line);
+    return line;
+}
+
+std::uint64_t LineScanner::MarksAt(std::size_t from) const
+{
+    constexpr std::string_view kMarks = "!$?@%<{}\n";
+    static_assert(kMarks.substr(0, kFirst.size()) == kFirst);
+    const char* stretch = text_.data() + from;
+    std::array<char, kStretch> last{};
+    if (from + kStretch > text_.size()) {
+        text_.copy(last.data(), kStretch, from);
+        stretch = last.data();
+    }
+    std::uint64_t marks = 0;
+    for (std::size_t block = 0; block < kStretch; block += kBlock)
+        marks |= std::uint64_t{FindIn(stretch + block, kMarks)} << block;
+    return marks;
+}
+
+/// The line that begins at `next_` and ends before `end`, or with the text.
+std::string_view LineScanner::Cut(std::size_t end) const
+{
+    if (end == npos)
+        return text_.substr(next_);
+    std::string_view line = text_.substr(next_, end - next_);
+    if (line.ends_with('\r'))
+        line.remove_suffix(1);
+    return line;
 }
 
 } // namespace kiv

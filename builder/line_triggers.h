@@ -2,6 +2,7 @@
 // it at all.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -26,13 +27,39 @@ enum Trigger : std::uint32_t {
     kMeta = 1U << 12,      // holds "<META NAME=" (template lines)
     kPosition = 1U << 13,  // first and third character are "=" (template lines)
     kFileText = 1U << 14,  // begins with "!++" (body lines)
+    kBlockTag = 1U << 17,  // holds "<zu" (the page list alone)
     kTemplateOnly = kMeta | kPosition,
     kBodyOnly = kFileText,
+    kMerged = kBlockTag - 1, // all but what is done with when lines have been read
 };
 
 using Triggers = std::uint32_t;
 
 /// The triggers of a line.
 Triggers ScanLine(std::string_view line);
+
+/// Goes through a text line by line. One look at each of its characters finds both the end of a
+/// line and what it holds. LF ends a line and a CR right before it goes with it; a last line needs
+/// no end.
+class LineScanner {
+  public:
+    LineScanner() = default;
+    explicit LineScanner(std::string_view text) : text_(text) {}
+
+    /// What no line was taken from yet.
+    std::string_view Rest() const { return text_.substr(next_); }
+    bool AtEnd() const { return next_ == text_.size(); }
+    /// Takes the next line, which there must be; `triggers` become its own.
+    std::string_view Next(Triggers& triggers);
+
+  private:
+    std::uint64_t MarksAt(std::size_t from) const;
+    std::string_view Cut(std::size_t end) const;
+
+    std::string_view text_;
+    std::size_t next_ = 0;    // where the next line begins
+    std::size_t seen_ = 0;    // how far the text was looked at
+    std::uint64_t marks_ = 0; // of the last stretch: what was not taken of it yet, a bit a byte
+};
 
 } // namespace kiv

@@ -94,6 +94,8 @@ void PageListParser::TakeDirective(SourceLine& line)
             build_.tracer->Change(line, Trim(taken.word),
                                   "taken for the page; the line stays, empty", text);
     }
+    if (text.empty())
+        line.triggers = 0;
     line.text = text;
 }
 

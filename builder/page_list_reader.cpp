@@ -32,15 +32,6 @@ bool IsStop(std::string_view line)
     return line.starts_with('@') && StartsWithNoCase(line, kStopMark);
 }
 
-/// Whether a "<zu" stands in the line. Many lines hold a "<", few a "z".
-bool HoldsBlockTag(std::string_view line)
-{
-    for (std::size_t z = line.find('z'); z != npos; z = line.find('z', z + 1))
-        if (z > 0 && line[z - 1] == '<' && line.substr(z + 1).starts_with('u'))
-            return true;
-    return false;
-}
-
 /// The block tag of a line, as far as it goes.
 std::string_view TagOf(std::string_view line)
 {
@@ -107,7 +98,7 @@ bool PageListReader::TakeLineOf(SourceFile& list, SourceLine line)
     if (line.text.starts_with('+') && line.text.starts_with("++"))
         return Include(list, FromChar(line.text, 3));
     ++state_.SourceLineCount;
-    if (HoldsBlockTag(line.text))
+    if ((line.triggers & kBlockTag) != 0)
         ExpandBlock(list, line, zuloop);
     state_.SourceLines[state_.SourceLineCount] = line;
     return true;
@@ -154,7 +145,7 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, SourceLine line)
         return false;
     if (IsYearEnd(line.text)) {
         if (build_.options.EoyEnabled) {
-            line.text = {};
+            line = source.Here({});
             source.TellMade(line, line.line, kYearEndMark,
                             "the New Year text is on; the mark leaves an empty line");
         } else if (!SkipYearEndOf(source, line)) {
@@ -166,7 +157,7 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, SourceLine line)
         return true;
     }
     ++state_.SourceLineCount;
-    if (HoldsBlockTag(line.text)) {
+    if ((line.triggers & kBlockTag) != 0) {
         if (Contains(line.text, "<zutab"))
             ExpandBlock(source, line, zutabtable2);
         else
@@ -179,12 +170,15 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, SourceLine line)
 
 void PageListReader::AddPrefix(SourceLine& line)
 {
+    if (prefix_.empty())
+        return;
     const std::string_view text = state_.sources.Prefixed(prefix_, line.text);
-    if (build_.tracer && !prefix_.empty()) [[unlikely]]
+    if (build_.tracer) [[unlikely]]
         build_.tracer->Change(line, prefix_,
                               Joined({"stands before every included line since ", prefix_, "++"}),
                               text);
     line.text = text;
+    line.triggers = ScanLine(text);
 }
 
 /// Skips from a "@@stop" line on to what follows "@@start", which becomes `line`. A "@@start" that

@@ -47,7 +47,7 @@ TemplatePieces Prepare(const TemplateSection& section, int count, bool each_by_i
         const SourceLine& line = section[i];
         if (line.text.empty() && (!each_by_itself || line.file.empty()))
             continue;
-        const Triggers triggers = ScanLine(line.text) & ~kBodyOnly;
+        const Triggers triggers = line.triggers & kMerged & ~kBodyOnly;
         if (triggers != 0 || each_by_itself) {
             pieces.push_back({{}, line, triggers});
             continue;
@@ -342,7 +342,7 @@ void PageWriter::WriteLinesOfBody()
     int number = 3;
     for (; lines[number].text != kEndMarker; ++number) {
         const SourceLine& line = lines[number];
-        const Triggers triggers = ScanLine(line.text) & ~kTemplateOnly;
+        const Triggers triggers = line.triggers & kMerged & ~kTemplateOnly;
         if (line_.tracer != nullptr) [[unlikely]]
             line_.tracer->Begin(line, LinePart::body);
         if (triggers == 0) {

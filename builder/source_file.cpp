@@ -18,7 +18,7 @@ bool SourceFile::Open(std::string_view path)
     Sources& sources = build_.state.sources;
     name_ = sources.Keep(AbsolutePath(path, files.CurrentDirectory()));
     content_ = sources.Keep(files.ReadFile(path));
-    rest_ = content_;
+    lines_ = LineScanner(content_);
     sources.AddFile(name_);
     if (build_.tracer) [[unlikely]]
         build_.tracer->TellSource(name_);
@@ -47,18 +47,19 @@ SourceLine SourceFile::NextLine()
     if (AtEnd())
         throw RunError(ErrorKind::end_of_file, "read past the end of " + std::string(name_));
     if (build_.tracer)
-        starts_.push_back(content_.size() - rest_.size());
-    const std::string_view line = TakeLine(rest_);
+        starts_.push_back(content_.size() - lines_.Rest().size());
+    Triggers triggers = 0;
+    const std::string_view text = lines_.Next(triggers);
     ++line_;
     build_.state.place = {name_, line_, {}};
-    return Here(line);
+    return {text, name_, line_, triggers};
 }
 
 std::string SourceFile::LinesText(int first, int last) const
 {
     const bool is_read = first <= line_;
     std::string_view content =
-        is_read ? content_.substr(starts_[static_cast<std::size_t>(first) - 1]) : rest_;
+        is_read ? content_.substr(starts_[static_cast<std::size_t>(first) - 1]) : lines_.Rest();
     std::string lines;
     for (int number = first; number <= last && !content.empty(); ++number) {
         if (number > first)
@@ -83,7 +84,7 @@ void SourceFile::TellUnusedBefore(int first, std::string_view reason) const
 void SourceFile::TellRest(std::string_view reason) const
 {
     int last = line_;
-    for (std::string_view rest = rest_; build_.tracer && !rest.empty(); TakeLine(rest))
+    for (std::string_view rest = lines_.Rest(); build_.tracer && !rest.empty(); TakeLine(rest))
         ++last;
     if (last > line_)
         build_.tracer->Unused({name_, line_ + 1, last}, LinesText(line_ + 1, last), reason);

@@ -37,14 +37,14 @@ class SourceFile : public LineSource {
     {
         if (!is_open_)
             RefuseClosed();
-        return rest_.empty();
+        return lines_.AtEnd();
     }
     /// Throws `end-of-file` past the last line, `file` when no file is open.
     SourceLine NextLine();
     std::string_view Next() override { return NextLine().text; }
 
     /// `text` in the place of the line last read.
-    SourceLine Here(std::string_view text) const { return {text, name_, line_}; }
+    SourceLine Here(std::string_view text) const { return {text, name_, line_, ScanLine(text)}; }
 
     // For the trace; they do nothing where nobody asks.
 
@@ -65,7 +65,7 @@ class SourceFile : public LineSource {
 
     Build& build_;
     std::string_view content_; // of the whole file
-    std::string_view rest_;
+    LineScanner lines_;
     std::string_view name_; // absolute drive path
     int line_ = 0;          // that was read last, 1-based
     bool is_open_ = false;

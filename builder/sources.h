@@ -1,6 +1,7 @@
 // The texts of a build and where their lines come from.
 #pragma once
 
+#include "builder/line_triggers.h"
 #include "text/windows1252.h"
 
 #include <deque>
@@ -17,6 +18,7 @@ struct SourceLine {
     std::string_view text;
     std::string_view file; // absolute drive path, which Sources keeps as well
     int line = 0;          // 1-based
+    Triggers triggers = 0; // of the text: whoever changes that has it looked through again
     int past = 0;          // in the tracer: what was done to it already; 0: nothing, or nobody asks
 };
 

@@ -165,6 +165,8 @@ void TemplateReader::TakeIncludedLine(const SourceFile& source, SourceLine line)
     if (build_.tracer && !prefix_.empty()) [[unlikely]]
         build_.tracer->Change(line, prefix_, "stands before every line of this include", text);
     line.text = text;
+    if (!prefix_.empty())
+        line.triggers = ScanLine(text);
     Section()[++counter_] = line;
 }
 

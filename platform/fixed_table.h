@@ -32,7 +32,7 @@ class FixedTable {
     {
         const std::size_t slot = Slot(index);
         if (slot >= entries_.size())
-            entries_.resize(slot + 1);
+            GrowTo(slot);
         return entries_[slot];
     }
 
@@ -48,6 +48,15 @@ class FixedTable {
         if (index < Low || index > High)
             Refuse(index);
         return static_cast<std::size_t>(index - Low);
+    }
+
+    /// Apart from what only looks. Most tables are filled in order.
+    void GrowTo(std::size_t slot)
+    {
+        if (slot == entries_.size())
+            entries_.emplace_back();
+        else
+            entries_.resize(slot + 1);
     }
 
     /// Apart from Slot, which is called for every line and so must be short.

@@ -12,8 +12,6 @@ namespace kiv {
 
 namespace {
 
-using SteadyClock = std::chrono::steady_clock;
-
 // To start a thread takes as long as to write one or two pages: a small build is done before that
 // is worth while. On a slow disk it is from the second page on.
 constexpr auto kWorthwhile = std::chrono::milliseconds(1);
@@ -99,10 +97,11 @@ void PageQueue::WriteAtOnce(const OutputFile& file, const std::string& bytes)
 {
     PutAll();
     ThrowFailure();
-    const SteadyClock::time_point start = SteadyClock::now();
+    const WaitWatch watch;
     files_.Commit(file, bytes);
-    written_at_once_ += SteadyClock::now() - start;
-    workers_.ExpectPace(written_at_once_ / ++count_at_once_);
+    written_at_once_ += watch.Elapsed();
+    waited_at_once_ += watch.Waited();
+    workers_.ExpectPace(waited_at_once_ / ++count_at_once_);
 }
 
 void PageQueue::MakeRoom(std::size_t bytes)
@@ -208,6 +207,7 @@ void PageQueue::End()
     buffers_.clear();
     is_wary_ = false;
     written_at_once_ = {};
+    waited_at_once_ = {};
     count_at_once_ = 0;
     if (const std::exception_ptr failure = std::exchange(failure_, nullptr))
         std::rethrow_exception(failure);

@@ -71,6 +71,7 @@ class PageQueue {
     std::vector<std::string> buffers_;        // to be used again
     std::exception_ptr failure_;
     PageWorkers::Duration written_at_once_{}; // how long that took
+    PageWorkers::Duration waited_at_once_{};  // and waited
     int count_at_once_ = 0;
     bool is_wary_ = false;
     bool is_putting_ = false;

@@ -13,13 +13,12 @@ namespace kiv {
 
 namespace {
 
-using SteadyClock = std::chrono::steady_clock;
-
 // As many as keep a disk busy that answers a call in a millisecond: of the four or five calls for a
 // page one is made by whoever puts it in its place.
 constexpr std::size_t kMostThreads = 8;
 constexpr std::size_t kMostGiven = 64;
-// No disk of the machine's own takes as long for a page; who waits so long waits for another one.
+// Nobody waits as long for a disk of the machine's own that is awake. Where every page waits so
+// long, it is for a server, or for a disk that has many to serve.
 constexpr auto kSlow = std::chrono::microseconds(250);
 constexpr int kRemembered = 8; // pages; each new one counts for one in so many
 
@@ -112,11 +111,11 @@ void PageWorkers::TakeOne(Lock& lock)
         jobs_.pop_front();
         ++in_work_;
         lock.unlock();
-        const SteadyClock::time_point start = SteadyClock::now();
+        const WaitWatch watch;
         job.draft->Prepare();
-        const Duration took = SteadyClock::now() - start;
+        const Duration waited = watch.Waited();
         lock.lock();
-        pace_ += (took - pace_) / kRemembered;
+        pace_ += (waited - pace_) / kRemembered;
         --in_work_;
         job.is_ready.store(true, std::memory_order_release);
         if (is_awaited_)

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "platform/page_draft.h"
+#include "platform/process.h"
 
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <mutex>
@@ -32,20 +34,39 @@ struct PageJob {
     std::atomic<bool> is_ready = false; // no thread works on it any more
 };
 
+/// How long a thread waits in what it does, from here on. Whoever works all the time, or stands
+/// back for other programs, does not wait: more threads would be of no use to him.
+class WaitWatch {
+  public:
+    using Clock = std::chrono::steady_clock;
+
+    WaitWatch() : waits_(WaitsOfThread()), start_(Clock::now()) {}
+    Clock::duration Elapsed() const { return Clock::now() - start_; }
+    /// The whole time since, or none when there was nothing to wait for.
+    Clock::duration Waited() const
+    {
+        return WaitsOfThread() == waits_ ? Clock::duration() : Elapsed();
+    }
+
+  private:
+    std::uint64_t waits_;
+    Clock::time_point start_;
+};
+
 /// All calls but for the threads' own come from one thread, which takes part in the work when it
 /// would only wait. Threads are started when there is more to do than those that are there can
-/// take: one for each processor as long as it is work, and more when each page takes so long that
-/// the disk must be what they wait for.
+/// take: one for each processor as long as it is work, and more when the disk is what they wait
+/// for.
 class PageWorkers {
   public:
-    using Duration = std::chrono::steady_clock::duration;
+    using Duration = WaitWatch::Clock::duration;
 
     explicit PageWorkers(const ThreadLimits& limits) : limits_(limits) {}
     PageWorkers(const PageWorkers&) = delete;
     PageWorkers& operator=(const PageWorkers&) = delete;
     ~PageWorkers();
 
-    /// How long a page takes, by what is known before the first job.
+    /// How long a page waits, by what is known before the first job.
     void ExpectPace(Duration page);
     /// Has a page prepared. The job stays where it is until it is ready or canceled.
     void Add(PageJob& job);
@@ -78,7 +99,7 @@ class PageWorkers {
     std::deque<PageJob*> jobs_;
     std::vector<std::unique_ptr<PageDraft>> discarded_;
     std::size_t in_work_ = 0;
-    Duration pace_{}; // of the last pages
+    Duration pace_{}; // for how long the last pages waited
     bool is_awaited_ = false;
     bool is_ending_ = false;
 };

@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace kiv {
@@ -18,6 +19,17 @@ void PrepareProcess()
         }
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
+}
+
+std::uint64_t WaitsOfThread()
+{
+#ifdef RUSAGE_THREAD
+    rusage used{};
+    if (::getrusage(RUSAGE_THREAD, &used) == 0)
+        return static_cast<std::uint64_t>(used.ru_nvcsw);
+#endif
+    thread_local std::uint64_t calls = 0;
+    return ++calls;
 }
 
 } // namespace kiv

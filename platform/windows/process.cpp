@@ -7,4 +7,10 @@ void PrepareProcess()
     // Windows ends no process for a stream or a file, and gives no file a stream's number.
 }
 
+std::uint64_t WaitsOfThread()
+{
+    thread_local std::uint64_t calls = 0;
+    return ++calls;
+}
+
 } // namespace kiv

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <gmock/gmock.h>
+#include <thread>
 #include <vector>
 
 namespace kiv {
@@ -264,6 +265,21 @@ TEST_F(HandedPages, TheUserMaySayHowManyThreadsThereAre)
         EXPECT_EQ(ThreadLimits::From(nothing).most, 8U) << nothing;
         EXPECT_FALSE(ThreadLimits::From(nothing).is_given) << nothing;
     }
+}
+
+// More threads than processors are for those who wait, not for those who work.
+TEST_F(HandedPages, OnlyWhoWaitsForSomethingIsSaidToWait)
+{
+    constexpr std::chrono::milliseconds kRest(2);
+    const WaitWatch rested;
+    std::this_thread::sleep_for(kRest);
+    EXPECT_GE(rested.Waited(), kRest);
+#ifdef __linux__ // elsewhere nobody counts
+    const WaitWatch worked;
+    while (worked.Elapsed() < kRest) {
+    }
+    EXPECT_EQ(worked.Waited(), WaitWatch::Clock::duration());
+#endif
 }
 
 TEST_F(HandedPages, ALogIsToldOfEachWhenItStandsInItsPlace)
