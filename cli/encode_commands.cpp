@@ -2,6 +2,7 @@
 #include "cli/commands.h"
 #include "cli/report.h"
 #include "cli/shown_path.h"
+#include "shell/encoding_words.h"
 #include "shell/encodings.h"
 #include "shell/workspace.h"
 #include "text/joined_text.h"
@@ -13,32 +14,13 @@ namespace {
 constexpr std::string_view kUtf8Word = "utf-8";
 constexpr std::string_view kWindowsWord = "1252";
 
-/// What becomes of a source, in words.
-std::string Words(const EncodingChange& change)
-{
-    if (change.is_taken_back)
-        return ": as it was before";
-    std::string words;
-    const auto add = [&](const std::string& more) {
-        Append(words, {words.empty() ? ": " : ", ", more});
-    };
-    if (change.references > 0)
-        add(std::to_string(change.references) +
-            (change.references == 1 ? " reference" : " references"));
-    if (change.lost_mark)
-        add("without its byte order mark");
-    if (change.declarations > 0)
-        add("declares it");
-    return words;
-}
-
 std::string ChangesText(NativePaths& paths, const EncodingResult& result)
 {
     const std::string shell = ShellFolder(paths, "");
     std::string text;
     for (const EncodingChange& change : result.changes)
-        Append(text,
-               {"  ", SeenFrom(shell, NativeOrDrive(paths, change.path)), Words(change), "\n"});
+        Append(text, {"  ", SeenFrom(shell, NativeOrDrive(paths, change.path)),
+                      EncodingChangeWords(change), "\n"});
     return text;
 }
 

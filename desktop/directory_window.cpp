@@ -6,7 +6,7 @@
 #include "desktop/path_field.h"
 #include "desktop/qt_text.h"
 #include "shell/folder_view.h"
-#include "shell/outside_programs.h"
+#include "shell/rename_looks.h"
 #include "shell/typed_folder.h"
 #include "shell/workspace.h"
 
@@ -205,8 +205,7 @@ QLayout* DirectoryWindow::MakeButtons()
     buttons->addWidget(cancel);
 
     connect(choose, &QPushButton::clicked, this, &DirectoryWindow::PressChoose);
-    connect(lower_case, &QPushButton::clicked, this,
-            [this] { desk().Run([this] { LowerCaseNamesOf(workspace(), selected_); }); });
+    connect(lower_case, &QPushButton::clicked, this, &DirectoryWindow::PressLowerCase);
     connect(add_jump, &QPushButton::clicked, this,
             [this] { desk().Run([this] { TellAddedJump(workspace(), selected_); }); });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -259,6 +258,17 @@ void DirectoryWindow::GoToPath(const std::string& typed)
     } catch (const RunError& error) {
         desk().ShowMessage(ErrorText(error));
     }
+}
+
+void DirectoryWindow::PressLowerCase()
+{
+    const std::string folder = selected_;
+    const auto run = [this, folder] { LowerCaseAndTell(workspace(), folder); };
+    if (IsRoot(folder))
+        desk().LookFirst(kLowerCase.caption, {.renamer = Renamer::lower_case, .folder = folder},
+                         run);
+    else
+        desk().Run(run);
 }
 
 void DirectoryWindow::PressChoose()

@@ -40,6 +40,7 @@ class DirectoryWindow : public SideWindow {
     void Select(const std::string& folder);
     void GoToPath(const std::string& typed);
     void PressChoose();
+    void PressLowerCase();
 
     std::string folder_;   // that the list of folders shows, an absolute path
     std::string selected_; // in that list, an absolute path

@@ -1,20 +1,13 @@
 #include "desktop/main_window.h"
 
 #include "desktop/command_controls.h"
-#include "desktop/conversion_window.h"
-#include "desktop/dimension_window.h"
-#include "desktop/directory_window.h"
 #include "desktop/editor_offer.h"
 #include "desktop/first_steps_pane.h"
 #include "desktop/folder_drop.h"
-#include "desktop/help_window.h"
 #include "desktop/live_preview.h"
 #include "desktop/message_box.h"
-#include "desktop/news_window.h"
 #include "desktop/path_row.h"
 #include "desktop/qt_text.h"
-#include "desktop/rename_look_window.h"
-#include "desktop/rename_window.h"
 #include "desktop/status_area.h"
 #include "desktop/window_place.h"
 #include "desktop/work_guard.h"
@@ -37,6 +30,8 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace kiv {
 
 namespace {
@@ -45,18 +40,6 @@ namespace {
 constexpr int kFirstWidth = 900;
 constexpr int kFirstHeight = 640;
 constexpr QSize kFrame(8, 40);
-
-/// The one window of its kind, made when it is first wanted.
-template <typename Window>
-Window& OneOf(MainWindow& main_window)
-{
-    auto* window = main_window.findChild<Window*>(QString(), Qt::FindDirectChildrenOnly);
-    if (window == nullptr) {
-        window = new Window(main_window, &main_window);
-        new WindowPlace(window);
-    }
-    return *window;
-}
 
 } // namespace
 
@@ -70,7 +53,7 @@ MainWindow::MainWindow(const Surroundings& around)
       work_(new WorkPane(*this, around.drives, controls_->Letters(), this)),
       guard_(new WorkGuard(
           status_->StopButton(), [this] { AskToStop(false); }, this)),
-      live_(std::make_unique<LivePreview>(around.drives, workspace_))
+      side_windows_(*this, this), live_(std::make_unique<LivePreview>(around.drives, workspace_))
 {
     setObjectName(QStringLiteral("MainWindow"));
     setWindowTitle(QStringLiteral("kiv"));
@@ -172,15 +155,16 @@ void MainWindow::Choose(const Command& command, std::size_t index)
         else
             RunCommand(workspace_, command, index);
     };
-    if (command.looks_at) {
-        OneOf<RenameLookWindow>(*this).OpenFor(command);
+    if (WantsLook(command, workspace_)) {
+        LookFirst(command.caption, {*command.looks_at},
+                  [this, &command, index] { RunCommand(workspace_, command, index); });
         return;
     }
     if (command.Runs() && !Run(run))
         return;
     if (!command.done.empty() && !status_->HasTold())
         status_->Status(command.done);
-    Open(command.opens, command.mode);
+    Open(command);
 }
 
 bool MainWindow::Perform(const std::function<void()>& command, Warnings warnings)
@@ -194,8 +178,7 @@ bool MainWindow::Perform(const std::function<void()>& command, Warnings warnings
     live_->Follow();
     toggler(true);
     Refresh();
-    for (SideWindow* const window : findChildren<SideWindow*>(Qt::FindDirectChildrenOnly))
-        window->Refresh();
+    side_windows_.Refresh();
     if (warnings == Warnings::replaced)
         work_->FollowCommand(reporter_.Warnings(), error, !is_quiet_);
     if (error)
@@ -251,10 +234,15 @@ void MainWindow::toggler(bool on)
         had_focus_ = QApplication::focusWidget();
     controls_->toggler(on);
     work_->setEnabled(on);
-    for (SideWindow* const window : findChildren<SideWindow*>(Qt::FindDirectChildrenOnly))
-        window->setEnabled(on);
+    side_windows_.SetEnabled(on);
     if (on && had_focus_ != nullptr)
         had_focus_->setFocus();
+}
+
+void MainWindow::LookFirst(std::string_view caption, const RenameTask& task,
+                           std::function<void()> run)
+{
+    side_windows_.LookFirst(caption, task, std::move(run));
 }
 
 void MainWindow::ShowMessage(std::string_view text)
@@ -277,29 +265,11 @@ void MainWindow::TellError(const RunError& error)
     ShowErrorBox(this, error);
 }
 
-void MainWindow::Open(Opens what, std::string_view mode)
+void MainWindow::Open(const Command& command)
 {
-    switch (what) {
-    case Opens::nothing:
-        break;
-    case Opens::directories:
-        OneOf<DirectoryWindow>(*this).BringUp();
-        break;
-    case Opens::renamer:
-        OneOf<RenameWindow>(*this).BringUp();
-        break;
-    case Opens::dimensions:
-        OneOf<DimensionWindow>(*this).BringUp();
-        break;
-    case Opens::conversion:
-        OneOf<ConversionDialog>(*this).OpenIn(mode);
-        break;
-    case Opens::news:
-        OneOf<NewsWindow>(*this).BringUp();
-        break;
-    case Opens::help:
-        OneOf<HelpWindow>(*this).BringUp();
-        break;
+    if (side_windows_.Open(command))
+        return;
+    switch (command.opens) {
     case Opens::stories:
         work_->ShowWhy();
         break;
@@ -320,6 +290,8 @@ void MainWindow::Open(Opens what, std::string_view mode)
         break;
     case Opens::end:
         close();
+        break;
+    default:
         break;
     }
 }
@@ -398,8 +370,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     live_->Site().Stop();
-    for (SideWindow* const window : findChildren<SideWindow*>(Qt::FindDirectChildrenOnly))
-        window->close();
+    side_windows_.Close();
     work_->Store();
     QMainWindow::closeEvent(event);
 }

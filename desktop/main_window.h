@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/command_desk.h"
+#include "desktop/side_windows.h"
 #include "desktop/window_clipboard.h"
 #include "desktop/window_reporter.h"
 #include "platform/stop_request.h"
@@ -54,6 +55,8 @@ class MainWindow : public QMainWindow, public CommandDesk {
         return Perform(operation, Warnings::replaced);
     }
     void OpenInEditor(const std::string& file, int line) override;
+    void LookFirst(std::string_view caption, const RenameTask& task,
+                   std::function<void()> run) override;
     void ShowMessage(std::string_view text) override;
 
   protected:
@@ -68,7 +71,7 @@ class MainWindow : public QMainWindow, public CommandDesk {
     bool Perform(const std::function<void()>& command, Warnings warnings);
     /// The command itself, between the status area's Begin and End.
     std::optional<RunError> RunGuarded(const std::function<void()>& command);
-    void Open(Opens what, std::string_view mode);
+    void Open(const Command& command);
     /// Shows a message in a box, if the command may.
     void Tell(std::string_view text);
     void TellError(const RunError& error);
@@ -102,6 +105,7 @@ class MainWindow : public QMainWindow, public CommandDesk {
     WorkPane* work_;
     StopRequest stop_;
     WorkGuard* guard_;
+    SideWindows side_windows_;
     bool is_started_ = false;
     bool is_running_ = false;
     bool is_off_ = false;

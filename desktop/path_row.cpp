@@ -9,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QShortcut>
 
 namespace kiv {
 
@@ -62,6 +63,7 @@ PathRow::PathRow(Workspace& workspace, QWidget* parent)
     row->addWidget(path_, 1);
     row->addWidget(native_, 1);
     setFocusProxy(path_);
+    new QShortcut(Qt::CTRL | Qt::Key_L, this, [this] { path_->setFocus(Qt::ShortcutFocusReason); });
 }
 
 void PathRow::Refresh()

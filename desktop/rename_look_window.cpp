@@ -3,7 +3,6 @@
 #include "desktop/controls.h"
 #include "desktop/qt_text.h"
 #include "desktop/rename_pairs.h"
-#include "shell/commands.h"
 #include "shell/workspace.h"
 
 #include <QHBoxLayout>
@@ -11,6 +10,8 @@
 #include <QPushButton>
 #include <QTreeView>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace kiv {
 
@@ -47,11 +48,13 @@ RenameLookWindow::RenameLookWindow(CommandDesk& desk, QWidget* parent)
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-void RenameLookWindow::OpenFor(const Command& command)
+void RenameLookWindow::OpenFor(std::string_view caption, const RenameTask& task,
+                               std::function<void()> run)
 {
-    command_ = &command;
-    setWindowTitle(ShownCaption(command.caption));
-    const ControlWords& words = command.looks_at == Renamer::undo ? kUndo : kRename;
+    task_ = task;
+    run_ = std::move(run);
+    setWindowTitle(ShownCaption(caption));
+    const ControlWords& words = task.renamer == Renamer::undo ? kUndo : kRename;
     rename_->setText(AsShown(words.caption));
     Describe(*rename_, words);
     GiveMnemonics(*this);
@@ -62,17 +65,23 @@ void RenameLookWindow::OpenFor(const Command& command)
 
 void RenameLookWindow::Refresh()
 {
-    if (command_ == nullptr || !isVisible())
-        return;
-    const RenameLook look = LookAtRenames(workspace(), {*command_->looks_at});
-    SetReadout(*folder_, workspace().WorkDir);
+    if (run_ && isVisible())
+        Show(LookAtRenames(workspace(), task_));
+}
+
+void RenameLookWindow::Show(const RenameLook& look)
+{
+    seen_ = look;
+    SetReadout(*folder_, task_.folder.empty() ? workspace().WorkDir : task_.folder);
     pairs_->Show(look);
     rename_->setEnabled(look.is_possible);
 }
 
 void RenameLookWindow::PressRename()
 {
-    if (desk().Run([this] { RunCommand(workspace(), *command_); }))
+    if (const std::optional<RenameLook> now = LookIfChanged(workspace(), task_, seen_))
+        Show(*now);
+    else if (desk().Run(run_))
         accept();
 }
 

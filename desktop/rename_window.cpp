@@ -3,7 +3,6 @@
 #include "desktop/controls.h"
 #include "desktop/qt_text.h"
 #include "desktop/rename_pairs.h"
-#include "shell/rename_looks.h"
 #include "shell/renames.h"
 #include "shell/workspace.h"
 
@@ -75,18 +74,31 @@ void RenameWindow::Refresh()
     Look();
 }
 
+RenameTask RenameWindow::Task() const
+{
+    return {Renamer::replacement, LineText(*find_), LineText(*replacement_)};
+}
+
 void RenameWindow::Look()
 {
     if (isVisible())
-        pairs_->Show(LookAtRenames(
-            workspace(), {Renamer::replacement, LineText(*find_), LineText(*replacement_)}));
+        Show(LookAtRenames(workspace(), Task()));
+}
+
+void RenameWindow::Show(const RenameLook& look)
+{
+    seen_ = look;
+    pairs_->Show(look);
 }
 
 void RenameWindow::PressRename()
 {
-    const std::string find = LineText(*find_);
-    const std::string replacement = LineText(*replacement_);
-    desk().Run([&] { RenameAndTell(workspace(), find, replacement); });
+    const RenameTask task = Task();
+    if (const std::optional<RenameLook> now = LookIfChanged(workspace(), task, seen_)) {
+        Show(*now);
+        return;
+    }
+    desk().Run([&] { RenameAndTell(workspace(), task.find, task.replacement); });
     Refresh(); // files before a failed one are renamed
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "desktop/side_window.h"
+#include "shell/rename_looks.h"
 
 class QLabel;
 class QLineEdit;
@@ -23,9 +24,12 @@ class RenameWindow : public SideWindow {
     void showEvent(QShowEvent* event) override;
 
   private:
+    RenameTask Task() const;
     void Look();
+    void Show(const RenameLook& look);
     void PressRename();
 
+    RenameLook seen_;
     RenamePairs* pairs_ = nullptr;
     QLineEdit* find_ = nullptr;
     QLineEdit* replacement_ = nullptr;

@@ -93,7 +93,8 @@ bool FindingChoice::Takes(std::string_view name) const
     return (only.empty() || only.contains(name)) && !without.contains(name);
 }
 
-Inspection Inspect(const SiteView& site, const FindingChoice& choice)
+Inspection Inspect(const SiteView& site, const FindingChoice& choice,
+                   const std::function<void()>& between)
 {
     CheckList list(site);
     std::vector<Finding> found;
@@ -104,6 +105,7 @@ Inspection Inspect(const SiteView& site, const FindingChoice& choice)
         const bool is_asked_for = choice.only.empty() || choice.only.contains(row.name);
         if (row.look != nullptr && (is_asked_for || tells_use))
             std::ranges::move(FindingsOf(row, site), std::back_inserter(found));
+        between();
     }
     std::ranges::stable_sort(found, StandsBefore);
     if (choice.only.empty() || choice.only.contains("unclosed-tag"))

@@ -6,6 +6,7 @@
 #include "inspect/site_view.h"
 
 #include <cstddef>
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -32,6 +33,8 @@ struct Inspection {
     std::vector<ExternalLink> external; // where the choice wants them
 };
 
-Inspection Inspect(const SiteView& site, const FindingChoice& choice);
+/// `between` is called between two kinds of findings, and may end it by what it throws.
+Inspection Inspect(const SiteView& site, const FindingChoice& choice,
+                   const std::function<void()>& between);
 
 } // namespace kiv

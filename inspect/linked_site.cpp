@@ -45,7 +45,8 @@ bool IsBelow(std::string_view path, std::string_view folder)
 
 } // namespace
 
-LinkedSite::LinkedSite(std::span<const SiteView* const> sections)
+LinkedSite::LinkedSite(std::span<const SiteView* const> sections,
+                       const std::function<void()>& between)
     : files_(sections.front()->files), folders_(files_), sections_(sections)
 {
     for (const SiteView* const section : sections) {
@@ -53,19 +54,22 @@ LinkedSite::LinkedSite(std::span<const SiteView* const> sections)
         const std::string_view above = FolderOf(FolderOf(section->folder));
         if (folders_.Ask(above, kGroupFile) == EntryKind::file)
             inside_.push_back(WithSeparator(above));
-        AddPages(*section);
+        AddPages(*section, between);
         has_unknown_ |= section->IsCutShort();
         waiting_.merge(WaitingPages(*section));
     }
-    for (std::size_t number = 0; number < pages_.size(); ++number)
+    for (std::size_t number = 0; number < pages_.size(); ++number) {
         ResolveLinks(number); // which may find more pages
+        between();
+    }
 }
 
-void LinkedSite::AddPages(const SiteView& section)
+void LinkedSite::AddPages(const SiteView& section, const std::function<void()>& between)
 {
     for (const PageText& text : section.pages) {
         folders_.AddWritten(text.path);
         AddPage({.view = &section, .text = &text, .path = text.path}, text.bytes);
+        between();
     }
 }
 

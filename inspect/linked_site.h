@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -54,7 +55,8 @@ struct LinkedPage {
 class LinkedSite {
   public:
     /// Reads all pages. The sections must outlive it; their files are looked at now and not later.
-    explicit LinkedSite(std::span<const SiteView* const> sections);
+    /// `between` is called between two pages, and may end it by what it throws.
+    LinkedSite(std::span<const SiteView* const> sections, const std::function<void()>& between);
     LinkedSite(const LinkedSite&) = delete;
     LinkedSite& operator=(const LinkedSite&) = delete;
 
@@ -85,7 +87,7 @@ class LinkedSite {
     const SiteView* SectionOf(std::string_view folder, bool& is_known) const;
 
   private:
-    void AddPages(const SiteView& section);
+    void AddPages(const SiteView& section, const std::function<void()>& between);
     void AddPage(LinkedPage page, std::string_view bytes);
     void Follow(const Target& target, LinkKind kind);
     void ResolveLinks(std::size_t number);

@@ -79,6 +79,11 @@ def main():
     window = side(kiv, "Fix names")
     take(window.get_name(), picture("look"))
     close(kiv)
+    for entry, name in (("Change encoding", "encoding"), ("Write feeds", "feeds"), ("Adopt pages...", "adopt")):
+        window = side(kiv, entry)
+        kiv.settle()
+        take(window.get_name(), picture(name))
+        close(kiv)
     window = side(kiv, "Calculate dimensions")
     fill(window, {"Starting width": "1280", "Starting height": "960", "New width": "400"})
     kiv.press_button(window, "Calculate")

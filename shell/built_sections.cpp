@@ -2,7 +2,6 @@
 
 #include "inspect/site_recorder.h"
 #include "platform/drive_path.h"
-#include "platform/silent_reporter.h"
 #include "platform/site_files.h"
 #include "shell/builds.h"
 #include "shell/groups.h"
@@ -30,7 +29,7 @@ int LineOf(std::string_view content, std::string_view entry)
 } // namespace
 
 BuiltSections::BuiltSections(Workspace& workspace)
-    : workspace_(workspace), files_(workspace.machine().files)
+    : workspace_(workspace), steps_(workspace.machine().reporter), files_(workspace.machine().files)
 {
 }
 
@@ -39,16 +38,16 @@ void BuiltSections::Build()
 {
     SiteView& view = views_.emplace_back(files_, workspace_.machine().pictures);
     view.folder = WithSeparator(AbsolutePath(".", files_.CurrentDirectory()));
-    SilentReporter reporter;
+    steps_.ForgetWarnings();
     SiteRecorder recorder(view);
     OutputRoots& roots = roots_.emplace_back();
     try {
-        BuildUnwritten(workspace_, files_, reporter, recorder, roots);
+        BuildUnwritten(workspace_, files_, steps_, recorder, roots);
     } catch (const RunError& error) {
         view.error = error;
     }
     recorder.Finish();
-    view.warnings = reporter.Warnings();
+    view.warnings = steps_.Warnings();
 }
 
 void BuiltSections::BuildAll()
@@ -115,7 +114,7 @@ void BuiltSections::Link()
         group_.push_back(&view);
     if (group_.empty())
         return;
-    linked_.emplace(group_);
+    linked_.emplace(group_, [this] { Pause(); });
     for (SiteView& view : views_) {
         view.group = group_;
         view.linked = &*linked_;

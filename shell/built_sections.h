@@ -5,6 +5,7 @@
 #include "inspect/linked_site.h"
 #include "inspect/site_view.h"
 #include "platform/unwritten_files.h"
+#include "shell/step_reporter.h"
 
 #include <deque>
 #include <optional>
@@ -17,7 +18,8 @@ namespace kiv {
 class Workspace;
 
 /// The section in the working directory and, where it has a group list, its members. Nothing on the
-/// disk is touched. An error that ends a build is kept in its view.
+/// disk is touched. An error that ends a build is kept in its view. The machine's reporter is told
+/// how far it is, and may end the command with Stopped between two pages.
 class BuiltSections {
   public:
     explicit BuiltSections(Workspace& workspace);
@@ -31,6 +33,9 @@ class BuiltSections {
     void RefuseFailed() const;
     /// Lets the sections see each other and where their pages lead. After BuildAll.
     void Link();
+    /// A place between two pages, or two looks at all of them. Throws Stopped when that was asked
+    /// for.
+    void Pause() { steps_.Pause(); }
 
     const std::deque<SiteView>& Views() const { return views_; }
     /// The output roots that each of the sections declares.
@@ -45,6 +50,7 @@ class BuiltSections {
     void BuildMember(const std::string& folder, const std::string& entry);
 
     Workspace& workspace_;
+    StepReporter steps_;
     UnwrittenFiles files_;           // of all sections, so that their pages see each other
     std::vector<OutputRoots> roots_; // of views_
     std::deque<SiteView> views_;

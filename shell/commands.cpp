@@ -9,6 +9,7 @@
 #include "shell/rename_looks.h"
 #include "shell/renames.h"
 #include "shell/site_check.h"
+#include "shell/thumbnails.h"
 #include "shell/utilities.h"
 #include "shell/workspace.h"
 
@@ -51,6 +52,10 @@ bool HasUploadEntry(const W& w)
     return w.UploadListWanted;
 }
 
+bool IsAtRoot(const W& w)
+{
+    return IsRoot(w.WorkDir);
+}
 bool HasSinglePage(const W& w)
 {
     return w.HasSinglePage();
@@ -152,8 +157,8 @@ constexpr std::array kCommands = std::to_array<Command>({
      .done = "Lanthorn started"},
     {.name = "lower-case", .object_name = "mnu_lc", .caption = "l/c dir",
      .tip = "Lower-case the name of every file in the current directory",
-     .menu = Menu::file, .run = LowerCaseNames,
-     .done = "Lower-casing of the file names started"},
+     .menu = Menu::file, .run = [](W& w) { LowerCaseAndTell(w, ""); },
+     .looks_at = Renamer::lower_case, .looks_when = IsAtRoot},
     {.name = "rename", .object_name = "mnu_rename", .caption = "Rename files",
      .tip = "Replace a text in the names of all files",
      .menu = Menu::file, .opens = Opens::renamer},
@@ -288,6 +293,24 @@ constexpr std::array kCommands = std::to_array<Command>({
      .tip = "Take back the last renaming in the current directory; it is shown before",
      .menu = Menu::site, .run = UndoAndTell,
      .looks_at = Renamer::undo},
+    {.name = "thumbs", .object_name = "mnu_thumbs", .caption = "Make thumbnails",
+     .tip = "Make the small \"_t\" picture of each JPEG and GIF that has none, or an old one",
+     .menu = Menu::site, .run = [](W& w) { MakeThumbnails(w, {}); }, .disables_buttons = true},
+    {.name = "encode", .object_name = "mnu_encode", .caption = "Change encoding",
+     .tip = "Bring the sources of the site into UTF-8 or Windows-1252; what changes is shown before",
+     .menu = Menu::site, .opens = Opens::task},
+    {.name = "feed", .object_name = "mnu_feed", .caption = "Write feeds",
+     .tip = "Write rss.xml and atom.xml for feed readers",
+     .menu = Menu::site, .opens = Opens::task},
+    {.name = "sitemap-xml", .object_name = "mnu_sitemapxml",
+     .caption = "Write site map for search engines",
+     .tip = "Write sitemap.xml with the address of every page",
+     .menu = Menu::site, .opens = Opens::task},
+    {.name = "upload-changes", .object_name = "mnu_uploadchanges",
+     .caption = "Upload changed pages",
+     .tip = "Send what has changed since the last upload; it is shown before",
+     .menu = Menu::site, .opens = Opens::task, .is_available = HasUploadEntry,
+     .unavailable = "The upload list (File, Edit FTP list) has no line for this directory"},
     {.name = "recent", .object_name = "mnu_recent", .caption = "Recent folders",
      .tip = "Make a directory that was worked in before the current one again",
      .menu = Menu::site, .is_available = HasRecent, .entries = kRecentFolders,
@@ -299,6 +322,9 @@ constexpr std::array kCommands = std::to_array<Command>({
     {.name = "begin-site", .object_name = "mnu_beginsite", .caption = "Begin a site",
      .tip = "Make three pages, a template and a style sheet in a folder that you choose",
      .menu = Menu::site, .opens = Opens::new_site},
+    {.name = "adopt", .object_name = "mnu_adopt", .caption = "Adopt pages...",
+     .tip = "Make a site of pages that are there already, in a new folder",
+     .menu = Menu::site, .opens = Opens::task},
     {.name = "choose-editor", .object_name = "mnu_editor", .caption = "Choose an editor",
      .tip = "Choose the program that opens templates, page lists and other text files",
      .menu = Menu::site, .opens = Opens::editors},
@@ -340,6 +366,11 @@ bool IsVisible(const Command& command, const Workspace& workspace, std::size_t i
 bool IsAvailable(const Command& command, const Workspace& workspace)
 {
     return command.is_available == nullptr || command.is_available(workspace);
+}
+
+bool WantsLook(const Command& command, const Workspace& workspace)
+{
+    return command.looks_at && (command.looks_when == nullptr || command.looks_when(workspace));
 }
 
 std::string_view TipOf(const Command& command, const Workspace& workspace)

@@ -41,6 +41,7 @@ enum class Opens {
     page,
     lists,
     new_site,
+    task,
     end
 };
 
@@ -74,8 +75,9 @@ struct Command {
     std::string_view done = {};
     /// Why it cannot be chosen when it cannot, for its tooltip.
     std::string_view unavailable = {};
-    /// The renames that are to be looked at before the command runs.
+    /// The renames that are to be looked at before the command runs, and when; null: always.
     std::optional<Renamer> looks_at = {};
+    bool (*looks_when)(const Workspace& workspace) = nullptr;
 
     bool IsSeparator() const { return name.empty(); }
     /// Whether it does anything before, or without, opening a window.
@@ -90,6 +92,8 @@ const Command* FindCommand(std::string_view name);
 
 bool IsVisible(const Command& command, const Workspace& workspace, std::size_t index = 0);
 bool IsAvailable(const Command& command, const Workspace& workspace);
+/// Whether what it renames is to be looked at before it runs now.
+bool WantsLook(const Command& command, const Workspace& workspace);
 /// The sentence for its tooltip as it is now.
 std::string_view TipOf(const Command& command, const Workspace& workspace);
 /// The caption as it is now: entries of a list have their label.

@@ -3,10 +3,12 @@
 #include "platform/drive_path.h"
 #include "platform/exact_names.h"
 #include "platform/silent_reporter.h"
+#include "shell/outside_programs.h"
 #include "shell/rename_records.h"
 #include "shell/renames.h"
 #include "shell/workspace.h"
 #include "text/joined_text.h"
+#include "text/windows1252.h"
 
 #include <utility>
 
@@ -32,6 +34,7 @@ RenamePasses PassesOf(const RenameTask& task)
     case Renamer::replacement:
         return ReplacementPasses(task.find, task.replacement);
     case Renamer::undo:
+    case Renamer::lower_case:
         break;
     }
     return {};
@@ -80,11 +83,15 @@ std::string NothingToDo(const RenameTask& task)
         return "No GIF or JPEG picture here lacks its \"_t\": nothing to rename.";
     case Renamer::replacement:
         return Joined({"No file name here has the text \"", task.find, "\" in it."});
+    case Renamer::lower_case:
+        return "Every name here is in lower case: nothing to rename.";
     case Renamer::undo:
         break;
     }
     return std::string(kNothingOnRecord);
 }
+
+constexpr std::string_view kRootWords = " This is the root of a drive.";
 
 std::string SummaryOf(const RenameTask& task, const RenameLook& look, Files& files)
 {
@@ -100,8 +107,8 @@ std::string SummaryOf(const RenameTask& task, const RenameLook& look, Files& fil
         summary = Counted(count, " file is renamed", " files are renamed");
     if (count > 0)
         summary += look.stops ? ", then the run stops." : ".";
-    if (NameOf(files.CurrentDirectory()).empty())
-        summary += " This is the root of a drive.";
+    if (IsRoot(files.CurrentDirectory()))
+        summary += kRootWords;
     return summary;
 }
 
@@ -125,7 +132,46 @@ void Fill(RenameLook& look, const RenamePlan& plan)
         look.warning = WarningOf(*plan.fault);
 }
 
+/// What another program will do, as far as one can know.
+void FillLowerCased(RenameLook& look, Workspace& workspace, const RenameTask& task)
+{
+    Files& files = workspace.machine().files;
+    const std::string folder = task.folder.empty() ? files.CurrentDirectory() : task.folder;
+    for (const FileName& name : files.List(folder, "*.*").files) {
+        const std::string text = TextOfName(name.exact);
+        if (LowerCase(text) != text)
+            look.pairs.push_back({text, LowerCase(text)});
+    }
+    if (look.pairs.empty()) {
+        look.summary = NothingToDo(task);
+        return;
+    }
+    look.summary = Counted(look.pairs.size(), " file gets a name in lower case.",
+                           " files get names in lower case.");
+    if (IsRoot(folder))
+        look.summary += kRootWords;
+    look.warning = "Another program does that. It cannot be undone here.";
+}
+
+void FillOf(RenameLook& look, Workspace& workspace, const RenameTask& task)
+{
+    if (task.renamer == Renamer::lower_case) {
+        FillLowerCased(look, workspace, task);
+        return;
+    }
+    if (const std::optional<RenamePlan> plan = PlanOf(workspace, task))
+        Fill(look, *plan);
+    else
+        look.is_possible = false;
+    look.summary = SummaryOf(task, look, workspace.machine().files);
+}
+
 } // namespace
+
+bool IsRoot(std::string_view folder)
+{
+    return NameOf(AbsolutePath(folder, folder)).empty();
+}
 
 RenameLook LookAtRenames(Workspace& workspace, const RenameTask& task)
 {
@@ -135,17 +181,32 @@ RenameLook LookAtRenames(Workspace& workspace, const RenameTask& task)
         return look;
     }
     try {
-        if (const std::optional<RenamePlan> plan = PlanOf(workspace, task))
-            Fill(look, *plan);
-        else
-            look.is_possible = false;
-        look.summary = SummaryOf(task, look, workspace.machine().files);
+        FillOf(look, workspace, task);
     } catch (const RunError& error) {
         look = {};
         look.summary = "Nothing can be renamed here.";
         look.warning = WarningOf(error);
     }
     return look;
+}
+
+std::optional<RenameLook> LookIfChanged(Workspace& workspace, const RenameTask& task,
+                                        const RenameLook& seen)
+{
+    RenameLook now = LookAtRenames(workspace, task);
+    if (now.pairs == seen.pairs && now.stops == seen.stops && now.is_possible == seen.is_possible)
+        return std::nullopt;
+    now.summary += " The files have changed since they were shown: look again.";
+    return now;
+}
+
+void LowerCaseAndTell(Workspace& workspace, std::string_view folder)
+{
+    if (folder.empty())
+        LowerCaseNames(workspace);
+    else
+        LowerCaseNamesOf(workspace, folder);
+    workspace.machine().reporter.Status("Lower-casing of the file names started");
 }
 
 void RenameAndTell(Workspace& workspace, const std::string& find, const std::string& replacement)

@@ -13,13 +13,14 @@ namespace kiv {
 
 class Workspace;
 
-enum class Renamer { web_safe, thumbnails, replacement, undo };
+enum class Renamer { web_safe, thumbnails, replacement, undo, lower_case };
 
 /// A run to look at.
 struct RenameTask {
     Renamer renamer = Renamer::web_safe;
     std::string find = {};        // for `replacement`
     std::string replacement = {}; // the same
+    std::string folder = {};      // for `lower_case`: where; "": the current directory
     bool operator==(const RenameTask&) const = default;
 };
 
@@ -43,6 +44,18 @@ struct RenameLook {
 /// and would be finished first is among it. Never throws RunError: what keeps the folder from being
 /// looked at is the warning.
 RenameLook LookAtRenames(Workspace& workspace, const RenameTask& task);
+
+/// Looks again right before a run whose look the user has seen: the new look, which says so, when
+/// the files are others now. Nothing when they are as they were seen.
+std::optional<RenameLook> LookIfChanged(Workspace& workspace, const RenameTask& task,
+                                        const RenameLook& seen);
+
+/// Whether a folder (a drive path) is the root of a drive or of the file system, where nothing is
+/// renamed without a look.
+bool IsRoot(std::string_view folder);
+
+/// Starts the program that lower-cases the names of a folder, and tells so; "" is the current one.
+void LowerCaseAndTell(Workspace& workspace, std::string_view folder);
 
 /// Replaces in all file names, as dorenamefiles does, and tells how many were renamed.
 void RenameAndTell(Workspace& workspace, const std::string& find, const std::string& replacement);

@@ -33,7 +33,7 @@ Inspection CheckSite(Workspace& workspace, const FindingChoice& choice)
     sections.Link();
     Inspection all;
     for (const SiteView& view : sections.Views()) {
-        Inspection one = Inspect(view, choice);
+        Inspection one = Inspect(view, choice, [&] { sections.Pause(); });
         std::ranges::move(one.findings, std::back_inserter(all.findings));
         std::ranges::move(one.external, std::back_inserter(all.external));
         all.switched_off += one.switched_off;

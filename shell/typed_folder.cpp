@@ -23,7 +23,7 @@ bool IsRelative(std::string_view typed)
 }
 
 /// The typed path as an absolute drive path; empty when no drive leads there.
-std::string PathOfTyped(const Machine& machine, std::string_view typed)
+std::string TypedDrivePath(const Machine& machine, std::string_view typed)
 {
     if (IsRelative(typed))
         return AbsolutePath(FromUtf8(typed), machine.files.CurrentDirectory());
@@ -61,8 +61,17 @@ std::string FolderOfTyped(const Machine& machine, std::string_view typed)
     if (wanted.empty())
         throw RunError(ErrorKind::file, "no folder was given", {},
                        "Type the path of one, as this program or the system has it.");
-    std::string path = PathOfTyped(machine, wanted);
+    std::string path = TypedDrivePath(machine, wanted);
     if (path.empty() || !machine.files.FolderExists(path))
+        throw RunError(NoFolder(machine.files, wanted, path));
+    return path;
+}
+
+std::string PathOfTyped(const Machine& machine, std::string_view typed)
+{
+    const std::string_view wanted = WithoutQuotes(typed);
+    std::string path = TypedDrivePath(machine, wanted);
+    if (wanted.empty() || path.empty())
         throw RunError(NoFolder(machine.files, wanted, path));
     return path;
 }
@@ -76,7 +85,7 @@ std::vector<std::string> CompletionsOf(const Machine& machine, std::string_view 
     if (head.empty() && HasDrive(typed))
         return whole;
     try {
-        const std::string folder = PathOfTyped(machine, head.empty() ? "." : head);
+        const std::string folder = TypedDrivePath(machine, head.empty() ? "." : head);
         if (folder.empty() || !machine.files.FolderExists(folder))
             return whole;
         for (const std::string& name : machine.files.ListFolders(folder)) {

@@ -16,6 +16,10 @@ class Workspace;
 /// Throws RunError of kind `file` when there is no such folder.
 std::string FolderOfTyped(const Machine& machine, std::string_view typed);
 
+/// The same for one that is still to be made. Throws RunError of kind `file` when no drive leads
+/// there.
+std::string PathOfTyped(const Machine& machine, std::string_view typed);
+
 /// What the typed beginning of a path can become: whole paths that name one folder more, in their
 /// order, in the notation that was typed. Those that begin with "." only when that is typed. Throws
 /// nothing: a folder that cannot be listed gives none.

@@ -118,6 +118,22 @@ class RenameWindowTest : public QObject {
         QCOMPARE(desk.NamesIn("site"), (Texts{"a1.txt", "a2.txt", "a3.txt", "b2.txt"}));
     }
 
+    void WhatWasNotSeenIsNotRenamed()
+    {
+        SideWindowDesk desk;
+        desk.Put("site/a1.txt");
+        RenameWindow window(desk, nullptr);
+        window.BringUp();
+        Fill(window, u"a"_s, u"c"_s);
+        desk.Put("site/a2.txt"); // by another program
+        Press(window, u"rename"_s);
+        QCOMPARE(desk.NamesIn("site"), (Texts{"a1.txt", "a2.txt"}));
+        QCOMPARE(Find<QTreeView>(window, u"pairs"_s).model()->rowCount(), 2);
+        QVERIFY(Find<QLabel>(window, u"summary"_s).text().contains(u"have changed"_s));
+        Press(window, u"rename"_s);
+        QCOMPARE(desk.NamesIn("site"), (Texts{"c1.txt", "c2.txt"}));
+    }
+
     void ItIsSaidHowManyWereRenamed()
     {
         SideWindowDesk desk;

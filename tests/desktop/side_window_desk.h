@@ -31,12 +31,18 @@ class SideWindowDesk : public CommandDesk, public test::DriveFolder {
     Workspace& workspace() override { return workspace_; }
     bool Run(const std::function<void()>& operation) override;
     void OpenInEditor(const std::string& file, int line) override;
+    void LookFirst(std::string_view caption, const RenameTask& task,
+                   std::function<void()> /*run*/) override
+    {
+        looks.push_back(std::string(caption) + ' ' + task.folder);
+    }
     void ShowMessage(std::string_view text) override { words.shown.emplace_back(text); }
 
     /// Every file below a folder of drive C:, with its bytes.
     test::FileTree Tree(const std::string& below) const { return test::ReadTree(Native(below)); }
 
     test::RecordingReporter words; // the reporter's and the windows' own messages
+    Texts looks;                   // that were to come before a renaming: caption and folder
     std::string error;             // of the last command, "division"; "" when it went through
     ProgramList programs;
     WindowClipboard clipboard;

@@ -193,6 +193,43 @@ class WorkTest : public QObject {
         QCOMPARE(desk.NamesIn("site"), Texts{"a-b.htm"});
     }
 
+    void FilesThatCameSinceTheLookAreShownAndNotRenamed()
+    {
+        MainWindowDesk desk;
+        desk.Put("site/A B.htm");
+        const MainWindow& window = desk.Start();
+        desk.ChooseEntry(u"mnu_dirfix"_s);
+        desk.Put("site/C D.htm");
+        Press(Look(window), u"rename"_s);
+        QVERIFY(Look(window).isVisible());
+        QCOMPARE(desk.NamesIn("site"), (Texts{"A B.htm", "C D.htm"}));
+        QCOMPARE(
+            LookText(window),
+            u"2 files are renamed. The files have changed since they were shown: look again."_s);
+        Press(Look(window), u"rename"_s);
+        QCOMPARE(desk.NamesIn("site"), (Texts{"a-b.htm", "c-d.htm"}));
+    }
+
+    void AtARootNamesAreLowerCasedAfterALookAlone()
+    {
+        MainWindowDesk desk;
+        desk.Put("README");
+        const MainWindow& window = desk.Start();
+        const Texts started{"c:\\utils\\dosutils\\case *.* /l"};
+        desk.ChooseEntry(u"mnu_lc"_s);
+        QCOMPARE(desk.programs.Launched(), started);
+        QCOMPARE(desk.Status(), u"Lower-casing of the file names started"_s);
+        Type(window, u"C:\\"_s);
+        desk.ChooseEntry(u"mnu_lc"_s);
+        QCOMPARE(desk.programs.Launched(), started); // not again
+        QCOMPARE(Look(window).windowTitle(), u"l/c dir"_s);
+        QCOMPARE(LookText(window),
+                 u"1 file gets a name in lower case. This is the root of a drive."_s);
+        Press(Look(window), u"rename"_s);
+        QCOMPARE(desk.programs.Launched().size(), std::size_t{2});
+        QVERIFY(!Look(window).isVisible());
+    }
+
     void RenamesAreTakenBackAlsoAfterARestart()
     {
         MainWindowDesk desk;
@@ -275,6 +312,30 @@ class WorkTest : public QObject {
         QVERIFY(!window.isVisible());
         QVERIFY(desk.Exists("site/a.htm"));
         QVERIFY(!desk.Exists("site/b.htm"));
+    }
+
+    void EscapeStopsACheckBetweenTwoPages()
+    {
+        MainWindowDesk desk;
+        PutThreePages(desk);
+        MainWindow& window = desk.Start();
+        auto& stop = Find<QToolButton>(window, u"StopWork"_s);
+        for (const bool by_button : {false, true}) {
+            int looks = 0;
+            desk.clock.on_look = [&] {
+                if (++looks == 2 && by_button)
+                    stop.click();
+                else if (looks == 2)
+                    QTest::keyClick(&window, Qt::Key_Escape);
+            };
+            desk.ChooseEntry(u"mnu_check"_s);
+            desk.clock.on_look = nullptr;
+            QCOMPARE(desk.Status(), u"Stopped after 2 of 3 files"_s);
+            QCOMPARE(desk.NamesIn("site"), (Texts{"_html.txt", "_template.txt"}));
+            QVERIFY(!stop.isVisible());
+        }
+        desk.ChooseEntry(u"mnu_check"_s);
+        QVERIFY(desk.Status().startsWith(u"Check: "_s));
     }
 
     void AGroupBuildThatIsStoppedIsBackInItsFolder()

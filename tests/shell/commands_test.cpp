@@ -99,9 +99,15 @@ TEST_F(CommandTable, SiteMenu)
                             {"mnu_showpage", "Show page in browser"},
                             {"mnu_buildsave", "Build on save"},
                             {"mnu_undorenames", "Undo renames"},
+                            {"mnu_thumbs", "Make thumbnails"},
+                            {"mnu_encode", "Change encoding"},
+                            {"mnu_feed", "Write feeds"},
+                            {"mnu_sitemapxml", "Write site map for search engines"},
+                            {"mnu_uploadchanges", "Upload changed pages"},
                             {"mnu_recent", "Recent folders"},
                             {"mnu_readagain", "Read again"},
                             {"mnu_beginsite", "Begin a site"},
+                            {"mnu_adopt", "Adopt pages..."},
                             {"mnu_editor", "Choose an editor"},
                             {"mnu_manual", "Manual"}});
 }
@@ -246,7 +252,7 @@ TEST_F(CommandTable, CommandsThatKeepSilentHaveAStatus)
                            command.opens != Opens::nothing || command.menu == Menu::grab;
         const bool tells_itself = command.name == "store-directory" || command.name == "check" ||
                                   command.name == "new-year" || command.name == "sitemap" ||
-                                  command.name == "build-on-save" ||
+                                  command.name == "build-on-save" || command.name == "thumbs" ||
                                   command.name.starts_with("pictures");
         EXPECT_TRUE(command.IsSeparator() || tells || tells_itself) << command.name;
     }
@@ -288,7 +294,8 @@ TEST_F(CommandTable, CommandsDoWhatTheySay)
         {"Command3", "", ""},
         {"Command12", "C:\\progs\\WS_FTP Pro\\ftp95pro.exe -m c:\\guestout2.bat (minimised)", ""},
         {"mnu_zu", "c:\\utils\\lanthorn.exe", ""},
-        {"mnu_lc", "c:\\utils\\dosutils\\case *.* /l (minimised)", ""},
+        {"mnu_lc", "c:\\utils\\dosutils\\case *.* /l (minimised)",
+         "Lower-casing of the file names started"},
         {"mnu_dirfix", "", "Names fixed"},
         {"mnu_addt", "", "_t complete"},
         {"openhtmls", "pad C:\\site\\a\\_html.txt", ""},

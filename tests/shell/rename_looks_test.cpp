@@ -1,5 +1,6 @@
 // Renames as they are shown before they are done.
 #include "recorded_renames.h"
+#include "shell/commands.h"
 #include "shell/rename_looks.h"
 
 namespace kiv {
@@ -66,6 +67,54 @@ TEST_F(RenameLooks, ARootIsCalledOne)
     Put("A b");
     workspace.LookAt("C:\\");
     EXPECT_EQ(Look(Renamer::web_safe).summary, "1 file is renamed. This is the root of a drive.");
+}
+
+TEST_F(RenameLooks, FilesThatHaveChangedSinceTheyWereSeenAreShownFirst)
+{
+    const RenameTask task{Renamer::web_safe};
+    PutNames({"A b"});
+    const RenameLook seen = LookAtRenames(workspace, task);
+    EXPECT_EQ(LookIfChanged(workspace, task, seen), std::nullopt);
+    Put("site/c.htm"); // which is safe, so nothing else happens
+    EXPECT_EQ(LookIfChanged(workspace, task, seen), std::nullopt);
+    Put("site/C D.htm");
+    const std::optional<RenameLook> now = LookIfChanged(workspace, task, seen);
+    ASSERT_TRUE(now);
+    EXPECT_THAT(now->pairs,
+                ElementsAre(RenamePair{"A b", "a-b"}, RenamePair{"C D.htm", "c-d.htm"}));
+    EXPECT_EQ(now->summary,
+              "2 files are renamed. The files have changed since they were shown: look again.");
+    EXPECT_EQ(LookIfChanged(workspace, task, *now), std::nullopt); // these were seen
+    Put("site/a-b"); // the same pairs, but the first one stops the run now
+    EXPECT_TRUE(LookIfChanged(workspace, task, *now));
+}
+
+TEST_F(RenameLooks, LowerCasingIsSeenInAnyFolder)
+{
+    PutNames({"A.HTM", "b.htm"});
+    Put("README");
+    EXPECT_THAT(Look(Renamer::lower_case).pairs, ElementsAre(RenamePair{"A.HTM", "a.htm"}));
+    const RenameLook root =
+        LookAtRenames(workspace, {.renamer = Renamer::lower_case, .folder = "C:\\"});
+    EXPECT_THAT(root.pairs, ElementsAre(RenamePair{"README", "readme"}));
+    EXPECT_EQ(root.summary, "1 file gets a name in lower case. This is the root of a drive.");
+    EXPECT_EQ(root.warning, "Another program does that. It cannot be undone here.");
+    EXPECT_EQ(
+        LookAtRenames(workspace, {.renamer = Renamer::lower_case, .folder = "C:\\gone"}).summary,
+        "Nothing can be renamed here.");
+    EXPECT_EQ(NamesIn("site"), (Texts{"A.HTM", "b.htm"}));
+}
+
+TEST_F(RenameLooks, LowerCasingIsSeenFirstAtARootAlone)
+{
+    const Command& lower = *FindCommand("lower-case");
+    EXPECT_FALSE(WantsLook(lower, workspace));
+    EXPECT_TRUE(WantsLook(*FindCommand("fix-names"), workspace));
+    EXPECT_FALSE(WantsLook(*FindCommand("build"), workspace));
+    workspace.LookAt("C:\\");
+    EXPECT_TRUE(WantsLook(lower, workspace));
+    EXPECT_TRUE(IsRoot("D:\\"));
+    EXPECT_FALSE(IsRoot("D:\\site\\"));
 }
 
 TEST_F(RenameLooks, WhatWasDoneIsToldAndTakenBackAlsoInTheNextRun)

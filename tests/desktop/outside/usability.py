@@ -185,6 +185,33 @@ def jump(hand):
     wait("the group", lambda: hand.button(hand.main, "do one"))
 
 
+def go_by_typing(hand):
+    hand.keys("ctrl+l")
+    hand.type("lighthouse")
+    hand.keys("Return")
+    wait("the lighthouse", lambda: hand.button(hand.main, "Do it!"))
+    Kiv.choose(hand, "Harbour Museum")
+    wait("the group", lambda: hand.button(hand.main, "do one"))
+
+
+def undo_a_rename(hand):
+    folder = hand.drive + "/site"
+    open(folder + "/My Page.txt", "w").close()
+    Kiv.choose(hand, "Fix names")
+    look = wait("the look", lambda: next(iter(hand.side_windows()), None))
+    hand.press_button(look, "Rename")
+    wait("the rename", lambda: os.path.exists(folder + "/my-page.txt"))
+    wait("the look to close", lambda: not hand.side_windows())
+    hand.raise_main()
+    hand.enter("Undo renames")
+    look = wait("the look", lambda: next(iter(hand.side_windows()), None))
+    wait("the pair", lambda: any(n.get_name() == "My Page.txt" for n in walk(look)))
+    hand.keys("Return")
+    wait("the old name", lambda: os.path.exists(folder + "/My Page.txt"))
+    wait("the look to close", lambda: not hand.side_windows())
+    os.remove(folder + "/My Page.txt")
+
+
 def read_again(hand):
     with open(hand.drive + "/site/_html.txt", "ab") as file:
         file.write(b"@FILE = fresh\r\n@TITLE = Fresh\r\n")
@@ -223,6 +250,8 @@ TASKS = [
     ("copy the address of a page", 10, copy_address),
     ("open the template", 1, edit_template),
     ("go to another folder of the list of jumps", 2, jump),
+    ("go to a folder by typing its name of ten letters", 12, go_by_typing),
+    ("undo a rename", 3, undo_a_rename),
     ("read the page list again", 1, read_again),
     ("open the quick reference", 1, open_help),
     ("open the manual", 1, open_manual),
