@@ -16,7 +16,7 @@ namespace kiv {
 
 namespace {
 
-constexpr std::size_t kShownWhole = 40;
+constexpr std::size_t kLongestPathShown = 40;
 constexpr std::string_view kMissingEditorHint = "Choose another editor in the window that comes "
                                                 "next. The menu \"Site\" offers them at any time.";
 
@@ -75,7 +75,7 @@ bool IsBareRoot(Files& files)
 
 std::string ShortenedDirectory(std::string_view path)
 {
-    if (path.size() <= kShownWhole)
+    if (path.size() <= kLongestPathShown)
         return std::string(path);
     return std::string(FirstChars(path, 6)) + "..." + std::string(LastChars(path, 30));
 }
