@@ -303,7 +303,7 @@ constexpr std::array kCommands = std::to_array<Command>({
      .tip = "Write rss.xml and atom.xml for feed readers",
      .menu = Menu::site, .opens = Opens::task},
     {.name = "sitemap-xml", .object_name = "mnu_sitemapxml",
-     .caption = "Write site map for search engines",
+     .caption = "Write XML site map",
      .tip = "Write sitemap.xml with the address of every page",
      .menu = Menu::site, .opens = Opens::task},
     {.name = "upload-changes", .object_name = "mnu_uploadchanges",

@@ -63,7 +63,7 @@ class TaskWindowTest : public QObject {
              {u"address"_s, u"run"_s, u"cancel"_s}},
             {u"mnu_sitemapxml"_s,
              u"sitemap-xml"_s,
-             u"Write site map for search engines"_s,
+             u"Write XML site map"_s,
              u"Write"_s,
              {u"address"_s, u"run"_s, u"cancel"_s}},
             {u"mnu_uploadchanges"_s,
@@ -135,6 +135,7 @@ class TaskWindowTest : public QObject {
         PutSite(desk);
         desk.Start().workspace();
         desk.Window().workspace().RecordsFolder = "C:\\state\\records";
+        Press(desk.Window(), u"Command1"_s); // what is not built yet is left out
         desk.ChooseEntry(u"mnu_sitemapxml"_s);
         const TaskWindow& window = Window(desk.Window(), u"sitemap-xml"_s);
         QVERIFY(!CanRun(window));

@@ -103,7 +103,7 @@ TEST_F(WatchProcess, AGroupIsOneLineAndHasItsMembersInTheReport)
 TEST_F(WatchProcess, AFolderThatIsNotThereAtFirstIsAnError)
 {
     CliProcess watch(*this, {"watch", "C:\\sote"});
-    ASSERT_TRUE(Becomes([&] { return !watch.Err().empty(); }));
+    ASSERT_TRUE(Becomes([&] { return watch.Err().ends_with('\n'); }));
     EXPECT_THAT(watch.Err(), HasSubstr("error: cannot change to C:\\sote: no such folder"));
     EXPECT_EQ(watch.End(Ending::own), 1);
 }

@@ -102,7 +102,7 @@ TEST_F(CommandTable, SiteMenu)
                             {"mnu_thumbs", "Make thumbnails"},
                             {"mnu_encode", "Change encoding"},
                             {"mnu_feed", "Write feeds"},
-                            {"mnu_sitemapxml", "Write site map for search engines"},
+                            {"mnu_sitemapxml", "Write XML site map"},
                             {"mnu_uploadchanges", "Upload changed pages"},
                             {"mnu_recent", "Recent folders"},
                             {"mnu_readagain", "Read again"},
@@ -340,7 +340,7 @@ TEST_F(CommandTable, BuildsDisableTheButtons)
         if (command.disables_buttons)
             builds.insert(command.object_name);
     EXPECT_EQ(builds, (std::set<std::string_view>{"Command1", "Command10", "Command11", "mnu_check",
-                                                  "mnu_singlehtml"}));
+                                                  "mnu_singlehtml", "mnu_thumbs"}));
 }
 
 } // namespace

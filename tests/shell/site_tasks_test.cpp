@@ -1,4 +1,5 @@
 // What a window asks before a command of a site runs, what it shows before, and what is done then.
+#include "shell/builds.h"
 #include "shell/commands.h"
 #include "shell/site_addresses.h"
 #include "shell/site_tasks.h"
@@ -59,6 +60,7 @@ TEST_F(SiteTasks, AnAddressIsAskedForAndKept)
         EXPECT_EQ(Fault(command, {"https://host.example/"}), "");
     }
     EXPECT_THAT(FindSiteTask("feed")->first_answers(workspace), ElementsAre(""));
+    EXPECT_EQ(KindOf([&] { BuildWorkDir(workspace); }), "");
     EXPECT_EQ(RunTask("sitemap-xml", {"https://host.example/"}), "");
     EXPECT_THAT(Content("site/sitemap.xml"),
                 HasSubstr("<loc>https://host.example/index.htm</loc>"));

@@ -22,7 +22,7 @@ MENUS = {
               "Create single html", "New News"],
     "Grab": ["Grab titles", "Grab & redirect", "Grab all", "Grab all trimmed"],
     "Site": ["Check", "Why does a line look so?", "Preview", "Show page in browser", "Build on save", "Undo renames",
-             "Make thumbnails", "Change encoding", "Write feeds", "Write site map for search engines",
+             "Make thumbnails", "Change encoding", "Write feeds", "Write XML site map",
              "Upload changed pages", "Recent folders", "Read again", "Begin a site", "Adopt pages...",
              "Choose an editor", "Manual"],
 }
@@ -35,7 +35,7 @@ WINDOWS = {
     "Undo renames": ("Undo renames", ["Undo", "Cancel"]),
     "Change encoding": ("Change encoding", ["Change", "Cancel"]),
     "Write feeds": ("Write feeds", ["Write", "Cancel"]),
-    "Write site map for search engines": ("Write site map for search engines", ["Write", "Cancel"]),
+    "Write XML site map": ("Write XML site map", ["Write", "Cancel"]),
     "Upload changed pages": ("Upload changed pages", ["Upload", "Cancel"]),
     "Adopt pages...": ("Adopt pages...", ["Adopt", "Browse...", "Cancel"]),
     "Calculate dimensions": ("Convert dimensions", []),
@@ -282,7 +282,7 @@ def check_feeds(kiv, folder):
     Kiv.keys("Return")
     wait("the feed", lambda: os.path.exists(folder + "/rss.xml"))
     wait("the window to close", lambda: not kiv.side_windows())
-    window = open_window(kiv, "Write site map for search engines", "")
+    window = open_window(kiv, "Write XML site map", "")
     field = next(n for n in walk(window) if n.get_role_name() == "text" and n.get_name() == "Address of the site")
     wait("the address", lambda: Atspi.Text.get_text(field.get_text_iface(), 0, -1) == address)
     close_side_windows(kiv)
