@@ -23,7 +23,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kColumns = 72;
+constexpr int kColumns = 84;
 constexpr int kRowsWithList = 20;
 
 constexpr ControlWords kLines = {"files", "Files", "What is changed or sent"};
@@ -150,6 +150,9 @@ void TaskWindow::AddList()
 void TaskWindow::Open()
 {
     BringUp();
+    // Only now it is known how wide the lines of the explanation are.
+    const int needed = layout()->totalHeightForWidth(width());
+    resize(width(), qMax(height(), needed));
     Look();
 }
 

@@ -100,11 +100,11 @@ std::string SummaryOf(const RenameTask& task, const RenameLook& look, Files& fil
     if (look.IsEmpty())
         return NothingToDo(task);
     if (count == 0)
-        summary = "No file is renamed: the run stops at the first one.";
+        summary = "No file will be renamed: the run stops at the first one.";
     else if (task.renamer == Renamer::undo)
-        summary = Counted(count, " name comes back", " names come back");
+        summary = Counted(count, " name will come back", " names will come back");
     else
-        summary = Counted(count, " file is renamed", " files are renamed");
+        summary = Counted(count, " file will be renamed", " files will be renamed");
     if (count > 0)
         summary += look.stops ? ", then the run stops." : ".";
     if (IsRoot(files.CurrentDirectory()))

@@ -104,13 +104,13 @@ class RenameWindowTest : public QObject {
         QCOMPARE(pairs.rowCount(), 3);
         QCOMPARE(pairs.index(2, 0).data().toString(), u"a3.txt"_s);
         QCOMPARE(pairs.index(2, 1).data().toString(), u"c3.txt"_s);
-        QCOMPARE(summary.text(), u"3 files are renamed."_s);
+        QCOMPARE(summary.text(), u"3 files will be renamed."_s);
         QVERIFY(!warning.isVisible());
         Fill(window, u"a"_s, u"b"_s); // the second name is taken
         QCOMPARE(pairs.rowCount(), 2);
         QVERIFY(pairs.index(0, 0).data(Qt::DecorationRole).isNull());
         QVERIFY(!pairs.index(1, 0).data(Qt::DecorationRole).isNull());
-        QCOMPARE(summary.text(), u"1 file is renamed, then the run stops."_s);
+        QCOMPARE(summary.text(), u"1 file will be renamed, then the run stops."_s);
         QVERIFY(warning.text().startsWith(u"cannot rename C:\\site\\a2.txt to "_s));
         Fill(window, u"q"_s, u"b"_s);
         QCOMPARE(pairs.rowCount(), 0);

@@ -178,7 +178,7 @@ class WorkTest : public QObject {
         desk.ChooseEntry(u"mnu_dirfix"_s);
         QVERIFY(desk.Exists("site/A B.htm"));
         QCOMPARE(Look(window).windowTitle(), u"Fix names"_s);
-        QCOMPARE(LookText(window), u"1 file is renamed."_s);
+        QCOMPARE(LookText(window), u"1 file will be renamed."_s);
         QCOMPARE(Find<QTreeView>(Look(window), u"pairs"_s).model()->rowCount(), 1);
         QCOMPARE(Faults(Look(window)), QString());
         Press(Look(window), u"cancel"_s);
@@ -205,7 +205,7 @@ class WorkTest : public QObject {
         QCOMPARE(desk.NamesIn("site"), (Texts{"A B.htm", "C D.htm"}));
         QCOMPARE(
             LookText(window),
-            u"2 files are renamed. The files have changed since they were shown: look again."_s);
+            u"2 files will be renamed. The files have changed since they were shown: look again."_s);
         Press(Look(window), u"rename"_s);
         QCOMPARE(desk.NamesIn("site"), (Texts{"a-b.htm", "c-d.htm"}));
     }
@@ -243,7 +243,7 @@ class WorkTest : public QObject {
         const MainWindow& window = desk.Start();
         desk.Window().workspace().RecordsFolder = "C:\\state\\kiv\\renames";
         desk.ChooseEntry(u"mnu_undorenames"_s);
-        QCOMPARE(LookText(window), u"1 name comes back."_s);
+        QCOMPARE(LookText(window), u"1 name will come back."_s);
         QVERIFY(desk.Exists("site/a-b.htm"));
         Press(Look(window), u"rename"_s);
         QCOMPARE(desk.NamesIn("site"), Texts{"A B.htm"});
@@ -261,7 +261,7 @@ class WorkTest : public QObject {
         desk.Put("site/a-b");
         const MainWindow& window = desk.Start();
         desk.ChooseEntry(u"mnu_dirfix"_s);
-        QCOMPARE(LookText(window), u"No file is renamed: the run stops at the first one."_s);
+        QCOMPARE(LookText(window), u"No file will be renamed: the run stops at the first one."_s);
         Press(Look(window), u"rename"_s);
         QCOMPARE(desk.boxes.texts.size(), 1);
         QVERIFY(desk.Status().startsWith(u"Failed: cannot rename C:\\site\\a b to "_s));

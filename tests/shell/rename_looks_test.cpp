@@ -25,14 +25,14 @@ TEST_F(RenameLooks, APairForEachFileAndNothingIsRenamed)
     RenameLook look = Look(Renamer::web_safe);
     EXPECT_THAT(look.pairs,
                 ElementsAre(RenamePair{"A b.htm", "a-b.htm"}, RenamePair{"d.JPG", "d.jpg"}));
-    EXPECT_EQ(look.summary, "2 files are renamed.");
+    EXPECT_EQ(look.summary, "2 files will be renamed.");
     EXPECT_EQ(look.warning, "");
     look = Look(Renamer::thumbnails);
     EXPECT_THAT(look.pairs,
                 ElementsAre(RenamePair{"c.gif", "c_t.gif"}, RenamePair{"d.JPG", "d_t.JPG"}));
     look = LookFor(".htm", ".html");
     EXPECT_THAT(look.pairs, ElementsAre(RenamePair{"A b.htm", "A b.html"}));
-    EXPECT_EQ(look.summary, "1 file is renamed.");
+    EXPECT_EQ(look.summary, "1 file will be renamed.");
     EXPECT_EQ(NamesIn("site"), (Texts{"A b.htm", "c.gif", "d.JPG", "e_t.jpg"}));
 }
 
@@ -42,7 +42,7 @@ TEST_F(RenameLooks, TheOneThatStopsTheRunIsNamed)
     const RenameLook look = LookFor("a", "b");
     EXPECT_THAT(look.pairs, ElementsAre(RenamePair{"a1", "b1"}));
     EXPECT_EQ(look.stops, (RenamePair{"a2", "b2"}));
-    EXPECT_EQ(look.summary, "1 file is renamed, then the run stops.");
+    EXPECT_EQ(look.summary, "1 file will be renamed, then the run stops.");
     EXPECT_THAT(look.warning, HasSubstr("cannot rename C:\\site\\a2 to C:\\site\\b2: "));
     EXPECT_EQ(KindOf([&] { RenameAndTell(workspace, "a", "b"); }), "file"); // and it does
     EXPECT_EQ(NamesIn("site"), (Texts{"a2", "a3", "b1", "b2"}));
@@ -66,7 +66,8 @@ TEST_F(RenameLooks, ARootIsCalledOne)
 {
     Put("A b");
     workspace.LookAt("C:\\");
-    EXPECT_EQ(Look(Renamer::web_safe).summary, "1 file is renamed. This is the root of a drive.");
+    EXPECT_EQ(Look(Renamer::web_safe).summary,
+              "1 file will be renamed. This is the root of a drive.");
 }
 
 TEST_F(RenameLooks, FilesThatHaveChangedSinceTheyWereSeenAreShownFirst)
@@ -83,7 +84,7 @@ TEST_F(RenameLooks, FilesThatHaveChangedSinceTheyWereSeenAreShownFirst)
     EXPECT_THAT(now->pairs,
                 ElementsAre(RenamePair{"A b", "a-b"}, RenamePair{"C D.htm", "c-d.htm"}));
     EXPECT_EQ(now->summary,
-              "2 files are renamed. The files have changed since they were shown: look again.");
+              "2 files will be renamed. The files have changed since they were shown: look again.");
     EXPECT_EQ(LookIfChanged(workspace, task, *now), std::nullopt); // these were seen
     Put("site/a-b"); // the same pairs, but the first one stops the run now
     EXPECT_TRUE(LookIfChanged(workspace, task, *now));
@@ -128,7 +129,7 @@ TEST_F(RenameLooks, WhatWasDoneIsToldAndTakenBackAlsoInTheNextRun)
     next.LookAt("C:\\site");
     const RenameLook look = LookAtRenames(next, {Renamer::undo});
     EXPECT_THAT(look.pairs, ElementsAre(RenamePair{"a-2", "a 2"}, RenamePair{"a-1", "a 1"}));
-    EXPECT_EQ(look.summary, "2 names come back.");
+    EXPECT_EQ(look.summary, "2 names will come back.");
     EXPECT_EQ(next.Run([&] { UndoAndTell(next); }), std::nullopt);
     EXPECT_EQ(reporter.status, "2 files have their old names again");
     EXPECT_EQ(NamesIn("site"), (Texts{"a 1", "a 2"}));
