@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <sstream>
 #include <string>
@@ -52,34 +53,70 @@ std::vector<std::string> Texts(const Json& list)
     return texts;
 }
 
-std::string Differences(const fs::path& drive, const std::string& section)
+/// What `kiv-cli` reports of a call.
+Json ReportOf(const fs::path& drive, const std::vector<std::string>& call)
 {
-    const TracedBuild traced(section, TracedBuild::What::section, drive);
     std::istringstream in;
     std::ostringstream out;
     std::ostringstream err;
     const CliSurroundings around{in, out, err, false,
                                  [](const char*) { return std::optional<std::string>(); }};
-    RunCli(
-        {"--json", "--drive-c", drive.string(), "--now", "2004-03-05T14:07:09", "build", section},
-        around);
-    const Json report = Json::Parse(out.str());
+    std::vector<std::string> arguments = {"--json", "--drive-c", drive.string(), "--now",
+                                          "2004-03-05T14:07:09"};
+    arguments.insert(arguments.end(), call.begin(), call.end());
+    RunCli(arguments, around);
+    return Json::Parse(out.str());
+}
+
+std::string Differences(const fs::path& drive, const std::string& section, TracedBuild::What what)
+{
+    const TracedBuild traced(section, what, drive);
+    const Json report =
+        ReportOf(drive, {what == TracedBuild::What::group ? "group" : "build", section});
     return traced.Differences(Texts(report["messages"]), Texts(report["files"]));
 }
+
+/// A copy of a site, as drive C:.
+class Copy {
+  public:
+    explicit Copy(const fs::path& site) { fs::copy(site, Drive(), fs::copy_options::recursive); }
+    fs::path Drive() const { return folder_.Path() / "c"; }
+
+    bool HasGroup(const std::string& section) const
+    {
+        return fs::exists(Native(section) / "_group.txt");
+    }
+
+  private:
+    fs::path Native(const std::string& path) const
+    {
+        std::string below = path.substr(3);
+        std::ranges::replace(below, '\\', '/');
+        return Drive() / PathOf(ToUtf8(below));
+    }
+
+    TemporaryFolder folder_;
+};
 
 TEST(TracedSites, EverySectionIsTheSameAndEveryLineIsToldOf)
 {
     int sections = 0;
+    int groups = 0;
     for (const fs::path& site : Sites()) {
-        const TemporaryFolder folder;
-        const fs::path drive = folder.Path() / "c";
-        fs::copy(site, drive, fs::copy_options::recursive);
-        for (const std::string& section : SectionsOf(drive)) {
-            EXPECT_EQ(Differences(drive, section), "") << site << ", " << section;
+        const Copy copy(site);
+        for (const std::string& section : SectionsOf(copy.Drive())) {
+            EXPECT_EQ(Differences(copy.Drive(), section, TracedBuild::What::section), "")
+                << site << ", " << section;
             ++sections;
+            if (!copy.HasGroup(section))
+                continue;
+            EXPECT_EQ(Differences(copy.Drive(), section, TracedBuild::What::group), "")
+                << site << ", the group of " << section;
+            ++groups;
         }
     }
     EXPECT_GE(sections, 10);
+    EXPECT_GE(groups, 2);
 }
 
 } // namespace
