@@ -112,7 +112,6 @@ void TaskWindow::AddFolderQuestion(QFormLayout& form, const TaskQuestion& questi
 {
     auto* const field = new QLineEdit(this);
     Describe(*field, {question.name, question.caption, question.tip});
-    field->setPlaceholderText(ToQt(question.tip));
     auto* const browse = MakeButton(kBrowse, this);
     browse->setObjectName(u"browse_"_s + ToQt(question.name));
     browse->setAutoDefault(false);

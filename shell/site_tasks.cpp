@@ -189,8 +189,9 @@ constexpr auto kTasks = std::to_array<SiteTask>({
     {.command = "adopt",
      .button = "Adopt",
      .explanation = "Makes a site of pages that are there already: a template, a page list and "
-                    "what they need, so that a build gives back the pages. The folder of the new "
-                    "site becomes the current one.",
+                    "what they need, so that a build gives back the pages. Without a folder of "
+                    "its own, the new site goes into one beside the pages. That folder becomes "
+                    "the current one.",
      .questions = kAdoptionQuestions,
      .fault = AdoptionFault,
      .run = AdoptPages},
