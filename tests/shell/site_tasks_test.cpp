@@ -46,8 +46,9 @@ TEST_F(SiteTasks, CommandsThatOpenOneHaveOne)
         const SiteTask* const task = FindSiteTask(command.name);
         EXPECT_EQ(task != nullptr, command.opens == Opens::task) << command.name;
         count += task != nullptr ? 1U : 0U;
-        if (task != nullptr && task->first_answers != nullptr)
+        if (task != nullptr && task->first_answers != nullptr) {
             EXPECT_EQ(task->first_answers(workspace).size(), task->questions.size());
+        }
     }
     EXPECT_EQ(count, 5U);
 }
