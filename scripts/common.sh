@@ -11,7 +11,8 @@ test_packages=(libgtest-dev libgmock-dev libbenchmark-dev tidy imagemagick
 # A screen, a window manager and a client for the test of the window from outside.
 outside_packages=(xvfb xauth openbox x11-utils dbus at-spi2-core python3-gi gir1.2-atspi-2.0)
 clang_packages=(clang lld clang-format clang-tidy) # Clang builds the tests with sanitizers, too
-windows_packages=(g++-mingw-w64-x86-64-posix wine64 fonts-wine fonts-liberation2 googletest nsis dpkg-dev file)
+windows_packages=(g++-mingw-w64-x86-64-posix wine64 fonts-wine fonts-liberation2 googletest nsis dpkg-dev file
+    ca-certificates) # a source of npm's registry is fetched where Debian's mirror lacks it
 windows_qt_packages=(qt6-base-dev qt6-base-dev-tools dpkg-dev)
 
 say() { printf '\n== %s\n' "$*"; }
