@@ -4,6 +4,7 @@
 #include "tests/cases/traced_build.h"
 #include "tests/support/folders.h"
 #include "tests/support/json.h"
+#include "text/text.h"
 #include "text/windows1252.h"
 
 #include <gtest/gtest.h>
@@ -87,6 +88,16 @@ class Copy {
         return fs::exists(Native(section) / "_group.txt");
     }
 
+    /// The lines of a file, without their ends; `path` is a drive path.
+    std::vector<std::string> LinesOf(const std::string& path) const
+    {
+        const std::string bytes = ReadBytes(Native(path));
+        std::vector<std::string> lines;
+        for (std::string_view rest = bytes; !rest.empty();)
+            lines.emplace_back(TakeLine(rest));
+        return lines;
+    }
+
   private:
     fs::path Native(const std::string& path) const
     {
@@ -117,6 +128,66 @@ TEST(TracedSites, EverySectionIsTheSameAndEveryLineIsToldOf)
     }
     EXPECT_GE(sections, 10);
     EXPECT_GE(groups, 2);
+}
+
+/// The lines that a place of a report is of, joined by CR LF.
+std::string TextAt(const Copy& copy, const Json& place)
+{
+    const std::vector<std::string> lines = copy.LinesOf(FromUtf8(place["file"].Text()));
+    std::string text;
+    for (int line = std::stoi(place["first"].Dump()); line <= std::stoi(place["last"].Dump());
+         ++line)
+        text += (text.empty() ? "" : "\r\n") + lines.at(static_cast<std::size_t>(line) - 1);
+    return text;
+}
+
+/// Each step goes on where the one before it ended, from a line of the source to that of the page.
+void ExpectChain(const Copy& copy, const Json& line, const std::string& on_page)
+{
+    const std::vector<Json> steps = line["steps"].Items();
+    const std::vector<Json> sources = line["sources"].Items();
+    std::string text =
+        sources.empty() ? steps.front()["before"].Text() : ToUtf8(TextAt(copy, sources.front()));
+    for (const Json& step : steps) {
+        EXPECT_EQ(step["before"].Text(), text);
+        text = step["after"].Text();
+    }
+    EXPECT_EQ(text, ToUtf8(on_page));
+    EXPECT_EQ(line["text"].Text(), ToUtf8(on_page));
+}
+
+/// The pages that a build of a section reports, without the lists that it leaves beside them.
+std::vector<std::string> PagesOf(const Copy& copy, const std::string& section)
+{
+    std::vector<std::string> pages = Texts(ReportOf(copy.Drive(), {"build", section})["files"]);
+    std::erase_if(pages, [](const std::string& file) {
+        return file.ends_with("_toc.txt") || file.ends_with("_sitemap.txt");
+    });
+    return pages;
+}
+
+// Every line of every page is held against its source above; here it is a report's words, of the
+// first and the last page of each section, as a call a page takes long.
+TEST(TracedSites, StoriesInReportsLeadFromTheSourceToThePage)
+{
+    const Copy copy(KIV_EXAMPLE);
+    int lines_told = 0;
+    for (const std::string& section : SectionsOf(copy.Drive())) {
+        const std::vector<std::string> pages = PagesOf(copy, section);
+        ASSERT_FALSE(pages.empty()) << section;
+        for (const std::string& file : {pages.front(), pages.back()}) {
+            const Json report = ReportOf(copy.Drive(), {"why", section, ToUtf8(file)});
+            const std::vector<std::string> page = copy.LinesOf(file);
+            const std::vector<Json> lines = report["lines"].Items();
+            ASSERT_EQ(lines.size(), page.size()) << file;
+            for (std::size_t i = 0; i < lines.size(); ++i) {
+                SCOPED_TRACE(file + ", line " + std::to_string(i + 1));
+                ExpectChain(copy, lines[i], page[i]);
+                ++lines_told;
+            }
+        }
+    }
+    EXPECT_GT(lines_told, 100);
 }
 
 } // namespace
