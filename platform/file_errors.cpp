@@ -29,10 +29,10 @@ bool IsMissing(FileReader& files, std::string_view path)
 
 RunError Refusal(std::string_view action, std::string_view path, const FileReason& reason)
 {
-    return {ErrorKind::file,
-            Joined({"cannot ", action, " ", path, ": ", reason.text}),
-            {},
-            std::string(reason.hint)};
+    RunError error(ErrorKind::file, Joined({"cannot ", action, " ", path, ": ", reason.text}), {},
+                   std::string(reason.hint));
+    error.may_pass = reason.may_pass;
+    return error;
 }
 
 } // namespace
@@ -48,7 +48,7 @@ void Refuse(std::string_view action, std::string_view path, const FileReason& re
 void RefuseWith(std::string_view action, std::string_view path, int error)
 {
     const std::string reason = SystemReason(error);
-    Refuse(action, path, {reason, SystemHint(error)});
+    Refuse(action, path, {reason, SystemHint(error), SystemMayPass(error)});
 }
 
 void RefuseStart(std::string_view command, const FileReason& reason)

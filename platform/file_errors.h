@@ -15,13 +15,14 @@ struct FileReason {
     {
     }
     /// The reason must outlive this.
-    FileReason(const std::string& reason, std::string_view what_to_do = {})
-        : text(reason), hint(what_to_do)
+    FileReason(const std::string& reason, std::string_view what_to_do = {}, bool passing = false)
+        : text(reason), hint(what_to_do), may_pass(passing)
     {
     }
 
     std::string_view text;
     std::string_view hint; // a sentence; "": nothing
+    bool may_pass = false; // by itself, when another program is done
 };
 
 // Reasons that several calls have.
@@ -78,5 +79,7 @@ std::string SystemWords(int error);
 std::string SystemReason(int error);
 /// What a user can do about it; "" when that is not known.
 std::string_view SystemHint(int error);
+/// Whether another program may be the cause, one that has the file in use for a moment.
+bool SystemMayPass(int error);
 
 } // namespace kiv

@@ -30,6 +30,7 @@ struct RunError : std::exception {
     KeptPlace where;  // filled in by the run when the spot does not know it
     std::string file; // absolute drive path of what cannot be used, the place when nobody knows one
     std::string hint; // what can be done, as a sentence; "": nothing
+    bool may_pass = false; // another program may be in the way for the moment
 
     RunError(ErrorKind error_kind, std::string error_text, const Place& place = {},
              std::string what_to_do = {})

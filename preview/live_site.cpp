@@ -71,6 +71,8 @@ std::optional<RunError> LiveSite::RunBuild(BuildCommand build)
     try {
         build(workspace_);
     } catch (const RunError& error) {
+        if (watched)
+            watched->FailsBy(error);
         return error;
     }
     if (watched)

@@ -64,7 +64,7 @@ void WatchLoop::RunBuild(Reporter& reporter, BuildRecord& record)
             face_.Build(workspace);
         });
         if (record.error)
-            watched.EndsAs(SourceWatch::Ended::failed);
+            watched.FailsBy(*record.error);
     } catch (const Stopped&) {
         record.was_stopped = true;
         watched.EndsAs(SourceWatch::Ended::stopped);

@@ -40,6 +40,12 @@ std::string_view SystemHint(int error)
     return known == kHints.end() ? std::string_view() : known->hint;
 }
 
+/// Folders that another machine lends have these of Windows' ways.
+bool SystemMayPass(int error)
+{
+    return error == EBUSY || error == ETXTBSY;
+}
+
 std::string SystemWords(int error)
 {
     return std::system_category().message(error);

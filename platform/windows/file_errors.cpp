@@ -1,6 +1,7 @@
 #include "platform/file_errors.h"
 
 #include "platform/windows/api.h"
+#include "platform/windows/patience.h"
 #include "platform/windows/wide_text.h"
 
 #include <algorithm>
@@ -36,6 +37,11 @@ std::string_view SystemHint(int error)
 {
     const auto known = std::ranges::find(kHints, error, &ErrorHint::error);
     return known == kHints.end() ? std::string_view() : known->hint;
+}
+
+bool SystemMayPass(int error)
+{
+    return IsInUse(static_cast<DWORD>(error));
 }
 
 std::string SystemWords(int error)

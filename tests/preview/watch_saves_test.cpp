@@ -126,14 +126,17 @@ class WatchSaves : public ShellTest {
         return Pages("clean");
     }
 
-    void ExpectClean(unsigned seed)
+    void ExpectClean(unsigned seed, const CliProcess& watch)
     {
         const test::FileTree clean = CleanPages();
         ASSERT_EQ(clean.size(), kPages + 2U);
-        // Windows lets nobody replace a page while it is read: pauses for the build.
-        ASSERT_TRUE(Becomes([&] { return Pages("site") == clean; }, milliseconds(100)))
+        // Windows lets nobody replace a page while it is read: pauses for the build, and time for
+        // those that are tried again.
+        ASSERT_TRUE(Becomes([&] { return Pages("site") == clean; }, milliseconds(250),
+                            std::chrono::seconds(40)))
             << "seed " << seed << "\n"
-            << test::Differences(clean, Pages("site"));
+            << test::Differences(clean, Pages("site")) << "watch has said:\n"
+            << watch.Out() << watch.Err();
     }
 };
 
@@ -148,12 +151,12 @@ TEST_F(WatchSaves, TheLastStateOfTheSourcesIsAlwaysBuilt)
     Saver saver(Native("site"), seed);
     for (int rest = 0; rest < kSaves / kRestEvery; ++rest) {
         saver.SaveSome();
-        ExpectClean(seed);
+        ExpectClean(seed, watch);
         if (HasFatalFailure())
             return;
     }
     std::this_thread::sleep_for(milliseconds(500));
-    ExpectClean(seed); // and it has stayed so
+    ExpectClean(seed, watch); // and it has stayed so
     EXPECT_GT(watch.Lines(), 5U) << "builds have hardly met the saves";
     EXPECT_THAT(watch.End(Ending::interrupted), test::IsAsked(0));
 }

@@ -88,5 +88,40 @@ TEST_F(WatcherTest, ABuildThatFailedIsNotDoneOverForWhatItWrote)
     EXPECT_FALSE(Look().build) << "it never comes to rest";
 }
 
+TEST_F(WatcherTest, ABuildHinderedByAnotherProgramIsTriedAgainAFewTimes)
+{
+    RunError held(ErrorKind::file, "cannot write C:\\site\\a.htm: another program has it");
+    held.may_pass = true;
+    // The build of `held`, then looks of 200 ms until the next one: how many.
+    const auto looks_until_next = [&] {
+        {
+            WatchedBuild build(watcher_);
+            drives_.ReadFile("C:\\site\\a.txt");
+            build.FailsBy(held);
+        }
+        now_ = std::chrono::steady_clock::now();
+        for (int looks = 1; looks <= 200; ++looks) {
+            const Watcher::Tick tick = Look();
+            if (tick.build) {
+                EXPECT_THAT(tick.sources, IsEmpty());
+                return looks;
+            }
+        }
+        return 0;
+    };
+    std::vector<int> looks;
+    for (int i = 0; i < 6; ++i)
+        looks.push_back(looks_until_next());
+    EXPECT_THAT(looks, ElementsAre(5, 10, 20, 40, 80, 0));
+
+    drives_.Put("site/a.txt", "another text"); // a save begins it anew
+    EXPECT_FALSE(Look().build);
+    EXPECT_TRUE(Look().build);
+    EXPECT_EQ(looks_until_next(), 5);
+
+    held.may_pass = false;
+    EXPECT_EQ(looks_until_next(), 0);
+}
+
 } // namespace
 } // namespace kiv
