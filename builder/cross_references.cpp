@@ -131,7 +131,7 @@ constexpr const char* kPageTold[] = {
 
 /// What `words()` gives, where anybody asks for it.
 template <typename Words>
-std::string Told(const MergedLine& line, Words words)
+std::string IfTraced(const MergedLine& line, Words words)
 {
     return line.tracer == nullptr ? std::string() : words();
 }
@@ -204,7 +204,7 @@ Expansion ExpandNumbered(const BracketUse& use, std::string_view definition, Mer
         for (int k = 2; k <= 10; ++k)
             ReplaceEach(filled, "!" + Decimal(k), "");
     }
-    return {std::move(filled), false, Told(line, [&] {
+    return {std::move(filled), false, IfTraced(line, [&] {
                 return definition.empty() ? std::string(kVanishes) : ", " + FilledWords(use);
             })};
 }
@@ -215,7 +215,7 @@ Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, Merg
     const Fields fields = FilledFields(use);
     if (definition.empty()) {
         build.messages.ShowBuildMessage(std::string(kNoPageRefWarning) + use.Line());
-        return {"", true, Told(line, [] { return kLineGoes; })};
+        return {"", true, IfTraced(line, [] { return kLineGoes; })};
     }
     const std::size_t bar = definition.find('|');
     if (bar == npos)
@@ -232,7 +232,7 @@ Expansion ExpandPageRef(const BracketUse& use, std::string_view definition, Merg
     });
     const std::string_view half = named ? definition.substr(0, bar) : definition.substr(bar + 1);
     return {Filled(half, fields, use.LineSize(), line.bound), false,
-            Told(line, [&] { return kPageTold[named ? 0 : 1] + IdWords(line, fields[1]); })};
+            IfTraced(line, [&] { return kPageTold[named ? 0 : 1] + IdWords(line, fields[1]); })};
 }
 
 Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, MergedLine& line)
@@ -241,7 +241,7 @@ Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Mer
     const Fields fields = FilledFields(use);
     if (definition.empty()) {
         build.messages.ShowBuildMessage(std::string(kNoGroupRefWarning));
-        return {"", true, Told(line, [] { return kLineGoes; })};
+        return {"", true, IfTraced(line, [] { return kLineGoes; })};
     }
     const std::vector<std::string_view> halves = Split(definition, '|');
     if (halves.size() < 3)
@@ -254,7 +254,7 @@ Expansion ExpandGroupRef(const BracketUse& use, std::string_view definition, Mer
     PageRecord& page = build.CurrentRecord();
     const std::string stem = build.CutToStem(page);
     const std::size_t part = GroupCase(fields, page, stem);
-    return {Filled(halves[part], fields, use.LineSize(), line.bound), false, Told(line, [&] {
+    return {Filled(halves[part], fields, use.LineSize(), line.bound), false, IfTraced(line, [&] {
                 return kGroupTold[part] + GroupWords(line, stem) +
                        (part == 2 ? std::string() : IdWords(line, fields[2]));
             })};

@@ -53,8 +53,8 @@ std::string Instead(Files& files, std::string_view missing)
     return name.empty() ? name : Joined({"Is it \"", name, "\"? Then give that file this name."});
 }
 
-std::string Told(Files& files, std::string_view missing, const std::string& instead,
-                 std::string_view how_to_begin)
+std::string NotThere(Files& files, std::string_view missing, const std::string& instead,
+                     std::string_view how_to_begin)
 {
     return Joined({"There is no ", missing, " in ", files.CurrentDirectory(), ". ",
                    instead.empty() ? how_to_begin : instead});
@@ -70,13 +70,13 @@ std::string Hint(Files& files, bool has_list, bool has_template)
                        ". Is this the folder of the site?"});
     std::string hint;
     if (!has_list)
-        hint = Told(files, kPageListFile, list,
-                    "Write one: each page begins with \"@FILE =\" and \"@TITLE =\".");
+        hint = NotThere(files, kPageListFile, list,
+                        "Write one: each page begins with \"@FILE =\" and \"@TITLE =\".");
     if (!has_list && !has_template)
         hint += ' ';
     if (!has_template)
-        hint += Told(files, kTemplateFile, frame,
-                     "Write one: a single \";\" will do for pages without a frame.");
+        hint += NotThere(files, kTemplateFile, frame,
+                         "Write one: a single \";\" will do for pages without a frame.");
     return hint;
 }
 

@@ -11,6 +11,11 @@ else()
         # GCC 12 sees overlaps in `"literal" + std::string(…)` that are not there.
         target_compile_options(kiv_options INTERFACE -Wno-restrict)
     endif()
+    if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # Where several files are compiled as one, GCC takes each of them for a header, in which a class may have no part
+        # of a type without a name elsewhere.
+        target_compile_options(kiv_options INTERFACE -Wno-subobject-linkage)
+    endif()
 endif()
 if(KIV_SANITIZE)
     add_compile_options(-fsanitize=${KIV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

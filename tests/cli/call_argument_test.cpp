@@ -6,14 +6,14 @@
 namespace kiv {
 namespace {
 
-struct Row {
+struct ArgumentRow {
     const char* path;
     const char* word;
 };
 
 TEST(CallArguments, APosixShellReadsThePathAndNothingElse)
 {
-    const Row rows[] = {
+    const ArgumentRow rows[] = {
         {"mill", "mill"},
         {"/srv/old-mill_2/a.b", "/srv/old-mill_2/a.b"},
         {"caf\xC3\xA9", "caf\xC3\xA9"},
@@ -28,13 +28,13 @@ TEST(CallArguments, APosixShellReadsThePathAndNothingElse)
         {"-a b", "'./-a b'"},
         {"a\nb", "'a\nb'"},
     };
-    for (const Row& row : rows)
+    for (const ArgumentRow& row : rows)
         EXPECT_EQ(PosixArgument(row.path), row.word) << row.path;
 }
 
 TEST(CallArguments, AWindowsShellReadsThePathAndNothingElse)
 {
-    const Row rows[] = {
+    const ArgumentRow rows[] = {
         {"C:\\mill", "C:\\mill"},
         {"old mill", "\"old mill\""},
         {"C:\\old mill\\", "\"C:\\old mill\\\\\""},
@@ -43,7 +43,7 @@ TEST(CallArguments, AWindowsShellReadsThePathAndNothingElse)
         {"a,b;c", "\"a,b;c\""},
         {"-news", ".\\-news"},
     };
-    for (const Row& row : rows)
+    for (const ArgumentRow& row : rows)
         EXPECT_EQ(WindowsArgument(row.path), row.word) << row.path;
 }
 

@@ -18,12 +18,12 @@ class CommandTable : public ShellTest {
     }
 };
 
-struct Row {
+struct CommandRow {
     const char* object_name;
     const char* caption;
 };
 
-void ExpectMenu(Menu menu, const std::vector<Row>& rows)
+void ExpectMenu(Menu menu, const std::vector<CommandRow>& rows)
 {
     std::size_t at = 0;
     for (const Command& command : Commands()) {

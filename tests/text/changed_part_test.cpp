@@ -7,14 +7,14 @@
 namespace kiv {
 namespace {
 
-struct Row {
+struct ChangeRow {
     std::string_view before, after;
     std::size_t from, taken, put;
 };
 
 TEST(ChangedPart, IsWhatCommonEndsLeave)
 {
-    const std::vector<Row> rows = {
+    const std::vector<ChangeRow> rows = {
         {"<b>@TITLE</b>", "<b>Us</b>", 3, 6, 2},
         {"same", "same", 4, 0, 0},
         {"", "", 0, 0, 0},
@@ -25,7 +25,7 @@ TEST(ChangedPart, IsWhatCommonEndsLeave)
         {"ab", "aXbXb", 1, 0, 3}, // the last "b" is the one of before
         {"one", "two", 0, 3, 3},
     };
-    for (const Row& row : rows) {
+    for (const ChangeRow& row : rows) {
         const ChangedPart part = ChangeBetween(row.before, row.after);
         EXPECT_EQ(part.from, row.from) << row.before << " " << row.after;
         EXPECT_EQ(part.taken, row.taken) << row.before << " " << row.after;
