@@ -26,7 +26,7 @@ struct ButtonPlace {
     int column;
     int columns;
 };
-constexpr int kColumns = 6;
+constexpr int kCommandColumns = 6;
 constexpr int kMarginColumns = 3; // characters beside a caption
 constexpr auto kPlaces = std::to_array<ButtonPlace>({
     {"Command1", 0, 0, 6},
@@ -188,7 +188,7 @@ void CommandControls::PlaceButtons()
         column_width = std::max(column_width, (text + margin) / place.columns);
         grid->addWidget(button, place.row, place.column, 1, place.columns);
     }
-    for (int column = 0; column < kColumns; ++column) {
+    for (int column = 0; column < kCommandColumns; ++column) {
         grid->setColumnMinimumWidth(column, column_width);
         grid->setColumnStretch(column, 1);
     }

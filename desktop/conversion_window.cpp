@@ -18,7 +18,7 @@ namespace kiv {
 
 namespace {
 
-constexpr int kColumns = 52;
+constexpr int kConversionColumns = 52;
 
 struct BoxWords {
     bool ConversionBoxes::*box;
@@ -80,7 +80,7 @@ ConversionDialog::ConversionDialog(CommandDesk& desk, QWidget* parent)
     buttons->addWidget(do_it);
     buttons->addWidget(exit);
     GiveMnemonics(*this);
-    resize(fontMetrics().averageCharWidth() * kColumns, sizeHint().height());
+    resize(fontMetrics().averageCharWidth() * kConversionColumns, sizeHint().height());
 
     connect(do_it, &QPushButton::clicked, this, &ConversionDialog::PressDoIt);
     connect(exit, &QPushButton::clicked, this, &QDialog::close);

@@ -31,8 +31,8 @@ namespace kiv {
 
 namespace {
 
-constexpr int kColumns = 80;
-constexpr int kRows = 26;
+constexpr int kDirectoryColumns = 80;
+constexpr int kDirectoryRows = 26;
 constexpr int kPathRole = Qt::UserRole;
 
 constexpr ControlWords kPath = {"path", "Path",
@@ -158,7 +158,8 @@ DirectoryWindow::DirectoryWindow(CommandDesk& desk, QWidget* parent)
     column->addLayout(MakeButtons());
     GiveMnemonics(*this);
     folders_->setFocus();
-    resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().lineSpacing() * kRows);
+    resize(fontMetrics().averageCharWidth() * kDirectoryColumns,
+           fontMetrics().lineSpacing() * kDirectoryRows);
     new FolderDrop(this, [this](const std::string& native) { GoToPath(native); });
 }
 

@@ -18,7 +18,7 @@ namespace kiv {
 
 namespace {
 
-constexpr int kColumns = 56; // of a command with a path
+constexpr int kEditorColumns = 56; // of a command with a path
 
 QComboBox* MakeChoice(QWidget* parent, Workspace& workspace)
 {
@@ -28,7 +28,7 @@ QComboBox* MakeChoice(QWidget* parent, Workspace& workspace)
                         "shown; without %f the file is put at the end"});
     editors->setAccessibleName(QStringLiteral("Editor"));
     editors->setEditable(true);
-    editors->setMinimumWidth(editors->fontMetrics().averageCharWidth() * kColumns);
+    editors->setMinimumWidth(editors->fontMetrics().averageCharWidth() * kEditorColumns);
     for (const std::string& command :
          InstalledEditors(workspace.machine().programs, workspace.ProgramFolders))
         editors->addItem(ToQt(command));

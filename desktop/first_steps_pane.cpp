@@ -23,7 +23,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kColumns = 64;
+constexpr int kFirstStepsColumns = 64;
 
 constexpr ControlWords kBegin = {"BeginSite", "Begin a site",
                                  "Makes three pages, a template and a style sheet"};
@@ -42,7 +42,7 @@ void Explain(QCommandLinkButton& button, const ControlWords& words)
     button.setDescription(ToQt(words.tip));
     // Else the least is the caption alone.
     QWidget& widget = button;
-    const int width = widget.fontMetrics().averageCharWidth() * kColumns;
+    const int width = widget.fontMetrics().averageCharWidth() * kFirstStepsColumns;
     widget.setMinimumSize(width, widget.heightForWidth(width));
 }
 

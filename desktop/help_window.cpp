@@ -15,8 +15,8 @@ namespace kiv {
 
 namespace {
 
-constexpr int kColumns = 96;
-constexpr int kRows = 30;
+constexpr int kHelpColumns = 96;
+constexpr int kHelpRows = 30;
 
 constexpr ControlWords kManual = {"manual", "Manual", "Open the whole manual in the browser"};
 constexpr ControlWords kClose = {"Command1", "close", "Close this window"};
@@ -65,7 +65,7 @@ HelpWindow::HelpWindow(CommandDesk& desk, QWidget* parent)
     GiveMnemonics(*this);
 
     const QFontMetrics metrics = box_->fontMetrics();
-    resize(metrics.horizontalAdvance(u'0') * kColumns, metrics.lineSpacing() * kRows);
+    resize(metrics.horizontalAdvance(u'0') * kHelpColumns, metrics.lineSpacing() * kHelpRows);
 }
 
 void HelpWindow::Fill()

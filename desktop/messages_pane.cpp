@@ -29,14 +29,15 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kShownLines = 3;
+constexpr int kShownMessages = 3;
 constexpr int kWidestPlace = 32; // characters
 
-constexpr ControlWords kFilter = {"FilterMessages", "Filter",
-                                  "Show only the messages that hold this text (Ctrl+F)"};
-constexpr ControlWords kList = {"Messages", "Messages",
-                                "What builds, checks and other commands had to tell; a double "
-                                "click or Enter opens the line of a message in the editor"};
+constexpr ControlWords kMessagesFilter = {"FilterMessages", "Filter",
+                                          "Show only the messages that hold this text (Ctrl+F)"};
+constexpr ControlWords kMessagesList = {
+    "Messages", "Messages",
+    "What builds, checks and other commands had to tell; a double "
+    "click or Enter opens the line of a message in the editor"};
 constexpr ControlWords kCopy = {"CopyMessages", "Copy",
                                 "Copy the selected messages, or all of them (Ctrl+C)"};
 
@@ -44,7 +45,7 @@ constexpr ControlWords kCopy = {"CopyMessages", "Copy",
 
 MessagesPane::MessagesPane(QWidget* parent)
     : QWidget(parent), model_(new MessagesModel(this)), found_(new QSortFilterProxyModel(this)),
-      filter_(new FilterBar(kFilter, this)), list_(new QTreeView(this)),
+      filter_(new FilterBar(kMessagesFilter, this)), list_(new QTreeView(this)),
       detail_(new QPlainTextEdit(this)), halves_(new QSplitter(Qt::Vertical, this))
 {
     setObjectName(u"MessagesPane"_s);
@@ -76,15 +77,15 @@ void MessagesPane::MakeList()
     found_->setSortRole(MessagesModel::kSortRole);
     found_->setFilterCaseSensitivity(Qt::CaseInsensitive);
     found_->setSortCaseSensitivity(Qt::CaseInsensitive);
-    Describe(*list_, kList);
-    list_->setAccessibleName(ToQt(kList.caption));
+    Describe(*list_, kMessagesList);
+    list_->setAccessibleName(ToQt(kMessagesList.caption));
     list_->setModel(found_);
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);
     list_->setAlternatingRowColors(true);
     list_->setAllColumnsShowFocus(true);
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    list_->setMinimumHeight(fontMetrics().lineSpacing() * kShownLines);
+    list_->setMinimumHeight(fontMetrics().lineSpacing() * kShownMessages);
     list_->header()->setSortIndicatorClearable(true);
     list_->header()->setSortIndicator(-1, Qt::AscendingOrder);
     list_->setSortingEnabled(true);

@@ -26,9 +26,9 @@ namespace kiv {
 
 namespace {
 
-constexpr int kColumns = 124;
+constexpr int kNewsColumns = 124;
 constexpr int kNameColumns = 16; // of a code, a date and a letter
-constexpr int kRows = 38;
+constexpr int kNewsRows = 38;
 constexpr int kSiteColumns = 3;
 
 struct NewsEntryLine {
@@ -114,7 +114,8 @@ NewsWindow::NewsWindow(CommandDesk& desk, QWidget* parent)
     column->addLayout(MakeButtons());
     GiveMnemonics(*this);
     lines_[kFileNameLine]->setFocus();
-    resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().lineSpacing() * kRows);
+    resize(fontMetrics().averageCharWidth() * kNewsColumns,
+           fontMetrics().lineSpacing() * kNewsRows);
 }
 
 QLayout* NewsWindow::MakeHeader()

@@ -24,22 +24,24 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kShownLines = 4;
+constexpr int kShownPages = 4;
 constexpr int kWidestFile = 32; // characters
 constexpr int kWidestFate = 24;
 
-constexpr ControlWords kFilter = {"FilterPages", "Filter",
-                                  "Show only the pages whose number, file, title or last build "
-                                  "holds this text (Ctrl+F)"};
-constexpr ControlWords kList = {"Pages", "Pages",
-                                "The pages of the page list; a double click or Enter opens the "
-                                "place of one in the editor"};
+constexpr ControlWords kPagesFilter = {
+    "FilterPages", "Filter",
+    "Show only the pages whose number, file, title or last build "
+    "holds this text (Ctrl+F)"};
+constexpr ControlWords kPagesList = {
+    "Pages", "Pages",
+    "The pages of the page list; a double click or Enter opens the "
+    "place of one in the editor"};
 
 } // namespace
 
 PagesPane::PagesPane(CommandDesk& desk, QWidget* parent)
     : QWidget(parent), desk_(desk), model_(new PagesModel(this)),
-      found_(new QSortFilterProxyModel(this)), filter_(new FilterBar(kFilter, this)),
+      found_(new QSortFilterProxyModel(this)), filter_(new FilterBar(kPagesFilter, this)),
       trouble_(MakeTrouble(u"PagesTrouble"_s, this)), list_(new QTreeView(this))
 {
     setObjectName(u"PagesPane"_s);
@@ -62,15 +64,15 @@ void PagesPane::MakeList()
     found_->setSortCaseSensitivity(Qt::CaseInsensitive);
     found_->setRecursiveFilteringEnabled(true);
     found_->setAutoAcceptChildRows(true); // all pages of a folder that is called so
-    Describe(*list_, kList);
-    list_->setAccessibleName(ToQt(kList.caption));
+    Describe(*list_, kPagesList);
+    list_->setAccessibleName(ToQt(kPagesList.caption));
     list_->setModel(found_);
     list_->setTreePosition(PagesModel::kFile);
     list_->setUniformRowHeights(true);
     list_->setAlternatingRowColors(true);
     list_->setAllColumnsShowFocus(true);
     list_->setExpandsOnDoubleClick(false); // it opens the page list
-    list_->setMinimumHeight(fontMetrics().lineSpacing() * kShownLines);
+    list_->setMinimumHeight(fontMetrics().lineSpacing() * kShownPages);
     list_->header()->setSortIndicatorClearable(true);
     list_->header()->setSortIndicator(-1, Qt::AscendingOrder);
     list_->setSortingEnabled(true);

@@ -17,10 +17,10 @@ namespace kiv {
 
 namespace {
 
-constexpr int kColumns = 72;
-constexpr int kRows = 22;
+constexpr int kLookColumns = 72;
+constexpr int kLookRows = 22;
 
-constexpr ControlWords kRename = {"rename", "Rename", "Give the files their new names"};
+constexpr ControlWords kLookRename = {"rename", "Rename", "Give the files their new names"};
 constexpr ControlWords kUndo = {"rename", "Undo", "Give the files their old names again"};
 constexpr ControlWords kCancel = {"cancel", "Cancel", "Close this window and rename nothing"};
 
@@ -33,7 +33,7 @@ RenameLookWindow::RenameLookWindow(CommandDesk& desk, QWidget* parent)
     folder_ = MakeReadout("folder", "The folder whose files are renamed", this);
     pairs_ = new RenamePairs(this);
     pairs_->on_return = [this] { Refresh(); };
-    rename_ = MakeButton(kRename, this);
+    rename_ = MakeButton(kLookRename, this);
     rename_->setDefault(true);
     auto* const cancel = MakeButton(kCancel, this);
     auto* const buttons = new QHBoxLayout;
@@ -43,7 +43,8 @@ RenameLookWindow::RenameLookWindow(CommandDesk& desk, QWidget* parent)
     column->addWidget(folder_);
     column->addWidget(pairs_, 1);
     column->addLayout(buttons);
-    resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().lineSpacing() * kRows);
+    resize(fontMetrics().averageCharWidth() * kLookColumns,
+           fontMetrics().lineSpacing() * kLookRows);
     connect(rename_, &QPushButton::clicked, this, &RenameLookWindow::PressRename);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
@@ -54,7 +55,7 @@ void RenameLookWindow::OpenFor(std::string_view caption, const RenameTask& task,
     task_ = task;
     run_ = std::move(run);
     setWindowTitle(ShownCaption(caption));
-    const ControlWords& words = task.renamer == Renamer::undo ? kUndo : kRename;
+    const ControlWords& words = task.renamer == Renamer::undo ? kUndo : kLookRename;
     rename_->setText(AsShown(words.caption));
     Describe(*rename_, words);
     GiveMnemonics(*this);

@@ -17,8 +17,8 @@ namespace kiv {
 
 namespace {
 
-constexpr int kColumns = 72;
-constexpr int kRows = 24;
+constexpr int kRenameColumns = 72;
+constexpr int kRenameRows = 24;
 
 constexpr ControlWords kFind = {"find", "Find",
                                 "The text to look for in every file name; case matters"};
@@ -54,7 +54,8 @@ RenameWindow::RenameWindow(CommandDesk& desk, QWidget* parent)
     buttons->addWidget(rename);
     GiveMnemonics(*this);
     find_->setFocus();
-    resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().lineSpacing() * kRows);
+    resize(fontMetrics().averageCharWidth() * kRenameColumns,
+           fontMetrics().lineSpacing() * kRenameRows);
 
     for (const QLineEdit* const field : {find_, replacement_})
         connect(field, &QLineEdit::textChanged, this, &RenameWindow::Look);

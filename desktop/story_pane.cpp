@@ -32,7 +32,7 @@ using namespace Qt::StringLiterals;
 
 constexpr int kPageColumns = 16;   // characters of a page's name
 constexpr int kWidestColumns = 36; // characters of a source's place
-constexpr int kShownLines = 2;
+constexpr int kShownStoryLines = 2;
 constexpr int kShownStory = 2;
 
 constexpr ControlWords kPages = {"page", "Page", "The page whose lines are shown"};
@@ -96,7 +96,7 @@ void StoryPane::MakeList()
     lines_->setAllColumnsShowFocus(true);
     lines_->header()->setStretchLastSection(true);
     const int line = fontMetrics().lineSpacing();
-    lines_->setMinimumHeight(line * kShownLines);
+    lines_->setMinimumHeight(line * kShownStoryLines);
     story_->setMinimumHeight(line * kShownStory);
 }
 

@@ -23,7 +23,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kColumns = 84;
+constexpr int kTaskColumns = 84;
 constexpr int kRowsWithList = 20;
 
 constexpr ControlWords kLines = {"files", "Files", "What is changed or sent"};
@@ -79,7 +79,7 @@ TaskWindow::TaskWindow(CommandDesk& desk, QWidget* parent, const Command& comman
     buttons->addWidget(cancel);
     GiveMnemonics(*this);
     const int rows = task_.look != nullptr ? kRowsWithList : 0;
-    resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().lineSpacing() * rows);
+    resize(fontMetrics().averageCharWidth() * kTaskColumns, fontMetrics().lineSpacing() * rows);
     connect(run_, &QPushButton::clicked, this, &TaskWindow::Press);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
