@@ -12,12 +12,13 @@ namespace kiv {
 namespace {
 
 constexpr std::size_t kWindow = 200; // lines at each end that are looked at
-constexpr std::size_t kMostFamilies = 5;
-constexpr std::size_t kMostRuns = 8;     // at each end
-constexpr std::size_t kLeastLength = 40; // of a run, in characters, its lines' ends among them
-constexpr std::size_t kSamples = 5;      // pages that are tried as the pattern of a family
-constexpr std::size_t kWitnesses = 30;   // pages that tell how good a pattern is
-constexpr std::size_t kLearnedFrom = 6;  // pages that are compared for their menus
+constexpr std::size_t kMostFamilies = 8;
+constexpr std::size_t kMostInVain = 3000; // pages that are compared with patterns none looks like
+constexpr std::size_t kMostRuns = 8;      // at each end
+constexpr std::size_t kLeastLength = 40;  // of a run, in characters, its lines' ends among them
+constexpr std::size_t kSamples = 5;       // pages that are tried as the pattern of a family
+constexpr std::size_t kWitnesses = 30;    // pages that tell how good a pattern is
+constexpr std::size_t kLearnedFrom = 6;   // pages that are compared for their menus
 
 using Lines = std::vector<std::string_view>;
 using Numbers = std::vector<std::size_t>;
@@ -241,7 +242,7 @@ std::size_t LengthOf(const SharedRun& run)
     return length;
 }
 
-/// How much of the ends of some pages stands on a page, too, in characters.
+/// How much of the ends of some other pages stands on a page, too, in characters.
 std::size_t Likeness(const std::vector<ComparedPage>& pages, std::size_t pattern,
                      const Numbers& witnesses)
 {
@@ -250,19 +251,21 @@ std::size_t Likeness(const std::vector<ComparedPage>& pages, std::size_t pattern
         const Lines end = EndOf(*pages[pattern].lines, is_head);
         const std::unordered_set<std::string_view> known(end.begin(), end.end());
         for (const std::size_t page : witnesses)
-            for (const std::string_view line : EndOf(*pages[page].lines, is_head))
-                likeness += known.contains(line) ? line.size() + 2 : 0;
+            if (page != pattern) // a long page would look most like itself
+                for (const std::string_view line : EndOf(*pages[page].lines, is_head))
+                    likeness += known.contains(line) ? line.size() + 2 : 0;
     }
     return likeness;
 }
 
-/// The page that most others look like.
-std::size_t ChoosePattern(const std::vector<ComparedPage>& pages, const Numbers& open)
+/// The page of `choices` that most open ones look like.
+std::size_t ChoosePattern(const std::vector<ComparedPage>& pages, const Numbers& open,
+                          const Numbers& choices)
 {
     const Numbers witnesses = SpreadOver(open, kWitnesses);
-    std::size_t best = open.front();
+    std::size_t best = choices.front();
     std::size_t most = 0;
-    for (const std::size_t page : SpreadOver(open, kSamples)) {
+    for (const std::size_t page : SpreadOver(choices, kSamples)) {
         const std::size_t likeness = Likeness(pages, page, witnesses);
         if (likeness > most) {
             best = page;
@@ -302,9 +305,9 @@ bool Belongs(const PageFamily& family, std::size_t page, std::size_t lines)
     return own > 0 && (own * 2 >= all || (is_at_end && own >= kLeastLength));
 }
 
-PageFamily FindFamily(const std::vector<ComparedPage>& pages, const Numbers& open, MenuForms& menus)
+PageFamily FindFamily(const std::vector<ComparedPage>& pages, const Numbers& open,
+                      std::size_t pattern, MenuForms& menus)
 {
-    const std::size_t pattern = ChoosePattern(pages, open);
     PageFamily family;
     family.runs = EndMatch(pages, open, pattern, true, menus).Runs();
     for (SharedRun& run : EndMatch(pages, open, pattern, false, menus).Runs())
@@ -332,12 +335,19 @@ std::vector<PageFamily> FindFamilies(const std::vector<ComparedPage>& pages, Men
         if (!pages[i].lines->empty())
             open.push_back(i);
     std::vector<PageFamily> families;
-    while (open.size() >= 2 && families.size() < kMostFamilies) {
-        PageFamily family = FindFamily(pages, open, menus);
-        if (family.pages.size() < 2)
-            break;
+    Numbers choices = open; // pages that may be the pattern of a family
+    std::size_t in_vain = 0;
+    while (!choices.empty() && families.size() < kMostFamilies && in_vain < kMostInVain) {
+        const std::size_t pattern = ChoosePattern(pages, open, choices);
+        PageFamily family = FindFamily(pages, open, pattern, menus);
+        if (family.pages.size() < 2) {
+            std::erase(choices, pattern); // others may still look like each other
+            in_vain += open.size();
+            continue;
+        }
         std::erase_if(
             open, [&](std::size_t page) { return std::ranges::binary_search(family.pages, page); });
+        choices = open;
         families.push_back(std::move(family));
     }
     std::ranges::stable_sort(families, std::greater(),
