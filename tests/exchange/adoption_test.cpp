@@ -346,6 +346,14 @@ class SeveralHands : public Adoptions {
             Put("old/" + page.name, page.above + page.below);
     }
 
+    static std::string Numbers(int count)
+    {
+        std::string lines;
+        for (int i = 0; i < count; ++i)
+            lines += "<p>number " + std::to_string(i) + "\r\n";
+        return lines;
+    }
+
     struct Page {
         std::string name;
         std::string above; // the foot
@@ -357,7 +365,9 @@ class SeveralHands : public Adoptions {
         {"c.htm", kOldHead + "<P>Wheat\r\n", "</BODY>\r\n</HTML>\r\n"},
         {"d.htm", kNewHead + "<p>Stone\r\n", "  </body></html>\r\n"},
         {"e.htm", kNewHead + "<p>Wheel\r\n", "  </body></html>\r\n"},
-        {"long.htm", "<h1>Nothing like it</h1>\r\n<p>1\r\n</body>\r\n<p>2\r\n<p>3\r\n<p>4\r\n",
+        {"big.htm",
+         "<h1>Nothing like it, and longer than all others together</h1>\r\n" + Numbers(60) +
+             "</body>\r\n<p>and on\r\n",
          "</body>\r\n<!-- end -->\r\n"},
         {"open.htm", "<p>No end</body>\r\n", ""},
         {"void.htm", "", ""}};
@@ -370,6 +380,7 @@ TEST_F(SeveralHands, EachLookHasItsParts)
               "8 pages adopted: 8 with the same bytes, 0 the same but for line ends");
     for (const char* const name : {"a.htm", "b.htm", "c.htm", "d.htm", "e.htm"})
         EXPECT_EQ(WayOf(adoption, name), "shared") << name;
+    EXPECT_EQ(WayOf(adoption, "big.htm"), "naked");
     EXPECT_EQ(Content("new/_parts/head1.txt"), kOldHead);
     EXPECT_EQ(Content("new/_parts/look2-head1.txt"), kNewHead);
 }
