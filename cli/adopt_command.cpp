@@ -84,8 +84,9 @@ void RunAdopt(CallDesk& desk, const GivenValues& given)
     for (const AdoptedPage& page : adoption.pages)
         text += PageLine(page);
     const std::string seen = SeenFrom(shell, NativeOrDrive(paths, target));
-    Append(text, {"Next:\n  kiv-cli ", adoption.sections.size() > 1 ? "group " : "build ",
-                  CallArgument(seen), "  makes the pages\n"});
+    if (!adoption.sections.empty()) // there is a list
+        Append(text, {"Next:\n  kiv-cli ", adoption.sections.size() > 1 ? "group " : "build ",
+                      CallArgument(seen), "  makes the pages\n"});
     desk.report.guide = text;
 }
 

@@ -21,6 +21,8 @@ using Sources = std::vector<std::string>;
 constexpr std::size_t kMostSourceLines = 36000;
 // What is longer has a file of its own.
 constexpr std::size_t kLongestInList = 400;
+// The part that each page has at its foot, whatever it looks like.
+constexpr std::string_view kFootPart = "foot";
 
 /// What is kept out of the list to make room in it.
 struct Thrift {
@@ -40,9 +42,10 @@ constexpr std::array<Thrift, 9> kThrifts = {{{true, 3000},
 
 /// How a run is included.
 struct RunSource {
-    Sources lines;          // of a page
-    std::size_t count = 0;  // of source lines that these stand for
-    Sources template_lines; // the same in a template
+    Sources lines;           // of a page
+    std::size_t count = 0;   // of source lines that these stand for
+    Sources template_lines;  // the same in a template
+    std::size_t foot = npos; // which of them the foot stands before
 };
 
 class SourceWriter {
@@ -58,6 +61,7 @@ class SourceWriter {
   private:
     void WriteRuns(std::size_t family);
     void WriteRun(std::size_t family, std::size_t number, const std::string& name);
+    void AddParts(RunSource& source, std::span<const CodedLine> lines, const std::string& name);
     void AddPart(RunSource& source, std::span<const CodedLine> lines, const std::string& name,
                  bool is_merged);
     std::string Header() const;
@@ -67,11 +71,15 @@ class SourceWriter {
     void WriteShared(const PlannedPage& page);
     bool HasTemplated() const;
     void WriteSpan(const PlannedPage& page, const OwnSpan& span);
-    void WriteSource(const RunSource& source);
+    void WriteOwn(const PlannedPage& page, const OwnSpan& span);
+    void WriteFoot();
+    void WriteSource(const RunSource& source, bool has_foot);
     void WritePiece(std::size_t piece);
     void WriteLines(std::span<const std::string_view> lines, const PlannedPage& page);
     void WriteLine(std::string_view line);
     std::string Template() const;
+    Sources SharedTemplate() const;
+    std::string FootPath() const { return Joined({plan_.parts, "\\", kFootPart, ".txt"}); }
 
     const SectionPlan& plan_;
     Thrift thrift_;
@@ -80,7 +88,22 @@ class SourceWriter {
     std::map<std::size_t, RunSource> pieces_;  // those that are used, by their numbers
     std::string list_;
     std::size_t count_ = 0;
+    bool has_foot_ = false; // of some page
 };
+
+bool IsFoot(std::string_view line)
+{
+    return StartsWithNoCase(Trim(line), "</body");
+}
+
+/// The line of a run that a foot stands before, or npos.
+std::size_t FootOfRun(const SharedRun& run)
+{
+    for (std::size_t i = run.lines.size(); i-- > 0;)
+        if (IsFoot(run.lines[i].Plain()))
+            return i;
+    return npos;
+}
 
 bool IsSaid(const CodedLine& line)
 {
@@ -101,26 +124,40 @@ void SourceWriter::AddPart(RunSource& source, std::span<const CodedLine> lines,
     source.count += is_merged ? lines.size() : 1;
 }
 
-/// A run is one part where it can; else what cannot be said is parted from what has variables.
+/// Lines are one part where they can; else what cannot be said is parted from what has variables.
+void SourceWriter::AddParts(RunSource& source, std::span<const CodedLine> lines,
+                            const std::string& name)
+{
+    const auto next_name = [&] {
+        const std::size_t count = source.lines.size();
+        return count == 0 ? name : name + static_cast<char>('a' + count);
+    };
+    const bool has_codes = std::ranges::any_of(lines, &CodedLine::HasCodes);
+    const bool is_said = std::ranges::all_of(lines, IsSaid);
+    if (!has_codes || (is_said && thrift_.merges_plain_runs))
+        return AddPart(source, lines, next_name(), is_said && thrift_.merges_plain_runs);
+    for (std::size_t first = 0; first < lines.size();) {
+        std::size_t end = first + 1;
+        while (end < lines.size() && lines[end].HasCodes() == lines[first].HasCodes())
+            ++end;
+        AddPart(source, lines.subspan(first, end - first), next_name(), lines[first].HasCodes());
+        first = end;
+    }
+}
+
+/// What stands before the foot and what stands behind it are parts of their own.
 void SourceWriter::WriteRun(std::size_t family, std::size_t number, const std::string& name)
 {
     const SharedRun& run = plan_.families[family].runs[number];
     RunSource& source = runs_[family].emplace_back();
     const std::span<const CodedLine> lines(run.lines);
-    const bool has_codes = std::ranges::any_of(lines, &CodedLine::HasCodes);
-    const bool is_said = std::ranges::all_of(lines, IsSaid);
-    if (!has_codes || (is_said && thrift_.merges_plain_runs))
-        return AddPart(source, lines, name, is_said && thrift_.merges_plain_runs);
-    int part = 0;
-    for (std::size_t first = 0; first < lines.size();) {
-        std::size_t end = first + 1;
-        while (end < lines.size() && lines[end].HasCodes() == lines[first].HasCodes())
-            ++end;
-        const std::string suffix =
-            ++part == 1 ? "" : std::string(1, static_cast<char>('a' + part - 1));
-        AddPart(source, lines.subspan(first, end - first), name + suffix, lines[first].HasCodes());
-        first = end;
-    }
+    const std::size_t foot = FootOfRun(run);
+    if (foot == npos)
+        return AddParts(source, lines, name);
+    if (foot > 0)
+        AddParts(source, lines.first(foot), name);
+    source.foot = source.lines.size();
+    AddParts(source, lines.subspan(foot), name);
 }
 
 void SourceWriter::WriteLine(std::string_view line)
@@ -160,6 +197,9 @@ std::string SourceWriter::Header() const
     std::string header = Joined({"; The pages of ", plan_.name,
                                  ", as they were adopted.\r\n; What pages share is in ",
                                  plan_.parts, ", what stands by itself in ", plan_.texts, ".\r\n"});
+    if (has_foot_)
+        Append(header,
+               {"; What you write into ", FootPath(), " stands at the foot of every page.\r\n"});
     const auto has_it = [](const auto& file) { return Contains(file.second, kNothing); };
     if (Contains(list_, kNothing) || Contains(Template(), kNothing) ||
         std::ranges::any_of(files_.Files(), has_it))
@@ -213,24 +253,38 @@ void SourceWriter::WriteShared(const PlannedPage& page)
 {
     const std::size_t number = static_cast<std::size_t>(&page - plan_.pages.data());
     const std::vector<SharedRun>& runs = plan_.families[page.family].runs;
+    const std::size_t foot = FootOf(page.page->lines);
     std::size_t next = 0;
     for (std::size_t i = 0; i < runs.size(); ++i) {
         const std::size_t start = runs[i].starts[number];
         if (start == npos)
             continue;
         WriteSpan(page, {next, start});
-        WriteSource(runs_[page.family][i]);
+        const std::size_t foot_of_run = FootOfRun(runs[i]);
+        WriteSource(runs_[page.family][i], foot_of_run != npos && start + foot_of_run == foot);
         next = start + runs[i].lines.size();
     }
     WriteSpan(page, {next, page.page->lines.size()});
 }
 
 /// The lines of a run or a piece.
-void SourceWriter::WriteSource(const RunSource& source)
+void SourceWriter::WriteSource(const RunSource& source, bool has_foot)
 {
-    for (const std::string& line : source.lines)
-        WriteLine(line);
+    for (std::size_t i = 0; i < source.lines.size(); ++i) {
+        if (has_foot && i == source.foot)
+            WriteFoot();
+        WriteLine(source.lines[i]);
+    }
     count_ += source.count - source.lines.size();
+}
+
+/// The part is empty: it is there for what all pages are to have.
+void SourceWriter::WriteFoot()
+{
+    if (!has_foot_)
+        files_.AddPart(kFootPart, "");
+    has_foot_ = true;
+    WriteLine("++" + FootPath());
 }
 
 void SourceWriter::WritePiece(std::size_t piece)
@@ -243,11 +297,21 @@ void SourceWriter::WritePiece(std::size_t piece)
         AddPart(known->second, lines, "piece" + std::to_string(pieces_.size()),
                 thrift_.merges_plain_runs && std::ranges::all_of(lines, IsSaid));
     }
-    WriteSource(known->second);
+    WriteSource(known->second, false);
+}
+
+void SourceWriter::WriteSpan(const PlannedPage& page, const OwnSpan& span)
+{
+    const std::size_t foot = FootOf(page.page->lines);
+    if (page.way == Way::templated || foot < span.first || foot >= span.end)
+        return WriteOwn(page, span);
+    WriteOwn(page, {span.first, foot});
+    WriteFoot();
+    WriteOwn(page, {foot, span.end});
 }
 
 /// A page's own lines, and the pieces among them that others have, too.
-void SourceWriter::WriteSpan(const PlannedPage& page, const OwnSpan& span)
+void SourceWriter::WriteOwn(const PlannedPage& page, const OwnSpan& span)
 {
     const std::span<const std::string_view> lines(page.page->lines);
     std::size_t next = span.first;
@@ -281,12 +345,18 @@ void SourceWriter::WritePage(const PlannedPage& page)
     if (page.way == Way::templated)
         return WriteTemplated(page);
     WriteLine("@NAKED");
+    if (page.way == Way::as_is) {
+        if (!page.page->bytes.empty())
+            WriteLine(SayAsItIs(WithoutLastEnd(page.page->bytes), page.name, files_));
+        return;
+    }
+    const std::size_t lines = page.page->lines.size();
     if (page.way == Way::shared)
         WriteShared(page);
-    else if (page.way == Way::naked)
-        WriteSpan(page, {0, page.page->lines.size()});
-    else if (!page.page->bytes.empty())
-        WriteLine(SayAsItIs(WithoutLastEnd(page.page->bytes), page.name, files_));
+    else
+        WriteSpan(page, {0, lines});
+    if (FootOf(page.page->lines) == lines)
+        WriteFoot();
 }
 
 /// The runs of a family that most of its pages have.
@@ -336,29 +406,46 @@ std::size_t HeadSize(const SectionPlan& plan, const PageFamily& family)
     return size;
 }
 
-/// What most pages share, with the mark where they have most of their own.
-std::string SourceWriter::Template() const
+/// The parts that most pages have, with the mark where these have most of their own.
+Sources SourceWriter::SharedTemplate() const
 {
-    if (HasTemplated()) {
-        Sources lines = plan_.fit.head;
-        lines.push_back(plan_.fit.mark);
-        lines.insert(lines.end(), plan_.fit.tail.begin(), plan_.fit.tail.end());
-        return WithEnds(lines);
-    }
-    if (plan_.families.empty())
-        return WithEnds(Sources{"<html>", "<head>", "<title>@TITLE</title>", "</head>", "<body>",
-                                "<!--BODY HERE-->", "</body>", "</html>"});
     Sources lines = {"; What most pages share. Adopted pages include the same parts."};
+    const std::string foot_line = "+" + FootPath();
     const std::vector<std::size_t> common = CommonRuns(plan_.families.front());
     const std::size_t head = HeadSize(plan_, plan_.families.front());
     for (std::size_t i = 0; i <= common.size(); ++i) {
         if (i == head)
             lines.emplace_back("<!--BODY HERE-->");
-        if (i < common.size()) {
-            const Sources& sources = runs_[0][common[i]].template_lines;
-            lines.insert(lines.end(), sources.begin(), sources.end());
+        if (i == common.size())
+            break;
+        const RunSource& run = runs_[0][common[i]];
+        for (std::size_t part = 0; part < run.template_lines.size(); ++part) {
+            if (has_foot_ && part == run.foot)
+                lines.push_back(foot_line);
+            lines.push_back(run.template_lines[part]);
         }
     }
+    if (has_foot_ && std::ranges::find(lines, foot_line) == lines.end())
+        lines.push_back(foot_line);
+    return lines;
+}
+
+std::string SourceWriter::Template() const
+{
+    Sources lines;
+    if (HasTemplated()) {
+        lines = plan_.fit.head;
+        lines.push_back(plan_.fit.mark);
+        lines.insert(lines.end(), plan_.fit.tail.begin(), plan_.fit.tail.end());
+    } else if (!plan_.families.empty()) {
+        return WithEnds(SharedTemplate());
+    } else {
+        lines = {"<html>",  "<head>", "<title>@TITLE</title>",
+                 "</head>", "<body>", "<!--BODY HERE-->",
+                 "</body>", "</html>"};
+    }
+    if (has_foot_)
+        lines.insert(std::ranges::find_if(lines, IsFoot), "+" + FootPath());
     return WithEnds(lines);
 }
 
@@ -392,20 +479,35 @@ SourceTexts SourceWriter::Write()
 
 } // namespace
 
+std::size_t FootOf(const std::vector<std::string_view>& lines)
+{
+    const auto last = std::find_if(lines.rbegin(), lines.rend(), IsFoot);
+    return last == lines.rend() ? lines.size()
+                                : static_cast<std::size_t>(std::distance(last, lines.rend())) - 1;
+}
+
 std::vector<OwnSpan> OwnSpansOf(const SectionPlan& plan, std::size_t page)
 {
     const PlannedPage& planned = plan.pages[page];
     if (planned.way == Way::templated)
         return {{plan.fit.pages[page].first, plan.fit.pages[page].end}};
+    const std::size_t foot = FootOf(planned.page->lines);
     std::vector<OwnSpan> spans;
+    const auto add = [&](std::size_t first, std::size_t end) {
+        if (first < foot && foot < end) {
+            spans.push_back({first, foot});
+            first = foot;
+        }
+        spans.push_back({first, end});
+    };
     std::size_t next = 0;
     if (planned.way == Way::shared)
         for (const SharedRun& run : plan.families[planned.family].runs)
             if (const std::size_t start = run.starts[page]; start != npos) {
-                spans.push_back({next, start});
+                add(next, start);
                 next = start + run.lines.size();
             }
-    spans.push_back({next, planned.page->lines.size()});
+    add(next, planned.page->lines.size());
     return spans;
 }
 

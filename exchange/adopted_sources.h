@@ -41,7 +41,12 @@ struct SectionPlan {
     std::string texts;
 };
 
-/// The lines of a page that its list has, those that no template and no run gives it.
+/// The line of a page, from 0, that its foot stands before: the one that begins with "</body", else
+/// its end.
+std::size_t FootOf(const std::vector<std::string_view>& lines);
+
+/// The lines of a page that its list has, those that no template and no run gives it. None goes on
+/// over the page's foot.
 std::vector<OwnSpan> OwnSpansOf(const SectionPlan& plan, std::size_t page);
 
 /// Texts by the names of their files, as seen from the section's folder.

@@ -2,6 +2,8 @@
 
 #include "text/text.h"
 
+#include <algorithm>
+#include <array>
 #include <optional>
 
 namespace kiv {
@@ -75,11 +77,93 @@ void TakeNeighbour(PageHints& hints, const Tag& tag, std::string_view address)
         hints.previous = address;
 }
 
+/// The tag or entity that begins a text, with its end; a sign alone where it is neither.
+std::string_view MarkupAt(std::string_view text)
+{
+    constexpr std::size_t kLongestEntity = 10;
+    const std::size_t end = text.find(text.front() == '<' ? '>' : ';');
+    const bool is_markup = end != npos && (text.front() == '<' || end <= kLongestEntity);
+    return text.substr(0, is_markup ? end + 1 : 1);
+}
+
+/// The letters of what a link shows, as capitals, one blank between words: its text and the "alt"
+/// of its pictures, up to a colon. `rest` is what stands behind its tag.
+std::string WordsOf(std::string_view rest)
+{
+    constexpr std::size_t kLongest = 300; // what is longer is no button
+    rest = rest.substr(0, kLongest);
+    rest = rest.substr(0, FindNoCase(rest, "</a"));
+    std::string shown;
+    while (!rest.empty()) {
+        if (rest.front() != '<' && rest.front() != '&') {
+            shown += rest.front();
+            rest.remove_prefix(1);
+            continue;
+        }
+        const std::string_view markup = MarkupAt(rest);
+        shown += ' ';
+        if (const Tag tag{markup.substr(1)}; tag.Is("img"))
+            shown.append(tag.Attribute("alt")).append(" ");
+        rest.remove_prefix(markup.size());
+    }
+    std::string words(Before(shown, ':'));
+    for (char& c : words)
+        c = AsciiUpper(c) >= 'A' && AsciiUpper(c) <= 'Z' ? AsciiUpper(c) : ' ';
+    return OneLine(words);
+}
+
+/// Which neighbour a link's words call: 1 the next page, -1 the previous one, 0 none. "Back" and
+/// "Forward" may mean other pages as well.
+struct Called {
+    int neighbour = 0;
+    bool is_certain = true;
+};
+
+Called CalledBy(std::string_view words)
+{
+    constexpr std::array<std::string_view, 6> kKinds = {"",        "PAGE", "CHAPTER",
+                                                        "SECTION", "PART", "CLASS"};
+    const std::string_view word = Before(words, ' ');
+    const std::string_view kind = FromChar(words, word.size() + 2);
+    if (std::ranges::find(kKinds, kind) == kKinds.end())
+        return {};
+    if (word == "NEXT" || word == "FORWARD")
+        return {1, word == "NEXT"};
+    if (word == "PREVIOUS" || word == "PREV" || word == "BACK")
+        return {-1, word != "BACK"};
+    return {};
+}
+
+/// Keeps the first link that is called so; one that certainly is goes before one that may be.
+class CalledNeighbours {
+  public:
+    void Take(std::string_view behind_tag, std::string_view address)
+    {
+        const Called called = CalledBy(WordsOf(behind_tag));
+        if (called.neighbour == 0 || address.empty())
+            return;
+        std::string& kept = called.neighbour > 0 ? next_[called.is_certain ? 0 : 1]
+                                                 : previous_[called.is_certain ? 0 : 1];
+        if (kept.empty())
+            kept = address;
+    }
+    void Tell(PageHints& hints) const
+    {
+        hints.called_previous = previous_[previous_[0].empty() ? 1 : 0];
+        hints.called_next = next_[next_[0].empty() ? 1 : 0];
+    }
+
+  private:
+    std::array<std::string, 2> previous_; // certain, perhaps
+    std::array<std::string, 2> next_;
+};
+
 } // namespace
 
 PageHints HintsOf(std::string_view bytes)
 {
     PageHints hints;
+    CalledNeighbours called;
     bool has_title = false;
     for (std::size_t at = bytes.find('<'); at != npos; at = bytes.find('<', at + 1)) {
         const std::string_view rest = bytes.substr(at + 1);
@@ -103,10 +187,13 @@ PageHints HintsOf(std::string_view bytes)
         } else if (tag.Is("a") || tag.Is("link")) {
             const std::string_view address = tag.Attribute("href");
             TakeNeighbour(hints, tag, address);
-            if (tag.Is("a") && !address.empty())
+            if (tag.Is("a") && !address.empty()) {
                 hints.links.emplace_back(address);
+                called.Take(FromChar(rest, tag.text.size() + 2), address);
+            }
         }
     }
+    called.Tell(hints);
     return hints;
 }
 

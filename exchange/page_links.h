@@ -9,9 +9,11 @@ namespace kiv {
 
 /// What the tags of a page tell. Addresses are as they stand there.
 struct PageHints {
-    std::string title; // on one line, no blanks around it; "" when there is none
-    std::string previous;
+    std::string title;    // on one line, no blanks around it; "" when there is none
+    std::string previous; // as its tags say by "rel" or "accesskey"
     std::string next;
+    std::string called_previous; // where a link leads that is called "Previous", "Back" or the like
+    std::string called_next;
     std::vector<std::string> links; // in the order of the page
 };
 

@@ -72,11 +72,47 @@ class Ordering {
         next_.assign(pages_.size(), npos);
         has_previous_.assign(pages_.size(), false);
         for (std::size_t i = 0; i < pages_.size(); ++i)
-            Join(i, NumberOf(LinkTarget(hints_[i].next, pages_[i].name)));
+            Join(i, TargetOf(i, hints_[i].next));
         for (std::size_t i = 0; i < pages_.size(); ++i)
-            Join(NumberOf(LinkTarget(hints_[i].previous, pages_[i].name)), i);
+            Join(TargetOf(i, hints_[i].previous), i);
+        JoinCalled();
         for (std::size_t i = 0; i < pages_.size(); ++i)
             linked_ += next_[i] != npos || has_previous_[i] ? 1U : 0U;
+    }
+
+    std::size_t TargetOf(std::size_t page, const std::string& address) const
+    {
+        return NumberOf(LinkTarget(address, pages_[page].name));
+    }
+
+    /// By what links are called, where no tag says it. "Back" often leads to the page above: what
+    /// one page says counts where the other one says the same, or nothing, and no third page has a
+    /// link of that name to it.
+    void JoinCalled()
+    {
+        std::vector<std::size_t> next(pages_.size(), npos);
+        std::vector<std::size_t> previous(pages_.size(), npos);
+        std::vector<int> called_next(pages_.size());
+        std::vector<int> called_previous(pages_.size());
+        for (std::size_t i = 0; i < pages_.size(); ++i) {
+            const PageHints& hints = hints_[i];
+            next[i] = TargetOf(i, hints.next.empty() ? hints.called_next : hints.next);
+            previous[i] =
+                TargetOf(i, hints.previous.empty() ? hints.called_previous : hints.previous);
+            if (next[i] != npos)
+                ++called_next[next[i]];
+            if (previous[i] != npos)
+                ++called_previous[previous[i]];
+        }
+        for (std::size_t i = 0; i < pages_.size(); ++i) {
+            const std::size_t on = next[i];
+            if (on != npos && (previous[on] == i || (previous[on] == npos && called_next[on] == 1)))
+                Join(i, on);
+            const std::size_t back = previous[i];
+            if (back != npos &&
+                (next[back] == i || (next[back] == npos && called_previous[back] == 1)))
+                Join(back, i);
+        }
     }
 
     void Join(std::size_t page, std::size_t next)

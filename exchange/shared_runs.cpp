@@ -4,6 +4,7 @@
 #include "text/text.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <unordered_set>
 
@@ -12,7 +13,10 @@ namespace kiv {
 namespace {
 
 constexpr std::size_t kWindow = 200; // lines at each end that are looked at
-constexpr std::size_t kMostFamilies = 5;
+constexpr std::size_t kMostFamilies = 12;
+constexpr std::size_t kMostInVain = 3000; // pages that are compared with patterns none looks like
+// What is common is so to a fourth of the pages; of those that are left then, to fewer.
+constexpr std::array<std::size_t, 2> kParts = {4, 16};
 constexpr std::size_t kMostRuns = 8;     // at each end
 constexpr std::size_t kLeastLength = 40; // of a run, in characters, its lines' ends among them
 constexpr std::size_t kSamples = 5;      // pages that are tried as the pattern of a family
@@ -60,7 +64,8 @@ class EndMatch {
             Match(i);
     }
 
-    std::vector<SharedRun> Runs() const;
+    /// Those that a page of every `part` has, two of them at the least.
+    std::vector<SharedRun> Runs(std::size_t part) const;
 
   private:
     void LearnMenus();
@@ -184,12 +189,12 @@ SharedRun EndMatch::MakeRun(std::size_t first, std::size_t last, const Numbers& 
     return run;
 }
 
-std::vector<SharedRun> EndMatch::Runs() const
+std::vector<SharedRun> EndMatch::Runs(std::size_t part) const
 {
     Numbers all(open_.size());
     for (std::size_t i = 0; i < all.size(); ++i)
         all[i] = i;
-    const std::size_t least = std::max<std::size_t>(2, open_.size() / 4);
+    const std::size_t least = std::max<std::size_t>(2, open_.size() / part);
     std::vector<std::pair<std::size_t, SharedRun>> runs; // with their lengths
     for (std::size_t first = 0; first < ways_.size();) {
         Numbers having = PagesWith(first, all, false);
@@ -241,7 +246,7 @@ std::size_t LengthOf(const SharedRun& run)
     return length;
 }
 
-/// How much of the ends of some pages stands on a page, too, in characters.
+/// How much of the ends of some other pages stands on a page, too, in characters.
 std::size_t Likeness(const std::vector<ComparedPage>& pages, std::size_t pattern,
                      const Numbers& witnesses)
 {
@@ -250,25 +255,27 @@ std::size_t Likeness(const std::vector<ComparedPage>& pages, std::size_t pattern
         const Lines end = EndOf(*pages[pattern].lines, is_head);
         const std::unordered_set<std::string_view> known(end.begin(), end.end());
         for (const std::size_t page : witnesses)
-            for (const std::string_view line : EndOf(*pages[page].lines, is_head))
-                likeness += known.contains(line) ? line.size() + 2 : 0;
+            if (page != pattern) // a long page would look most like itself
+                for (const std::string_view line : EndOf(*pages[page].lines, is_head))
+                    likeness += known.contains(line) ? line.size() + 2 : 0;
     }
     return likeness;
 }
 
-/// The page that most others look like.
-std::size_t ChoosePattern(const std::vector<ComparedPage>& pages, const Numbers& open)
+struct Pattern {
+    std::size_t page = 0;
+    std::size_t likeness = 0; // 0: it has no line that another one has, too
+};
+
+/// The page of `choices` that most open ones look like.
+Pattern ChoosePattern(const std::vector<ComparedPage>& pages, const Numbers& open,
+                      const Numbers& choices)
 {
     const Numbers witnesses = SpreadOver(open, kWitnesses);
-    std::size_t best = open.front();
-    std::size_t most = 0;
-    for (const std::size_t page : SpreadOver(open, kSamples)) {
-        const std::size_t likeness = Likeness(pages, page, witnesses);
-        if (likeness > most) {
-            best = page;
-            most = likeness;
-        }
-    }
+    Pattern best{choices.front(), 0};
+    for (const std::size_t page : SpreadOver(choices, kSamples))
+        if (const std::size_t likeness = Likeness(pages, page, witnesses); likeness > best.likeness)
+            best = {page, likeness};
     return best;
 }
 
@@ -302,12 +309,12 @@ bool Belongs(const PageFamily& family, std::size_t page, std::size_t lines)
     return own > 0 && (own * 2 >= all || (is_at_end && own >= kLeastLength));
 }
 
-PageFamily FindFamily(const std::vector<ComparedPage>& pages, const Numbers& open, MenuForms& menus)
+PageFamily FindFamily(const std::vector<ComparedPage>& pages, const Numbers& open,
+                      std::size_t pattern, std::size_t part, MenuForms& menus)
 {
-    const std::size_t pattern = ChoosePattern(pages, open);
     PageFamily family;
-    family.runs = EndMatch(pages, open, pattern, true, menus).Runs();
-    for (SharedRun& run : EndMatch(pages, open, pattern, false, menus).Runs())
+    family.runs = EndMatch(pages, open, pattern, true, menus).Runs(part);
+    for (SharedRun& run : EndMatch(pages, open, pattern, false, menus).Runs(part))
         family.runs.push_back(std::move(run));
     for (const std::size_t page : open) {
         PartRuns(family, page);
@@ -323,6 +330,30 @@ PageFamily FindFamily(const std::vector<ComparedPage>& pages, const Numbers& ope
     return family;
 }
 
+/// Takes the families out of the open pages whose runs one page of every `part` has.
+void TakeFamilies(const std::vector<ComparedPage>& pages, Numbers& open, std::size_t part,
+                  MenuForms& menus, std::vector<PageFamily>& families)
+{
+    Numbers choices = open; // pages that may be the pattern of a family
+    std::size_t in_vain = 0;
+    while (!choices.empty() && families.size() < kMostFamilies && in_vain < kMostInVain) {
+        const Pattern pattern = ChoosePattern(pages, open, choices);
+        // Pages may still be alike where all their lines have variables: one is tried for that.
+        if (pattern.likeness == 0 && (in_vain > 0 || part != kParts.front()))
+            return;
+        PageFamily family = FindFamily(pages, open, pattern.page, part, menus);
+        if (family.pages.size() < 2) {
+            std::erase(choices, pattern.page); // others may still look like each other
+            in_vain += open.size();
+            continue;
+        }
+        std::erase_if(
+            open, [&](std::size_t page) { return std::ranges::binary_search(family.pages, page); });
+        choices = open;
+        families.push_back(std::move(family));
+    }
+}
+
 } // namespace
 
 std::vector<PageFamily> FindFamilies(const std::vector<ComparedPage>& pages, MenuForms& menus)
@@ -332,14 +363,8 @@ std::vector<PageFamily> FindFamilies(const std::vector<ComparedPage>& pages, Men
         if (!pages[i].lines->empty())
             open.push_back(i);
     std::vector<PageFamily> families;
-    while (open.size() >= 2 && families.size() < kMostFamilies) {
-        PageFamily family = FindFamily(pages, open, menus);
-        if (family.pages.size() < 2)
-            break;
-        std::erase_if(
-            open, [&](std::size_t page) { return std::ranges::binary_search(family.pages, page); });
-        families.push_back(std::move(family));
-    }
+    for (const std::size_t part : kParts)
+        TakeFamilies(pages, open, part, menus, families);
     std::ranges::stable_sort(families, std::greater(),
                              [](const PageFamily& family) { return family.pages.size(); });
     return families;

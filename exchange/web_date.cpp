@@ -72,7 +72,7 @@ std::optional<WebTime> TimeOfNewsDate(std::string_view date)
     const std::chrono::year_month_day when{
         std::chrono::year{NumericHead(words[2])}, std::chrono::month{MonthOf(words[0])},
         std::chrono::day{static_cast<unsigned>(NumericHead(day))}};
-    if (!when.ok())
+    if (!when.ok() || when.year() < std::chrono::year{1}) // XML's dates know no year 0
         return std::nullopt;
     return std::chrono::sys_days{when}.time_since_epoch().count() * kDay;
 }

@@ -1,6 +1,6 @@
 #include "exchange/xml_text.h"
 
-#include "text/windows1252.h"
+#include "exchange/xml_characters.h"
 
 #include <pugixml.hpp>
 
@@ -9,26 +9,6 @@
 namespace kiv {
 
 namespace {
-
-/// Whether XML 1.0 has the character.
-bool IsXmlCharacter(char32_t point)
-{
-    if (point < 0x20)
-        return point == '\t' || point == '\n' || point == '\r';
-    return point != 0xFFFE && point != 0xFFFF;
-}
-
-std::string XmlCharacters(std::string_view utf8)
-{
-    std::string text;
-    while (!utf8.empty()) {
-        const Utf8Character character = FirstUtf8(utf8);
-        if (character.size > 0 && IsXmlCharacter(character.point))
-            text.append(utf8.substr(0, character.size));
-        utf8.remove_prefix(character.size > 0 ? character.size : 1);
-    }
-    return text;
-}
 
 /// Elements are no deeper than those who call nest them.
 void AddElement(pugi::xml_node parent, const XmlElement& element)

@@ -6,7 +6,7 @@ root=$PWD
 build_packages=(g++ cmake ninja-build libboost-dev libcli11-dev libgumbo-dev libpugixml-dev nlohmann-json3-dev
     libstb-dev)
 desktop_packages=(qt6-base-dev qt6-base-dev-tools fonts-dejavu-core)
-test_packages=(libgtest-dev libgmock-dev libbenchmark-dev tidy imagemagick
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev tidy imagemagick libxml2-utils
     chromium chromium-driver python3-selenium zsh fish man-db appstream)
 # A screen, a window manager and a client for the test of the window from outside.
 outside_packages=(xvfb xauth openbox x11-utils dbus at-spi2-core python3-gi gir1.2-atspi-2.0)

@@ -88,6 +88,9 @@ std::vector<FeedItem> Items(const Site& site)
     if (items.empty())
         for (const PublishedPage& page : site.published.pages)
             items.push_back(ItemOf(page));
+    for (FeedItem& item : items)
+        if (item.title.empty()) // readers show something, or nothing at all
+            item.title = item.address;
     std::ranges::stable_sort(items, std::ranges::greater(), &FeedItem::time);
     if (items.size() > kMostItems)
         items.resize(kMostItems);

@@ -1,6 +1,7 @@
 #include "shell/published_pages.h"
 
 #include "exchange/web_address.h"
+#include "exchange/xml_characters.h"
 #include "inspect/declared_charset.h"
 #include "platform/drive_path.h"
 #include "platform/machine.h"
@@ -115,7 +116,7 @@ class Collector {
 
 std::string WebText(std::string_view text, bool is_utf8)
 {
-    return is_utf8 ? std::string(text) : ToUtf8(text);
+    return XmlCharacters(is_utf8 ? std::string(text) : ToUtf8(text));
 }
 
 PublishedSite PublishedPages(Machine& machine, const BuiltSections& sections, std::string_view base)

@@ -22,7 +22,7 @@ struct PublishedPage {
     bool is_utf8; // as it declares
 };
 
-/// A text of the page list as UTF-8.
+/// A text of the page list as UTF-8, without what XML cannot hold.
 std::string WebText(std::string_view text, bool is_utf8);
 
 /// The pages of a site and the folder that they are published from.

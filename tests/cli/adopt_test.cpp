@@ -5,6 +5,7 @@ namespace kiv {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 class AdoptCommand : public CliTest {
@@ -36,6 +37,15 @@ TEST_F(AdoptCommand, TellsOfEachPage)
     EXPECT_EQ(Call({"build", NativeOf("new"), "--strict"}).code, 0);
     EXPECT_EQ(Content("new/bread.htm"), Content("old/bread.htm"));
     EXPECT_EQ(Content("new/mill.css"), "p { margin: 0 }");
+}
+
+TEST_F(AdoptCommand, OffersNoBuildWhereThereAreNoPages)
+{
+    Put("notes/a.txt", "a");
+    const Printed printed = Call({"adopt", NativeOf("notes"), "--to", NativeOf("new")});
+    EXPECT_THAT(printed.out, StartsWith("0 pages adopted"));
+    EXPECT_THAT(printed.out, Not(HasSubstr("Next:")));
+    EXPECT_EQ(NamesIn("new"), (Texts{"a.txt"}));
 }
 
 TEST_F(AdoptCommand, ReportsAsJson)

@@ -135,6 +135,42 @@ TEST_F(PublishCommands, NothingOfYoursIsWrittenOver)
     EXPECT_EQ(Call({"feed", "C:\\site"}).code, 2);
 }
 
+#ifdef KIV_XMLLINT
+/// Whether a file of the site is valid by a schema, as a program that others have made says.
+bool IsValid(const std::string& file, const std::string& schema)
+{
+    const std::string call = std::string(KIV_XMLLINT) +
+                             " --noout --nonet --relaxng '" KIV_ROOT "/scripts/schemas/" + schema +
+                             "' '" + file + "' 2>/dev/null";
+    return std::system(call.c_str()) == 0;
+}
+
+TEST_F(PublishCommands, WhatIsWrittenIsValidWhateverTheListHolds)
+{
+    const std::string odd = "\x01<b> ]]> & &bogus; --> \"x\" ' \x80\x9D\xFF \x7F";
+    const std::string pages = "@FILE = index\n@TITLE = \x02\n@DESCRIPTION = " + odd +
+                              "\nx\n@FILE = a & 'b' #1%\n@TITLE = " + odd +
+                              "\nx\n@FILE = caf\xE9\n@TITLE = \nx\n";
+    const std::string news =
+        "!!1[March 5, 0|index|Year 0|||]\n!!1[March 5, 1|caf\xE9|\x03|\x04|\x05| ]\n"
+        "!!1[May 1, 9999|a & 'b' #1%|" +
+        odd + "|" + odd + "|]|" + odd + "]\n";
+    for (const std::string& list : {pages, pages + news}) {
+        Put("site/_html.txt", list);
+        Build();
+        const std::string items = list == pages ? "3 items\n" : "2 items\n";
+        EXPECT_EQ(Call({"feed", "C:\\site", "--base", kBase}).out,
+                  "rss.xml and atom.xml: " + items);
+        EXPECT_EQ(Call({"sitemap-xml", "C:\\site", "--base", kBase}).out, "sitemap.xml: 3 pages\n");
+        EXPECT_THAT(Content("site/rss.xml"),
+                    HasSubstr("<title>https://h.example/m/caf%C3%A9.htm</title>"));
+        for (const std::string name : {"rss", "atom", "sitemap"})
+            EXPECT_TRUE(IsValid(NativeOf("site/" + name + ".xml"), name + ".rng")) << name;
+    }
+    EXPECT_FALSE(IsValid(NativeOf("site/rss.xml"), "atom.rng")); // it does look
+}
+#endif
+
 class EncodeCommand : public PublishCommands {
   protected:
     EncodeCommand()

@@ -1,6 +1,8 @@
 // Uploads by programs that are really started.
 #include "cli_desk.h"
 
+#include <filesystem>
+
 namespace kiv {
 namespace {
 
@@ -10,7 +12,10 @@ class UploadCommand : public CliTest {
   protected:
     UploadCommand()
     {
-        variables["XDG_STATE_HOME"] = Native("state").string();
+        for (const char* const name : {"XDG_STATE_HOME", "LOCALAPPDATA"})
+            variables[name] = Native("state").make_preferred().string();
+        std::filesystem::copy_file(KIV_UPLOAD_SENDER, Native("send.exe"));
+        std::filesystem::copy_file(KIV_UPLOAD_SENDER, Native("send2.exe"));
         Put("site/_template.txt", "<!--BODY HERE-->\n");
         Put("site/_html.txt", "@FILE = a\n@TITLE = A\n<img src=\"pics/sea side.gif\">\n"
                               "@FILE = b\n@TITLE = B\nb\n@FILE = c\n@TITLE = C\n++c.txt\n");
@@ -30,7 +35,9 @@ class UploadCommand : public CliTest {
         call.insert(call.end(), options.begin(), options.end());
         return Call(call);
     }
-    /// What the script has noted, which begins anew then.
+    /// At which file, or "all", the program fails from now on; "": at none.
+    void FailAt(const std::string& name) const { Put("site/fails", name); }
+    /// What the program has noted, which begins anew then.
     std::string Sent() const
     {
         const std::string sent = Exists("site/sent") ? Content("site/sent") : "";
@@ -41,8 +48,7 @@ class UploadCommand : public CliTest {
 
 TEST_F(UploadCommand, OnceWithAllThatChanged)
 {
-    Command("sh send.sh");
-    Put("site/send.sh", "echo begin >>sent; cat >>sent\n");
+    Command("C:\\send.exe");
     Build();
     EXPECT_EQ(Upload().out, "4 files sent\n");
     EXPECT_EQ(Sent(), "begin\na.htm\nb.htm\nc.htm\npics/sea side.gif\n");
@@ -57,8 +63,7 @@ TEST_F(UploadCommand, OnceWithAllThatChanged)
 
 TEST_F(UploadCommand, OnceForEachFile)
 {
-    Command("sh send.sh @@ to/@@");
-    Put("site/send.sh", "echo \"$1 $2\" >>sent\n");
+    Command("C:\\send.exe @@ to/@@");
     Build();
     EXPECT_EQ(Upload().out, "4 files sent\n");
     EXPECT_EQ(Sent(), "a.htm to/a.htm\nb.htm to/b.htm\nc.htm to/c.htm\n"
@@ -67,14 +72,14 @@ TEST_F(UploadCommand, OnceForEachFile)
 
 TEST_F(UploadCommand, GoesOnWhereItFailed)
 {
-    Command("sh send.sh @@");
-    Put("site/send.sh", "test $1 != b.htm || exit 7; echo $1 >>sent\n");
+    Command("C:\\send.exe @@");
+    FailAt("b.htm");
     Build();
     const Printed failed = Upload();
     EXPECT_EQ(failed.code, 1);
     EXPECT_THAT(failed.err, HasSubstr("the upload program ended with code 7; 1 file sent, 3 left"));
     EXPECT_EQ(Sent(), "a.htm\n");
-    Put("site/send.sh", "echo $1 >>sent\n");
+    FailAt("");
     EXPECT_EQ(Upload().out, "3 files sent\n");
     EXPECT_EQ(Sent(), "b.htm\nc.htm\npics/sea side.gif\n");
 }
@@ -82,33 +87,32 @@ TEST_F(UploadCommand, GoesOnWhereItFailed)
 // Nobody knows what a single run that failed has brought over.
 TEST_F(UploadCommand, ASingleRunThatFailedIsDoneAgain)
 {
-    Command("sh send.sh");
-    Put("site/send.sh", "cat >/dev/null; exit 1\n");
+    Command("C:\\send.exe");
+    FailAt("all");
     Build();
     EXPECT_EQ(Upload().code, 1);
-    Put("site/send.sh", "cat >>sent\n");
+    FailAt("");
     EXPECT_EQ(Upload().out, "4 files sent\n");
 }
 
 TEST_F(UploadCommand, AnotherCommandIsAnotherServer)
 {
-    Command("sh send.sh");
-    Put("site/send.sh", "cat >>sent\n");
+    Command("C:\\send.exe");
     Build();
     Upload();
-    Command("sh ./send.sh");
+    Command("C:\\send2.exe");
     EXPECT_EQ(Upload().out, "4 files sent\n");
 }
 
 TEST_F(UploadCommand, ADryRunTouchesNothing)
 {
-    Command("sh send.sh @@");
-    Put("site/send.sh", "echo $1 >>sent\n");
+    Command("C:\\send.exe @@");
     Build();
     Put("guestout2.bat", "mine");
     EXPECT_EQ(Upload({"--dry-run"}).out, "4 files of 4 to send\n"
-                                         "sh send.sh a.htm\nsh send.sh b.htm\nsh send.sh c.htm\n"
-                                         "sh send.sh \"pics/sea side.gif\"\n");
+                                         "C:\\send.exe a.htm\nC:\\send.exe b.htm\n"
+                                         "C:\\send.exe c.htm\n"
+                                         "C:\\send.exe \"pics/sea side.gif\"\n");
     EXPECT_EQ(Content("guestout2.bat"), "mine");
     EXPECT_FALSE(Exists("site/sent"));
     EXPECT_FALSE(Exists("state"));
@@ -117,8 +121,7 @@ TEST_F(UploadCommand, ADryRunTouchesNothing)
 
 TEST_F(UploadCommand, TellsWhatIsNotBuiltAndWhatIsGone)
 {
-    Command("sh send.sh");
-    Put("site/send.sh", "cat >>sent\n");
+    Command("C:\\send.exe");
     EXPECT_THAT(Upload({"--dry-run"}).err, HasSubstr("not built yet: 3 pages"));
     Build();
     Upload();

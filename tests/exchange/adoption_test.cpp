@@ -3,6 +3,7 @@
 #include "platform/run_error.h"
 
 #include <array>
+#include <vector>
 
 namespace kiv {
 namespace {
@@ -328,6 +329,75 @@ TEST_F(MarkedPages, GoAnotherWayWhereTheyHaveOtherLines)
         EXPECT_EQ(page.comparison.likeness, Likeness::same_bytes) << page.name;
         EXPECT_EQ(page.way, page.name == "day3.htm" ? "naked" : "template") << page.name;
     }
+}
+
+/// Pages by several hands: two looks, one page that is like no other, one without an end that can
+/// be told, an empty one.
+class SeveralHands : public Adoptions {
+  protected:
+    static inline const std::string kOldHead =
+        "<!DOCTYPE HTML PUBLIC \"-//IETF//DTD HTML Strict//EN\">\r\n<HTML>\r\n<BODY>\r\n";
+    static inline const std::string kNewHead =
+        "<!doctype html>\r\n<html lang=\"en\">\r\n<meta charset=\"utf-8\">\r\n<body>\r\n";
+
+    SeveralHands()
+    {
+        for (const Page& page : pages)
+            Put("old/" + page.name, page.above + page.below);
+    }
+
+    static std::string Numbers(int count)
+    {
+        std::string lines;
+        for (int i = 0; i < count; ++i)
+            lines += "<p>number " + std::to_string(i) + "\r\n";
+        return lines;
+    }
+
+    struct Page {
+        std::string name;
+        std::string above; // the foot
+        std::string below;
+    };
+    const std::vector<Page> pages = {
+        {"a.htm", kOldHead + "<P>Rye\r\n", "</BODY>\r\n</HTML>\r\n"},
+        {"b.htm", kOldHead + "<P>Oats\r\n", "</BODY>\r\n</HTML>\r\n"},
+        {"c.htm", kOldHead + "<P>Wheat\r\n", "</BODY>\r\n</HTML>\r\n"},
+        {"d.htm", kNewHead + "<p>Stone\r\n", "  </body></html>\r\n"},
+        {"e.htm", kNewHead + "<p>Wheel\r\n", "  </body></html>\r\n"},
+        {"big.htm",
+         "<h1>Nothing like it, and longer than all others together</h1>\r\n" + Numbers(60) +
+             "</body>\r\n<p>and on\r\n",
+         "</body>\r\n<!-- end -->\r\n"},
+        {"open.htm", "<p>No end</body>\r\n", ""},
+        {"void.htm", "", ""}};
+};
+
+TEST_F(SeveralHands, EachLookHasItsParts)
+{
+    const Adoption adoption = Adopt();
+    EXPECT_EQ(reporter.status,
+              "8 pages adopted: 8 with the same bytes, 0 the same but for line ends");
+    for (const char* const name : {"a.htm", "b.htm", "c.htm", "d.htm", "e.htm"})
+        EXPECT_EQ(WayOf(adoption, name), "shared") << name;
+    EXPECT_EQ(WayOf(adoption, "big.htm"), "naked");
+    EXPECT_EQ(Content("new/_parts/head1.txt"), kOldHead);
+    EXPECT_EQ(Content("new/_parts/look2-head1.txt"), kNewHead);
+}
+
+TEST_F(SeveralHands, AllPagesChangeWithTheFootOfTheTemplate)
+{
+    Adopt();
+    EXPECT_EQ(Content("new/_parts/foot.txt"), "");
+    EXPECT_THAT(Content("new/_template.txt"), HasSubstr("+_parts\\foot.txt\r\n"));
+    Build();
+    for (const Page& page : pages)
+        EXPECT_EQ(Content("new/" + page.name), page.above + page.below) << page.name;
+    Put("new/_parts/foot.txt", "<p>2004\r\n");
+    Build();
+    for (const Page& page : pages)
+        EXPECT_EQ(Content("new/" + page.name), page.above + "<p>2004\r\n" + page.below)
+            << page.name;
 }
 
 TEST_F(Adoptions, AreRefusedOverAndInsideOtherThings)

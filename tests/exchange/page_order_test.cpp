@@ -45,6 +45,28 @@ TEST(OldPageOrder, TakesALinkBackAsOneOnward)
     EXPECT_THAT(names, ElementsAre("b.htm", "a.htm"));
 }
 
+TEST(OldPageOrder, FollowsLinksThatAreCalledSo)
+{
+    const auto [by, names] =
+        OrderOf({{"a.htm", "<a href='c.htm'><img src=\"n.gif\" alt=\"Next page\"></a>"},
+                 {"b.htm", "<a href=a.htm><b>NEXT</b>: Oil &raquo;</a> <a href=index.htm>Back</a>"},
+                 {"c.htm", "<a href=index.htm>Back</a> <A HREF=a.htm>[&lt;&nbsp;Previous]</A>"},
+                 {"index.htm", "<a href=\"b.htm\">\n Forward &gt;&gt;</a>"}});
+    EXPECT_EQ(by, OrderedBy::links_between);
+    EXPECT_THAT(names, ElementsAre("index.htm", "b.htm", "a.htm", "c.htm"));
+}
+
+// The way up is called so, too, and so is what leads to the news from everywhere.
+TEST(OldPageOrder, TakesNoLinkThatManyPagesHave)
+{
+    const auto [by, names] = OrderOf({{"a.htm", "<a href=z.htm>Back</a><a href=b.htm>Next</a>"},
+                                      {"b.htm", "<a href=z.htm>Back</a><a href=b.htm>Next</a>"},
+                                      {"c.htm", "<a href=z.htm>Back</a><a href=b.htm>Next</a>"},
+                                      {"z.htm", "<a href=c.htm>Next steps</a>"}});
+    EXPECT_EQ(by, OrderedBy::names);
+    EXPECT_THAT(names, ElementsAre("a.htm", "b.htm", "c.htm", "z.htm"));
+}
+
 TEST(OldPageOrder, EndsWhereLinksGoRound)
 {
     const auto [by, names] =

@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <sstream>
 #include <string>
 
 namespace kiv {
@@ -49,6 +53,37 @@ TEST(Thumbnail, TheLongerSideIsCut)
     EXPECT_EQ(SidesIn(MakeThumbnail(Bmp(40, 30), {.size = 200})), "40 x 30"); // never larger
     EXPECT_EQ(SidesIn(MakeThumbnail(Bmp(1, 1), {.size = 1})), "1 x 1");
 }
+
+#ifndef _WIN32
+// Somebody else's opinion on the sides: "-resize 100x100>" makes nothing larger, either.
+TEST(Thumbnail, SidesAreThoseThatImageMagickGives)
+{
+    constexpr const char* kConvert = "/usr/bin/convert";
+    if (!std::filesystem::exists(kConvert))
+        GTEST_SKIP() << "ImageMagick is not installed";
+    constexpr struct {
+        unsigned width;
+        unsigned height;
+    } rows[] = {{400, 300}, {301, 400}, {333, 500}, {199, 201}, {640, 7},  {3, 600},
+                {201, 199}, {641, 480}, {487, 323}, {101, 100}, {99, 100}, {150, 1}};
+    std::string command = kConvert;
+    for (const auto& row : rows)
+        command +=
+            " -size " + std::to_string(row.width) + "x" + std::to_string(row.height) + " xc:gray";
+    command += " -resize '100x100>' -format '%w x %h\\n' info:";
+    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+    ASSERT_TRUE(pipe);
+    std::string said(1000, '\0');
+    said.resize(std::fread(said.data(), 1, said.size(), pipe.get()));
+    std::istringstream lines(said);
+    for (const auto& row : rows) {
+        std::string sides;
+        std::getline(lines, sides);
+        EXPECT_EQ(SidesIn(MakeThumbnail(Bmp(row.width, row.height), {.size = 100})), sides)
+            << row.width << " x " << row.height;
+    }
+}
+#endif
 
 TEST(Thumbnail, TurnedAsTheCameraWasHeld)
 {

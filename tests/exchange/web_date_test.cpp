@@ -12,7 +12,7 @@ TEST(WebDate, NewsDates)
     EXPECT_EQ(TimeOfNewsDate("December 31, 1969"), -86400);
     EXPECT_EQ(TimeOfNewsDate(" march 5, 2004 "), 1078444800);
     for (const char* const text :
-         {"", "March 5 2004", "March 5,2004", "Marsh 5, 2004", "March 32, 2004",
+         {"", "March 5 2004", "March 5,2004", "March 5, 0", "Marsh 5, 2004", "March 32, 2004",
           "February 30, 2004", "March 5, 20044", "March -5, 2004", "March x, 2004", "5 March, 2004",
           "March 5, 2004 x"})
         EXPECT_FALSE(TimeOfNewsDate(text)) << text;
