@@ -23,6 +23,7 @@ class WindowReporter : public Reporter {
 
   protected:
     void ShowStep(int done, int all) override { status_.Step(done, all); }
+    void ShowWait(int done, int all) override { status_.Wait(done, all); }
     void Show(std::string_view text) override
     {
         const std::string& hint = Warnings().back().hint;
