@@ -244,7 +244,7 @@ pid_t WaitUntil(SteadyTime::time_point until, pid_t child, int& status,
 /// Ends a child: kindly, and when it does not listen, for sure.
 void EndChild(pid_t child)
 {
-    constexpr std::chrono::seconds kPatience(2);
+    constexpr std::chrono::seconds kPatience(1);
     int status = 0;
     ::kill(child, SIGTERM);
     if (WaitUntil(SteadyTime::now() + kPatience, child, status, [] {}) != 0)
