@@ -61,7 +61,7 @@ void RunUpload(CallDesk& desk, const GivenValues& given)
     }
     const UploadPlan plan = PlanUpload(desk.workspace);
     for (std::string& line : UploadLines(plan)) // a dry run lists programs and starts none
-        desk.workspace.machine().programs.Run({.command = std::move(line)}, "");
+        desk.workspace.machine().programs.Run({.command = std::move(line)}, "", {});
     desk.report.guide = PlanText(plan);
 }
 

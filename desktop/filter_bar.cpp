@@ -15,6 +15,7 @@ FilterBar::FilterBar(const ControlWords& words, QWidget* parent)
 {
     Describe(*field_, words);
     field_->setClearButtonEnabled(true);
+    count_->setObjectName(QStringLiteral("count"));
     row_->setContentsMargins(0, 0, 0, 0);
     row_->addWidget(MakeLabel(words.caption, *field_));
     row_->addWidget(field_, 1);

@@ -25,6 +25,7 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QToolButton>
 #include <QUrl>
@@ -45,7 +46,8 @@ constexpr QSize kFrame(8, 40);
 
 MainWindow::MainWindow(const Surroundings& around)
     : status_(new StatusArea(this)),
-      reporter_([this](std::string_view text) { Tell(text); }, *status_),
+      reporter_([this](std::string_view text, const KeptPlace& where) { Tell(text, where); },
+                *status_),
       machine_{around.drives,   around.drives, around.clock,   clipboard_,
                around.programs, reporter_,     around.pictures},
       workspace_(machine_), path_(new PathRow(workspace_, this)),
@@ -113,6 +115,7 @@ void MainWindow::GoTo(const std::string& typed)
 void MainWindow::Start(const std::optional<std::string>& argument)
 {
     is_running_ = true;
+    const QScopedValueRollback<QString> name(work_name_, QStringLiteral("Start"));
     const std::vector<RunError> errors = workspace_.StartWindow(argument);
     Refresh();
     for (const RunError& error : errors)
@@ -147,6 +150,7 @@ void MainWindow::Choose(const Command& command, std::size_t index)
 {
     if (is_running_)
         return;
+    const QScopedValueRollback<QString> name(work_name_, ShownCaption(command.caption));
     const auto run = [&] {
         if (command.disables_buttons)
             toggler(false);
@@ -251,10 +255,12 @@ void MainWindow::ShowMessage(std::string_view text)
     ShowBox(this, text);
 }
 
-void MainWindow::Tell(std::string_view text)
+void MainWindow::Tell(std::string_view text, const KeptPlace& where)
 {
-    if (!is_quiet_)
-        ShowMessage(text);
+    if (is_quiet_)
+        return;
+    status_->Repaint();
+    ShowBox(this, text, ShownPlace(where, workspace_.WorkDir));
 }
 
 void MainWindow::TellError(const RunError& error)
@@ -262,7 +268,7 @@ void MainWindow::TellError(const RunError& error)
     if (is_quiet_)
         return;
     status_->Repaint();
-    ShowErrorBox(this, error);
+    ShowErrorBox(this, work_name_, error);
 }
 
 void MainWindow::Open(const Command& command)

@@ -73,7 +73,7 @@ class MainWindow : public QMainWindow, public CommandDesk {
     std::optional<RunError> RunGuarded(const std::function<void()>& command);
     void Open(const Command& command);
     /// Shows a message in a box, if the command may.
-    void Tell(std::string_view text);
+    void Tell(std::string_view text, const KeptPlace& where);
     void TellError(const RunError& error);
     /// "Off" for all windows, until the command has ended.
     void toggler(bool on);
@@ -106,6 +106,7 @@ class MainWindow : public QMainWindow, public CommandDesk {
     StopRequest stop_;
     WorkGuard* guard_;
     SideWindows side_windows_;
+    QString work_name_; // the caption of what was chosen here; "": nothing was
     bool is_started_ = false;
     bool is_running_ = false;
     bool is_off_ = false;

@@ -57,7 +57,8 @@ void DropRoomForIcon(const QMessageBox& box)
     layout.invalidate();
 }
 
-void ShowBoxOf(QWidget* parent, const QString& title, QMessageBox::Icon icon, const QString& text)
+void ShowBoxOf(QWidget* parent, const QString& title, QMessageBox::Icon icon, const QString& text,
+               const QString& about = {})
 {
     QWidget* const active = QApplication::activeWindow();
     QMessageBox box(active != nullptr ? active : parent);
@@ -66,6 +67,9 @@ void ShowBoxOf(QWidget* parent, const QString& title, QMessageBox::Icon icon, co
     box.setIcon(icon);
     box.setTextFormat(Qt::PlainText); // the text may hold tags
     box.setText(text);
+    box.setInformativeText(about);
+    if (auto* const below = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel")))
+        below->setTextFormat(Qt::PlainText); // so may a name of a file
     box.setStandardButtons(QMessageBox::Ok);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     if (IsLong(text))
@@ -79,17 +83,27 @@ void ShowBoxOf(QWidget* parent, const QString& title, QMessageBox::Icon icon, co
     box.exec();
 }
 
-} // namespace
-
-void ShowBox(QWidget* parent, std::string_view text)
+/// A command of the main window `parent` has a caption, one of a window beside it that window's
+/// title.
+QString FailureTitle(QString work, const QWidget* parent)
 {
-    ShowBoxOf(parent, QStringLiteral("kiv"), QMessageBox::NoIcon, ToQt(text));
+    const QWidget* const active = QApplication::activeWindow();
+    if (work.isEmpty() && active != nullptr && active != parent)
+        work = active->windowTitle();
+    return work.isEmpty() ? QStringLiteral("kiv: the command has failed")
+                          : QStringLiteral("kiv: \"%1\" has failed").arg(work);
 }
 
-void ShowErrorBox(QWidget* parent, const RunError& error)
+} // namespace
+
+void ShowBox(QWidget* parent, std::string_view text, std::string_view about)
 {
-    ShowBoxOf(parent, QStringLiteral("kiv: the command has failed"), QMessageBox::Critical,
-              ToQt(ErrorText(error)));
+    ShowBoxOf(parent, QStringLiteral("kiv"), QMessageBox::NoIcon, ToQt(text), ToQt(about));
+}
+
+void ShowErrorBox(QWidget* parent, const QString& work, const RunError& error)
+{
+    ShowBoxOf(parent, FailureTitle(work, parent), QMessageBox::Critical, ToQt(ErrorText(error)));
 }
 
 std::string ErrorText(const RunError& error)

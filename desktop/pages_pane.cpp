@@ -169,8 +169,10 @@ void PagesPane::Restore(const QByteArray& state)
 void PagesPane::Filter(const QString& text)
 {
     const QScopedValueRollback filling(is_filling_, true);
+    list_->collapseAll(); // an open folder takes its time for every page that goes
     found_->setFilterFixedString(text);
     Expand();
+    list_->scrollTo(list_->currentIndex());
     ShowCount();
 }
 

@@ -83,6 +83,7 @@ void StatusArea::PlaceAll()
 void StatusArea::Begin()
 {
     is_running_ = true;
+    waits_ = false;
     has_told_ = false;
     done_ = 0;
     all_ = 0;
@@ -128,6 +129,12 @@ void StatusArea::Step(int done, int all)
     Changed();
 }
 
+void StatusArea::Wait(int done, int all)
+{
+    waits_ = true;
+    Step(done, all);
+}
+
 void StatusArea::Changed()
 {
     if (!is_running_) {
@@ -155,10 +162,10 @@ void StatusArea::ShowPending()
     status_label_->setText(status);
     status_label_->setToolTip(ToTip(status_));
     pass_label_->setText(ToQt(pass_));
-    const bool counts = is_running_ && all_ > 0;
-    bar_->setVisible(counts);
-    stop_->setVisible(counts);
-    if (counts) {
+    const bool can_stop = is_running_ && (all_ > 0 || waits_);
+    bar_->setVisible(can_stop);
+    stop_->setVisible(can_stop);
+    if (can_stop) {
         bar_->setRange(0, all_);
         bar_->setValue(done_);
     }

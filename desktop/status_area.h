@@ -45,6 +45,8 @@ class StatusArea : public QWidget {
     void PassStatus(std::string_view text);
     /// Step `done` of `all` is behind us.
     void Step(int done, int all);
+    /// The same while another program has the next step in work. 0 of 0: the bar moves.
+    void Wait(int done, int all);
 
     /// Called before a command that takes its time is shown at work.
     std::function<void()> on_work;
@@ -64,6 +66,7 @@ class StatusArea : public QWidget {
     int done_ = 0;
     int all_ = 0;
     bool is_running_ = false;
+    bool waits_ = false;
     bool has_told_ = false;
     QElapsedTimer since_repaint_;
 };

@@ -1,6 +1,7 @@
 #include "desktop/story_pane.h"
 
 #include "desktop/controls.h"
+#include "desktop/filter_bar.h"
 #include "desktop/lines_model.h"
 #include "desktop/qt_text.h"
 #include "desktop/story_view.h"
@@ -36,7 +37,8 @@ constexpr int kShownStoryLines = 2;
 constexpr int kShownStory = 2;
 
 constexpr ControlWords kPages = {"page", "Page", "The page whose lines are shown"};
-constexpr ControlWords kSearch = {"search", "Search", "Show only the lines that hold this text"};
+constexpr ControlWords kSearch = {"search", "Search",
+                                  "Show only the lines that hold this text (Ctrl+F)"};
 constexpr ControlWords kLines = {"lines", "Lines",
                                  "The lines of the page; a double click or Enter opens the source "
                                  "of one in the editor"};
@@ -57,7 +59,7 @@ class WaitCursor {
 StoryPane::StoryPane(CommandDesk& desk, QWidget* parent)
     : QWidget(parent), desk_(desk), model_(new LinesModel(this)),
       found_(new QSortFilterProxyModel(this)), pages_(new QComboBox(this)),
-      search_(new QLineEdit(this)), again_(new QToolButton(this)), count_(new QLabel(this)),
+      search_(new FilterBar(kSearch, this)), again_(new QToolButton(this)),
       trouble_(MakeTrouble(u"trouble"_s, this)), lines_(new QTreeView(this)),
       story_(new StoryView(this)), halves_(new QSplitter(Qt::Vertical, this))
 {
@@ -72,14 +74,11 @@ StoryPane::StoryPane(CommandDesk& desk, QWidget* parent)
 void StoryPane::MakeControls()
 {
     Describe(*pages_, kPages);
-    Describe(*search_, kSearch);
     Describe(*again_, kAgain);
     pages_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     pages_->setMinimumContentsLength(kPageColumns);
-    search_->setClearButtonEnabled(true);
     again_->setText(AsShown(kAgain.caption));
     again_->setFocusPolicy(Qt::StrongFocus);
-    count_->setObjectName(u"count"_s);
 }
 
 void StoryPane::MakeList()
@@ -105,9 +104,7 @@ void StoryPane::Arrange()
     auto* const row = new QHBoxLayout;
     row->addWidget(MakeLabel(kPages.caption, *pages_));
     row->addWidget(pages_, 2);
-    row->addWidget(MakeLabel(kSearch.caption, *search_));
     row->addWidget(search_, 3);
-    row->addWidget(count_);
     row->addWidget(again_);
     halves_->setChildrenCollapsible(false);
     halves_->addWidget(lines_);
@@ -118,8 +115,8 @@ void StoryPane::Arrange()
     column->addLayout(row);
     column->addWidget(trouble_);
     column->addWidget(halves_, 1);
-    setTabOrder(pages_, search_);
-    setTabOrder(search_, again_);
+    setTabOrder(pages_, &search_->Field());
+    setTabOrder(&search_->Field(), again_);
     setTabOrder(again_, trouble_);
     setTabOrder(trouble_, lines_);
     setTabOrder(lines_, story_);
@@ -130,11 +127,11 @@ void StoryPane::Connect()
     connect(pages_, &QComboBox::currentIndexChanged, this,
             [this] { ShowPage(FromQt(pages_->currentData().toString())); });
     connect(again_, &QToolButton::clicked, this, &StoryPane::ReadAgain);
-    connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) {
+    search_->on_text = [this](const QString& text) {
         found_->setFilterFixedString(text);
         ShowCount();
-    });
-    connect(search_, &QLineEdit::returnPressed, lines_, qOverload<>(&QWidget::setFocus));
+    };
+    search_->on_leave = [this] { GoToLines(); };
     connect(lines_, &QTreeView::activated, this, &StoryPane::OpenSource);
     connect(lines_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& line) {
@@ -242,10 +239,14 @@ void StoryPane::ShowTrouble()
 
 void StoryPane::ShowCount()
 {
-    const int all = model_->rowCount();
-    const int found = found_->rowCount();
-    count_->setText(found == all ? u"Lines: %1"_s.arg(all)
-                                 : u"Lines: %1 of %2"_s.arg(found).arg(all));
+    search_->ShowCount(u"Lines"_s, found_->rowCount(), model_->rowCount());
+}
+
+void StoryPane::GoToLines()
+{
+    if (!lines_->currentIndex().isValid())
+        lines_->setCurrentIndex(found_->index(0, 0));
+    lines_->setFocus();
 }
 
 void StoryPane::ShowStory()

@@ -12,7 +12,6 @@
 
 class QComboBox;
 class QLabel;
-class QLineEdit;
 class QModelIndex;
 class QSortFilterProxyModel;
 class QSplitter;
@@ -21,6 +20,7 @@ class QTreeView;
 
 namespace kiv {
 
+class FilterBar;
 class LinesModel;
 class StoryView;
 
@@ -57,6 +57,7 @@ class StoryPane : public QWidget {
     void FillPages();
     void ShowTrouble();
     void ShowCount();
+    void GoToLines();
     void ShowStory();
     /// Chooses the line of this number, 1-based, if it is in the list.
     void ChooseLine(int number);
@@ -69,9 +70,8 @@ class StoryPane : public QWidget {
     LinesModel* model_;
     QSortFilterProxyModel* found_;
     QComboBox* pages_;
-    QLineEdit* search_;
+    FilterBar* search_;
     QToolButton* again_;
-    QLabel* count_;
     QLabel* trouble_;
     QTreeView* lines_;
     StoryView* story_;

@@ -12,8 +12,8 @@ namespace kiv {
 
 class WindowReporter : public Reporter {
   public:
-    /// `show` shows a message and waits for the user.
-    WindowReporter(std::function<void(std::string_view)> show, StatusArea& status)
+    /// `show` shows a message, with the place that it is about, and waits for the user.
+    WindowReporter(std::function<void(std::string_view, const KeptPlace&)> show, StatusArea& status)
         : show_(std::move(show)), status_(status)
     {
     }
@@ -23,14 +23,18 @@ class WindowReporter : public Reporter {
 
   protected:
     void ShowStep(int done, int all) override { status_.Step(done, all); }
+    void ShowWait(int done, int all) override { status_.Wait(done, all); }
     void Show(std::string_view text) override
     {
-        const std::string& hint = Warnings().back().hint;
-        show_(hint.empty() ? std::string(text) : std::string(text).append("\r\n").append(hint));
+        const Warning& told = Warnings().back();
+        std::string words(text);
+        if (!told.hint.empty())
+            words.append("\r\n").append(told.hint);
+        show_(words, told.where);
     }
 
   private:
-    std::function<void(std::string_view)> show_;
+    std::function<void(std::string_view, const KeptPlace&)> show_;
     StatusArea& status_;
 };
 

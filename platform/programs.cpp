@@ -49,10 +49,11 @@ void ProgramList::Start(const Launch& launch)
     launched_.push_back(launch.Text());
 }
 
-int ProgramList::Run(const Launch& launch, std::string_view input)
+int ProgramList::Run(const Launch& launch, std::string_view input,
+                     const WhileRunning& while_running)
 {
     launched_.push_back(launch.Text());
-    return next_ == nullptr ? 0 : next_->Run(launch, input);
+    return next_ == nullptr ? 0 : next_->Run(launch, input, while_running);
 }
 
 bool ProgramList::Finds(std::string_view command)

@@ -4,6 +4,7 @@
 
 #include "platform/drives.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,10 @@ struct Launch {
     std::string Text() const;
 };
 
+/// Looks in while a program is waited for, again and again. What it throws ends the program and
+/// goes on to who waits.
+using WhileRunning = std::function<void()>;
+
 class Programs {
   public:
     Programs() = default;
@@ -43,7 +48,8 @@ class Programs {
     /// Starts a program so and waits for its end. It reads `input` and nothing else; what it says
     /// goes to this program's standard error. Returns its exit code, which is 0 when all went well;
     /// of one that a signal ended it is 128 and the signal's number. Throws as Start does.
-    virtual int Run(const Launch& launch, std::string_view input) = 0;
+    virtual int Run(const Launch& launch, std::string_view input,
+                    const WhileRunning& while_running) = 0;
     /// Whether Start would find the program of a command line.
     virtual bool Finds(std::string_view command) = 0;
 };
@@ -58,7 +64,8 @@ class ProgramList : public Programs {
     explicit ProgramList(Programs* next = nullptr) : next_(next) {}
     void Start(const Launch& launch) override;
     /// Without `next` the program is taken to have gone well.
-    int Run(const Launch& launch, std::string_view input) override;
+    int Run(const Launch& launch, std::string_view input,
+            const WhileRunning& while_running) override;
     bool Finds(std::string_view command) override;
     const std::vector<std::string>& Launched() const { return launched_; }
 
@@ -72,7 +79,8 @@ class SystemPrograms : public Programs {
   public:
     explicit SystemPrograms(Drives& drives) : drives_(drives) {}
     void Start(const Launch& launch) override;
-    int Run(const Launch& launch, std::string_view input) override;
+    int Run(const Launch& launch, std::string_view input,
+            const WhileRunning& while_running) override;
     bool Finds(std::string_view command) override;
 
   private:

@@ -20,6 +20,17 @@ void Reporter::Withhold(std::string_view text, const Place& where, std::string_v
 void Reporter::Step(int done, int all)
 {
     ShowStep(done, all);
+    EndIfAsked();
+}
+
+void Reporter::Wait(int done, int all)
+{
+    ShowWait(done, all);
+    EndIfAsked();
+}
+
+void Reporter::EndIfAsked() const
+{
     if (stop_ != nullptr && stop_->IsAsked())
         throw Stopped();
 }

@@ -44,12 +44,16 @@ class Reporter {
     /// Step `done` of `all` is behind us: a file is finished, and the next one not begun. Throws
     /// Stopped when that was asked for.
     void Step(int done, int all);
+    /// Step `done` of `all` is behind us, and another program has the next one in work: a face
+    /// stays alive. 0 of 0: it has all of them. Throws Stopped when the end was asked for.
+    void Wait(int done, int all);
     /// From now on commands end between two files when `stop` is asked to; null: they do not. It
     /// outlives that.
     void StopWhen(const StopRequest* stop) { stop_ = stop; }
 
   protected:
     virtual void ShowStep(int /*done*/, int /*all*/) {}
+    virtual void ShowWait(int /*done*/, int /*all*/) {}
     /// Shows a message, which is the last of the warnings by then.
     virtual void Show(std::string_view text) = 0;
     /// Takes each warning when it comes, for a face that tells also those that are not shown.
@@ -57,6 +61,7 @@ class Reporter {
 
   private:
     void Keep(Warning warning);
+    void EndIfAsked() const;
 
     std::vector<Warning> warnings_;
     const StopRequest* stop_ = nullptr;

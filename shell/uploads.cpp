@@ -115,14 +115,25 @@ UploadPlan Plan(Workspace& workspace, const SentFiles& sent)
     return PlanOf(workspace, outputs, sent);
 }
 
+/// Runs the program when `done` of `all` files have been sent by it; 0 of 0: it sends all of them.
+/// Meanwhile the face stays alive, and its user can end it.
+int RunUpload(Machine& machine, const std::string& command, std::string_view input, int done,
+              int all)
+{
+    return machine.programs.Run({.command = command}, input,
+                                [&machine, done, all] { machine.reporter.Wait(done, all); });
+}
+
 /// How it went on before a program failed: for the next time.
 [[noreturn]] void RefuseFailed(int code, std::size_t arrived, std::size_t left)
 {
-    throw RunError(ErrorKind::file,
-                   Joined({"the upload program ended with code ", Decimal(code), "; ",
-                           FileCount(arrived), " sent, ", std::to_string(left), " left"}),
-                   {},
-                   "What it said stands above. Start upload again: it goes on with what is left.");
+    throw RunError(
+        ErrorKind::file,
+        Joined({"the upload program ended with code ", Decimal(code), "; ", FileCount(arrived),
+                " sent, ", std::to_string(left), " left"}),
+        {},
+        "Start upload again: it goes on with what is left. To read what the program says, "
+        "start \"kiv-cli upload\" in a terminal.");
 }
 
 void SendAtOnce(Workspace& workspace, const UploadPlan& plan, SentFiles& sent)
@@ -130,7 +141,10 @@ void SendAtOnce(Workspace& workspace, const UploadPlan& plan, SentFiles& sent)
     std::string names;
     for (const std::string& name : plan.names)
         Append(names, {name, "\n"});
-    const int code = workspace.machine().programs.Run({.command = plan.command}, names);
+    Machine& machine = workspace.machine();
+    machine.reporter.Status(
+        Joined({FileCount(plan.names.size()), " to send, waiting for: ", plan.command}));
+    const int code = RunUpload(machine, plan.command, names, 0, 0);
     if (code != 0)
         RefuseFailed(code, 0, plan.names.size());
     for (std::size_t i = 0; i < plan.names.size(); ++i)
@@ -142,14 +156,16 @@ void SendEach(Workspace& workspace, const UploadPlan& plan, SentFiles& sent)
 {
     Machine& machine = workspace.machine();
     const std::size_t count = plan.names.size();
+    const int all = static_cast<int>(count);
     for (std::size_t i = 0; i < count; ++i) {
+        const int done = static_cast<int>(i);
         machine.reporter.Status(FromUtf8(plan.names[i]));
         const std::string line = UploadLine(plan.command, FromUtf8(plan.names[i]));
-        if (const int code = machine.programs.Run({.command = line}, ""); code != 0)
+        if (const int code = RunUpload(machine, line, "", done, all); code != 0)
             RefuseFailed(code, i, count - i);
         sent.Note(plan.names[i], plan.keys[i]);
         sent.Keep();
-        machine.reporter.Step(static_cast<int>(i) + 1, static_cast<int>(count));
+        machine.reporter.Step(done + 1, all);
     }
 }
 

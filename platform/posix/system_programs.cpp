@@ -2,12 +2,15 @@
 #include "platform/drive_path.h"
 #include "platform/file_errors.h"
 #include "platform/file_marks.h"
+#include "platform/posix/descriptor.h"
 #include "platform/programs.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -15,6 +18,7 @@
 #include <optional>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace kiv {
@@ -208,17 +212,69 @@ constexpr int kSignalled = 128;
     ::_exit(kNotStarted);
 }
 
+/// As waitpid, whatever signals come.
+pid_t WaitFor(pid_t child, int& status, int options)
+{
+    pid_t ended = -1;
+    do
+        ended = ::waitpid(child, &status, options);
+    while (ended < 0 && errno == EINTR);
+    return ended;
+}
+
+using SteadyTime = std::chrono::steady_clock;
+
+/// Waits for the end of a child, or until a time, and calls `meanwhile` often enough for a window
+/// to stay alive. What waitpid gave last, 0: it still runs.
+pid_t WaitUntil(SteadyTime::time_point until, pid_t child, int& status,
+                const WhileRunning& meanwhile)
+{
+    constexpr std::chrono::milliseconds kLongestPause(40);
+    pid_t ended = 0;
+    // A short program is not to wait for a long pause.
+    for (std::chrono::milliseconds pause(1);
+         (ended = WaitFor(child, status, WNOHANG)) == 0 && SteadyTime::now() < until;
+         pause = std::min(pause * 2, kLongestPause)) {
+        meanwhile();
+        std::this_thread::sleep_for(pause);
+    }
+    return ended;
+}
+
+/// Ends a child: kindly, and when it does not listen, for sure.
+void EndChild(pid_t child)
+{
+    constexpr std::chrono::seconds kPatience(1);
+    int status = 0;
+    ::kill(child, SIGTERM);
+    if (WaitUntil(SteadyTime::now() + kPatience, child, status, [] {}) != 0)
+        return;
+    ::kill(child, SIGKILL);
+    WaitFor(child, status, 0);
+}
+
+/// Waits for a child as waitpid does; what `while_running` throws ends it.
+pid_t WaitLookingIn(pid_t child, int& status, const WhileRunning& while_running)
+{
+    if (!while_running)
+        return WaitFor(child, status, 0);
+    try {
+        return WaitUntil(SteadyTime::time_point::max(), child, status, while_running);
+    } catch (...) {
+        EndChild(child);
+        throw;
+    }
+}
+
 /// The exit code of a child; -1 when it could not be started.
-int RunChild(const char* folder, char* const* arguments, int input)
+int RunChild(const char* folder, char* const* arguments, int input,
+             const WhileRunning& while_running)
 {
     const pid_t child = ::fork();
     if (child == 0)
         BecomeHeard(folder, arguments, input);
     int status = 0;
-    pid_t ended = child;
-    while (child > 0 && (ended = ::waitpid(child, &status, 0)) < 0 && errno == EINTR) {
-    }
-    if (child < 0 || ended < 0)
+    if (child < 0 || WaitLookingIn(child, status, while_running) <= 0)
         return -1;
     return WIFSIGNALED(status) ? kSignalled + WTERMSIG(status) : WEXITSTATUS(status);
 }
@@ -236,16 +292,16 @@ std::vector<char*> ArgumentsOf(NativeCommand& command)
 
 } // namespace
 
-int SystemPrograms::Run(const Launch& launch, std::string_view input)
+int SystemPrograms::Run(const Launch& launch, std::string_view input,
+                        const WhileRunning& while_running)
 {
     NativeCommand command = MakeNative(drives_, launch);
     const std::vector<char*> arguments = ArgumentsOf(command);
     const std::string folder = drives_.ToNative(drives_.CurrentDirectory());
-    const int file = InputFile(input);
-    const int code = file < 0 ? -1 : RunChild(folder.c_str(), arguments.data(), file);
+    const Descriptor file(InputFile(input));
+    const int code =
+        file.IsOpen() ? RunChild(folder.c_str(), arguments.data(), file.Get(), while_running) : -1;
     const int error = errno;
-    if (file >= 0)
-        ::close(file);
     if (code < 0)
         RefuseStart(FromUtf8(command[0]), SystemReason(error));
     return code;

@@ -198,6 +198,22 @@ WindowsHandle InheritedOutput()
     return WindowsHandle(is_copied ? copy : nullptr);
 }
 
+/// Waits for the end of a program; what `while_running` throws ends it. Whether that has worked.
+bool WaitLookingIn(const WindowsHandle& running, const WhileRunning& while_running)
+{
+    constexpr DWORD kPause = 40; // milliseconds: a window stays alive
+    DWORD result = WAIT_TIMEOUT;
+    try {
+        while ((result = ::WaitForSingleObject(running.Get(), while_running ? kPause : INFINITE)) ==
+               WAIT_TIMEOUT)
+            while_running();
+    } catch (...) {
+        ::TerminateProcess(running.Get(), 1);
+        throw;
+    }
+    return result == WAIT_OBJECT_0;
+}
+
 } // namespace
 
 bool SystemPrograms::Finds(std::string_view command)
@@ -239,7 +255,8 @@ void SystemPrograms::Start(const Launch& launch)
     ::CloseHandle(process.hProcess);
 }
 
-int SystemPrograms::Run(const Launch& launch, std::string_view input)
+int SystemPrograms::Run(const Launch& launch, std::string_view input,
+                        const WhileRunning& while_running)
 {
     const NativeCommand command = MakeNative(drives_, launch);
     std::wstring line = L"\"" + command.program + L"\" " + command.arguments;
@@ -259,8 +276,7 @@ int SystemPrograms::Run(const Launch& launch, std::string_view input)
     const WindowsHandle running(process.hProcess);
     ::CloseHandle(process.hThread);
     DWORD code = 1;
-    if (::WaitForSingleObject(running.Get(), INFINITE) != WAIT_OBJECT_0 ||
-        ::GetExitCodeProcess(running.Get(), &code) == 0)
+    if (!WaitLookingIn(running, while_running) || ::GetExitCodeProcess(running.Get(), &code) == 0)
         RefuseStart(Trim(launch.Text()), SystemReason(static_cast<int>(::GetLastError())));
     return static_cast<int>(code);
 }

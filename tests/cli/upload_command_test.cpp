@@ -78,6 +78,7 @@ TEST_F(UploadCommand, GoesOnWhereItFailed)
     const Printed failed = Upload();
     EXPECT_EQ(failed.code, 1);
     EXPECT_THAT(failed.err, HasSubstr("the upload program ended with code 7; 1 file sent, 3 left"));
+    EXPECT_THAT(failed.err, HasSubstr("Start upload again: it goes on with what is left."));
     EXPECT_EQ(Sent(), "a.htm\n");
     FailAt("");
     EXPECT_EQ(Upload().out, "3 files sent\n");

@@ -131,6 +131,9 @@ class CommandsTest : public QObject {
         const MainWindow& window = desk.Start();
         desk.boxes.on_box = [&](const QMessageBox& box) {
             QCOMPARE(box.windowTitle(), u"kiv"_s);
+            QCOMPARE(box.informativeText(), u"_html.txt:3"_s);
+            QCOMPARE(Find<QLabel>(box, u"qt_msgbox_informativelabel"_s).textFormat(),
+                     Qt::PlainText);
             QCOMPARE(box.icon(), QMessageBox::NoIcon);
             QCOMPARE(box.standardButtons(), QMessageBox::Ok);
             QVERIFY((box.textInteractionFlags() & Qt::TextSelectableByMouse) != 0);

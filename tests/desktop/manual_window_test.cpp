@@ -10,12 +10,15 @@
 #include "desktop/qt_text.h"
 #include "desktop/rename_window.h"
 #include "desktop/story_pane.h"
+#include "desktop/task_window.h"
+#include "shell/commands.h"
 #include "tests/desktop/side_window_desk.h"
 #include "tests/desktop/window_test_main.h"
 #include "tests/manual/manual_text.h"
 
 #include <QAction>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
@@ -37,6 +40,9 @@ class ManualWindowTest : public QObject {
                 shown << button->text();
         for (const QAbstractButton* const box : window.findChildren<QCheckBox*>())
             shown << box->text();
+        for (const QComboBox* const box : window.findChildren<QComboBox*>())
+            for (int row = 0; row < box->count(); ++row)
+                shown << box->itemText(row);
         for (const QLabel* const label : window.findChildren<QLabel*>())
             if (label->buddy() != nullptr)
                 shown << label->text();
@@ -73,6 +79,17 @@ class ManualWindowTest : public QObject {
     void HelpWindowIsTold() { Told<HelpWindow>(5); }
     void NewsWindowIsTold() { Told<NewsWindow>(15); }
     void RenameWindowIsTold() { Told<RenameWindow>(3); }
+    void TaskWindowsAreTold()
+    {
+        int windows = 0;
+        for (const Command& command : Commands())
+            if (command.opens == Opens::task) {
+                SideWindowDesk desk;
+                AllTold(TaskWindow(desk, nullptr, command), 2);
+                ++windows;
+            }
+        QCOMPARE(windows, 5);
+    }
     void StoryPaneIsTold() { Told<StoryPane>(3); }
     void MessagesPaneIsTold() { AllTold(MessagesPane(nullptr), 2); }
     void PagesPaneIsTold()

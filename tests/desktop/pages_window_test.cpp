@@ -143,6 +143,31 @@ class PagesTest : public QObject {
         QCOMPARE(Rows(window).size(), 4); // what the user has closed stays closed
     }
 
+    void TheChosenPageStaysInSightWhateverIsFiltered()
+    {
+        MainWindowDesk desk;
+        PutGroup(desk);
+        std::string list;
+        for (int page = 0; page < 90; ++page)
+            list += "@FILE = page" + std::to_string(page) + "\r\n@TITLE = T\r\n";
+        desk.Put("site/lab/_html.txt", list);
+        const MainWindow& window = desk.Start();
+        const QTreeView& pages = List(window);
+        auto& filter = Find<QLineEdit>(window, u"FilterPages"_s);
+        filter.setText(u"page80"_s);
+        QTest::keyClick(&filter, Qt::Key_Return); // to the only page that is left
+        const auto chosen = [&] {
+            return pages.currentIndex().siblingAtColumn(1).data().toString();
+        };
+        QCOMPARE(chosen(), u"page80.htm"_s);
+        for (const QString& text : {u"page8"_s, QString(), u"page"_s}) {
+            filter.setText(text);
+            QCOMPARE(chosen(), u"page80.htm"_s);
+            const QRect place = pages.visualRect(pages.currentIndex());
+            QVERIFY(!place.isEmpty() && pages.viewport()->rect().contains(place.center()));
+        }
+    }
+
     void EnterAndDoubleClickOpenTheLineInTheEditor()
     {
         MainWindowDesk desk;

@@ -189,6 +189,26 @@ class StoryWindowTest : public QObject {
         QCOMPARE(Rows(window).size(), 4);
     }
 
+    void KeysLeadFromTheSearchToTheLinesAndClearIt()
+    {
+        SideWindowDesk desk;
+        PutSite(desk);
+        StoryPane window(desk, nullptr);
+        window.show();
+        window.activateWindow();
+        Pages(window).setCurrentIndex(1);
+        auto& search = Find<QLineEdit>(window, u"search"_s);
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Down}) {
+            search.setFocus();
+            QTest::keyClicks(&search, u"hello"_s);
+            QTest::keyClick(&search, key);
+            QCOMPARE(window.focusWidget()->objectName(), u"lines"_s);
+            QCOMPARE(Paragraphs(window).last(), u"Result, b.htm:4/hello"_s);
+            QTest::keyClick(&search, Qt::Key_Escape);
+            QCOMPARE(Rows(window).size(), 4);
+        }
+    }
+
     void SearchFindsWhatIsBeyondTheCell()
     {
         SideWindowDesk desk;

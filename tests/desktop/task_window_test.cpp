@@ -6,11 +6,14 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QDeadlineTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <QSettings>
+#include <QTimer>
+#include <QToolButton>
 
 namespace kiv {
 
@@ -191,6 +194,60 @@ class TaskWindowTest : public QObject {
         QCOMPARE(programs.started, Texts{"send"});
         QCOMPARE(desk.Status(), u"1 file sent"_s);
         QVERIFY(!window.isVisible());
+    }
+
+    // Nobody knows how long a program takes: the window shows what it waits for, and can end it.
+    void AnUploadCanBeStopped()
+    {
+        class Endless : public test::StartRecorder {
+          public:
+            bool was_left_alone = false;
+            int Run(const Launch& /*launch*/, std::string_view /*input*/,
+                    const WhileRunning& while_running) override
+            {
+                for (QDeadlineTimer most(20'000); !most.hasExpired();)
+                    while_running();
+                was_left_alone = true;
+                return 0;
+            }
+        } programs;
+        struct Row {
+            const char* command;
+            QString waits, ended;
+        };
+        for (const Row& row : std::vector<Row>{
+                 {"send", u"1 file to send, waiting for: send"_s, u"Stopped"_s},
+                 {"send @@", u"index.htm"_s, u"Stopped after 0 of 1 files"_s},
+             }) {
+            MainWindowDesk desk;
+            PutSite(desk);
+            programs.there = {row.command};
+            desk.starter = &programs;
+            desk.Put("utils/ftplist.txt", std::string("c:\\site\\|") + row.command + "\r\n");
+            desk.Put("site/index.htm", "<p>One</p>\r\n");
+            const MainWindow& main = desk.Start();
+            auto& stop = Find<QToolButton>(main, u"StopWork"_s);
+            QString waits;
+            QTimer watch;
+            connect(&watch, &QTimer::timeout, &watch, [&] {
+                if (!stop.isVisible() || desk.Status() != row.waits)
+                    return;
+                waits = desk.Status();
+                watch.stop();
+                stop.click();
+            });
+            desk.ChooseEntry(u"mnu_uploadchanges"_s);
+            const TaskWindow& window = Window(main, u"upload-changes"_s);
+            watch.start(10);
+            Press(window, u"run"_s);
+            QCOMPARE(waits, row.waits);
+            QVERIFY(!programs.was_left_alone);
+            QCOMPARE(desk.Status(), row.ended);
+            QVERIFY(!stop.isVisible());
+            QCOMPARE(desk.boxes.texts, QStringList());
+            QVERIFY(window.isVisible());
+            QCOMPARE(Files(window), QStringList{u"index.htm"_s}); // still to be sent
+        }
     }
 
     void AnotherDirectoryClosesWhatIsOfThisOne()

@@ -426,7 +426,13 @@ class WorkTest : public QObject {
             QCOMPARE(box.icon(), QMessageBox::Critical);
         };
         Press(window, u"Command1"_s);
-        QCOMPARE(title, u"kiv: the command has failed"_s);
+        QCOMPARE(title, u"kiv: \"Do it!\" has failed"_s);
+        desk.ChooseEntry(u"mnu_rename"_s);
+        auto& rename = Find<QWidget>(window, u"RenameWindow"_s);
+        rename.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&rename));
+        desk.Window().Run([] { throw RunError(ErrorKind::file, "no disk", {}); });
+        QCOMPARE(title, u"kiv: \"Rename files\" has failed"_s);
     }
 
     void TheNewsWindowFitsASmallScreen()

@@ -88,7 +88,7 @@ TEST(ProgramList, WhatCouldNotBeStartedIsNotListed)
         {
             throw RunError(ErrorKind::file, "cannot start " + launch.Text());
         }
-        int Run(const Launch&, std::string_view) override { return 0; }
+        int Run(const Launch&, std::string_view, const WhileRunning&) override { return 0; }
         bool Finds(std::string_view) override { return false; }
     } none;
     ProgramList list(&none);

@@ -43,10 +43,13 @@ class StartRecorder : public Programs {
     bool Finds(std::string_view command) override { return there.contains(command); }
     std::vector<std::string> inputs; // of the programs that were run
     std::vector<int> codes;          // that the next ones end with; 0 past their end
-    int Run(const Launch& launch, std::string_view input) override
+    int Run(const Launch& launch, std::string_view input,
+            const WhileRunning& while_running) override
     {
         started.push_back(launch.Text());
         inputs.emplace_back(input);
+        if (while_running)
+            while_running();
         return inputs.size() <= codes.size() ? codes[inputs.size() - 1] : 0;
     }
     void Start(const Launch& launch) override

@@ -295,7 +295,7 @@ TEST(PictureLists, ProgramsStartInThePicturesFolder)
             EXPECT_FALSE(launch.minimised);
             directories.push_back(files_.CurrentDirectory());
         }
-        int Run(const Launch&, std::string_view) override { return 0; }
+        int Run(const Launch&, std::string_view, const WhileRunning&) override { return 0; }
         bool Finds(std::string_view) override { return false; }
         std::vector<std::string> directories;
 

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <gmock/gmock.h>
+#include <stdexcept>
 #include <thread>
 #include <unistd.h>
 
@@ -206,6 +207,37 @@ TEST_F(StartPrograms, AFolderThatIsGoneIsNamed)
     std::filesystem::remove(root + "/site");
     EXPECT_THAT(ErrorOf([&] { programs.Start({"C:\\tool"}); }),
                 AllOf(StartsWith("file: "), HasSubstr("C:\\site")));
+}
+
+TEST_F(StartPrograms, WhatIsWaitedForGivesItsCode)
+{
+    Put("ends", "#!/bin/sh\nread word; echo $word >" + top + "/told; exit 7\n");
+    chmod((root + "/ends").c_str(), 0755);
+    EXPECT_EQ(programs.Run({.command = "C:\\ends"}, "a.htm\n", {}), 7);
+    EXPECT_EQ(Told(), "a.htm\n");
+    EXPECT_EQ(programs.Run({.command = "C:\\ends"}, "b.htm\n", [] {}), 7);
+    EXPECT_EQ(Told(), "b.htm\n");
+}
+
+TEST_F(StartPrograms, WhatIsWaitedForCanBeEnded)
+{
+    // The second one does not listen.
+    for (const char* const trap : {"trap 'echo ended >$1; exit' TERM", "trap '' TERM"}) {
+        Put("slow", std::string("#!/bin/sh\n") + trap +
+                        "\n>$2\ni=0\nwhile [ $i -lt 300 ]; do sleep .1; i=$((i + 1)); done\n"
+                        "echo left alone >$1\n");
+        chmod((root + "/slow").c_str(), 0755);
+        const Launch slow{.command = "C:\\slow " + top + "/told " + top + "/begun"};
+        EXPECT_THROW(programs.Run(slow, "",
+                                  [this] {
+                                      if (std::filesystem::exists(top + "/begun"))
+                                          throw std::length_error("enough");
+                                  }),
+                     std::length_error);
+        EXPECT_EQ(std::filesystem::exists(top + "/told") ? Told() : "",
+                  std::string(trap).find("ended") == std::string::npos ? "" : "ended\n");
+        std::filesystem::remove(top + "/begun");
+    }
 }
 
 TEST_F(StartPrograms, NobodyWaitsForTheProgram)
