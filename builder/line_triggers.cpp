@@ -185,6 +185,8 @@ std::string_view LineScanner::Next(Triggers& triggers)
     }
     marks_ = marks;
     const std::string_view line = Cut(end);
+    if (next_ + line.size() < end && end != npos)
+        found |= kEndBehind;
     next_ = end == npos ? text_.size() : end + 1;
     triggers = line.empty() ? found : found | StartTriggers(line);
     return line;
