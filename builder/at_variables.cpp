@@ -76,7 +76,7 @@ enum class Origin {
 
 struct AtVariable {
     std::string_view name;
-    std::string (*value)(Build& build);
+    void (*put)(Build& build, std::string& value);
     Origin origin = Origin::fixed;
 };
 
@@ -93,47 +93,52 @@ const PageRecord& Following(Build& build)
 /// In the format's order: a longer name stands before the shorter one that it begins with, except
 /// that "@TITLE" comes before names that merely contain its letters.
 constexpr AtVariable kAtVariables[] = {
-    {"@VAR1", [](Build& b) { return b.CurrentRecord().var1; }, Origin::var1},
-    {"@VAR2", [](Build& b) { return b.CurrentRecord().var2; }, Origin::var2},
-    {"@PF", [](Build& b) { return PageLink(b); }, Origin::title_line},
-    {"@TITLE", [](Build& b) { return b.state.page.CurrentTitle; }, Origin::title_line},
-    {"@ROOT", [](Build& b) { return b.state.SiteRoot; }, Origin::root},
-    {"@QTITLE", [](Build& b) { return QuoteEscape(b.state.page.CurrentTitle); },
+    {"@VAR1", [](Build& b, std::string& v) { v = b.CurrentRecord().var1; }, Origin::var1},
+    {"@VAR2", [](Build& b, std::string& v) { v = b.CurrentRecord().var2; }, Origin::var2},
+    {"@PF", [](Build& b, std::string& v) { v = PageLink(b); }, Origin::title_line},
+    {"@TITLE", [](Build& b, std::string& v) { v = b.state.page.CurrentTitle; }, Origin::title_line},
+    {"@ROOT", [](Build& b, std::string& v) { v = b.state.SiteRoot; }, Origin::root},
+    {"@QTITLE", [](Build& b, std::string& v) { v = QuoteEscape(b.state.page.CurrentTitle); },
      Origin::title_line},
-    {"@STRIPTITLE", [](Build& b) { return StripTitle(b.state.page.CurrentTitle); },
+    {"@STRIPTITLE", [](Build& b, std::string& v) { v = StripTitle(b.state.page.CurrentTitle); },
      Origin::title_line},
-    {"@KEYWORDS", [](Build& b) { return TitleKeywords(b.state.page.CurrentTitle); },
+    {"@KEYWORDS", [](Build& b, std::string& v) { v = TitleKeywords(b.state.page.CurrentTitle); },
      Origin::title_line},
-    {"@FILE", [](Build& b) { return b.state.page.CurrentStem; }, Origin::own_name},
-    {"@PREVTITLE", [](Build& b) { return Previous(b).title; }, Origin::previous},
-    {"@NEXTTITLE", [](Build& b) { return Following(b).title; }, Origin::following},
-    {"@PREVNO", [](Build& b) { return StemOf(b, b.state.page.number - 1); }, Origin::previous},
-    {"@NEXTNO", [](Build& b) { return StemOf(b, b.state.page.number + 1); }, Origin::following},
-    {"@THISTITLE", [](Build& b) { return b.CurrentRecord().title; }, Origin::title},
-    {"@THISSTRIP", [](Build& b) { return b.state.page.CurrentBaseStem; }, Origin::own_name},
-    {"@THISDIR", [](Build& b) { return b.pass.ThisDirName; }, Origin::folder},
-    {"@PREV", [](Build& b) { return std::string(DropParentPrefix(Previous(b).file)); },
+    {"@FILE", [](Build& b, std::string& v) { v = b.state.page.CurrentStem; }, Origin::own_name},
+    {"@PREVTITLE", [](Build& b, std::string& v) { v = Previous(b).title; }, Origin::previous},
+    {"@NEXTTITLE", [](Build& b, std::string& v) { v = Following(b).title; }, Origin::following},
+    {"@PREVNO", [](Build& b, std::string& v) { v = StemOf(b, b.state.page.number - 1); },
      Origin::previous},
-    {"@THIS", [](Build& b) { return b.CurrentRecord().file; }, Origin::file},
-    {"@SITETHIS", SiteThis, Origin::file},
-    {"@NEXT", [](Build& b) { return std::string(DropParentPrefix(Following(b).file)); },
+    {"@NEXTNO", [](Build& b, std::string& v) { v = StemOf(b, b.state.page.number + 1); },
      Origin::following},
-    {"@HTMASP", [](Build& b) { return b.pass.OutputExtensionWord; }, Origin::pass},
-    {"@ASPHTM", [](Build& b) { return b.pass.OutputExtensionWord; }, Origin::pass},
-    {"@TODAY", [](Build& b) { return b.pass.TodayText; }, Origin::day},
-    {"@DATETIME", [](Build& b) { return DateTimeText(b.machine.clock); }, Origin::now},
-    {"@YEAR", [](Build& b) { return b.pass.YearText; }, Origin::day},
-    {"@XOFY_X-", [](Build& b) { return Decimal(b.state.page.number - 1); }, Origin::count},
-    {"@XOFY_Y-", [](Build& b) { return Decimal(b.state.PageCount - 1); }, Origin::count},
-    {"@XOFY_X", [](Build& b) { return Decimal(b.state.page.number); }, Origin::count},
-    {"@XOFY_Y", [](Build& b) { return Decimal(b.state.PageCount); }, Origin::count},
+    {"@THISTITLE", [](Build& b, std::string& v) { v = b.CurrentRecord().title; }, Origin::title},
+    {"@THISSTRIP", [](Build& b, std::string& v) { v = b.state.page.CurrentBaseStem; },
+     Origin::own_name},
+    {"@THISDIR", [](Build& b, std::string& v) { v = b.pass.ThisDirName; }, Origin::folder},
+    {"@PREV", [](Build& b, std::string& v) { v = DropParentPrefix(Previous(b).file); },
+     Origin::previous},
+    {"@THIS", [](Build& b, std::string& v) { v = b.CurrentRecord().file; }, Origin::file},
+    {"@SITETHIS", [](Build& b, std::string& v) { v = SiteThis(b); }, Origin::file},
+    {"@NEXT", [](Build& b, std::string& v) { v = DropParentPrefix(Following(b).file); },
+     Origin::following},
+    {"@HTMASP", [](Build& b, std::string& v) { v = b.pass.OutputExtensionWord; }, Origin::pass},
+    {"@ASPHTM", [](Build& b, std::string& v) { v = b.pass.OutputExtensionWord; }, Origin::pass},
+    {"@TODAY", [](Build& b, std::string& v) { v = b.pass.TodayText; }, Origin::day},
+    {"@DATETIME", [](Build& b, std::string& v) { v = DateTimeText(b.machine.clock); }, Origin::now},
+    {"@YEAR", [](Build& b, std::string& v) { v = b.pass.YearText; }, Origin::day},
+    {"@XOFY_X-", [](Build& b, std::string& v) { v = Decimal(b.state.page.number - 1); },
+     Origin::count},
+    {"@XOFY_Y-", [](Build& b, std::string& v) { v = Decimal(b.state.PageCount - 1); },
+     Origin::count},
+    {"@XOFY_X", [](Build& b, std::string& v) { v = Decimal(b.state.page.number); }, Origin::count},
+    {"@XOFY_Y", [](Build& b, std::string& v) { v = Decimal(b.state.PageCount); }, Origin::count},
     {"@font",
-     [](Build&) { return std::string(R"(<font face="geneva,arial,helvetica,helv" size="2">)"); }},
-    {"<style>", [](Build&) { return std::string(R"(<style type="text/css">)"); }},
-    {"@printclose", [](Build&) { return std::string(kPrintClose); }},
+     [](Build&, std::string& v) { v = R"(<font face="geneva,arial,helvetica,helv" size="2">)"; }},
+    {"<style>", [](Build&, std::string& v) { v = R"(<style type="text/css">)"; }},
+    {"@printclose", [](Build&, std::string& v) { v = kPrintClose; }},
     {"@vfont",
-     [](Build&) {
-         return std::string(R"(<font face="verdana,geneva,arial,helvetica,helv" size="1">)");
+     [](Build&, std::string& v) {
+         v = R"(<font face="verdana,geneva,arial,helvetica,helv" size="1">)";
      }},
 };
 
@@ -153,6 +158,29 @@ constexpr std::size_t kLongestName = [] {
     return longest;
 }();
 
+/// What a text begins with in upper case, as long as a name may be.
+class UpperHead {
+  public:
+    constexpr UpperHead() = default;
+    constexpr explicit UpperHead(std::string_view text) : size_(std::min(text.size(), kLongestName))
+    {
+        for (std::size_t i = 0; i < size_; ++i)
+            head_[i] = AsciiUpper(text[i]);
+    }
+    constexpr std::string_view View() const { return {head_.data(), size_}; }
+
+  private:
+    std::array<char, kLongestName> head_{};
+    std::size_t size_ = 0;
+};
+
+constexpr std::array<UpperHead, kRows> kUpperNames = [] {
+    std::array<UpperHead, kRows> names{};
+    for (std::size_t row = 0; row < kRows; ++row)
+        names[row] = UpperHead(kAtVariables[row].name);
+    return names;
+}();
+
 constexpr std::size_t kStyleRow = 30;
 static_assert(kAtVariables[kStyleRow].name == "<style>");
 
@@ -167,7 +195,7 @@ constexpr std::array<RowSet, 128> kRowsBySecond = [] {
     return rows;
 }();
 
-constexpr std::size_t kLook = 1000; // what RowsIn costs for a character
+constexpr std::size_t kLook = 1000; // what NamesIn costs for a character
 
 /// Where a value comes from, for the trace.
 struct Told {
@@ -247,35 +275,49 @@ void NoteVariable(MergedLine& line, const AtVariable& variable, std::string_view
                       told.from);
 }
 
-/// The rows whose name stands in the line, of those from `first` on. "<style>" is looked for only
-/// where it may stand.
-RowSet RowsIn(std::string_view line, std::size_t first, bool may_hold_style)
+/// The rows whose name stands in a line.
+struct NamesFound {
+    RowSet rows = 0;
+    RowSet again = 0; // of these: those that may stand there more than once
+};
+
+/// "<style>" is looked for only where it may stand, and no row before `first`.
+NamesFound NamesIn(std::string_view line, std::size_t first, bool may_hold_style)
 {
-    RowSet found = 0;
+    NamesFound found;
     for (std::size_t at = line.find('@'); at != npos; at = line.find('@', at + 1)) {
-        const std::string_view rest = line.substr(at);
-        const auto second = static_cast<unsigned char>(rest.size() > 1 ? ToUpper(rest[1]) : '\0');
-        RowSet candidates = second < kRowsBySecond.size() ? kRowsBySecond[second] & ~found : 0;
+        const auto second =
+            static_cast<unsigned char>(at + 1 < line.size() ? AsciiUpper(line[at + 1]) : '\0');
+        RowSet candidates = second < kRowsBySecond.size() ? kRowsBySecond[second] : 0;
+        if (candidates == 0)
+            continue;
+        const UpperHead head(line.substr(at));
         for (; candidates != 0; candidates &= candidates - 1) {
             const auto row = static_cast<std::size_t>(std::countr_zero(candidates));
-            if (StartsWithNoCase(rest, kAtVariables[row].name))
-                found |= Row(row);
+            if (!head.View().starts_with(kUpperNames[row].View()))
+                continue;
+            found.again |= found.rows & Row(row);
+            found.rows |= Row(row);
         }
     }
-    if (may_hold_style && first <= kStyleRow && ContainsNoCase(line, kAtVariables[kStyleRow].name))
-        found |= Row(kStyleRow);
-    return found & ~(Row(first) - 1);
+    if (may_hold_style && first <= kStyleRow &&
+        ContainsNoCase(line, kAtVariables[kStyleRow].name)) {
+        found.rows |= Row(kStyleRow);
+        found.again |= Row(kStyleRow);
+    }
+    found.rows &= ~(Row(first) - 1);
+    return found;
 }
 
 /// Whether `value`, put right behind `before`, may bring a name into the line: one that it holds,
 /// or one that it completes.
 bool MayBringNames(std::string_view before, std::string_view value)
 {
-    if (Contains(value, "@") || Contains(value, "<"))
+    if (value.find('@') != npos || value.find('<') != npos)
         return true;
     before.remove_prefix(before.size() - std::min(before.size(), kLongestName - 1));
     const std::size_t tag = before.rfind('<');
-    return Contains(before, "@") ||
+    return before.find('@') != npos ||
            (tag != npos && StartsWithNoCase(kAtVariables[kStyleRow].name, before.substr(tag)));
 }
 
@@ -305,19 +347,20 @@ std::vector<std::string_view> AtVariableNames()
 bool ReplaceAtVariables(MergedLine& line)
 {
     std::string& text = line.text;
-    RowSet present = RowsIn(text, 0, (line.triggers & kStyle) != 0);
-    const bool found = present != 0;
-    while (present != 0) {
-        const auto row = static_cast<std::size_t>(std::countr_zero(present));
-        present &= present - 1;
+    NamesFound present = NamesIn(text, 0, (line.triggers & kStyle) != 0);
+    const bool found = present.rows != 0;
+    while (present.rows != 0) {
+        const auto row = static_cast<std::size_t>(std::countr_zero(present.rows));
+        present.rows &= present.rows - 1;
         const std::string_view name = kAtVariables[row].name;
         const std::size_t at = FindNoCase(text, name);
         if (at == npos) // it was the head of a longer name
             continue;
-        const std::string value = kAtVariables[row].value(line.build);
+        std::string& value = line.store;
+        kAtVariables[row].put(line.build, value);
         line.bound.AddSource(value.size());
         bool brings_names = true;
-        if (FindNoCase(text, name, at + name.size()) != npos) {
+        if ((present.again & Row(row)) != 0 && FindNoCase(text, name, at + name.size()) != npos) {
             PutEverywhere(line, name, value);
         } else {
             brings_names = MayBringNames(std::string_view(text).substr(0, at), value);
@@ -328,7 +371,7 @@ bool ReplaceAtVariables(MergedLine& line)
             continue;
         if (!line.bound.Spend(kLook * text.size()))
             ThrowTooLong(name);
-        present = RowsIn(text, row + 1, true);
+        present = NamesIn(text, row + 1, true);
     }
     return found;
 }

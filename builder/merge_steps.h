@@ -31,7 +31,7 @@ struct MergedLine {
     std::string text;
     Triggers triggers = 0; // of the text
     LineBound bound{0};    // of all that the steps make of the line
-    std::string store;     // for the loops
+    std::string store;     // for the loops, and for values: its memory is kept
 };
 
 struct Step {
