@@ -45,7 +45,8 @@ std::string WithoutTags(std::string_view text)
 
 std::string FileStem(std::string& file)
 {
-    file.erase(0, file.find_last_of("/\\") + 1); // none: npos + 1 is 0
+    // Where there is none: npos + 1 is 0. Two looks for one character take less than one for two.
+    file.erase(0, std::max(file.rfind('/') + 1, file.rfind('\\') + 1));
     return std::string(Before(file, '.'));
 }
 
