@@ -158,40 +158,28 @@ constexpr std::size_t kLongestName = [] {
     return longest;
 }();
 
-/// What a text begins with in upper case, as long as a name may be.
-class UpperHead {
-  public:
-    constexpr UpperHead() = default;
-    constexpr explicit UpperHead(std::string_view text) : size_(std::min(text.size(), kLongestName))
-    {
-        for (std::size_t i = 0; i < size_; ++i)
-            head_[i] = AsciiUpper(text[i]);
-    }
-    constexpr std::string_view View() const { return {head_.data(), size_}; }
-
-  private:
-    std::array<char, kLongestName> head_{};
-    std::size_t size_ = 0;
-};
-
-constexpr std::array<UpperHead, kRows> kUpperNames = [] {
-    std::array<UpperHead, kRows> names{};
-    for (std::size_t row = 0; row < kRows; ++row)
-        names[row] = UpperHead(kAtVariables[row].name);
-    return names;
-}();
-
 constexpr std::size_t kStyleRow = 30;
 static_assert(kAtVariables[kStyleRow].name == "<style>");
 
-/// The rows by the character after the "@" of their name, upper-cased.
-constexpr std::array<RowSet, 128> kRowsBySecond = [] {
-    std::array<RowSet, 128> rows{};
-    for (std::size_t row = 0; row < kRows; ++row) {
-        const char second = kAtVariables[row].name[1];
-        if (row != kStyleRow)
-            rows[static_cast<std::size_t>(second >= 'a' ? second - 'a' + 'A' : second)] |= Row(row);
-    }
+/// The rows by place and character: those whose name has this character there, in any case, and
+/// those whose name is shorter.
+using RowsOfPlace = std::array<RowSet, 256>;
+
+constexpr std::array<RowsOfPlace, kLongestName> kRowsAt = [] {
+    std::array<RowsOfPlace, kLongestName> rows{};
+    for (std::size_t place = 0; place < kLongestName; ++place)
+        for (std::size_t row = 0; row < kRows; ++row) {
+            const std::string_view name = kAtVariables[row].name;
+            if (place >= name.size()) {
+                for (RowSet& any : rows[place])
+                    any |= Row(row);
+                continue;
+            }
+            const auto upper = static_cast<unsigned char>(AsciiUpper(name[place]));
+            const bool is_letter = upper >= 'A' && upper <= 'Z';
+            rows[place][upper] |= Row(row);
+            rows[place][is_letter ? std::size_t{upper} + ('a' - 'A') : upper] |= Row(row);
+        }
     return rows;
 }();
 
@@ -281,24 +269,25 @@ struct NamesFound {
     RowSet again = 0; // of these: those that may stand there more than once
 };
 
+/// The rows whose name `text` begins with; `text` begins with "@".
+RowSet RowsOf(std::string_view text)
+{
+    RowSet rows = kRowsAt[0]['@'];
+    for (std::size_t place = 1; place < kLongestName && rows != 0; ++place) {
+        const char next = place < text.size() ? text[place] : '\0';
+        rows &= kRowsAt[place][static_cast<unsigned char>(next)];
+    }
+    return rows;
+}
+
 /// "<style>" is looked for only where it may stand, and no row before `first`.
 NamesFound NamesIn(std::string_view line, std::size_t first, bool may_hold_style)
 {
     NamesFound found;
     for (std::size_t at = line.find('@'); at != npos; at = line.find('@', at + 1)) {
-        const auto second =
-            static_cast<unsigned char>(at + 1 < line.size() ? AsciiUpper(line[at + 1]) : '\0');
-        RowSet candidates = second < kRowsBySecond.size() ? kRowsBySecond[second] : 0;
-        if (candidates == 0)
-            continue;
-        const UpperHead head(line.substr(at));
-        for (; candidates != 0; candidates &= candidates - 1) {
-            const auto row = static_cast<std::size_t>(std::countr_zero(candidates));
-            if (!head.View().starts_with(kUpperNames[row].View()))
-                continue;
-            found.again |= found.rows & Row(row);
-            found.rows |= Row(row);
-        }
+        const RowSet rows = RowsOf(line.substr(at));
+        found.again |= found.rows & rows;
+        found.rows |= rows;
     }
     if (may_hold_style && first <= kStyleRow &&
         ContainsNoCase(line, kAtVariables[kStyleRow].name)) {
