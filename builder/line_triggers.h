@@ -56,7 +56,7 @@ class LineScanner {
 
   private:
     std::uint64_t MarksAt(std::size_t from) const;
-    std::string_view Cut(std::size_t end) const;
+    std::string_view Ended(std::size_t end, Triggers found, Triggers& triggers);
 
     std::string_view text_;
     std::size_t next_ = 0;    // where the next line begins
