@@ -101,11 +101,14 @@ std::string Filled(std::string_view pattern, const Fields& fields, std::size_t l
                    LineBound& bound)
 {
     const std::size_t longest = 10'000'000 + 100 * line_size;
-    std::string text(pattern);
-    for (std::size_t k = GreatestPlaceholder(text, fields.Count()); k > 0;
-         k = GreatestPlaceholder(text, k - 1)) {
-        const std::size_t size = text.size();
-        text = WithField(text, std::to_string(k), fields[k], longest);
+    std::size_t k = GreatestPlaceholder(pattern, fields.Count());
+    if (k == 0)
+        return std::string(pattern);
+    std::string text;
+    for (std::string_view former = pattern; k > 0; k = GreatestPlaceholder(text, k - 1)) {
+        const std::size_t size = former.size();
+        text = WithField(former, std::to_string(k), fields[k], longest);
+        former = text;
         const std::size_t looked_at = size + (k > 1 ? text.size() : 0);
         if (text.size() > longest || !bound.Spend(text.size() + kMarkLook * looked_at))
             ThrowGrown(fields.Owner());
