@@ -63,7 +63,7 @@ void PageListParser::Parse()
         TakeDirective(line);
         // The format also bounds the pages here, by 5000; the page table's own bound is reached
         // before that.
-        (*lines_)[line_number_] = line;
+        lines_->Set(line_number_, line);
     }
     CloseList();
 }
