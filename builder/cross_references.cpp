@@ -80,7 +80,8 @@ std::string WithField(std::string_view text, std::string_view number, std::strin
         at += number.size();
         done = at;
     }
-    return filled.append(text, done);
+    filled.append(text, done); // what append gives back would be copied
+    return filled;
 }
 
 constexpr std::size_t kMarkLook = 220; // the work for each character of a text that is full of "!"

@@ -187,7 +187,8 @@ std::string_view LineScanner::Next(Triggers& triggers)
                 marks_ = marks & (marks - 1);
                 return Ended(at, found, triggers);
             }
-            found |= HeadTrigger(text_.substr(at)); // none goes past the end of its line
+            // No trigger goes past the end of its line.
+            found |= HeadTrigger({text_.data() + at, text_.size() - at});
         }
         if (seen_ >= text_.size())
             break;
