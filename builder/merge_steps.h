@@ -43,6 +43,8 @@ struct Step {
 /// Runs the steps in their order.
 inline void RunSteps(std::span<const Step> steps, MergedLine& line)
 {
+    if (line.triggers == 0)
+        return;
     for (const Step& step : steps)
         if ((line.triggers & step.triggers) != 0 && step.run(line))
             line.triggers = ScanLine(line.text);
