@@ -76,7 +76,7 @@ enum class Origin {
 
 struct AtVariable {
     std::string_view name;
-    std::string (*value)(Build& build);
+    void (*put)(Build& build, std::string& value);
     Origin origin = Origin::fixed;
 };
 
@@ -93,47 +93,52 @@ const PageRecord& Following(Build& build)
 /// In the format's order: a longer name stands before the shorter one that it begins with, except
 /// that "@TITLE" comes before names that merely contain its letters.
 constexpr AtVariable kAtVariables[] = {
-    {"@VAR1", [](Build& b) { return b.CurrentRecord().var1; }, Origin::var1},
-    {"@VAR2", [](Build& b) { return b.CurrentRecord().var2; }, Origin::var2},
-    {"@PF", [](Build& b) { return PageLink(b); }, Origin::title_line},
-    {"@TITLE", [](Build& b) { return b.state.page.CurrentTitle; }, Origin::title_line},
-    {"@ROOT", [](Build& b) { return b.state.SiteRoot; }, Origin::root},
-    {"@QTITLE", [](Build& b) { return QuoteEscape(b.state.page.CurrentTitle); },
+    {"@VAR1", [](Build& b, std::string& v) { v = b.CurrentRecord().var1; }, Origin::var1},
+    {"@VAR2", [](Build& b, std::string& v) { v = b.CurrentRecord().var2; }, Origin::var2},
+    {"@PF", [](Build& b, std::string& v) { v = PageLink(b); }, Origin::title_line},
+    {"@TITLE", [](Build& b, std::string& v) { v = b.state.page.CurrentTitle; }, Origin::title_line},
+    {"@ROOT", [](Build& b, std::string& v) { v = b.state.SiteRoot; }, Origin::root},
+    {"@QTITLE", [](Build& b, std::string& v) { v = QuoteEscape(b.state.page.CurrentTitle); },
      Origin::title_line},
-    {"@STRIPTITLE", [](Build& b) { return StripTitle(b.state.page.CurrentTitle); },
+    {"@STRIPTITLE", [](Build& b, std::string& v) { v = StripTitle(b.state.page.CurrentTitle); },
      Origin::title_line},
-    {"@KEYWORDS", [](Build& b) { return TitleKeywords(b.state.page.CurrentTitle); },
+    {"@KEYWORDS", [](Build& b, std::string& v) { v = TitleKeywords(b.state.page.CurrentTitle); },
      Origin::title_line},
-    {"@FILE", [](Build& b) { return b.state.page.CurrentStem; }, Origin::own_name},
-    {"@PREVTITLE", [](Build& b) { return Previous(b).title; }, Origin::previous},
-    {"@NEXTTITLE", [](Build& b) { return Following(b).title; }, Origin::following},
-    {"@PREVNO", [](Build& b) { return StemOf(b, b.state.page.number - 1); }, Origin::previous},
-    {"@NEXTNO", [](Build& b) { return StemOf(b, b.state.page.number + 1); }, Origin::following},
-    {"@THISTITLE", [](Build& b) { return b.CurrentRecord().title; }, Origin::title},
-    {"@THISSTRIP", [](Build& b) { return b.state.page.CurrentBaseStem; }, Origin::own_name},
-    {"@THISDIR", [](Build& b) { return b.pass.ThisDirName; }, Origin::folder},
-    {"@PREV", [](Build& b) { return std::string(DropParentPrefix(Previous(b).file)); },
+    {"@FILE", [](Build& b, std::string& v) { v = b.state.page.CurrentStem; }, Origin::own_name},
+    {"@PREVTITLE", [](Build& b, std::string& v) { v = Previous(b).title; }, Origin::previous},
+    {"@NEXTTITLE", [](Build& b, std::string& v) { v = Following(b).title; }, Origin::following},
+    {"@PREVNO", [](Build& b, std::string& v) { v = StemOf(b, b.state.page.number - 1); },
      Origin::previous},
-    {"@THIS", [](Build& b) { return b.CurrentRecord().file; }, Origin::file},
-    {"@SITETHIS", SiteThis, Origin::file},
-    {"@NEXT", [](Build& b) { return std::string(DropParentPrefix(Following(b).file)); },
+    {"@NEXTNO", [](Build& b, std::string& v) { v = StemOf(b, b.state.page.number + 1); },
      Origin::following},
-    {"@HTMASP", [](Build& b) { return b.pass.OutputExtensionWord; }, Origin::pass},
-    {"@ASPHTM", [](Build& b) { return b.pass.OutputExtensionWord; }, Origin::pass},
-    {"@TODAY", [](Build& b) { return b.pass.TodayText; }, Origin::day},
-    {"@DATETIME", [](Build& b) { return DateTimeText(b.machine.clock); }, Origin::now},
-    {"@YEAR", [](Build& b) { return b.pass.YearText; }, Origin::day},
-    {"@XOFY_X-", [](Build& b) { return Decimal(b.state.page.number - 1); }, Origin::count},
-    {"@XOFY_Y-", [](Build& b) { return Decimal(b.state.PageCount - 1); }, Origin::count},
-    {"@XOFY_X", [](Build& b) { return Decimal(b.state.page.number); }, Origin::count},
-    {"@XOFY_Y", [](Build& b) { return Decimal(b.state.PageCount); }, Origin::count},
+    {"@THISTITLE", [](Build& b, std::string& v) { v = b.CurrentRecord().title; }, Origin::title},
+    {"@THISSTRIP", [](Build& b, std::string& v) { v = b.state.page.CurrentBaseStem; },
+     Origin::own_name},
+    {"@THISDIR", [](Build& b, std::string& v) { v = b.pass.ThisDirName; }, Origin::folder},
+    {"@PREV", [](Build& b, std::string& v) { v = DropParentPrefix(Previous(b).file); },
+     Origin::previous},
+    {"@THIS", [](Build& b, std::string& v) { v = b.CurrentRecord().file; }, Origin::file},
+    {"@SITETHIS", [](Build& b, std::string& v) { v = SiteThis(b); }, Origin::file},
+    {"@NEXT", [](Build& b, std::string& v) { v = DropParentPrefix(Following(b).file); },
+     Origin::following},
+    {"@HTMASP", [](Build& b, std::string& v) { v = b.pass.OutputExtensionWord; }, Origin::pass},
+    {"@ASPHTM", [](Build& b, std::string& v) { v = b.pass.OutputExtensionWord; }, Origin::pass},
+    {"@TODAY", [](Build& b, std::string& v) { v = b.pass.TodayText; }, Origin::day},
+    {"@DATETIME", [](Build& b, std::string& v) { v = DateTimeText(b.machine.clock); }, Origin::now},
+    {"@YEAR", [](Build& b, std::string& v) { v = b.pass.YearText; }, Origin::day},
+    {"@XOFY_X-", [](Build& b, std::string& v) { v = Decimal(b.state.page.number - 1); },
+     Origin::count},
+    {"@XOFY_Y-", [](Build& b, std::string& v) { v = Decimal(b.state.PageCount - 1); },
+     Origin::count},
+    {"@XOFY_X", [](Build& b, std::string& v) { v = Decimal(b.state.page.number); }, Origin::count},
+    {"@XOFY_Y", [](Build& b, std::string& v) { v = Decimal(b.state.PageCount); }, Origin::count},
     {"@font",
-     [](Build&) { return std::string(R"(<font face="geneva,arial,helvetica,helv" size="2">)"); }},
-    {"<style>", [](Build&) { return std::string(R"(<style type="text/css">)"); }},
-    {"@printclose", [](Build&) { return std::string(kPrintClose); }},
+     [](Build&, std::string& v) { v = R"(<font face="geneva,arial,helvetica,helv" size="2">)"; }},
+    {"<style>", [](Build&, std::string& v) { v = R"(<style type="text/css">)"; }},
+    {"@printclose", [](Build&, std::string& v) { v = kPrintClose; }},
     {"@vfont",
-     [](Build&) {
-         return std::string(R"(<font face="verdana,geneva,arial,helvetica,helv" size="1">)");
+     [](Build&, std::string& v) {
+         v = R"(<font face="verdana,geneva,arial,helvetica,helv" size="1">)";
      }},
 };
 
@@ -156,18 +161,29 @@ constexpr std::size_t kLongestName = [] {
 constexpr std::size_t kStyleRow = 30;
 static_assert(kAtVariables[kStyleRow].name == "<style>");
 
-/// The rows by the character after the "@" of their name, upper-cased.
-constexpr std::array<RowSet, 128> kRowsBySecond = [] {
-    std::array<RowSet, 128> rows{};
-    for (std::size_t row = 0; row < kRows; ++row) {
-        const char second = kAtVariables[row].name[1];
-        if (row != kStyleRow)
-            rows[static_cast<std::size_t>(second >= 'a' ? second - 'a' + 'A' : second)] |= Row(row);
-    }
+/// The rows by place and character: those whose name has this character there, in any case, and
+/// those whose name is shorter.
+using RowsOfPlace = std::array<RowSet, 256>;
+
+constexpr std::array<RowsOfPlace, kLongestName> kRowsAt = [] {
+    std::array<RowsOfPlace, kLongestName> rows{};
+    for (std::size_t place = 0; place < kLongestName; ++place)
+        for (std::size_t row = 0; row < kRows; ++row) {
+            const std::string_view name = kAtVariables[row].name;
+            if (place >= name.size()) {
+                for (RowSet& any : rows[place])
+                    any |= Row(row);
+                continue;
+            }
+            const auto upper = static_cast<unsigned char>(AsciiUpper(name[place]));
+            const bool is_letter = upper >= 'A' && upper <= 'Z';
+            rows[place][upper] |= Row(row);
+            rows[place][is_letter ? std::size_t{upper} + ('a' - 'A') : upper] |= Row(row);
+        }
     return rows;
 }();
 
-constexpr std::size_t kLook = 1000; // what RowsIn costs for a character
+constexpr std::size_t kLook = 1000; // what NamesIn costs for a character
 
 /// Where a value comes from, for the trace.
 struct Told {
@@ -247,35 +263,50 @@ void NoteVariable(MergedLine& line, const AtVariable& variable, std::string_view
                       told.from);
 }
 
-/// The rows whose name stands in the line, of those from `first` on. "<style>" is looked for only
-/// where it may stand.
-RowSet RowsIn(std::string_view line, std::size_t first, bool may_hold_style)
+/// The rows whose name stands in a line.
+struct NamesFound {
+    RowSet rows = 0;
+    RowSet again = 0; // of these: those that may stand there more than once
+};
+
+/// The rows whose name `text` begins with; `text` begins with "@".
+RowSet RowsOf(std::string_view text)
 {
-    RowSet found = 0;
-    for (std::size_t at = line.find('@'); at != npos; at = line.find('@', at + 1)) {
-        const std::string_view rest = line.substr(at);
-        const auto second = static_cast<unsigned char>(rest.size() > 1 ? ToUpper(rest[1]) : '\0');
-        RowSet candidates = second < kRowsBySecond.size() ? kRowsBySecond[second] & ~found : 0;
-        for (; candidates != 0; candidates &= candidates - 1) {
-            const auto row = static_cast<std::size_t>(std::countr_zero(candidates));
-            if (StartsWithNoCase(rest, kAtVariables[row].name))
-                found |= Row(row);
-        }
+    RowSet rows = kRowsAt[0]['@'];
+    for (std::size_t place = 1; place < kLongestName && rows != 0; ++place) {
+        const char next = place < text.size() ? text[place] : '\0';
+        rows &= kRowsAt[place][static_cast<unsigned char>(next)];
     }
-    if (may_hold_style && first <= kStyleRow && ContainsNoCase(line, kAtVariables[kStyleRow].name))
-        found |= Row(kStyleRow);
-    return found & ~(Row(first) - 1);
+    return rows;
+}
+
+/// "<style>" is looked for only where it may stand, and no row before `first`.
+NamesFound NamesIn(std::string_view line, std::size_t first, bool may_hold_style)
+{
+    NamesFound found;
+    for (std::size_t at = line.find('@'); at != npos; at = line.find('@', at + 1)) {
+        const RowSet rows = RowsOf(line.substr(at));
+        found.again |= found.rows & rows;
+        found.rows |= rows;
+    }
+    if (may_hold_style && first <= kStyleRow &&
+        ContainsNoCase(line, kAtVariables[kStyleRow].name)) {
+        found.rows |= Row(kStyleRow);
+        found.again |= Row(kStyleRow);
+    }
+    found.rows &= ~(Row(first) - 1);
+    return found;
 }
 
 /// Whether `value`, put right behind `before`, may bring a name into the line: one that it holds,
 /// or one that it completes.
 bool MayBringNames(std::string_view before, std::string_view value)
 {
-    if (Contains(value, "@") || Contains(value, "<"))
+    if (value.find('@') != npos || value.find('<') != npos)
         return true;
     before.remove_prefix(before.size() - std::min(before.size(), kLongestName - 1));
     const std::size_t tag = before.rfind('<');
-    return Contains(before, "@") ||
+    return before.find('@') != npos ||
            (tag != npos && StartsWithNoCase(kAtVariables[kStyleRow].name, before.substr(tag)));
 }
 
@@ -305,19 +336,20 @@ std::vector<std::string_view> AtVariableNames()
 bool ReplaceAtVariables(MergedLine& line)
 {
     std::string& text = line.text;
-    RowSet present = RowsIn(text, 0, (line.triggers & kStyle) != 0);
-    const bool found = present != 0;
-    while (present != 0) {
-        const auto row = static_cast<std::size_t>(std::countr_zero(present));
-        present &= present - 1;
+    NamesFound present = NamesIn(text, 0, (line.triggers & kStyle) != 0);
+    const bool found = present.rows != 0;
+    while (present.rows != 0) {
+        const auto row = static_cast<std::size_t>(std::countr_zero(present.rows));
+        present.rows &= present.rows - 1;
         const std::string_view name = kAtVariables[row].name;
         const std::size_t at = FindNoCase(text, name);
         if (at == npos) // it was the head of a longer name
             continue;
-        const std::string value = kAtVariables[row].value(line.build);
+        std::string& value = line.store;
+        kAtVariables[row].put(line.build, value);
         line.bound.AddSource(value.size());
         bool brings_names = true;
-        if (FindNoCase(text, name, at + name.size()) != npos) {
+        if ((present.again & Row(row)) != 0 && FindNoCase(text, name, at + name.size()) != npos) {
             PutEverywhere(line, name, value);
         } else {
             brings_names = MayBringNames(std::string_view(text).substr(0, at), value);
@@ -328,7 +360,7 @@ bool ReplaceAtVariables(MergedLine& line)
             continue;
         if (!line.bound.Spend(kLook * text.size()))
             ThrowTooLong(name);
-        present = RowsIn(text, row + 1, true);
+        present = NamesIn(text, row + 1, true);
     }
     return found;
 }

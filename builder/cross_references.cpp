@@ -80,7 +80,8 @@ std::string WithField(std::string_view text, std::string_view number, std::strin
         at += number.size();
         done = at;
     }
-    return filled.append(text, done);
+    filled.append(text, done); // what append gives back would be copied
+    return filled;
 }
 
 constexpr std::size_t kMarkLook = 220; // the work for each character of a text that is full of "!"
@@ -101,11 +102,14 @@ std::string Filled(std::string_view pattern, const Fields& fields, std::size_t l
                    LineBound& bound)
 {
     const std::size_t longest = 10'000'000 + 100 * line_size;
-    std::string text(pattern);
-    for (std::size_t k = GreatestPlaceholder(text, fields.Count()); k > 0;
-         k = GreatestPlaceholder(text, k - 1)) {
-        const std::size_t size = text.size();
-        text = WithField(text, std::to_string(k), fields[k], longest);
+    std::size_t k = GreatestPlaceholder(pattern, fields.Count());
+    if (k == 0)
+        return std::string(pattern);
+    std::string text;
+    for (std::string_view former = pattern; k > 0; k = GreatestPlaceholder(text, k - 1)) {
+        const std::size_t size = former.size();
+        text = WithField(former, std::to_string(k), fields[k], longest);
+        former = text;
         const std::size_t looked_at = size + (k > 1 ? text.size() : 0);
         if (text.size() > longest || !bound.Spend(text.size() + kMarkLook * looked_at))
             ThrowGrown(fields.Owner());

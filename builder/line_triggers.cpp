@@ -36,15 +36,15 @@ Triggers TagTrigger(std::string_view rest)
     }
 }
 
-/// The trigger that a text begins with.
+/// The trigger that a text begins with. Most of what is looked at begins with "<".
 Triggers HeadTrigger(std::string_view rest)
 {
+    if (rest[0] == '<')
+        return TagTrigger(rest);
     const char next = rest.size() > 1 ? rest[1] : '\0';
     switch (rest[0]) {
     case '@':
         return next == '@' ? kAt | kAtNumber : kAt;
-    case '<':
-        return TagTrigger(rest);
     case '!':
         return next == '!' ? kBang : 0U;
     case '$':
@@ -136,6 +136,17 @@ unsigned FirstsIn(const char* block)
     return FindIn(block, kFirst);
 }
 
+/// The same for a stretch, and the ends of lines besides.
+std::uint64_t MarksIn(const char* stretch)
+{
+    constexpr std::string_view kMarks = "!$?@%<{}\n";
+    static_assert(kMarks.substr(0, kFirst.size()) == kFirst);
+    std::uint64_t marks = 0;
+    for (std::size_t block = 0; block < kStretch; block += kBlock)
+        marks |= std::uint64_t{FindIn(stretch + block, kMarks)} << block;
+    return marks;
+}
+
 } // namespace
 
 Triggers ScanLine(std::string_view line)
@@ -167,54 +178,51 @@ Triggers ScanLine(std::string_view line)
 std::string_view LineScanner::Next(Triggers& triggers)
 {
     Triggers found = 0;
-    std::size_t end = npos;
     std::uint64_t marks = marks_;
-    while (end == npos && (marks != 0 || seen_ < text_.size())) {
-        if (marks == 0) {
-            marks = MarksAt(seen_);
-            seen_ += kStretch;
+    for (;;) {
+        for (; marks != 0; marks &= marks - 1) {
+            const std::size_t at =
+                seen_ - kStretch + static_cast<std::size_t>(std::countr_zero(marks));
+            if (text_[at] == '\n') {
+                marks_ = marks & (marks - 1);
+                return Ended(at, found, triggers);
+            }
+            // No trigger goes past the end of its line.
+            found |= HeadTrigger({text_.data() + at, text_.size() - at});
         }
-        const std::size_t from = seen_ - kStretch;
-        for (; marks != 0 && end == npos; marks &= marks - 1) {
-            const std::size_t at = from + static_cast<std::size_t>(std::countr_zero(marks));
-            if (text_[at] == '\n')
-                end = at;
-            else // no trigger goes past the end of its line
-                found |= HeadTrigger(text_.substr(at));
-        }
+        if (seen_ >= text_.size())
+            break;
+        marks = MarksAt(seen_);
+        seen_ += kStretch;
     }
-    marks_ = marks;
-    const std::string_view line = Cut(end);
-    next_ = end == npos ? text_.size() : end + 1;
+    marks_ = 0;
+    const std::string_view line = text_.substr(next_);
+    next_ = text_.size();
+    triggers = found | StartTriggers(line);
+    return line;
+}
+
+/// The line that begins at `next_` and ends with the LF at `end`; `found` stands in it.
+std::string_view LineScanner::Ended(std::size_t end, Triggers found, Triggers& triggers)
+{
+    std::string_view line(text_.data() + next_, end - next_);
+    next_ = end + 1;
+    if (line.ends_with('\r')) {
+        line.remove_suffix(1);
+        found |= kEndBehind;
+    }
     triggers = line.empty() ? found : found | StartTriggers(line);
     return line;
 }
 
+/// The marks of the stretch that begins at `from`, a bit a character.
 std::uint64_t LineScanner::MarksAt(std::size_t from) const
 {
-    constexpr std::string_view kMarks = "!$?@%<{}\n";
-    static_assert(kMarks.substr(0, kFirst.size()) == kFirst);
-    const char* stretch = text_.data() + from;
+    if (from + kStretch <= text_.size())
+        return MarksIn(text_.data() + from);
     std::array<char, kStretch> last{};
-    if (from + kStretch > text_.size()) {
-        text_.copy(last.data(), kStretch, from);
-        stretch = last.data();
-    }
-    std::uint64_t marks = 0;
-    for (std::size_t block = 0; block < kStretch; block += kBlock)
-        marks |= std::uint64_t{FindIn(stretch + block, kMarks)} << block;
-    return marks;
-}
-
-/// The line that begins at `next_` and ends before `end`, or with the text.
-std::string_view LineScanner::Cut(std::size_t end) const
-{
-    if (end == npos)
-        return text_.substr(next_);
-    std::string_view line = text_.substr(next_, end - next_);
-    if (line.ends_with('\r'))
-        line.remove_suffix(1);
-    return line;
+    text_.copy(last.data(), kStretch, from);
+    return MarksIn(last.data());
 }
 
 } // namespace kiv

@@ -28,6 +28,7 @@ enum Trigger : std::uint32_t {
     kPosition = 1U << 13,  // first and third character are "=" (template lines)
     kFileText = 1U << 14,  // begins with "!++" (body lines)
     kBlockTag = 1U << 17,  // holds "<zu" (the page list alone)
+    kEndBehind = 1U << 18, // CR LF stands right behind it in its source
     kTemplateOnly = kMeta | kPosition,
     kBodyOnly = kFileText,
     kMerged = kBlockTag - 1, // all but what is done with when lines have been read
@@ -49,12 +50,13 @@ class LineScanner {
     /// What no line was taken from yet.
     std::string_view Rest() const { return text_.substr(next_); }
     bool AtEnd() const { return next_ == text_.size(); }
-    /// Takes the next line, which there must be; `triggers` become its own.
+    /// Takes the next line, which there must be; `triggers` become its own, and those alone can
+    /// have kEndBehind.
     std::string_view Next(Triggers& triggers);
 
   private:
     std::uint64_t MarksAt(std::size_t from) const;
-    std::string_view Cut(std::size_t end) const;
+    std::string_view Ended(std::size_t end, Triggers found, Triggers& triggers);
 
     std::string_view text_;
     std::size_t next_ = 0;    // where the next line begins

@@ -31,7 +31,7 @@ struct MergedLine {
     std::string text;
     Triggers triggers = 0; // of the text
     LineBound bound{0};    // of all that the steps make of the line
-    std::string store;     // for the loops
+    std::string store;     // for the loops, and for values: its memory is kept
 };
 
 struct Step {
@@ -43,6 +43,8 @@ struct Step {
 /// Runs the steps in their order.
 inline void RunSteps(std::span<const Step> steps, MergedLine& line)
 {
+    if (line.triggers == 0)
+        return;
     for (const Step& step : steps)
         if ((line.triggers & step.triggers) != 0 && step.run(line))
             line.triggers = ScanLine(line.text);

@@ -116,8 +116,9 @@ TakenDirective TakePageDirective(BuildState& state, int page_number, std::string
     if (!line.starts_with('@'))
         return {};
     // The first word that fits takes the line: no other fits it, emptied or kept.
+    const char second = line.size() > 1 ? AsciiUpper(line[1]) : '\0';
     for (const Directive& directive : kDirectives)
-        if (StartsWithNoCase(line, directive.word)) {
+        if (directive.word[1] == second && StartsWithNoCase(line, directive.word)) {
             directive.take(state, state.PageTable[page_number],
                            FromChar(line, directive.value_from));
             if (!directive.keeps_line)

@@ -25,7 +25,10 @@ constexpr std::string_view kHtm = "@HTM =";
 
 class PageListParser {
   public:
-    explicit PageListParser(Build& build) : build_(build), state_(build.state) {}
+    explicit PageListParser(Build& build)
+        : build_(build), state_(build.state), lines_(&build.state.PageLines[0])
+    {
+    }
 
     void Parse();
 
@@ -44,14 +47,15 @@ class PageListParser {
     Build& build_;
     BuildState& state_;
     int source_line_ = 1;
-    int page_ = 0;        // the output page, 0 before the first "@FILE ="
-    int line_number_ = 0; // in that page
+    int page_ = 0;         // the output page, 0 before the first "@FILE ="
+    PageLineTable* lines_; // of that page
+    int line_number_ = 0;  // in that page
 };
 
 void PageListParser::Parse()
 {
     for (; source_line_ <= state_.SourceLineCount; ++source_line_) {
-        SourceLine line = state_.SourceLines[source_line_];
+        SourceLine line = std::as_const(state_.SourceLines)[source_line_];
         state_.place = {line.file, line.line, {}};
         ++line_number_;
         if (!TakeDefinition(line) && !TakeRootOrPage(line))
@@ -59,7 +63,7 @@ void PageListParser::Parse()
         TakeDirective(line);
         // The format also bounds the pages here, by 5000; the page table's own bound is reached
         // before that.
-        state_.PageLines[page_][line_number_] = line;
+        lines_->Set(line_number_, line);
     }
     CloseList();
 }
@@ -161,12 +165,13 @@ void PageListParser::StartPage(SourceLine& line)
     if (!has_extension)
         name += build_.pass.AspPass ? ".asp" : ".htm";
     state_.PageTable[page_ + 1].file = std::move(name);
-    state_.PageLines[page_][line_number_] = {kEndMarker, {}, 0};
+    (*lines_)[line_number_] = {kEndMarker, {}, 0};
     line_number_ = 1;
     ++page_;
+    lines_ = &state_.PageLines[page_];
     if (build_.tracer) [[unlikely]]
         build_.tracer->DefineField(page_, PageField::file, kPageStart, line);
-    state_.PageLines[page_].Reserve(LinesOfPage() + 2); // entry 0 and the marker
+    lines_->Reserve(LinesOfPage() + 2); // entry 0 and the marker
 }
 
 /// How many source lines there are from the present one up to the next page's first.
@@ -175,8 +180,9 @@ std::size_t PageListParser::LinesOfPage() const
     const auto starts_page = [](std::string_view line) {
         return line.starts_with('@') && StartsWithNoCase(line, kPageStart);
     };
+    const auto& lines = std::as_const(state_.SourceLines);
     int end = source_line_ + 1;
-    while (end <= state_.SourceLineCount && !starts_page(state_.SourceLines[end].text))
+    while (end <= state_.SourceLineCount && !starts_page(lines[end].text))
         ++end;
     return static_cast<std::size_t>(end - source_line_);
 }
@@ -193,7 +199,7 @@ void PageListParser::TellBeforePages() const
 void PageListParser::CloseList()
 {
     ++line_number_;
-    state_.PageLines[page_][line_number_] = {kEndMarker, {}, 0};
+    (*lines_)[line_number_] = {kEndMarker, {}, 0};
     state_.PageCount = page_;
     TellBeforePages();
     Files& files = build_.machine.files;

@@ -100,7 +100,7 @@ bool PageListReader::TakeLineOf(SourceFile& list, SourceLine line)
     ++state_.SourceLineCount;
     if ((line.triggers & kBlockTag) != 0)
         ExpandBlock(list, line, zuloop);
-    state_.SourceLines[state_.SourceLineCount] = line;
+    state_.SourceLines.Set(state_.SourceLineCount, line);
     return true;
 }
 
@@ -164,7 +164,7 @@ bool PageListReader::TakeIncludedLine(SourceFile& source, SourceLine line)
             build_.messages.reportmsg("You can't do <zu... stuff inside ++ files -- sorry!");
     }
     AddPrefix(line);
-    state_.SourceLines[state_.SourceLineCount] = line;
+    state_.SourceLines.Set(state_.SourceLineCount, line);
     return true;
 }
 

@@ -14,6 +14,7 @@
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
 #include "platform/site_files.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -37,6 +38,12 @@ constexpr std::string_view kNotOnSingle =
 constexpr std::string_view kThirdLine = "an empty line right behind the title is not written";
 
 using TemplatePieces = std::vector<TemplatePiece>;
+
+/// An empty line right after the title is dropped.
+bool IsDropped(int number, std::string_view line)
+{
+    return number == 3 && line.empty();
+}
 
 /// Joins the lines that nothing acts on. Empty lines are never written, so they drop out here.
 /// A trace wants every line by itself, the empty ones, too.
@@ -87,6 +94,7 @@ class PageWriter {
     void BeginTrace(const TracedPage& page);
     void WriteBody();
     void WriteLinesOfBody();
+    int WritePlainLines(const PageLineTable& lines, int number);
     void WriteBodyLine(int number, std::string_view line);
     void TellLeftOut();
     void WriteSeparator();
@@ -340,13 +348,17 @@ void PageWriter::WriteLinesOfBody()
     const std::size_t start = state_.output.size();
     const PageLineTable& lines = std::as_const(state_.PageLines)[state_.page.number];
     int number = 3;
-    for (; lines[number].text != kEndMarker; ++number) {
+    while (lines[number].text != kEndMarker) {
         const SourceLine& line = lines[number];
         const Triggers triggers = line.triggers & kMerged & ~kTemplateOnly;
+        if (triggers == 0 && line_.tracer == nullptr) {
+            number = WritePlainLines(lines, number);
+            continue;
+        }
         if (line_.tracer != nullptr) [[unlikely]]
             line_.tracer->Begin(line, LinePart::body);
         if (triggers == 0) {
-            WriteBodyLine(number, line.text);
+            WriteBodyLine(number++, line.text);
             continue;
         }
         SetPlace(line);
@@ -354,12 +366,37 @@ void PageWriter::WriteLinesOfBody()
         MergeLine(line_);
         if (line_.text.starts_with('!') && line_.text.starts_with("!++"))
             PutFileText();
-        WriteBodyLine(number, line_.text);
+        WriteBodyLine(number++, line_.text);
     }
     if (state_.page.redirects)
         state_.output.resize(start);
     if (line_.tracer != nullptr) [[unlikely]]
         TellEndOfBody(number);
+}
+
+/// Writes the lines from `number` on that nothing acts on, and returns the number of the first
+/// other one. Those that follow each other in a source are copied in one go, with what ends them.
+int PageWriter::WritePlainLines(const PageLineTable& lines, int number)
+{
+    std::string_view run;
+    for (;; ++number) {
+        const SourceLine& line = lines[number];
+        if ((line.triggers & kMerged & ~kTemplateOnly) != 0 || line.text == kEndMarker)
+            break;
+        const bool has_end = (line.triggers & kEndBehind) != 0;
+        if (has_end && line.text.data() == run.data() + run.size()) {
+            run = {run.data(), run.size() + line.text.size() + kCrLf.size()};
+            continue;
+        }
+        state_.output.append(run);
+        run = {};
+        if (has_end && !IsDropped(number, line.text))
+            run = {line.text.data(), line.text.size() + kCrLf.size()};
+        else
+            WriteBodyLine(number, line.text);
+    }
+    state_.output.append(run);
+    return number;
 }
 
 /// A line such as "!++text.txt" becomes the text of a file, as it is.
@@ -373,10 +410,9 @@ void PageWriter::PutFileText()
         line_.tracer->PutFile(name, line_.text);
 }
 
-/// An empty line right after the title is dropped.
 void PageWriter::WriteBodyLine(int number, std::string_view line)
 {
-    const bool is_dropped = number == 3 && line.empty();
+    const bool is_dropped = IsDropped(number, line);
     if (!is_dropped)
         WriteLine(state_.output, line);
     if (line_.tracer != nullptr) [[unlikely]]

@@ -80,13 +80,27 @@ Popup FullPopup(const Fields& fields)
 
 std::string Anchor(const Popup& popup)
 {
-    std::string anchor = Joined({"<a href=\"", popup.url, "\" onClick=\"", popup.name,
-                                 "=window.open('', '", popup.name, "','", popup.features,
-                                 "width=", popup.width, ",", "height=", popup.height, "');",
-                                 popup.name, ".focus()\" ", "target=\"", popup.name, "\">"});
-    if (!popup.link_text.empty())
-        anchor.append(popup.link_text).append("</a>");
-    return anchor;
+    return Joined({"<a href=\"",
+                   popup.url,
+                   "\" onClick=\"",
+                   popup.name,
+                   "=window.open('', '",
+                   popup.name,
+                   "','",
+                   popup.features,
+                   "width=",
+                   popup.width,
+                   ",",
+                   "height=",
+                   popup.height,
+                   "');",
+                   popup.name,
+                   ".focus()\" ",
+                   "target=\"",
+                   popup.name,
+                   "\">",
+                   popup.link_text,
+                   popup.link_text.empty() ? "" : "</a>"});
 }
 
 } // namespace

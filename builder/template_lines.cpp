@@ -16,13 +16,15 @@ namespace kiv {
 
 namespace {
 
-void FillMeta(MergedLine& line, std::string_view name, std::string_view content, PageField field)
+/// A line with `mark` becomes the tag of that name. Returns whether it did.
+bool FillMeta(MergedLine& line, std::string_view mark, std::string_view name,
+              std::string_view content, PageField field)
 {
-    if (content.empty() || !ContainsNoCase(line.text, "<META NAME=\"" + std::string(name) + "\""))
-        return;
+    if (content.empty() || !ContainsNoCase(line.text, mark))
+        return false;
     line.bound.AddSource(content.size());
-    line.text =
-        "<meta NAME=\"" + std::string(name) + "\" CONTENT=\"" + std::string(content) + "\">";
+    line.text.clear();
+    Append(line.text, {"<meta NAME=\"", name, "\" CONTENT=\"", content, "\">"});
     if (line.tracer != nullptr) [[unlikely]] {
         const SourceSpan from =
             line.tracer->Known().Field(line.build.state.page.number, field).place;
@@ -30,14 +32,17 @@ void FillMeta(MergedLine& line, std::string_view name, std::string_view content,
             "<META NAME=", Joined({"the page's ", name, ", ", line.tracer->PlaceText(from)}),
             line.text, from);
     }
+    return true;
 }
 
 bool FillMetas(MergedLine& line)
 {
     const PageRecord& page = line.build.CurrentRecord();
-    FillMeta(line, "keywords", page.keywords, PageField::keywords);
-    FillMeta(line, "description", page.description, PageField::description);
-    return true;
+    bool found =
+        FillMeta(line, R"(<META NAME="keywords")", "keywords", page.keywords, PageField::keywords);
+    found |= FillMeta(line, R"(<META NAME="description")", "description", page.description,
+                      PageField::description);
+    return found;
 }
 
 /// "=1=" and its kin keep a line on some pages only. Any other code is text.

@@ -326,7 +326,7 @@ bool ReplaceEscapes(MergedLine& line)
     ReplaceEscape(line, "{}", "|");
     ReplaceEscape(line, "{{", "[");
     ReplaceEscape(line, "}}", "]");
-    return true;
+    return false; // no step behind it is to see what has become of the line
 }
 
 /// In the format's order.

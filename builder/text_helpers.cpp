@@ -23,6 +23,16 @@ std::string Replaced(std::string_view text, std::string_view word, std::string_v
     return result;
 }
 
+/// The characters that stand behind blanks, in upper case: what words begin with.
+std::string WordStarts(std::string_view text)
+{
+    std::string starts;
+    for (std::size_t i = 1; i < text.size(); ++i)
+        if (text[i - 1] == ' ')
+            starts += AsciiUpper(text[i]);
+    return starts;
+}
+
 /// Takes out everything between the first "<" and the first ">" while there are both. Each is
 /// looked for on its own, so a ">" that comes first takes the text up to the "<" with it. The
 /// format wants it so.
@@ -45,7 +55,8 @@ std::string WithoutTags(std::string_view text)
 
 std::string FileStem(std::string& file)
 {
-    file.erase(0, file.find_last_of("/\\") + 1); // none: npos + 1 is 0
+    // Where there is none: npos + 1 is 0. Two looks for one character take less than one for two.
+    file.erase(0, std::max(file.rfind('/') + 1, file.rfind('\\') + 1));
     return std::string(Before(file, '.'));
 }
 
@@ -64,8 +75,11 @@ std::string TitleKeywords(std::string_view title)
     std::ranges::replace_if(
         text, [](char c) { return c == ',' || c == ':' || c == ';'; }, ' ');
     // One pass a word: of two stop words that share a blank the second stays, as the format says.
+    // A word that goes lets none begin elsewhere.
+    const std::string starts = WordStarts(text);
     for (const std::string_view word : kStopWords)
-        ReplaceEachNoCase(text, word, " ");
+        if (starts.find(AsciiUpper(word[1])) != npos)
+            ReplaceEachNoCase(text, word, " ");
     // One pass as well: three blanks leave two, and so an empty keyword.
     ReplaceEach(text, "  ", " ");
     std::ranges::replace(text, ' ', ',');

@@ -36,6 +36,15 @@ class FixedTable {
         return entries_[slot];
     }
 
+    /// Writes an entry. A table that is filled in order has none made empty first.
+    void Set(int index, const T& value)
+    {
+        if (Slot(index) == entries_.size())
+            entries_.push_back(value);
+        else
+            (*this)[index] = value;
+    }
+
     /// Makes room for `count` entries, so that filling them in order moves nothing about.
     void Reserve(std::size_t count) { entries_.reserve(count); }
 

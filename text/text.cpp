@@ -14,6 +14,18 @@ char AsciiLower(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+/// Whether a text has `word`, which is ASCII, at a place, in any case. Most words are written as
+/// they are looked for.
+bool HoldsAt(std::string_view text, std::size_t at, std::string_view word)
+{
+    if (text.size() - at < word.size())
+        return false;
+    for (std::size_t i = 0; i < word.size(); ++i)
+        if (const char c = text[at + i]; c != word[i] && AsciiUpper(c) != AsciiUpper(word[i]))
+            return false;
+    return true;
+}
+
 /// 0-based position of the first character at or after `from` that is `a` or `b`.
 std::size_t FindEither(std::string_view text, char a, char b, std::size_t from)
 {
@@ -52,6 +64,7 @@ std::vector<std::string_view> SplitAt(std::string_view text, Separator separator
     std::vector<std::string_view> pieces;
     if (text.empty())
         return pieces;
+    pieces.reserve(4); // few have more
     for (std::size_t at = text.find(separator); at != npos; at = text.find(separator)) {
         pieces.push_back(text.substr(0, at));
         text.remove_prefix(at + size);
@@ -89,7 +102,7 @@ std::size_t FindNoCase(std::string_view text, std::string_view word, std::size_t
     const char lower = AsciiLower(word[0]);
     for (std::size_t at = FindEither(text, upper, lower, from); at != npos;
          at = FindEither(text, upper, lower, at + 1))
-        if (StartsWithNoCase(text.substr(at), word))
+        if (HoldsAt(text, at, word))
             return at;
     return npos;
 }
