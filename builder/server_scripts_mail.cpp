@@ -21,7 +21,7 @@ constexpr MailObject kOlder = {"@SENDEMAIL:", "Set myMail=CreateObject(\"Cdonts.
 constexpr MailObject kNewer = {"@SSENDEMAIL:", "Set myMail=CreateObject(\"CDO.Message\")",
                                "myMail.ReplyTo=", "myMail.TextBody="};
 
-std::string Quoted(std::string_view text)
+std::string InQuotes(std::string_view text)
 {
     return Joined({"\"", text, "\""});
 }
@@ -31,20 +31,20 @@ std::string Literal(std::string_view text)
 {
     std::string doubled(text);
     ReplaceEach(doubled, "\"", "\"\"");
-    return Quoted(doubled);
+    return InQuotes(doubled);
 }
 
 /// An address is quoted, anything else is the name of a script variable.
 std::string AddressOrVariable(std::string_view text)
 {
-    return Contains(text, "@") ? Quoted(text) : std::string(text);
+    return Contains(text, "@") ? InQuotes(text) : std::string(text);
 }
 
 std::string FromLines(std::string_view from, const MailObject& object, const Addresses& addresses)
 {
     if (Contains(from, "@"))
-        return "myMail.From=" + Quoted(from);
-    return JoinedLines({"myMail.From=" + Quoted(addresses.sender),
+        return "myMail.From=" + InQuotes(from);
+    return JoinedLines({"myMail.From=" + InQuotes(addresses.sender),
                         Joined({"if instr(", from, ",\"@\")>0 and instr(", from, ", \" \")=0 then ",
                                 object.reply_to, from})});
 }

@@ -9,7 +9,7 @@ namespace kiv {
 namespace {
 
 /// The completion up to the global options that take a value. "--mode=r" comes as three words.
-constexpr std::string_view kHead = R"(# bash completion for kiv-cli
+constexpr std::string_view kBashHead = R"(# bash completion for kiv-cli
 _kiv_cli_paths()
 {
     compopt -o filenames 2>/dev/null
@@ -128,7 +128,7 @@ std::string BashCompletion()
         value_rows += ValueRows(call.name, call.options);
         command_rows += CommandRow(call);
     }
-    std::string script(kHead);
+    std::string script(kBashHead);
     script.append(GlobalOptionsWithValue("|")).append(kValues).append(value_rows).append(kCommands);
     script.append("        \"\") options=\"").append(OptionWords({}));
     script.append("\" values=\"").append(names).append("\" ;;\n").append(command_rows);

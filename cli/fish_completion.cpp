@@ -9,7 +9,7 @@ namespace kiv {
 namespace {
 
 /// Up to the global options that a value follows.
-constexpr std::string_view kHead = R"(# fish completion for kiv-cli
+constexpr std::string_view kFishHead = R"(# fish completion for kiv-cli
 # The command on the line, if one is there already; the value of an option is none.
 function __kiv_cli_command
     set -l words (commandline --tokenize --current-process --cut-at-cursor)
@@ -99,7 +99,7 @@ std::string ArgumentLines(const CallRow& call)
 
 std::string FishCompletion()
 {
-    std::string script(kHead);
+    std::string script(kFishHead);
     script.append(GlobalOptionsWithValue(" "))
         .append(kRows)
         .append(OptionLines("", GlobalOptions()));

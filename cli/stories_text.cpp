@@ -17,10 +17,10 @@ namespace kiv {
 
 namespace {
 
-constexpr std::size_t kMostLines = 12;  // of a text that a step makes
-constexpr std::size_t kMostTargets = 5; // that a line of a source went to
-constexpr std::size_t kMostGone = 40;   // characters that are shown when they have gone
-constexpr std::size_t kMostSource = 30; // characters of a place, beside a line
+constexpr std::size_t kMostStoryLines = 12; // of a text that a step makes
+constexpr std::size_t kMostTargets = 5;     // that a line of a source went to
+constexpr std::size_t kMostGone = 40;       // characters that are shown when they have gone
+constexpr std::size_t kMostSource = 30;     // characters of a place, beside a line
 
 constexpr const char* kMark = "\x1b[1;32m";
 constexpr const char* kName = "\x1b[1m";
@@ -175,11 +175,11 @@ void StoryPrinter::PrintText(std::string_view text, const ChangedPart& changed)
     const auto all = static_cast<std::size_t>(std::ranges::count(text, '\n')) + 1;
     const std::string_view before = text.substr(0, changed.from);
     const auto first = static_cast<std::size_t>(std::ranges::count(before, '\n'));
-    const std::size_t begin = all <= kMostLines ? 0 : std::min(first, all - kMostLines);
+    const std::size_t begin = all <= kMostStoryLines ? 0 : std::min(first, all - kMostStoryLines);
     if (begin > 0)
         out_ << "    ... " << begin << " lines\n";
     std::size_t at = 0;
-    for (std::size_t number = 0; number < std::min(all, begin + kMostLines); ++number) {
+    for (std::size_t number = 0; number < std::min(all, begin + kMostStoryLines); ++number) {
         const std::size_t stop = std::min(text.find('\n', at), text.size());
         std::string_view line = text.substr(at, stop - at);
         if (line.ends_with('\r'))
@@ -189,8 +189,8 @@ void StoryPrinter::PrintText(std::string_view text, const ChangedPart& changed)
                       std::clamp(end, at, at + line.size()) - at);
         at = stop + 1;
     }
-    if (all > begin + kMostLines)
-        out_ << "    ... " << all - begin - kMostLines << " more lines\n";
+    if (all > begin + kMostStoryLines)
+        out_ << "    ... " << all - begin - kMostStoryLines << " more lines\n";
 }
 
 /// Where something has gone, there is nothing to mark.

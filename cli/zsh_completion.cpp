@@ -9,7 +9,7 @@ namespace kiv {
 namespace {
 
 /// Up to the rows of global options. They go with every command, too.
-constexpr std::string_view kHead = R"(#compdef kiv-cli
+constexpr std::string_view kZshHead = R"(#compdef kiv-cli
 # zsh completion for kiv-cli
 _kiv-cli_commands()
 {
@@ -110,7 +110,7 @@ std::string CommandCase(const CallRow& call)
 
 std::string ZshCompletion()
 {
-    std::string script(kHead);
+    std::string script(kZshHead);
     for (const CallRow& call : Calls())
         script.append("        ")
             .append(Quoted(std::string(call.name) + ":" + Plain(call.about)))

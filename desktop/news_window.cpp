@@ -53,7 +53,7 @@ constexpr std::array<NewsEntryLine, 7> kLines = {{
 constexpr std::size_t kFileNameLine = 0;
 constexpr std::size_t kHeaderLines = 6; // the lead stands with the article
 
-constexpr ControlWords kText = {"Text7", "Article text", "The article"};
+constexpr ControlWords kArticle = {"Text7", "Article text", "The article"};
 constexpr ControlWords kSingleSpaced = {"Check1", "Text is single spaced",
                                         "Every line of the article is a paragraph"};
 constexpr ControlWords kAsIs = {"Check2", "Text as is",
@@ -175,9 +175,9 @@ QLayout* NewsWindow::MakeArticle()
     form->addRow(MakeLabel(kLines.back().words.caption, *lines_.back()), lines_.back());
 
     text_ = new QPlainTextEdit(this);
-    Describe(*text_, kText);
+    Describe(*text_, kArticle);
     text_->setTabChangesFocus(true);
-    column->addWidget(MakeLabel(kText.caption, *text_));
+    column->addWidget(MakeLabel(kArticle.caption, *text_));
     column->addWidget(text_, 1);
 
     auto* const boxes = new QHBoxLayout;

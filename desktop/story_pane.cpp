@@ -39,9 +39,10 @@ constexpr int kShownStory = 2;
 constexpr ControlWords kPages = {"page", "Page", "The page whose lines are shown"};
 constexpr ControlWords kSearch = {"search", "Search",
                                   "Show only the lines that hold this text (Ctrl+F)"};
-constexpr ControlWords kLines = {"lines", "Lines",
-                                 "The lines of the page; a double click or Enter opens the source "
-                                 "of one in the editor"};
+constexpr ControlWords kStoryLines = {
+    "lines", "Lines",
+    "The lines of the page; a double click or Enter opens the source "
+    "of one in the editor"};
 constexpr ControlWords kAgain = {"again", "Read again",
                                  "Read the sources again, after they have changed (F5)"};
 
@@ -87,7 +88,7 @@ void StoryPane::MakeList()
     found_->setFilterKeyColumn(LinesModel::kText);
     found_->setFilterRole(LinesModel::kWholeTextRole);
     found_->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    Describe(*lines_, kLines);
+    Describe(*lines_, kStoryLines);
     lines_->setModel(found_);
     lines_->setRootIsDecorated(false);
     lines_->setUniformRowHeights(true);
@@ -109,7 +110,7 @@ void StoryPane::Arrange()
     halves_->setChildrenCollapsible(false);
     halves_->addWidget(lines_);
     halves_->addWidget(story_);
-    lines_->setAccessibleName(ToQt(kLines.caption));
+    lines_->setAccessibleName(ToQt(kStoryLines.caption));
     story_->setAccessibleName(u"Story"_s);
     auto* const column = new QVBoxLayout(this);
     column->addLayout(row);

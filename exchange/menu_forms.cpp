@@ -80,8 +80,8 @@ std::size_t NextEntry(std::string_view rest)
 }
 
 /// The part of a page's own line that stands where another page has the entry that leads to it.
-std::optional<LineSpan> OwnSpan(std::string_view own, std::string_view other, const LineSpan& entry,
-                                std::string_view says)
+std::optional<LineSpan> SpanOfOwn(std::string_view own, std::string_view other,
+                                  const LineSpan& entry, std::string_view says)
 {
     if (!own.starts_with(other.substr(0, entry.begin)))
         return std::nullopt;
@@ -160,7 +160,7 @@ void MenuForms::Learn(std::string_view own, const std::string& page, std::string
     if (!link || !IsPlain(link->says, kLongestSaid) || HasPlaceholder(link->says))
         return;
     for (const LineSpan& shape : ShapesOf(other, link->span)) {
-        const std::optional<LineSpan> span = OwnSpan(own, other, shape, link->says);
+        const std::optional<LineSpan> span = SpanOfOwn(own, other, shape, link->says);
         if (!span || span->Of(own) == shape.Of(other) || HasPlaceholder(span->Of(own)) ||
             HasPlaceholder(shape.Of(other)))
             continue;

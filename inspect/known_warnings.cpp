@@ -36,7 +36,7 @@ constexpr KnownWarning kKnown[] = {
     {"Oops! _template.txt doesn't exist!", "another program took it away: check again"},
 };
 
-constexpr std::size_t kLongest = 200;
+constexpr std::size_t kLongestLine = 200;
 
 } // namespace
 
@@ -53,7 +53,7 @@ std::string OneLine(std::string_view warning)
     std::string line;
     while (!warning.empty())
         line.append(line.empty() ? "" : " ").append(TakeLine(warning));
-    return line.size() > kLongest ? line.substr(0, kLongest) + "..." : line;
+    return line.size() > kLongestLine ? line.substr(0, kLongestLine) + "..." : line;
 }
 
 } // namespace kiv

@@ -12,7 +12,7 @@ namespace kiv {
 
 namespace {
 
-constexpr std::size_t kLongest = 100; // letters; nobody is told the name of a longer one
+constexpr std::size_t kLongestName = 100; // letters; nobody is told the name of a longer one
 
 /// Files whose names begin so are none that visitors are to see.
 bool IsHidden(std::string_view name)
@@ -59,7 +59,7 @@ std::size_t StepsTo(std::string_view name, std::string_view other, NameKind kind
 std::string_view NearestFileName(std::string_view name, std::span<const std::string> names,
                                  NameKind kind)
 {
-    if (name.size() > kLongest)
+    if (name.size() > kLongestName)
         return {};
     std::string_view nearest;
     std::size_t least = StemOf(name).size() / 3 + 1;

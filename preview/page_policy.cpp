@@ -46,7 +46,7 @@ Attribute TakeAttribute(std::string_view tag, std::size_t& at)
 }
 
 /// The words of a directive: its name, then its sources.
-std::vector<std::string_view> WordsOf(std::string_view directive)
+std::vector<std::string_view> PolicyWords(std::string_view directive)
 {
     std::vector<std::string_view> words;
     for (std::size_t at = directive.find_first_not_of(kSpace); at != npos;) {
@@ -73,7 +73,7 @@ bool IsAny(std::string_view name, std::initializer_list<std::string_view> names)
 
 std::string Loosened(std::string_view directive, std::string_view own, std::string_view nonce)
 {
-    const std::vector<std::string_view> words = WordsOf(directive);
+    const std::vector<std::string_view> words = PolicyWords(directive);
     const bool is_of_script =
         !words.empty() && IsAny(words[0], {"default-src", "script-src", "script-src-elem"});
     if (!is_of_script && (words.empty() || !IsAny(words[0], {"connect-src"})))

@@ -6,9 +6,9 @@ namespace {
 
 using testing::HasSubstr;
 
-class Drives : public CliTest {
+class DriveOptions : public CliTest {
   protected:
-    Drives()
+    DriveOptions()
     {
         for (const char* below : {"site", "site/sub", "other"}) {
             Put(std::string(below) + "/_html.txt", "@FILE = index\n@TITLE = T\n");
@@ -26,7 +26,7 @@ class Drives : public CliTest {
     }
 };
 
-TEST_F(Drives, TheOptionBeatsTheEnvironment)
+TEST_F(DriveOptions, TheOptionBeatsTheEnvironment)
 {
     const std::string root = Root().string();
     variables["KIV_DRIVE_C"] = root + "/site";
@@ -38,7 +38,7 @@ TEST_F(Drives, TheOptionBeatsTheEnvironment)
 }
 
 #ifndef _WIN32 // where C: is the machine's own
-TEST_F(Drives, TheUsersDataFolderStandsForDriveC)
+TEST_F(DriveOptions, TheUsersDataFolderStandsForDriveC)
 {
     const std::string root = Root().string();
     variables["HOME"] = root + "/home";
@@ -50,7 +50,7 @@ TEST_F(Drives, TheUsersDataFolderStandsForDriveC)
 }
 #endif
 
-TEST_F(Drives, OtherLetters)
+TEST_F(DriveOptions, OtherLetters)
 {
     const std::string root = Root().string();
     variables["KIV_DRIVE_D"] = root + "/other";
@@ -66,7 +66,7 @@ TEST_F(Drives, OtherLetters)
 #endif
 }
 
-TEST_F(Drives, TheLongestDriveThatHoldsANativePathWins)
+TEST_F(DriveOptions, TheLongestDriveThatHoldsANativePathWins)
 {
     const std::string root = Root().string();
     variables["KIV_DRIVE_D"] = root + "/site/sub";
@@ -79,7 +79,7 @@ TEST_F(Drives, TheLongestDriveThatHoldsANativePathWins)
               Built({"--drive-c", root + "/other"}, "Z:" + root + "/site"));
 }
 
-TEST_F(Drives, FormsOfDrivePaths)
+TEST_F(DriveOptions, FormsOfDrivePaths)
 {
     const Texts c = {"--drive-c", Root().string()};
     for (const char* directory :
@@ -91,7 +91,7 @@ TEST_F(Drives, FormsOfDrivePaths)
     EXPECT_EQ(Built(c, "\\\\server\\share"), "file");
 }
 
-TEST_F(Drives, AFolderThatIsNamedAndNotThereIsNotMade)
+TEST_F(DriveOptions, AFolderThatIsNamedAndNotThereIsNotMade)
 {
     const std::string drive = Native("new/c").string();
     variables["KIV_DRIVE_E"] = Root().string();
@@ -115,7 +115,7 @@ TEST_F(Drives, AFolderThatIsNamedAndNotThereIsNotMade)
     }
 }
 
-TEST_F(Drives, TheFolderOfDriveCIsMadeAtTheFirstStart)
+TEST_F(DriveOptions, TheFolderOfDriveCIsMadeAtTheFirstStart)
 {
     variables["KIV_DRIVE_C"] = Native("new/c").string();
     for (const Texts& call : std::vector<Texts>{{"dimensions", "1", "1", "1", "1"},
