@@ -1,6 +1,7 @@
 // Any arguments, over a drive that has something for every command.
 #include "tests/fuzz/fail.h"
 #include "tests/fuzz/scene.h"
+#include "tests/fuzz/targets.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ void Furnish(Desk& desk)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void kiv::fuzz::FuzzArguments(const std::uint8_t* data, std::size_t size)
 {
     Desk desk;
     Furnish(desk);
@@ -31,5 +32,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Expect(printed.code == 0 || !printed.err.empty() || !printed.out.empty(),
                "a call fails without a word");
     Expect(printed.code != 2 || printed.out.empty(), "a wrong call has a result");
-    return 0;
 }

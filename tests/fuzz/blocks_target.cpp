@@ -1,7 +1,8 @@
 // The lines of a page, mostly block tags, with a file to include and one of quiz scripts.
 #include "tests/fuzz/scene.h"
+#include "tests/fuzz/targets.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void kiv::fuzz::FuzzBlocks(const std::uint8_t* data, std::size_t size)
 {
     using namespace kiv::fuzz;
     const std::vector<std::string> parts = Parts(TextOf(data, size), kBetweenParts);
@@ -14,5 +15,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (parts.size() > 2)
         desk.drives.Put("utils/quiz.txt", parts[2]);
     desk.Call({"build", {{"DIR", "C:\\site"}}});
-    return 0;
 }

@@ -3,6 +3,7 @@
 #include "inspect/finding_table.h"
 #include "tests/fuzz/fail.h"
 #include "tests/fuzz/scene.h"
+#include "tests/fuzz/targets.h"
 
 #include <algorithm>
 #include <string>
@@ -21,7 +22,7 @@ void CheckNames(const Report& report)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void kiv::fuzz::FuzzCheck(const std::uint8_t* data, std::size_t size)
 {
     const Scene scene = ReadScene(data, size);
     Desk desk;
@@ -33,5 +34,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Report again = desk.Call({"check", {{"DIR", "C:\\site"}, {"--external", ""}}});
     Expect(again.findings == report.findings, "a second check finds something else");
     desk.CallBare({"check", "C:\\site"});
-    return 0;
 }

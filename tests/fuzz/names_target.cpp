@@ -3,6 +3,7 @@
 #include "platform/site_files.h"
 #include "tests/fuzz/fail.h"
 #include "tests/fuzz/scene.h"
+#include "tests/fuzz/targets.h"
 #include "text/windows1252.h"
 
 #include <algorithm>
@@ -98,7 +99,7 @@ void RenameAndUndo(Desk& desk, const Command& command)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void kiv::fuzz::FuzzNames(const std::uint8_t* data, std::size_t size)
 {
     const Scene scene = ReadScene(data, size);
     Desk desk;
@@ -114,5 +115,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     else
         RenameAndUndo(desk, RenamerOf(scene.line));
     Expect(Contents(desk) == contents, "a file is lost");
-    return 0;
 }

@@ -3,6 +3,7 @@
 #include "platform/site_files.h"
 #include "tests/fuzz/fail.h"
 #include "tests/fuzz/scene.h"
+#include "tests/fuzz/targets.h"
 #include "text/windows1252.h"
 
 #include <algorithm>
@@ -25,7 +26,7 @@ std::string OneLine(std::string text)
 
 /// The command of a line, cut at tabs: the number of the site, the fields in the order of kFields,
 /// flags.
-Command CommandOf(const std::string& line)
+Command NewsCommand(const std::string& line)
 {
     const Words words = Parts(line, '\t');
     const std::string& site = words[0];
@@ -49,19 +50,18 @@ std::map<std::string, std::string> Sources(const Desk& desk)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void kiv::fuzz::FuzzNews(const std::uint8_t* data, std::size_t size)
 {
     const Scene scene = ReadScene(data, size);
     Desk desk;
     desk.drives.Put("article.txt", "An article.\n");
     LayOut(desk, scene);
-    const Command command = CommandOf(scene.line);
+    const Command command = NewsCommand(scene.line);
     const Report report = desk.Call(command);
     if (!report.error.empty())
-        return 0;
+        return;
     const auto tree = Sources(desk);
     const Report again = desk.Call(command);
     Expect(again.error.empty(), "the second run ends in an error");
     Expect(Sources(desk) == tree, "the second run changes a list");
-    return 0;
 }

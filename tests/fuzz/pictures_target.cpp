@@ -1,8 +1,9 @@
 // A folder of pictures with its captions, listed three times.
 #include "tests/fuzz/fail.h"
 #include "tests/fuzz/scene.h"
+#include "tests/fuzz/targets.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void kiv::fuzz::FuzzPictures(const std::uint8_t* data, std::size_t size)
 {
     using namespace kiv::fuzz;
     const Command pictures{"pictures", {{"DIR", "C:\\site"}}};
@@ -12,9 +13,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // then on nothing changes.
     for (int run = 0; run < 2; ++run)
         if (!desk.Call(pictures).error.empty())
-            return 0;
+            return;
     const auto tree = desk.drives.Tree();
     Expect(desk.Call(pictures).error.empty(), "the third run ends in an error");
     Expect(desk.drives.Tree() == tree, "the third run writes other bytes");
-    return 0;
 }

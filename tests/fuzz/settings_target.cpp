@@ -5,6 +5,7 @@
 #include "shell/workspace.h"
 #include "tests/fuzz/fail.h"
 #include "tests/fuzz/scene.h"
+#include "tests/fuzz/targets.h"
 #include "tests/support/recorders.h"
 
 namespace {
@@ -48,7 +49,7 @@ void StartTwice(Desk& desk)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void kiv::fuzz::FuzzSettings(const std::uint8_t* data, std::size_t size)
 {
     Desk desk;
     desk.drives.Put("site/_html.txt", "@FILE = index\n@TITLE = Start\n<a href=\"@KEL\">x</a>\n");
@@ -59,5 +60,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     StartTwice(desk);
     desk.Call({"build", {{"DIR", "C:\\site"}}});
     desk.Call({"news", {{"--site", "1"}, {"--name", "pr030504"}, {"--text", "C:\\article.txt"}}});
-    return 0;
 }

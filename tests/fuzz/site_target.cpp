@@ -2,6 +2,7 @@
 #include "platform/drive_path.h"
 #include "tests/fuzz/fail.h"
 #include "tests/fuzz/scene.h"
+#include "tests/fuzz/targets.h"
 #include "text/windows1252.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ bool Has(const Words& words, const std::string& word)
 }
 
 /// The command of a scene: the first of these and all of its options that the line has.
-Command CommandOf(const std::string& line)
+Command SiteCommand(const std::string& line)
 {
     struct Row {
         const char* name;
@@ -51,20 +52,19 @@ bool HasReadItsOwn(const Desk& desk, const Report& report)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void kiv::fuzz::FuzzSite(const std::uint8_t* data, std::size_t size)
 {
     const Scene scene = ReadScene(data, size);
     Desk desk;
     LayOut(desk, scene);
-    const Command command = CommandOf(scene.line);
+    const Command command = SiteCommand(scene.line);
     desk.drives.ForgetSought();
     const Report report = desk.Call(command);
     if (!report.error.empty() || HasReadItsOwn(desk, report))
-        return 0;
+        return;
     const auto tree = desk.drives.Tree();
     const Report again = desk.Call(command);
     Expect(again.error.empty(), "what was built once cannot be built again");
     Expect(again.files == report.files, "the second run writes other files");
     Expect(desk.drives.Tree() == tree, "the second run writes other bytes");
-    return 0;
 }

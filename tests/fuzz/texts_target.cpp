@@ -2,6 +2,7 @@
 #include "cli/commands.h"
 #include "tests/fuzz/fail.h"
 #include "tests/fuzz/scene.h"
+#include "tests/fuzz/targets.h"
 
 #include <algorithm>
 
@@ -11,7 +12,7 @@ using namespace kiv::fuzz;
 
 /// The command of a line: its words, cut at tabs, that are options of it: "--poetry-p",
 /// "--mode=js", "--prefix=x".
-Command CommandOf(const std::string& line)
+Command TextCommand(const std::string& line)
 {
     constexpr std::string_view kFlags[] = {"--links-list", "--single-spaced", "--poetry-p",
                                            "--poetry-br", "--keep-smart-quotes"};
@@ -32,14 +33,13 @@ Command CommandOf(const std::string& line)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void kiv::fuzz::FuzzTexts(const std::uint8_t* data, std::size_t size)
 {
     const std::string_view text = TextOf(data, size);
     const std::size_t end = std::min(text.find(kBetweenParts), text.size());
     Desk desk;
     desk.input = text.substr(std::min(end + 1, text.size()));
-    const Command command = CommandOf(std::string(text.substr(0, end)));
+    const Command command = TextCommand(std::string(text.substr(0, end)));
     const Report report = desk.Call(command);
     Expect(desk.Call(command).result == report.result, "the second run has another result");
-    return 0;
 }

@@ -2,6 +2,7 @@
 #include "platform/site_files.h"
 #include "tests/fuzz/fail.h"
 #include "tests/fuzz/scene.h"
+#include "tests/fuzz/targets.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -42,7 +43,7 @@ void Compare(const Report& told, std::string_view page)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void kiv::fuzz::FuzzWhy(const std::uint8_t* data, std::size_t size)
 {
     const Scene scene = ReadScene(data, size);
     Desk built;
@@ -62,5 +63,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const std::string_view source : {kiv::kPageListFile, kiv::kTemplateFile})
         asked.Call(Why(std::string(source)));
     Expect(asked.drives.Tree() == tree, "asking has changed the drive");
-    return 0;
 }
