@@ -90,16 +90,11 @@ TEST_F(WatcherTest, ABuildThatFailedIsNotDoneOverForWhatItWrote)
 
 TEST_F(WatcherTest, ABuildHinderedByAnotherProgramIsTriedAgainAFewTimes)
 {
-    RunError held(ErrorKind::file, "cannot write C:\\site\\a.htm: another program has it");
-    held.may_pass = true;
-    // The build of `held`, then looks of 200 ms until the next one: how many.
-    const auto looks_until_next = [&] {
-        {
-            WatchedBuild build(watcher_);
-            drives_.ReadFile("C:\\site\\a.txt");
-            build.FailsBy(held);
-        }
-        now_ = std::chrono::steady_clock::now();
+    // A build that fails, then looks of 200 ms until the next one: how many.
+    const auto looks_until_next = [&](bool may_pass = true) {
+        watcher_.Begin(now_);
+        drives_.ReadFile("C:\\site\\a.txt");
+        watcher_.End(SourceWatch::Ended::failed, now_, may_pass);
         for (int looks = 1; looks <= 200; ++looks) {
             const Watcher::Tick tick = Look();
             if (tick.build) {
@@ -119,8 +114,22 @@ TEST_F(WatcherTest, ABuildHinderedByAnotherProgramIsTriedAgainAFewTimes)
     EXPECT_TRUE(Look().build);
     EXPECT_EQ(looks_until_next(), 5);
 
-    held.may_pass = false;
-    EXPECT_EQ(looks_until_next(), 0);
+    EXPECT_EQ(looks_until_next(false), 0);
+}
+
+TEST_F(WatcherTest, ItIsTheErrorThatTellsWhetherABuildIsTriedAgain)
+{
+    for (const bool may_pass : {false, true}) {
+        RunError error(ErrorKind::file, "cannot write C:\\site\\a.htm: it is held");
+        error.may_pass = may_pass;
+        {
+            WatchedBuild build(watcher_);
+            drives_.ReadFile("C:\\site\\a.txt");
+            build.FailsBy(error);
+        }
+        now_ = std::chrono::steady_clock::now() + std::chrono::seconds(1);
+        EXPECT_EQ(Look().build, may_pass);
+    }
 }
 
 } // namespace
