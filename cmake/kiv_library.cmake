@@ -59,11 +59,16 @@ function(kiv_use_headers target name)
     endif()
 endfunction()
 
-kiv_headers(kiv_std_headers
-    HEADERS <algorithm> <array> <functional> <map> <memory> <optional> <string> <string_view> <vector>)
-if(TARGET kiv_std_headers)
-    target_compile_options(kiv_std_headers PRIVATE ${counted_branches})
-endif()
+# kiv_standard_headers(NAME): the standard library's headers for each kiv_library that comes after, compiled with the options
+# of this place, which have to be those of the libraries.
+macro(kiv_standard_headers name)
+    kiv_headers(${name}
+        HEADERS <algorithm> <array> <functional> <map> <memory> <optional> <string> <string_view> <vector>)
+    if(TARGET ${name})
+        target_compile_options(${name} PRIVATE ${counted_branches})
+    endif()
+    set(KIV_STANDARD_HEADERS ${name})
+endmacro()
 
 # kiv_library(NAME SOURCES … USES … [HEADERS …]): one folder as one static library, kiv_NAME, compiled with the headers of the
 # kiv_headers library, or with those of the standard library.
@@ -72,8 +77,22 @@ function(kiv_library name)
     add_library(kiv_${name} STATIC ${ARG_SOURCES})
     target_link_libraries(kiv_${name} PUBLIC kiv_options ${ARG_USES})
     if(NOT ARG_HEADERS)
-        set(ARG_HEADERS kiv_std_headers)
+        set(ARG_HEADERS ${KIV_STANDARD_HEADERS})
         target_compile_options(kiv_${name} PRIVATE ${counted_branches})
     endif()
     kiv_use_headers(kiv_${name} ${ARG_HEADERS})
+endfunction()
+
+# kiv_whole_program(TARGET): optimised as one program with the libraries that are.
+function(kiv_whole_program target)
+    if(KIV_HAS_IPO)
+        set_target_properties(${target} PROPERTIES INTERPROCEDURAL_OPTIMIZATION_RELEASE ON)
+    endif()
+endfunction()
+
+# kiv_build_tool(TARGET): runs once, in the build, so it takes those libraries as they have been compiled.
+function(kiv_build_tool target)
+    if(KIV_HAS_IPO AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_link_options(${target} PRIVATE -fno-lto)
+    endif()
 endfunction()

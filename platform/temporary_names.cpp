@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view kBegin = ".kiv-";
 constexpr std::string_view kEnd = ".tmp";
 constexpr std::size_t kMarkDigits = 16;
-constexpr std::size_t kLongestName = 150; // a name of 255 bytes has room for it and all the rest
+constexpr std::size_t kLongestKept = 150; // a name of 255 bytes has room for it and all the rest
 
 unsigned NewNumber()
 {
@@ -77,9 +77,9 @@ std::string_view CutName(std::string_view name)
     constexpr auto is_inside = [](char c) {
         return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
     };
-    if (name.size() <= kLongestName)
+    if (name.size() <= kLongestKept)
         return name;
-    std::size_t size = kLongestName;
+    std::size_t size = kLongestKept;
     while (size > 1 && is_inside(name[size]))
         --size;
     return name.substr(0, size);

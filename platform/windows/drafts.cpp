@@ -15,12 +15,12 @@ Durable DurabilityOf(const Draft& draft)
 }
 
 /// What a draft begins with; of a new file, what its folder gives.
-struct Beginning {
+struct DraftBeginning {
     Rights rights;
     DWORD attributes = FILE_ATTRIBUTE_NORMAL;
 };
 
-WindowsHandle CreateNew(const std::wstring& native, Beginning& beginning)
+WindowsHandle CreateNew(const std::wstring& native, DraftBeginning& beginning)
 {
     SECURITY_ATTRIBUTES rights{sizeof(SECURITY_ATTRIBUTES), beginning.rights.data(), FALSE};
     return WindowsHandle(::CreateFileW(native.c_str(), GENERIC_WRITE, 0,
@@ -29,7 +29,7 @@ WindowsHandle CreateNew(const std::wstring& native, Beginning& beginning)
 }
 
 /// Writes a file of a name of its own beside the place.
-DWORD Write(const Draft& draft, Beginning beginning, FilledDraft& filled)
+DWORD Write(const Draft& draft, DraftBeginning beginning, FilledDraft& filled)
 {
     DWORD error = ERROR_FILE_EXISTS;
     while (error == ERROR_FILE_EXISTS) {
@@ -68,7 +68,7 @@ DWORD WhyNotReplaced(const std::wstring& native, const WindowsState& old)
 }
 
 /// How a draft begins for the place of a file: nobody else may read it who could not before.
-DWORD BeginLike(const std::wstring& native, const WindowsState& old, Beginning& beginning)
+DWORD BeginLike(const std::wstring& native, const WindowsState& old, DraftBeginning& beginning)
 {
     if ((old.attributes & FILE_ATTRIBUTE_ENCRYPTED) != 0)
         beginning.attributes = FILE_ATTRIBUTE_ENCRYPTED;
@@ -115,7 +115,7 @@ unsigned long FillNew(const Draft& draft, FilledDraft& filled)
 
 unsigned long FillOver(const Draft& draft, const WindowsState& old, Lost& lost, FilledDraft& filled)
 {
-    Beginning beginning;
+    DraftBeginning beginning;
     DWORD error = WhyNotReplaced(draft.native, old);
     if (error == 0)
         error = BeginLike(draft.native, old, beginning);

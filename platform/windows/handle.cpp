@@ -9,7 +9,7 @@ namespace kiv {
 
 namespace {
 
-constexpr std::size_t kStep = 256 * std::size_t{1024};
+constexpr std::size_t kLargestCall = 256 * std::size_t{1024};
 
 WindowsHandle OpenShared(const std::wstring& native, DWORD access)
 {
@@ -60,7 +60,7 @@ unsigned long ReadBytes(const WindowsHandle& file, std::uint64_t offset, std::si
     bytes.resize(count);
     std::size_t done = 0;
     while (done < count) {
-        const auto step = static_cast<DWORD>(std::min(count - done, kStep));
+        const auto step = static_cast<DWORD>(std::min(count - done, kLargestCall));
         DWORD got = 0;
         if (::ReadFile(file.Get(), &bytes[done], step, &got, nullptr) == 0)
             return ::GetLastError();
@@ -93,7 +93,7 @@ bool HoldsBytes(const WindowsHandle& file, std::string_view bytes)
         return false;
     std::string held;
     for (std::uint64_t offset = 0; !bytes.empty(); offset += held.size()) {
-        const std::size_t step = std::min(bytes.size(), kStep);
+        const std::size_t step = std::min(bytes.size(), kLargestCall);
         if (ReadBytes(file, offset, step, held) != 0 || held != bytes.substr(0, step))
             return false;
         bytes.remove_prefix(step);
