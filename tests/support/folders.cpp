@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <random>
 #include <sstream>
 #include <system_error>
+#include <utility>
 
 namespace kiv::test {
 
@@ -84,14 +84,19 @@ std::string NativeTextOf(fs::path path)
 
 std::string ReadBytes(const fs::path& path)
 {
-    std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    std::ostringstream bytes; // a character at a time is slow where sanitizers look
+    bytes << std::ifstream(path, std::ios::binary).rdbuf();
+    return std::move(bytes).str();
 }
 
 void WriteBytes(const fs::path& path, const std::string& bytes)
 {
-    fs::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << bytes;
+    std::ofstream stream(path, std::ios::binary);
+    if (!stream.is_open()) {
+        fs::create_directories(path.parent_path());
+        stream.open(path, std::ios::binary);
+    }
+    stream << bytes;
 }
 
 FileTree ReadTree(const fs::path& root)
@@ -101,7 +106,7 @@ FileTree ReadTree(const fs::path& root)
         return files;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root))
         if (entry.is_regular_file())
-            files[TextOf(fs::relative(entry.path(), root))] = ReadBytes(entry.path());
+            files[TextOf(entry.path().lexically_relative(root))] = ReadBytes(entry.path());
     return files;
 }
 
