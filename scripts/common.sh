@@ -7,7 +7,7 @@ build_packages=(g++ cmake ninja-build libboost-dev libcli11-dev libgumbo-dev lib
     libstb-dev)
 desktop_packages=(qt6-base-dev qt6-base-dev-tools fonts-dejavu-core)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev tidy imagemagick libxml2-utils
-    chromium chromium-driver python3-selenium zsh fish man-db appstream)
+    chromium-headless-shell chromium-driver python3-selenium zsh fish man-db appstream)
 # A screen, a window manager and a client for the test of the window from outside.
 outside_packages=(xvfb xauth openbox x11-utils dbus at-spi2-core python3-gi gir1.2-atspi-2.0)
 clang_packages=(clang lld clang-format clang-tidy) # Clang builds the tests with sanitizers, too

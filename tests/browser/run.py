@@ -6,7 +6,7 @@ import sys
 import unittest
 
 NEEDED = {
-    "chromium": lambda: os.access("/usr/bin/chromium", os.X_OK),
+    "chromium-headless-shell": lambda: os.access("/usr/lib/chromium/chromium-headless-shell", os.X_OK),
     "chromium-driver": lambda: os.access("/usr/bin/chromedriver", os.X_OK),
     "python3-selenium": lambda: importlib.util.find_spec("selenium") is not None,
 }

@@ -44,9 +44,8 @@ class Popups(BrowserTest):
 
     def assert_small_window(self, width, height):
         self.assertEqual(self.has_bars(), [False, False, False])
-        # The browser takes a pixel of the height for the edge of its title bar.
-        self.wait_for(f"the window never was {width} by {height}", lambda: self.size()
-                      in ([width, height], [width, height - 1]))
+        self.wait_for(f"the window never was {width} by {height}",
+                      lambda: self.size() == [width, height])
 
     def assert_window_with_bars(self):
         # A window with all its bars is the browser's own, whose size is the user's business.

@@ -31,8 +31,13 @@ int HexDigit(char c)
 std::string Decoded(std::string_view line)
 {
     std::string text;
-    while (!line.empty()) {
-        const std::size_t end = line.starts_with("%{") ? line.find('}') : std::string_view::npos;
+    while (true) {
+        const std::size_t escape = line.find("%{");
+        text += line.substr(0, escape);
+        if (escape == std::string_view::npos)
+            return text;
+        line.remove_prefix(escape);
+        const std::size_t end = line.find('}');
         std::string bytes;
         bool valid = end != std::string_view::npos && end > 2 && end % 2 == 0;
         for (std::size_t i = 2; valid && i < end; i += 2) {
@@ -44,7 +49,6 @@ std::string Decoded(std::string_view line)
         text += valid ? bytes : std::string(1, line[0]);
         line.remove_prefix(valid ? end + 1 : 1);
     }
-    return text;
 }
 
 std::vector<std::string> CutArguments(std::string_view text)

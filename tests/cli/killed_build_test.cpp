@@ -72,13 +72,15 @@ class KilledBuild : public CliTest {
     /// How many pages hold the new text. Every one must be whole.
     int CountNew(char old_letter, char new_letter)
     {
+        const std::string new_page = Page(new_letter);
+        const std::string old_page = Page(old_letter);
         int count = 0;
         for (int page = 1; page <= kPages; ++page) {
             const std::string bytes = Content("site/p" + std::to_string(page) + ".htm");
-            if (bytes == Page(new_letter))
+            if (bytes == new_page)
                 ++count;
             else
-                EXPECT_TRUE(bytes == Page(old_letter)) << "page " << page;
+                EXPECT_TRUE(bytes == old_page) << "page " << page;
         }
         return count;
     }
@@ -103,12 +105,13 @@ TEST_F(KilledBuild, PagesAreOldOrNew)
 
 TEST_F(KilledBuild, NewPagesAreWholeOrMissing)
 {
+    const std::string whole = Page('a');
     RemovePages();
     for (int i = 0; i < 10; ++i) {
         BuildAndSend(SIGKILL, i / 10.0);
         for (int page = 1; page <= kPages; ++page) {
             const std::string name = "site/p" + std::to_string(page) + ".htm";
-            EXPECT_TRUE(!Exists(name) || Content(name) == Page('a')) << name;
+            EXPECT_TRUE(!Exists(name) || Content(name) == whole) << name;
         }
         RemovePages();
     }

@@ -41,12 +41,13 @@ TEST(MarkedPage, TagsHaveTheirLineAndColumn)
 
 TEST(MarkedPage, AMegabyteInOneLine)
 {
-    constexpr int kTags = 200'000; // of five bytes each
+    constexpr int kTags = 50'000; // of twenty bytes each, with what stands behind
+    const std::string behind = ">x" + std::string(15, ' ');
     std::string html = "\n";
     std::string marked = "\n$";
     for (int i = 0; i < kTags; ++i) {
-        html += "<b>x ";
-        marked += "<b@2:" + std::to_string(i * 5 + 1) + ">x ";
+        html += "<b" + behind + "\t";
+        marked += "<b@2:" + std::to_string(i * 20 + 1) + behind + "\t";
     }
     EXPECT_TRUE(Marked(html + "\n<i>") == marked + "\n<i@3:1>"); // too long to be printed
 }

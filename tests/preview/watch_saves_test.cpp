@@ -1,4 +1,4 @@
-// A thousand saves at random moments, seen by another process: at each rest the pages are those of
+// Hundreds of saves at random moments, seen by another process: at each rest the pages are those of
 // a clean build.
 #include "shell/builds.h"
 #include "tests/shell/shell_desk.h"
@@ -19,8 +19,8 @@ using test::Becomes;
 using test::CliProcess;
 using test::Ending;
 
-constexpr int kSaves = 1000;
-constexpr int kRestEvery = 50; // saves
+constexpr int kSaves = 400;
+constexpr int kRestEvery = 20; // saves
 constexpr int kPages = 12;
 
 const std::vector<std::string> kSources = {"_html.txt", "_template.txt", "parts/head.txt",

@@ -319,15 +319,15 @@ std::string LongText(std::size_t size)
     return text;
 }
 
-TEST(Conversions, TextsOfMegabytes)
+TEST(Conversions, ATextOfAMegabyte)
 {
-    const std::string text = LongText(4'000'000);
+    const std::string text = LongText(1'000'000);
     EXPECT_THAT(EmailToHtml(text, kNone).substr(0, 90),
                 HasSubstr("It&rsquo;s a &ldquo;line&rdquo; &mdash; with caf&eacute;, name="));
-    EXPECT_GT(CleanQuotes(text, false).size(), 3'000'000U);
-    EXPECT_GT(LinesToJs(text).size(), 3'000'000U);
-    EXPECT_GT(TabsToRs(text).size(), 3'000'000U);
-    EXPECT_GT(TabsToPipes(WithoutLineFeeds(text), "").size(), 3'000'000U);
+    EXPECT_GT(CleanQuotes(text, false).size(), 750'000U);
+    EXPECT_GT(LinesToJs(text).size(), 750'000U);
+    EXPECT_GT(TabsToRs(text).size(), 750'000U);
+    EXPECT_GT(TabsToPipes(WithoutLineFeeds(text), "").size(), 750'000U);
     EXPECT_GT(FieldNamesToScript(text, "").size(), 200U);
 }
 

@@ -251,10 +251,10 @@ TEST(TitleGrab, AThousandPagesAndNoMore)
 TEST(TitleGrab, LongUnclosedTitleTakesNoLongerThanItsLength)
 {
     std::string page = "<title>";
-    for (int n = 0; n < 200'000; ++n)
+    for (int n = 0; n < 50'000; ++n)
         page += "a line of it\n";
     EXPECT_EQ(TitleOf(page), "Untitled");
-    EXPECT_EQ(TitleOf(page + "</title>").size(), 200'000U * 13);
+    EXPECT_EQ(TitleOf(page + "</title>").size(), 50'000U * 13);
 }
 
 } // namespace
