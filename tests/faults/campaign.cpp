@@ -28,7 +28,7 @@ std::string RowOf(const Attack& attack, const Try& one)
 }
 
 struct Planned {
-    std::size_t round;
+    double round;
     Try what;
 };
 
@@ -94,7 +94,7 @@ void Campaign::MakeTries()
         std::shuffle(tries.begin(), tries.end(), std::mt19937(wishes_.settings.seed));
         for (std::size_t n = 0; n < tries.size(); ++n) {
             tries[n].attack = static_cast<std::uint8_t>(i);
-            tries_.push_back({n / attack.Share(), tries[n]});
+            tries_.push_back({(static_cast<double>(n) + 0.5) / attack.Share(), tries[n]});
         }
     }
     // Every attack has its share from the beginning, however short the time is.
