@@ -39,14 +39,16 @@ def walk(node):
             yield from walk(child)
 
 
-# They have many parts, none of them a control, and each question to one is a message to the program and back.
-LISTS = ("menu bar", "tree", "tree table", "list")
+# Each question to a part is a message to the program and back. These have no parts, or many that are no controls.
+WHOLE = ("menu bar", "tree", "tree table", "list", "label", "push button", "check box", "radio button", "separator",
+         "scroll bar", "progress bar", "page tab")
 
 
 def controls(node):
-    """As walk, without the entries of menus and lists."""
-    yield node
-    if node.get_role_name() in LISTS:
+    """Each part of a window with its role, but for the entries of menus and lists."""
+    role = node.get_role_name()
+    yield node, role
+    if role in WHOLE:
         return
     for i in range(node.get_child_count()):
         child = node.get_child_at_index(i)
@@ -106,18 +108,18 @@ class Kiv:
 
     @staticmethod
     def buttons(window):
-        return [n for n in controls(window) if n.get_role_name() == "push button" and is_shown(n)]
+        return [n for n, role in controls(window) if role == "push button" and is_shown(n)]
 
     @staticmethod
     def button(window, name):
-        return next((n for n in controls(window) if n.get_role_name() == "push button" and n.get_name() == name and
-                     is_shown(n)), None)
+        return next((n for n, role in controls(window) if role == "push button" and n.get_name() == name and is_shown(n)),
+                    None)
 
     def labels(self):
-        return [n.get_name() for n in controls(self.main) if n.get_role_name() == "label"]
+        return [n.get_name() for n, role in controls(self.main) if role == "label"]
 
     def menu_bar(self):
-        return next((n for n in controls(self.main) if n.get_role_name() == "menu bar"), None)
+        return next((n for n, role in controls(self.main) if role == "menu bar"), None)
 
     def menu_item(self, name):
         bar = self.menu_bar()
@@ -158,8 +160,8 @@ class Kiv:
 
     def shown(self, name, *roles):
         """What can be seen in the main window under a name."""
-        return next((n for n in controls(self.main) if n.get_name() == name and is_shown(n) and
-                     (not roles or n.get_role_name() in roles)), None)
+        return next((n for n, role in controls(self.main) if (not roles or role in roles) and n.get_name() == name and
+                     is_shown(n)), None)
 
     def press_button(self, window, name):
         self.act(wait(f"button {name!r}", lambda: self.button(window, name)), "Press")
@@ -181,7 +183,7 @@ class Kiv:
                 if box is None:
                     quiet = quiet + 1 if self.is_at_rest() else 0
                     continue
-                texts += [n.get_name() for n in controls(box) if n.get_role_name() == "label" and n.get_name()]
+                texts += [n.get_name() for n, role in controls(box) if role == "label" and n.get_name()]
                 self.press_button(box, "OK")
                 time.sleep(0.2)  # the button acts when it comes up again; the next box may follow at once
             except GLib.Error:
