@@ -1,7 +1,7 @@
 // The commands of the main window: from the button to the files, and what is seen meanwhile.
 #include "inspect/html_facts.h"
 #include "tests/desktop/main_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 #include "tests/support/recorders.h"
 
 #include <QAction>
@@ -558,11 +558,8 @@ class CommandsTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<CommandsTest> commands_window("commands");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::CommandsTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "commands_window_test.moc"

@@ -1,6 +1,6 @@
 // The controls of the main window: names, captions, order, what is shown and what is greyed.
 #include "tests/desktop/main_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <QAction>
 #include <QKeySequence>
@@ -300,11 +300,8 @@ class ControlsTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<ControlsTest> controls_window("controls");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::ControlsTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "controls_window_test.moc"

@@ -1,7 +1,7 @@
 // The window "Convert to html", from the real clipboard to the real clipboard.
 #include "desktop/conversion_window.h"
 #include "tests/desktop/side_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -229,11 +229,8 @@ class ConversionWindowTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<ConversionWindowTest> conversion_window("conversion");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::ConversionWindowTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "conversion_window_test.moc"

@@ -1,7 +1,7 @@
 // The window "Convert dimensions".
 #include "desktop/dimension_window.h"
 #include "tests/desktop/side_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -134,11 +134,8 @@ class DimensionWindowTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<DimensionWindowTest> dimension_window("dimension");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::DimensionWindowTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "dimension_window_test.moc"

@@ -1,7 +1,7 @@
 // The window of "Choose directory".
 #include "desktop/directory_window.h"
 #include "tests/desktop/side_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <QAbstractItemView>
 #include <QClipboard>
@@ -385,11 +385,8 @@ class DirectoryWindowTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<DirectoryWindowTest> directory_window("directory");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::DirectoryWindowTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "directory_window_test.moc"

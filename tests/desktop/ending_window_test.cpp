@@ -1,6 +1,6 @@
 // Start and end of the main window: settings, messages, what is kept for the next run.
 #include "tests/desktop/main_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 #include "tests/support/recorders.h"
 
 #include <QComboBox>
@@ -209,11 +209,8 @@ class EndingTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<EndingTest> ending_window("ending");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::EndingTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "ending_window_test.moc"

@@ -1,7 +1,7 @@
 // A start without a folder: the ways on that the main window offers.
 #include "desktop/first_steps_pane.h"
 #include "tests/desktop/main_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <QComboBox>
 #include <QDialog>
@@ -161,11 +161,8 @@ class FirstStepsTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<FirstStepsTest> first_steps_window("first_steps");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::FirstStepsTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "first_steps_window_test.moc"

@@ -3,7 +3,7 @@
 #include "desktop/qt_text.h"
 #include "shell/help_text.h"
 #include "tests/desktop/side_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <QFontInfo>
 #include <QPlainTextEdit>
@@ -111,11 +111,8 @@ class HelpWindowTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<HelpWindowTest> help_window("help");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::HelpWindowTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "help_window_test.moc"

@@ -61,3 +61,5 @@ void MainWindowDesk::ChooseEntry(const QString& name) const
 }
 
 } // namespace kiv
+
+#include "moc_main_window_desk.cpp"

@@ -13,7 +13,7 @@
 #include "desktop/task_window.h"
 #include "shell/commands.h"
 #include "tests/desktop/side_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 #include "tests/manual/manual_text.h"
 
 #include <QAction>
@@ -106,11 +106,8 @@ class ManualWindowTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<ManualWindowTest> manual_window("manual");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::ManualWindowTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "manual_window_test.moc"

@@ -2,7 +2,7 @@
 #include "desktop/news_window.h"
 #include "desktop/qt_text.h"
 #include "tests/desktop/side_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -449,11 +449,8 @@ class NewsWindowTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<NewsWindowTest> news_window("news");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::NewsWindowTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "news_window_test.moc"

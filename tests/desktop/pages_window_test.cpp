@@ -1,6 +1,6 @@
 // The tab "Pages": what it shows of a folder and of a group, its filter, and what is done with one.
 #include "tests/desktop/main_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -293,11 +293,8 @@ class PagesTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<PagesTest> pages_window("pages");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::PagesTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "pages_window_test.moc"

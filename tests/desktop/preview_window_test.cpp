@@ -1,6 +1,6 @@
 // Building on save and the preview, from the menu of the main window.
 #include "tests/desktop/main_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 #include "tests/preview/raw_client.h"
 #include "text/text.h"
 
@@ -146,11 +146,8 @@ class PreviewTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<PreviewTest> preview_window("preview");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::PreviewTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "preview_window_test.moc"

@@ -1,7 +1,7 @@
 // The window "Rename files".
 #include "desktop/rename_window.h"
 #include "tests/desktop/side_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -197,11 +197,8 @@ class RenameWindowTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<RenameWindowTest> rename_window("rename");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::RenameWindowTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "rename_window_test.moc"

@@ -2,7 +2,7 @@
 #include "desktop/story_pane.h"
 #include "desktop/story_view.h"
 #include "tests/desktop/side_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <QComboBox>
 #include <QElapsedTimer>
@@ -389,11 +389,8 @@ class StoryWindowTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<StoryWindowTest> story_window("story");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::StoryWindowTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "story_window_test.moc"

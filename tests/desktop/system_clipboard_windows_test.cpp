@@ -1,7 +1,7 @@
 // The clipboard as other programs of Windows see it, wide characters with CR LF. Other systems have
 // one only where there is a display.
 #include "desktop/window_clipboard.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <string>
 #include <windows.h>
@@ -94,11 +94,8 @@ class SystemClipboardTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<SystemClipboardTest> system_clipboard_window("system_clipboard");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::SystemClipboardTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "system_clipboard_windows_test.moc"

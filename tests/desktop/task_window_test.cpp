@@ -1,7 +1,7 @@
 // The windows of the commands that ask something first, or show what they would do.
 #include "desktop/task_window.h"
 #include "tests/desktop/main_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 #include "tests/support/recorders.h"
 
 #include <QAction>
@@ -280,11 +280,8 @@ class TaskWindowTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<TaskWindowTest> task_window("task");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::TaskWindowTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "task_window_test.moc"

@@ -1,7 +1,7 @@
 // Text on its way between this program and Qt.
 #include "desktop/mnemonics.h"
 #include "desktop/qt_text.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <QPlainTextEdit>
 
@@ -60,11 +60,8 @@ class TextTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<TextTest> text_window("text");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::TextTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "text_window_test.moc"

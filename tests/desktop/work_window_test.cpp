@@ -1,7 +1,7 @@
 // A day's work in the main window: going about, renaming with a look before, stopping, and a status
 // line that tells the truth.
 #include "tests/desktop/main_window_desk.h"
-#include "tests/desktop/window_test_main.h"
+#include "tests/desktop/window_test.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -447,11 +447,8 @@ class WorkTest : public QObject {
     }
 };
 
-} // namespace kiv
+const WindowTestOf<WorkTest> work_window("work");
 
-int main(int count, char** arguments)
-{
-    return kiv::RunWindowTest<kiv::WorkTest>(count, arguments);
-}
+} // namespace kiv
 
 #include "work_window_test.moc"

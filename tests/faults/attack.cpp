@@ -20,18 +20,18 @@ std::string TextOf(const Try& one, const std::string& attack, const std::string&
 
 Attacks AllAttacks(const Settings& settings)
 {
+    const auto runs = std::make_shared<UndisturbedRuns>(settings.all_kinds, settings.seed);
     Attacks attacks;
-
-    attacks.push_back(MakeCallAttack());
-    attacks.push_back(MakeSecondFaultAttack(settings.seed));
+    attacks.push_back(MakeCallAttack(runs));
+    attacks.push_back(MakeSecondFaultAttack(runs, settings.seed));
     attacks.push_back(MakeRandomKillAttack(settings.seed));
     attacks.push_back(MakeStreamAttack());
     attacks.push_back(MakeLimitAttack());
     attacks.push_back(MakeFullDiskAttack());
     attacks.push_back(MakeMemoryAttack(settings.memory_program));
-    attacks.push_back(MakePairAttack());
-    attacks.push_back(MakeEditorAttack());
-    attacks.push_back(MakePowerAttack());
+    attacks.push_back(MakePairAttack(runs));
+    attacks.push_back(MakeEditorAttack(runs));
+    attacks.push_back(MakePowerAttack(runs));
     return attacks;
 }
 

@@ -3,6 +3,7 @@
 
 #include "faults/findings.h"
 #include "faults/tracer.h"
+#include "faults/undisturbed.h"
 #include "faults/workbench.h"
 
 #include <memory>
@@ -30,6 +31,7 @@ struct Settings {
     std::string memory_program; // "" : there is none
     std::string folder;
     unsigned seed = 1;
+    bool all_kinds = true; // of file systems for each scenario; see UndisturbedRuns
 };
 
 class Attack {
@@ -43,7 +45,7 @@ class Attack {
     /// Why it cannot be made here; "" when it can.
     virtual std::string WhyLeftOut() { return {}; }
     /// How many of its tries come in a round with those of the others, when time is short.
-    virtual std::size_t Share() const { return 4; }
+    virtual unsigned Share() const { return 4; }
     /// Adds its tries on these cases; scenarios are their indices.
     virtual void AddTries(const Workbench& bench, const std::vector<Case>& cases,
                           std::vector<Try>& tries) = 0;
@@ -58,16 +60,17 @@ class Attack {
 using Attacks = std::vector<std::unique_ptr<Attack>>;
 Attacks AllAttacks(const Settings& settings);
 
-std::unique_ptr<Attack> MakeCallAttack();
-std::unique_ptr<Attack> MakeSecondFaultAttack(unsigned seed);
+using SharedRuns = std::shared_ptr<UndisturbedRuns>;
+std::unique_ptr<Attack> MakeCallAttack(SharedRuns runs);
+std::unique_ptr<Attack> MakeSecondFaultAttack(SharedRuns runs, unsigned seed);
 std::unique_ptr<Attack> MakeRandomKillAttack(unsigned seed);
 std::unique_ptr<Attack> MakeStreamAttack();
 std::unique_ptr<Attack> MakeLimitAttack();
 std::unique_ptr<Attack> MakeFullDiskAttack();
 std::unique_ptr<Attack> MakeMemoryAttack(const std::string& program);
-std::unique_ptr<Attack> MakePairAttack();
-std::unique_ptr<Attack> MakeEditorAttack();
-std::unique_ptr<Attack> MakePowerAttack();
+std::unique_ptr<Attack> MakePairAttack(SharedRuns runs);
+std::unique_ptr<Attack> MakeEditorAttack(SharedRuns runs);
+std::unique_ptr<Attack> MakePowerAttack(SharedRuns runs);
 
 /// The kinds of file systems.
 constexpr std::array kSurroundings = std::to_array<Surroundings>({

@@ -4,6 +4,7 @@
 
 #include <initializer_list>
 #include <sys/syscall.h>
+#include <utility>
 
 namespace kiv::faults {
 
@@ -38,55 +39,43 @@ std::vector<Strike> StrikesAt(const Noted& noted, std::uint16_t at)
 
 class CallAttack : public Attack {
   public:
+    explicit CallAttack(SharedRuns runs) : runs_(std::move(runs)) {}
+
     std::string Name() const override { return "calls"; }
     std::string WhyLeftOut() override { return WhyNotTraced(); }
-    std::size_t Share() const override { return 40; }
+    unsigned Share() const override { return 40; }
     void AddTries(const Workbench& bench, const std::vector<Case>& cases,
                   std::vector<Try>& tries) override;
     Verdict Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one) override;
 
   private:
-    using Key = std::pair<std::size_t, std::size_t>; // scenario, surroundings
-    std::map<Key, std::vector<Noted>> noted_;
+    SharedRuns runs_;
 };
-
-std::vector<Noted> CallsOf(const Workbench& bench, const Case& with, const Surroundings& here)
-{
-    bench.LayBefore(with);
-    Plan plan;
-    plan.surroundings = here;
-    plan.record = true;
-    std::vector<Noted> noted = RunTraced(bench.LaunchOf(with.scenario), plan).noted;
-    for (Noted& one : noted)
-        one.text = bench.Plain(one.text);
-    return noted;
-}
 
 void CallAttack::AddTries(const Workbench& bench, const std::vector<Case>& cases,
                           std::vector<Try>& tries)
 {
     for (std::size_t scenario = 0; scenario < cases.size(); ++scenario)
-        for (std::size_t here = 0; here < kSurroundings.size(); ++here) {
-            const std::vector<Noted>& noted = noted_[{scenario, here}] =
-                CallsOf(bench, cases[scenario], kSurroundings[here]);
+        for (const std::size_t kind : runs_->KindsFor(scenario)) {
+            const std::vector<Noted>& noted = runs_->CallsOf(bench, cases[scenario], kind);
             for (std::size_t at = 0; at < noted.size(); ++at)
                 for (const Strike& strike :
                      StrikesAt(noted[at], static_cast<std::uint16_t>(at + 1)))
                     tries.push_back({0, static_cast<std::uint8_t>(scenario),
-                                     static_cast<std::uint8_t>(here), strike, 0});
+                                     static_cast<std::uint8_t>(kind), strike, 0});
         }
 }
 
 Verdict CallAttack::Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one)
 {
     const Case& with = cases[one.scenario];
+    Noted noted = runs_->CallsOf(bench, with, one.surroundings)[one.strike.at - 1U];
     bench.LayBefore(with);
     Plan plan;
     plan.surroundings = kSurroundings[one.surroundings];
     plan.strike = one.strike;
     const Outcome outcome = RunTraced(bench.LaunchOf(with.scenario), plan);
     // Threads make the same calls in another order each time, and seldom one more or less.
-    Noted noted = noted_.at({one.scenario, one.surroundings})[one.strike.at - 1U];
     if (outcome.struck) {
         noted = *outcome.struck;
         noted.text = bench.Plain(noted.text);
@@ -103,9 +92,9 @@ Verdict CallAttack::Run(const Workbench& bench, const std::vector<Case>& cases, 
 
 } // namespace
 
-std::unique_ptr<Attack> MakeCallAttack()
+std::unique_ptr<Attack> MakeCallAttack(SharedRuns runs)
 {
-    return std::make_unique<CallAttack>();
+    return std::make_unique<CallAttack>(std::move(runs));
 }
 
 } // namespace kiv::faults

@@ -45,11 +45,16 @@ void Edit(const std::string& native, std::string_view line, std::uint16_t saving
 /// `other`: the list, and how it is saved.
 class EditorAttack : public Attack {
   public:
+    explicit EditorAttack(SharedRuns runs) : runs_(std::move(runs)) {}
+
     std::string Name() const override { return "editor"; }
     std::string WhyLeftOut() override { return WhyNotTraced(); }
     void AddTries(const Workbench& bench, const std::vector<Case>& cases,
                   std::vector<Try>& tries) override;
     Verdict Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one) override;
+
+  private:
+    SharedRuns runs_;
 };
 
 void EditorAttack::AddTries(const Workbench& bench, const std::vector<Case>& cases,
@@ -59,9 +64,8 @@ void EditorAttack::AddTries(const Workbench& bench, const std::vector<Case>& cas
         for (std::size_t list = 0; list < kEditedLists.size(); ++list) {
             if (cases[scenario].scenario.name != kEditedLists[list].scenario)
                 continue;
-            bench.LayBefore(cases[scenario]);
-            const int calls = RunTraced(bench.LaunchOf(cases[scenario].scenario), {}).calls;
-            for (int at = 1; at <= calls; ++at)
+            const std::size_t calls = runs_->CallsOf(bench, cases[scenario], 0).size();
+            for (std::size_t at = 1; at <= calls; ++at)
                 for (std::uint16_t saving = 0; saving < kSavings; ++saving)
                     tries.push_back({0,
                                      static_cast<std::uint8_t>(scenario),
@@ -102,9 +106,9 @@ Verdict EditorAttack::Run(const Workbench& bench, const std::vector<Case>& cases
 
 } // namespace
 
-std::unique_ptr<Attack> MakeEditorAttack()
+std::unique_ptr<Attack> MakeEditorAttack(SharedRuns runs)
 {
-    return std::make_unique<EditorAttack>();
+    return std::make_unique<EditorAttack>(std::move(runs));
 }
 
 } // namespace kiv::faults

@@ -48,7 +48,7 @@ class MemoryAttack : public Attack {
     explicit MemoryAttack(std::string program) : program_(std::move(program)) {}
 
     std::string Name() const override { return "memory"; }
-    std::size_t Share() const override { return 8; }
+    unsigned Share() const override { return 8; }
     std::string WhyLeftOut() override
     {
         const bool there = ::access(program_.c_str(), X_OK) == 0;

@@ -81,6 +81,8 @@ void GiveTurn(Child& child)
 
 class PairAttack : public Attack {
   public:
+    explicit PairAttack(SharedRuns runs) : runs_(std::move(runs)) {}
+
     std::string Name() const override { return "pairs"; }
     std::string WhyLeftOut() override { return WhyNotTraced(); }
     std::string ScenarioName(const std::vector<Case>& /*cases*/, const Try& one) const override
@@ -96,8 +98,15 @@ class PairAttack : public Attack {
     static Complaints AskAtEnd(const Workbench& bench, const PairCase& with,
                                const std::array<Ending, 2>& endings);
 
+    SharedRuns runs_;
     std::vector<PairCase> pairs_;
 };
+
+bool IsSameCall(const Scenario& first, const Scenario& second)
+{
+    return first.arguments == second.arguments && first.input == second.input &&
+           first.json == second.json;
+}
 
 PairCase PairAttack::MakePairCase(const Workbench& bench, Pair pair)
 {
@@ -111,6 +120,12 @@ PairCase PairAttack::MakePairCase(const Workbench& bench, Pair pair)
     made.alone[0] = bench.Look();
     RunOnce(second);
     made.both[0] = bench.Look();
+    if (IsSameCall(made.pair.first, made.pair.second)) {
+        made.second_out = made.first_out;
+        made.alone[1] = made.alone[0];
+        made.both[1] = made.both[0];
+        return made;
+    }
     bench.Lay(made.before);
     made.second_out = RunOnce(second).out;
     made.alone[1] = bench.Look();
@@ -123,22 +138,19 @@ void PairAttack::AddTries(const Workbench& bench, const std::vector<Case>& cases
                           std::vector<Try>& tries)
 {
     for (Pair& pair : AllPairs()) {
-        const bool wanted = std::any_of(cases.begin(), cases.end(), [&](const Case& with) {
-            return with.scenario.arguments == pair.first.arguments;
+        const auto with = std::find_if(cases.begin(), cases.end(), [&](const Case& one) {
+            return one.scenario.name == pair.first.name;
         });
-        if (!wanted)
+        if (with == cases.end())
             continue;
         pairs_.push_back(MakePairCase(bench, std::move(pair)));
-        const PairCase& with = pairs_.back();
-        for (std::size_t here = 0; here < kSurroundings.size(); ++here) {
-            bench.Lay(with.before);
-            Plan plan;
-            plan.surroundings = kSurroundings[here];
-            const int calls = RunTraced(bench.LaunchOf(with.pair.first), plan).calls;
-            for (int at = 1; at <= calls; ++at)
+        for (const std::size_t kind :
+             runs_->KindsFor(static_cast<std::size_t>(with - cases.begin()))) {
+            const std::size_t calls = runs_->CallsOf(bench, *with, kind).size();
+            for (std::size_t at = 1; at <= calls; ++at)
                 tries.push_back({0,
                                  static_cast<std::uint8_t>(pairs_.size() - 1),
-                                 static_cast<std::uint8_t>(here),
+                                 static_cast<std::uint8_t>(kind),
                                  {Deed::pause, static_cast<std::uint16_t>(at), 0},
                                  0});
         }
@@ -218,9 +230,9 @@ Verdict PairAttack::Run(const Workbench& bench, const std::vector<Case>& /*cases
 
 } // namespace
 
-std::unique_ptr<Attack> MakePairAttack()
+std::unique_ptr<Attack> MakePairAttack(SharedRuns runs)
 {
-    return std::make_unique<PairAttack>();
+    return std::make_unique<PairAttack>(std::move(runs));
 }
 
 } // namespace kiv::faults

@@ -34,8 +34,10 @@ constexpr std::array kCuts = std::to_array<Cut>({
 
 class PowerAttack : public Attack {
   public:
+    explicit PowerAttack(SharedRuns runs) : runs_(std::move(runs)) {}
+
     std::string Name() const override { return "power"; }
-    std::size_t Share() const override { return 1; }
+    unsigned Share() const override { return 1; }
     std::string WhyLeftOut() override;
     void AddTries(const Workbench& bench, const std::vector<Case>& cases,
                   std::vector<Try>& tries) override;
@@ -45,6 +47,8 @@ class PowerAttack : public Attack {
     /// Runs up to the cut. What is on the disk then goes into an image.
     Outcome RunToCut(const Workbench& bench, const Case& with, const Try& one,
                      const std::string& image) const;
+
+    SharedRuns runs_;
 };
 
 /// An empty file system. Each workbench has its own: two with one identity are not mounted at once.
@@ -76,15 +80,11 @@ bool IsAtStake(const Scenario& scenario)
 }
 
 /// The calls before which a cut may matter: 0 is the end of the run.
-std::vector<std::uint16_t> MomentsOf(const Workbench& bench, const Case& with)
+std::vector<std::uint16_t> MomentsOf(const std::vector<Noted>& noted)
 {
-    bench.LayBefore(with);
-    Plan plan;
-    plan.record = true;
-    const Outcome outcome = RunTraced(bench.LaunchOf(with.scenario), plan);
     std::vector<std::uint16_t> moments = {0};
-    for (std::size_t at = 0; at < outcome.noted.size(); ++at) {
-        const Call& call = outcome.noted[at].call;
+    for (std::size_t at = 0; at < noted.size(); ++at) {
+        const Call& call = noted[at].call;
         if (Writes(call) || call.kind->role == Role::flush)
             moments.push_back(static_cast<std::uint16_t>(at + 1));
     }
@@ -105,7 +105,7 @@ void PowerAttack::AddTries(const Workbench& bench, const std::vector<Case>& case
     for (std::size_t scenario = 0; scenario < cases.size(); ++scenario) {
         if (!IsAtStake(cases[scenario].scenario))
             continue;
-        for (const std::uint16_t moment : MomentsOf(bench, cases[scenario]))
+        for (const std::uint16_t moment : MomentsOf(runs_->CallsOf(bench, cases[scenario], 0)))
             for (const std::uint8_t system : systems)
                 for (std::size_t cut = 0; cut < kCuts.size(); ++cut)
                     tries.push_back({0,
@@ -183,9 +183,9 @@ Verdict PowerAttack::Run(const Workbench& bench, const std::vector<Case>& cases,
 
 } // namespace
 
-std::unique_ptr<Attack> MakePowerAttack()
+std::unique_ptr<Attack> MakePowerAttack(SharedRuns runs)
 {
-    return std::make_unique<PowerAttack>();
+    return std::make_unique<PowerAttack>(std::move(runs));
 }
 
 } // namespace kiv::faults

@@ -60,7 +60,7 @@ class RandomKillAttack : public Attack {
 /// the second is a kill before the call `other`.
 class SecondFaultAttack : public Attack {
   public:
-    explicit SecondFaultAttack(unsigned seed) : chance_(seed) {}
+    SecondFaultAttack(SharedRuns runs, unsigned seed) : runs_(std::move(runs)), seed_(seed) {}
 
     std::string Name() const override { return "twice"; }
     std::string WhyLeftOut() override { return WhyNotTraced(); }
@@ -69,8 +69,8 @@ class SecondFaultAttack : public Attack {
                   std::vector<Try>& tries) override
     {
         for (std::size_t scenario = 0; scenario < cases.size(); ++scenario)
-            for (std::size_t here = 0; here < kSurroundings.size(); ++here)
-                AddFor(bench, cases[scenario], scenario, here, tries);
+            for (const std::size_t kind : runs_->KindsFor(scenario))
+                AddFor(bench, cases[scenario], scenario, kind, tries);
     }
 
     Verdict Run(const Workbench& bench, const std::vector<Case>& cases, const Try& one) override
@@ -94,26 +94,28 @@ class SecondFaultAttack : public Attack {
   private:
     static constexpr unsigned kPairs = 150; // for each scenario and surroundings
 
-    void AddFor(const Workbench& bench, const Case& with, std::size_t scenario, std::size_t here,
+    void AddFor(const Workbench& bench, const Case& with, std::size_t scenario, std::size_t kind,
                 std::vector<Try>& tries)
     {
-        bench.LayBefore(with);
-        Plan plan;
-        plan.surroundings = kSurroundings[here];
-        const int calls = RunTraced(bench.LaunchOf(with.scenario), plan).calls;
-        std::uniform_int_distribution<int> any(1, calls);
+        const std::size_t calls = runs_->CallsOf(bench, with, kind).size();
+        std::uniform_int_distribution<std::size_t> any(1, calls);
+        // The same moments, whatever other scenarios and kinds there are.
+        const std::string text = with.scenario.name + std::to_string(kind) + std::to_string(seed_);
+        std::seed_seq numbers(text.begin(), text.end());
+        std::mt19937 chance(numbers);
         for (unsigned i = 0; i < kPairs; ++i) {
             const bool kill = i % 2 == 0;
             const Strike strike{kill ? Deed::kill_after : Deed::fail_onward,
-                                static_cast<std::uint16_t>(any(chance_)),
+                                static_cast<std::uint16_t>(any(chance)),
                                 static_cast<std::int16_t>(kill ? 0 : ENOSPC)};
             tries.push_back({0, static_cast<std::uint8_t>(scenario),
-                             static_cast<std::uint8_t>(here), strike,
-                             static_cast<std::uint16_t>(any(chance_))});
+                             static_cast<std::uint8_t>(kind), strike,
+                             static_cast<std::uint16_t>(any(chance))});
         }
     }
 
-    std::mt19937 chance_;
+    SharedRuns runs_;
+    unsigned seed_;
 };
 
 } // namespace
@@ -123,9 +125,9 @@ std::unique_ptr<Attack> MakeRandomKillAttack(unsigned seed)
     return std::make_unique<RandomKillAttack>(seed);
 }
 
-std::unique_ptr<Attack> MakeSecondFaultAttack(unsigned seed)
+std::unique_ptr<Attack> MakeSecondFaultAttack(SharedRuns runs, unsigned seed)
 {
-    return std::make_unique<SecondFaultAttack>(seed);
+    return std::make_unique<SecondFaultAttack>(std::move(runs), seed);
 }
 
 } // namespace kiv::faults

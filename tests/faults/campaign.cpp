@@ -28,7 +28,7 @@ std::string RowOf(const Attack& attack, const Try& one)
 }
 
 struct Planned {
-    std::size_t round;
+    double round;
     Try what;
 };
 
@@ -94,10 +94,10 @@ void Campaign::MakeTries()
         std::shuffle(tries.begin(), tries.end(), std::mt19937(wishes_.settings.seed));
         for (std::size_t n = 0; n < tries.size(); ++n) {
             tries[n].attack = static_cast<std::uint8_t>(i);
-            tries_.push_back({n / attack.Share(), tries[n]});
+            tries_.push_back({static_cast<double>(n) / attack.Share(), tries[n]});
         }
     }
-    // Every attack has its share from the beginning, however short the time is.
+    // The first try of each comes first; then each has its share, however short the time is.
     std::stable_sort(tries_.begin(), tries_.end(),
                      [](const Planned& a, const Planned& b) { return a.round < b.round; });
     std::cout.flush();

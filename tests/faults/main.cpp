@@ -85,6 +85,10 @@ Task TaskOf(const std::vector<std::string>& arguments)
             throw std::invalid_argument(kUsage);
         taker->second(arguments[i + 1]);
     }
+    // A short sample has no time to look at all of them first. A single try may be of any.
+    constexpr double kLong = 60;
+    wishes.settings.all_kinds =
+        wishes.budget <= 0 || wishes.budget >= kLong || !task.one_try.empty();
     return task;
 }
 

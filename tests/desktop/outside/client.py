@@ -9,7 +9,7 @@ import shutil
 import sys
 import time
 
-from driver import Atspi, Kiv, fail, is_on, is_shown, put_programs, wait, walk
+from driver import Atspi, Kiv, controls, fail, is_on, is_shown, put_programs, wait, walk
 
 MENUS = {
     "File": ["Lanthorn", "l/c dir", "Rename files", "Fix names", 'add "_t.gif"', "Calculate dimensions",
@@ -75,7 +75,7 @@ def check_build(kiv, folder):
 
 
 def check_menus(kiv):
-    bar = wait("the menu bar", lambda: next((n for n in walk(kiv.main) if n.get_role_name() == "menu bar"), None))
+    bar = wait("the menu bar", kiv.menu_bar)
     tops = [bar.get_child_at_index(i) for i in range(bar.get_child_count())]
     names = [top.get_name() for top in tops]
     if names != [*list(MENUS)[:-1], "Help", "Site"]:
@@ -137,11 +137,10 @@ def check_window(kiv, opener):
 
 
 def fail_if_nameless(window):
-    for node in walk(window):
-        if node.get_role_name() in ("push button", "check box", "radio button", "text", "combo box", "list", "tree",
-                                    "tree table"):
-            if is_shown(node) and not node.get_name() and not node.get_description():
-                fail(f"a {node.get_role_name()} of {window.get_name()!r} has no name")
+    for node, role in controls(window):
+        if role in ("push button", "check box", "radio button", "text", "combo box", "list", "tree", "tree table"):
+            if not node.get_name() and not node.get_description() and is_shown(node):
+                fail(f"a {role} of {window.get_name()!r} has no name")
 
 
 def close_side_windows(kiv):
@@ -157,7 +156,7 @@ def close_side_windows(kiv):
 
 def check_help(kiv):
     window = open_window(kiv, "Help", "KIV HELP")
-    box = wait("the help text", lambda: next((n for n in walk(window) if n.get_role_name() == "text"), None))
+    box = wait("the help text", lambda: next((n for n, role in controls(window) if role == "text"), None))
     for button, line in (("at's", "@TODAY ... today's date"), ("Misc...", "++images/_banglist.txt")):
         kiv.press_button(window, button)
         wait(f"{line!r} in the help", lambda: line in Atspi.Text.get_text(box.get_text_iface(), 0, -1))
@@ -246,8 +245,8 @@ def tab_to(node):
 
 def check_path(kiv, drive):
     """Goes to a folder and back by typing alone, from the path that Tab reaches."""
-    path = wait("the path", lambda: next((n for n in walk(kiv.main) if n.get_name() == "Current directory:"
-                                          and n.get_role_name() == "text"), None))
+    path = wait("the path", lambda: next((n for n, role in controls(kiv.main) if role == "text" and
+                                          n.get_name() == "Current directory:"), None))
     kiv.raise_main()
     tab_to(path)
     shown = lambda: Atspi.Text.get_text(path.get_text_iface(), 0, -1)
@@ -277,13 +276,13 @@ def check_feeds(kiv, folder):
     """Answers a question by keys alone; the answer is there the next time."""
     address = "https://host.example/museum/"
     window = open_window(kiv, "Write feeds", "Write feeds")
-    tab_to(next(n for n in walk(window) if n.get_role_name() == "text" and n.get_name() == "Address of the site"))
+    tab_to(next(n for n, role in controls(window) if role == "text" and n.get_name() == "Address of the site"))
     Kiv.type(address)
     Kiv.keys("Return")
     wait("the feed", lambda: os.path.exists(folder + "/rss.xml"))
     wait("the window to close", lambda: not kiv.side_windows())
     window = open_window(kiv, "Write XML site map", "")
-    field = next(n for n in walk(window) if n.get_role_name() == "text" and n.get_name() == "Address of the site")
+    field = next(n for n, role in controls(window) if role == "text" and n.get_name() == "Address of the site")
     wait("the address", lambda: Atspi.Text.get_text(field.get_text_iface(), 0, -1) == address)
     close_side_windows(kiv)
     print("feeds written")

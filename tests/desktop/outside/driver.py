@@ -39,6 +39,23 @@ def walk(node):
             yield from walk(child)
 
 
+# Each question to a part is a message to the program and back. These have no parts, or many that are no controls.
+WHOLE = ("menu bar", "tree", "tree table", "list", "label", "push button", "check box", "radio button", "separator",
+         "scroll bar", "progress bar", "page tab")
+
+
+def controls(node):
+    """Each part of a window with its role, but for the entries of menus and lists."""
+    role = node.get_role_name()
+    yield node, role
+    if role in WHOLE:
+        return
+    for i in range(node.get_child_count()):
+        child = node.get_child_at_index(i)
+        if child is not None:
+            yield from controls(child)
+
+
 def is_shown(node):
     return node.get_state_set().contains(Atspi.StateType.SHOWING)
 
@@ -59,6 +76,7 @@ class Kiv:
         self.process = subprocess.Popen([program, *folder], env=environment)
         self.application = wait("the program", self.find_application)
         self.main = wait("its window", lambda: self.window("kiv", "frame"))
+        self.an_entry = wait("menu", lambda: self.menu_item("Lanthorn"))  # which is off while a command runs
 
     @staticmethod
     def find_application():
@@ -90,16 +108,22 @@ class Kiv:
 
     @staticmethod
     def buttons(window):
-        return [n for n in walk(window) if n.get_role_name() == "push button" and is_shown(n)]
+        return [n for n, role in controls(window) if role == "push button" and is_shown(n)]
 
-    def button(self, window, name):
-        return next((b for b in self.buttons(window) if b.get_name() == name), None)
+    @staticmethod
+    def button(window, name):
+        return next((n for n, role in controls(window) if role == "push button" and n.get_name() == name and is_shown(n)),
+                    None)
 
     def labels(self):
-        return [n.get_name() for n in walk(self.main) if n.get_role_name() == "label"]
+        return [n.get_name() for n, role in controls(self.main) if role == "label"]
+
+    def menu_bar(self):
+        return next((n for n, role in controls(self.main) if role == "menu bar"), None)
 
     def menu_item(self, name):
-        return next((n for n in walk(self.main) if n.get_role_name() == "menu item" and n.get_name() == name), None)
+        bar = self.menu_bar()
+        return bar and next((n for n in walk(bar) if n.get_role_name() == "menu item" and n.get_name() == name), None)
 
     def act(self, node, action):
         interface = node.get_action_iface()
@@ -136,8 +160,8 @@ class Kiv:
 
     def shown(self, name, *roles):
         """What can be seen in the main window under a name."""
-        return next((n for n in walk(self.main) if n.get_name() == name and is_shown(n) and
-                     (not roles or n.get_role_name() in roles)), None)
+        return next((n for n, role in controls(self.main) if (not roles or role in roles) and n.get_name() == name and
+                     is_shown(n)), None)
 
     def press_button(self, window, name):
         self.act(wait(f"button {name!r}", lambda: self.button(window, name)), "Press")
@@ -146,7 +170,7 @@ class Kiv:
         self.act(wait(f"menu entry {name!r}", lambda: self.menu_item(name)), "Press")
 
     def is_at_rest(self):
-        return self.box() is None and is_on(wait("menu", lambda: self.menu_item("Lanthorn")))
+        return self.box() is None and is_on(self.an_entry)
 
     def settle(self):
         """Closes the message boxes that come up until the program is at rest; gives their texts."""
@@ -159,7 +183,7 @@ class Kiv:
                 if box is None:
                     quiet = quiet + 1 if self.is_at_rest() else 0
                     continue
-                texts += [n.get_name() for n in walk(box) if n.get_role_name() == "label" and n.get_name()]
+                texts += [n.get_name() for n, role in controls(box) if role == "label" and n.get_name()]
                 self.press_button(box, "OK")
                 time.sleep(0.2)  # the button acts when it comes up again; the next box may follow at once
             except GLib.Error:
