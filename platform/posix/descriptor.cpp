@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <fcntl.h>
 #include <memory>
+#include <span>
 #include <sys/mman.h>
 #include <unistd.h>
 #include <utility>
@@ -13,18 +14,42 @@ namespace kiv {
 
 namespace {
 
+/// The whole pages in a buffer.
+[[maybe_unused]] std::span<char> PagesIn(std::span<char> buffer)
+{
+    static const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    const std::size_t skipped = page - reinterpret_cast<std::uintptr_t>(buffer.data()) % page;
+    return buffer.subspan(skipped, (buffer.size() - skipped) / page * page);
+}
+
 /// Has the kernel give a large buffer its memory at once and not page by page, at the first touch
 /// of each. A kernel that cannot do so refuses.
-void Populate([[maybe_unused]] char* buffer, [[maybe_unused]] std::size_t size)
+void Populate([[maybe_unused]] std::span<char> buffer)
 {
 #ifdef MADV_POPULATE_WRITE
     constexpr std::size_t kLarge = std::size_t{256} * 1024;
-    if (size < kLarge)
+    if (buffer.size() < kLarge)
         return;
-    static const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-    const std::size_t skipped = page - reinterpret_cast<std::uintptr_t>(buffer) % page;
-    ::madvise(buffer + skipped, (size - skipped) / page * page, MADV_POPULATE_WRITE);
+    const std::span<char> pages = PagesIn(buffer);
+    ::madvise(pages.data(), pages.size(), MADV_POPULATE_WRITE);
 #endif
+}
+
+/// `done` becomes how much was read.
+int ReadInto(int fd, off_t offset, std::span<char> room, std::size_t& done)
+{
+    while (done < room.size()) {
+        const ssize_t got =
+            ::pread(fd, &room[done], room.size() - done, offset + static_cast<off_t>(done));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            return errno;
+        if (got == 0)
+            break;
+        done += static_cast<std::size_t>(got);
+    }
+    return 0;
 }
 
 } // namespace
@@ -51,22 +76,22 @@ int Descriptor::Close()
 int ReadBytes(int fd, off_t offset, std::size_t count, std::string& bytes)
 {
     bytes.reserve(count);
-    Populate(bytes.data(), count);
+    Populate({bytes.data(), count});
     bytes.resize(count);
     std::size_t done = 0;
-    while (done < count) {
-        const ssize_t got =
-            ::pread(fd, &bytes[done], count - done, offset + static_cast<off_t>(done));
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got < 0)
-            return errno;
-        if (got == 0)
-            break;
-        done += static_cast<std::size_t>(got);
-    }
+    const int error = ReadInto(fd, offset, {bytes.data(), count}, done);
     bytes.resize(done);
-    return 0;
+    return error;
+}
+
+int ReadBytes(int fd, off_t offset, std::size_t count, FileContent& bytes)
+{
+    char* const room = bytes.MakeRoom(count);
+    Populate({room, count});
+    std::size_t done = 0;
+    const int error = ReadInto(fd, offset, {room, count}, done);
+    bytes.SetSize(done);
+    return error;
 }
 
 int WriteBytes(int fd, std::string_view bytes)

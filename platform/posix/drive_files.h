@@ -33,6 +33,7 @@ class PosixDriveFiles : public DriveFiles {
     void RefuseUnwritable(std::string_view path) override;
     FileStamp Stamp(std::string_view path) override;
     std::string ReadFile(std::string_view path) override;
+    FileContent ReadContent(std::string_view path) override;
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override;
     OutputFile Open(std::string_view path) override;
     std::string PlaceOf(const OutputFile& file) override;
@@ -73,6 +74,9 @@ class PosixDriveFiles : public DriveFiles {
     std::string DrivePathOf(std::string_view native) const;
     /// Opens a plain file for reading.
     Descriptor OpenToRead(std::string_view path, struct stat& state);
+    /// A file that is read whole, as a text or as a content.
+    template <typename Bytes>
+    Bytes ReadAll(std::string_view path);
     /// The native folder of a drive path; none when it is absent. Throws "cannot look at …".
     std::optional<std::string> FolderAt(const std::string& absolute);
     /// The state of what bears a name, by `look`. False when it is absent. Throws the same.
