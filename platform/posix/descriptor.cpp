@@ -1,14 +1,19 @@
 #include "platform/posix/descriptor.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdint>
+#include <cstdlib>
 #include <fcntl.h>
 #include <memory>
 #include <span>
 #include <sys/mman.h>
 #include <unistd.h>
 #include <utility>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace kiv {
 
@@ -32,6 +37,31 @@ void Populate([[maybe_unused]] std::span<char> buffer)
         return;
     const std::span<char> pages = PagesIn(buffer);
     ::madvise(pages.data(), pages.size(), MADV_POPULATE_WRITE);
+#endif
+}
+
+/// Before the first large content comes. What is made of it takes several times its room, and a
+/// thousand pages that are had one by one, at the first touch of each, take longer than what is
+/// done with them: the heap grows at once, by large pages where the system has some.
+void GrowHeapFor([[maybe_unused]] std::size_t content)
+{
+#if defined(__GLIBC__) && defined(MADV_HUGEPAGE)
+    constexpr std::size_t kLarge = std::size_t{1} << 20U;
+    constexpr std::size_t kTimes = 4;
+    constexpr std::size_t kMost = std::size_t{24} << 20U;
+    constexpr int kApart = 32 << 20; // the most that can be set: what is larger is no part of it
+    static std::atomic<bool> is_done = false;
+    if (content < kLarge || is_done.exchange(true))
+        return;
+    ::mallopt(M_MMAP_THRESHOLD, kApart);
+    ::mallopt(M_TRIM_THRESHOLD, kApart);
+    const std::size_t size = std::min(kTimes * content, kMost);
+    char* const heap = static_cast<char*>(std::malloc(size));
+    if (heap == nullptr)
+        return;
+    const std::span<char> pages = PagesIn({heap, size});
+    ::madvise(pages.data(), pages.size(), MADV_HUGEPAGE);
+    std::free(heap);
 #endif
 }
 
@@ -86,6 +116,7 @@ int ReadBytes(int fd, off_t offset, std::size_t count, std::string& bytes)
 
 int ReadBytes(int fd, off_t offset, std::size_t count, FileContent& bytes)
 {
+    GrowHeapFor(count);
     char* const room = bytes.MakeRoom(count);
     Populate({room, count});
     std::size_t done = 0;
