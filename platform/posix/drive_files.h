@@ -6,13 +6,14 @@
 #include "platform/posix/folder_locks.h"
 #include "platform/posix/names.h"
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace kiv {
@@ -105,13 +106,13 @@ class PosixDriveFiles : public DriveFiles {
     int PlaceInOld(const OutputFile& file, const Writing& writing);
     void Write(const OutputFile& file, const Writing& writing);
     /// Tidies a native folder that is written into, once after each Refresh.
-    void TidyFolder(const std::string& native);
+    void TidyFolder(std::string_view native);
 
     PosixNames names_;
     PosixFolderLocks locks_;
-    std::unordered_set<std::string> tidied_;                     // native folders
-    std::unordered_map<std::string, std::string> folder_places_; // of native folders; for PlaceOf
-    std::vector<std::string> places_;                            // native: of the files written
+    std::set<std::string, std::less<>> tidied_;                     // native folders
+    std::map<std::string, std::string, std::less<>> folder_places_; // of native ones; for PlaceOf
+    std::vector<std::string> places_;                               // native: of the files written
 };
 
 } // namespace kiv
