@@ -47,7 +47,8 @@ void GrowHeapFor([[maybe_unused]] std::size_t content)
 {
 #if defined(__GLIBC__) && defined(MADV_HUGEPAGE)
     constexpr std::size_t kLarge = std::size_t{1} << 20U;
-    constexpr std::size_t kTimes = 4;
+    constexpr std::size_t kTimes = 3;
+    constexpr std::size_t kLargePage = std::size_t{2} << 20U; // of most machines
     constexpr std::size_t kMost = std::size_t{24} << 20U;
     constexpr int kApart = 32 << 20; // the most that can be set: what is larger is no part of it
     static std::atomic<bool> is_done = false;
@@ -55,13 +56,16 @@ void GrowHeapFor([[maybe_unused]] std::size_t content)
         return;
     ::mallopt(M_MMAP_THRESHOLD, kApart);
     ::mallopt(M_TRIM_THRESHOLD, kApart);
-    const std::size_t size = std::min(kTimes * content, kMost);
+    const std::size_t size = kLargePage + std::min(kTimes * content, kMost);
     char* const heap = static_cast<char*>(std::malloc(size));
     if (heap == nullptr)
         return;
     const std::span<char> pages = PagesIn({heap, size});
     ::madvise(pages.data(), pages.size(), MADV_HUGEPAGE);
     std::free(heap);
+    // What lies before the first large page would be had in small ones: it stays unused.
+    static const std::unique_ptr<char[]> before(
+        new char[kLargePage - reinterpret_cast<std::uintptr_t>(heap) % kLargePage]);
 #endif
 }
 
