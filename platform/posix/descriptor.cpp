@@ -62,10 +62,10 @@ void GrowHeapFor([[maybe_unused]] std::size_t content)
         return;
     const std::span<char> pages = PagesIn({heap, size});
     ::madvise(pages.data(), pages.size(), MADV_HUGEPAGE);
-    std::free(heap);
-    // What lies before the first large page would be had in small ones: it stays unused.
-    static const std::unique_ptr<char[]> before(
-        new char[kLargePage - reinterpret_cast<std::uintptr_t>(heap) % kLargePage]);
+    // What lies before the first large page would be had in small ones: it is kept, and never used.
+    const std::size_t before = kLargePage - reinterpret_cast<std::uintptr_t>(heap) % kLargePage;
+    static const std::unique_ptr<void, decltype(&std::free)> kept(std::realloc(heap, before),
+                                                                  &std::free);
 #endif
 }
 
