@@ -90,6 +90,8 @@ const PageRecord& Following(Build& build)
     return build.state.PageTable[build.state.page.number + 1];
 }
 
+constexpr std::string_view kStyleTag = R"(<style type="text/css">)";
+
 /// In the format's order: a longer name stands before the shorter one that it begins with, except
 /// that "@TITLE" comes before names that merely contain its letters.
 constexpr AtVariable kAtVariables[] = {
@@ -134,7 +136,7 @@ constexpr AtVariable kAtVariables[] = {
     {"@XOFY_Y", [](Build& b, std::string& v) { v = Decimal(b.state.PageCount); }, Origin::count},
     {"@font",
      [](Build&, std::string& v) { v = R"(<font face="geneva,arial,helvetica,helv" size="2">)"; }},
-    {"<style>", [](Build&, std::string& v) { v = R"(<style type="text/css">)"; }},
+    {"<style>", [](Build&, std::string& v) { v = kStyleTag; }},
     {"@printclose", [](Build&, std::string& v) { v = kPrintClose; }},
     {"@vfont",
      [](Build&, std::string& v) {
@@ -157,6 +159,11 @@ constexpr std::size_t kLongestName = [] {
         longest = std::max(longest, variable.name.size());
     return longest;
 }();
+
+// The rows that change a page's record, which the values of others are taken from.
+constexpr std::size_t kCuttingRows[] = {11, 12};
+static_assert(kAtVariables[kCuttingRows[0]].name == "@PREVNO");
+static_assert(kAtVariables[kCuttingRows[1]].name == "@NEXTNO");
 
 constexpr std::size_t kStyleRow = 30;
 static_assert(kAtVariables[kStyleRow].name == "<style>");
@@ -363,6 +370,96 @@ bool ReplaceAtVariables(MergedLine& line)
         present = NamesIn(text, row + 1, true);
     }
     return found;
+}
+
+namespace {
+
+/// What the at-variables, or steps behind them, act on begins with one of these.
+constexpr bool BeginsMark(char c)
+{
+    return c == '@' || c == '<' || c == '!' || c == '{' || c == '}';
+}
+
+bool HoldsMarkBegin(std::string_view text)
+{
+    return std::ranges::any_of(text, BeginsMark);
+}
+
+/// Whether a text ends in the beginning of a tag that is acted on.
+bool EndsInTag(std::string_view text)
+{
+    const std::size_t tag = text.rfind('<');
+    if (tag == npos)
+        return false;
+    const std::string_view end = text.substr(tag);
+    return StartsWithNoCase("<style>", end) || StartsWithNoCase("<option value=", end);
+}
+
+/// Puts what is the same on each page: the values of "@@1" and its kin, and the tag for "<style>".
+/// Returns false when one of them holds or makes a mark.
+bool PutFixed(std::string& line, const VariableSlots& slots)
+{
+    for (int digit = 1; digit <= 9; ++digit) {
+        const NumberedMark mark(Family::at, digit);
+        if (Contains(line, mark.View()) && HoldsMarkBegin(slots[digit]))
+            return false;
+        ReplaceEach(line, mark.View(), slots[digit]);
+    }
+    ReplaceEachNoCase(line, kAtVariables[kStyleRow].name, kStyleTag);
+    return (ScanLine(line) & ~(kAt | kMeta)) == 0;
+}
+
+} // namespace
+
+CutLine::CutLine(std::string_view line, const BuildState& state)
+{
+    constexpr Triggers kTaken = kAt | kAtNumber | kStyle | kMeta;
+    std::string text(line);
+    const bool is_cut = (ScanLine(line) & ~kTaken) == 0 &&
+                        PutFixed(text, state.NumberedVariables[Family::at]) && Cut(text);
+    if (!is_cut)
+        *this = CutLine();
+}
+
+bool CutLine::Cut(std::string_view line)
+{
+    RowSet found = 0;
+    for (std::size_t at = line.find('@'); at != npos; at = line.find('@')) {
+        const RowSet rows = RowsOf(line.substr(at));
+        const auto row = static_cast<std::size_t>(std::countr_zero(rows));
+        if (rows == 0 || (found & Row(row)) != 0 || std::ranges::count(kCuttingRows, row) != 0 ||
+            !AddPiece(line.substr(0, at)) || EndsInTag(text_))
+            return false;
+        found |= Row(row);
+        names_.push_back({text_.size(), row});
+        line.remove_prefix(at + kAtVariables[row].name.size());
+    }
+    return AddPiece(line) && !text_.empty();
+}
+
+/// With a mark's beginning in the text, a value might make a mark of it.
+bool CutLine::AddPiece(std::string_view text)
+{
+    text_ += text;
+    return text.find_first_of("!{}") == npos;
+}
+
+bool CutLine::Write(Build& build, std::string& store, std::string& output) const
+{
+    constexpr std::size_t kLong = 100'000;
+    const std::size_t begin = output.size();
+    std::size_t done = 0;
+    for (const Name& name : names_) {
+        kAtVariables[name.row].put(build, store);
+        if (store.size() > kLong || HoldsMarkBegin(store)) {
+            output.resize(begin);
+            return false;
+        }
+        output.append(text_, done, name.at - done).append(store);
+        done = name.at;
+    }
+    output.append(text_, done).append(kCrLf);
+    return true;
 }
 
 } // namespace kiv

@@ -53,14 +53,6 @@ struct TemplateSection : FixedTable<SourceLine, 0, kMaxTemplateLines> {
     }
 };
 
-/// A template section as it is written: runs of lines that nothing acts on are one piece of
-/// finished text.
-struct TemplatePiece {
-    std::string finished; // lines with their CR LF; empty: `line` is to be merged
-    SourceLine line;
-    Triggers triggers = 0; // of `line`
-};
-
 /// What lives for one page.
 struct PageState {
     int number = 0;         // 1-based

@@ -1,5 +1,6 @@
 #include "builder/page_writer.h"
 
+#include "builder/at_variables.h"
 #include "builder/bang_macros.h"
 #include "builder/build_state.h"
 #include "builder/line_triggers.h"
@@ -37,6 +38,15 @@ constexpr std::string_view kNotOnSingle =
     "a page with \"singlehtml\" in its first line is left out of the single page";
 constexpr std::string_view kThirdLine = "an empty line right behind the title is not written";
 
+/// A template section as it is written: runs of lines that nothing acts on are one piece of
+/// finished text.
+struct TemplatePiece {
+    std::string finished; // lines with their CR LF; empty: `line` is to be merged
+    SourceLine line;
+    Triggers triggers = 0; // of `line`
+    CutLine cut;           // `line` for most pages, its position code apart
+};
+
 using TemplatePieces = std::vector<TemplatePiece>;
 
 /// An empty line right after the title is dropped.
@@ -45,18 +55,31 @@ bool IsDropped(int number, std::string_view line)
     return number == 3 && line.empty();
 }
 
+TemplatePiece PieceOf(const SourceLine& line, Triggers triggers, const Build& build)
+{
+    std::string_view text = line.text;
+    if ((triggers & kPosition) != 0 && StandsHere(text[1], build.state))
+        text.remove_prefix(kPositionCode);
+    return {{}, line, triggers, CutLine(text, build.state)};
+}
+
 /// Joins the lines that nothing acts on. Empty lines are never written, so they drop out here.
 /// A trace wants every line by itself, the empty ones, too.
-TemplatePieces Prepare(const TemplateSection& section, int count, bool each_by_itself)
+TemplatePieces Prepare(const TemplateSection& section, int count, const Build& build)
 {
+    const bool each_by_itself = build.tracer != nullptr;
     TemplatePieces pieces;
     for (int i = 1; i <= count; ++i) {
         const SourceLine& line = section[i];
         if (line.text.empty() && (!each_by_itself || line.file.empty()))
             continue;
         const Triggers triggers = line.triggers & kMerged & ~kBodyOnly;
-        if (triggers != 0 || each_by_itself) {
-            pieces.push_back({{}, line, triggers});
+        if (each_by_itself) {
+            pieces.push_back({{}, line, triggers, {}});
+            continue;
+        }
+        if (triggers != 0) {
+            pieces.push_back(PieceOf(line, triggers, build));
             continue;
         }
         if (pieces.empty() || pieces.back().finished.empty())
@@ -71,10 +94,8 @@ class PageWriter {
     explicit PageWriter(Build& build)
         : build_(build), state_(build.state), line_(build),
           places_(build.machine.files, build.state.sources),
-          head_(Prepare(build.state.TemplateHead, build.state.TemplateHeadCount,
-                        build.tracer != nullptr)),
-          tail_(Prepare(build.state.TemplateTail, build.state.TemplateTailCount,
-                        build.tracer != nullptr))
+          head_(Prepare(build.state.TemplateHead, build.state.TemplateHeadCount, build)),
+          tail_(Prepare(build.state.TemplateTail, build.state.TemplateTailCount, build))
     {
     }
 
@@ -101,6 +122,7 @@ class PageWriter {
     void ClosePage();
     void WriteEnd();
     void WriteTemplate(const TemplatePieces& pieces);
+    bool WriteCut(const TemplatePiece& piece);
     void SetPlace(const SourceLine& line);
     void PutFileText();
     void TellHeadLines();
@@ -466,6 +488,8 @@ void PageWriter::WriteTemplate(const TemplatePieces& pieces)
             continue;
         }
         SetPlace(piece.line);
+        if (WriteCut(piece))
+            continue;
         if (line_.tracer != nullptr) [[unlikely]]
             line_.tracer->Begin(piece.line, LinePart::frame);
         line_.Begin(piece.line.text, piece.triggers);
@@ -473,6 +497,19 @@ void PageWriter::WriteTemplate(const TemplatePieces& pieces)
         if (line_.tracer != nullptr) [[unlikely]]
             line_.tracer->EndOfTemplate(line_.text);
     }
+}
+
+/// Returns false where the line has to go through its steps.
+bool PageWriter::WriteCut(const TemplatePiece& piece)
+{
+    const PageRecord& record = build_.CurrentRecord();
+    const bool is_filled =
+        (piece.triggers & kMeta) != 0 && !(record.keywords.empty() && record.description.empty());
+    if (piece.cut.IsEmpty() || is_filled)
+        return false;
+    if ((piece.triggers & kPosition) != 0 && !StandsHere(piece.line.text[1], state_).value_or(true))
+        return true;
+    return piece.cut.Write(build_, line_.store, state_.output);
 }
 
 /// For the trace.

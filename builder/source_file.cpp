@@ -17,7 +17,7 @@ bool SourceFile::Open(std::string_view path)
         return false;
     Sources& sources = build_.state.sources;
     name_ = sources.Keep(AbsolutePath(path, files.CurrentDirectory()));
-    content_ = sources.Keep(files.ReadFile(path));
+    content_ = sources.Keep(files.ReadContent(path));
     lines_ = LineScanner(content_);
     sources.AddFile(name_);
     if (build_.tracer) [[unlikely]]

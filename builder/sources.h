@@ -2,6 +2,7 @@
 #pragma once
 
 #include "builder/line_triggers.h"
+#include "platform/file_reader.h"
 #include "text/windows1252.h"
 
 #include <deque>
@@ -26,6 +27,10 @@ struct SourceLine {
 class Sources {
   public:
     std::string_view Keep(std::string text) { return texts_.emplace_back(std::move(text)); }
+    std::string_view Keep(FileContent content)
+    {
+        return contents_.emplace_back(std::move(content)).View();
+    }
 
     /// `text` with the prefix of its include before it.
     std::string_view Prefixed(std::string_view prefix, std::string_view text)
@@ -44,6 +49,7 @@ class Sources {
 
   private:
     std::deque<std::string> texts_;
+    std::deque<FileContent> contents_;
     std::unordered_set<std::string> known_; // upper-cased
     std::vector<std::string> files_;
 };

@@ -45,38 +45,18 @@ bool FillMetas(MergedLine& line)
     return found;
 }
 
-/// "=1=" and its kin keep a line on some pages only. Any other code is text.
+/// "=1=" and its kin keep a line on some pages only.
 bool FilterByPosition(MergedLine& line)
 {
-    const bool first = line.build.state.page.number == 1;
-    const bool last = line.build.state.page.number == line.build.state.PageCount;
-    bool keep = false;
-    switch (line.text[1]) {
-    case '1':
-        keep = first;
-        break;
-    case '2':
-        keep = !first;
-        break;
-    case '5':
-        keep = !first && !last;
-        break;
-    case '8':
-        keep = !last;
-        break;
-    case '9':
-        keep = last;
-        break;
-    default:
+    const BuildState& state = line.build.state;
+    const std::optional<bool> keep = StandsHere(line.text[1], state);
+    if (!keep)
         return false;
-    }
-    const std::string code = line.text.substr(0, 3);
-    line.text.erase(0, keep ? 3 : npos);
+    const std::string code = line.text.substr(0, kPositionCode);
+    line.text.erase(0, *keep ? kPositionCode : npos);
     if (line.tracer != nullptr) [[unlikely]]
-        line.tracer->Note(
-            code,
-            PositionWords(code[1], keep, line.build.state.page.number, line.build.state.PageCount),
-            line.text);
+        line.tracer->Note(code, PositionWords(code[1], *keep, state.page.number, state.PageCount),
+                          line.text);
     return true;
 }
 
@@ -100,6 +80,26 @@ constexpr Step kTemplateSteps[] = {
 };
 
 } // namespace
+
+std::optional<bool> StandsHere(char code, const BuildState& state)
+{
+    const bool first = state.page.number == 1;
+    const bool last = state.page.number == state.PageCount;
+    switch (code) {
+    case '1':
+        return first;
+    case '2':
+        return !first;
+    case '5':
+        return !first && !last;
+    case '8':
+        return !last;
+    case '9':
+        return last;
+    default:
+        return std::nullopt;
+    }
+}
 
 void WriteTemplateLine(MergedLine& line)
 {

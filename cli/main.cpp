@@ -3,12 +3,14 @@
 #include "platform/console.h"
 #include "platform/process.h"
 
+#include <cstdlib>
 #include <iostream>
+#include <memory>
 
-int main(int count, char** arguments)
+namespace {
+
+int Run(int count, char** arguments, std::unique_ptr<kiv::Drives>& drives)
 {
-    kiv::PrepareProcess();
-    kiv::EndWellWithoutMemory(count, arguments);
     // With buffers of their own the streams also tell when reading fails.
     std::ios::sync_with_stdio(false);
     const auto console = kiv::OpenConsole();
@@ -18,6 +20,19 @@ int main(int count, char** arguments)
                                       .err_is_terminal = console->HasLine(),
                                       .variable = kiv::ProcessVariable,
                                       .out_is_terminal = console->OutIsTerminal(),
-                                      .out_is_read = [&] { return console->OutIsRead(); }};
+                                      .out_is_read = [&] { return console->OutIsRead(); },
+                                      .kept_drives = &drives};
     return kiv::RunCli(kiv::ProgramArguments(count, arguments), around);
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    kiv::PrepareProcess();
+    kiv::EndWellWithoutMemory(count, arguments);
+    // What the drives know of a thousand files is given back by the process's end, which does not
+    // go from one to the next.
+    std::unique_ptr<kiv::Drives> drives;
+    std::exit(Run(count, arguments, drives));
 }

@@ -157,7 +157,7 @@ RunReport ReportOf(const Call& call, const CliSurroundings& around)
 {
     const bool json = call.given.Has("--json");
     const bool is_lent = around.drives != nullptr;
-    const std::unique_ptr<Drives> own = is_lent ? nullptr : MachineDrives(call, around);
+    std::unique_ptr<Drives> own = is_lent ? nullptr : MachineDrives(call, around);
     Drives& files = is_lent ? *around.drives : *own;
     const std::unique_ptr<Clock> clock = MakeClock(call.given);
     HeldClipboard clipboard;
@@ -199,13 +199,15 @@ RunReport ReportOf(const Call& call, const CliSurroundings& around)
     if (call.row->renames)
         report.renamed = workspace.Renamed;
     TakeChanges(report, call, files, shell);
-    if (json)
-        return report;
-    WarnOfLineEnds(report, around.err);
-    printer.PrintRest();
-    if (report.error)
-        printer.Print(*report.error);
-    PrintFindings(report, around, files, shell);
+    if (!json) {
+        WarnOfLineEnds(report, around.err);
+        printer.PrintRest();
+        if (report.error)
+            printer.Print(*report.error);
+        PrintFindings(report, around, files, shell);
+    }
+    if (around.kept_drives != nullptr)
+        *around.kept_drives = std::move(own);
     return report;
 }
 

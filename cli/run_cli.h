@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <iosfwd>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,7 @@ struct CliSurroundings {
     std::string directory = {};  // the shell's, native; "": the process's
     StopRequest* stop = nullptr; // ends a command that goes on, instead of Ctrl+C
     std::function<bool()> out_is_read = {}; // whether `out` still has a reader; none: it has
+    std::unique_ptr<Drives>* kept_drives = nullptr; // takes the machine's own when the call is done
 };
 
 struct Call;

@@ -186,30 +186,21 @@ void DriveFiles::RefuseTooLarge(std::string_view path, std::uint64_t size)
         Refuse("read", path, {"it is larger than 1 GiB", "Part it into smaller files."});
 }
 
-std::string DriveFiles::RoomFor(std::string_view path, std::uint64_t size)
-{
-    try {
-        std::string bytes;
-        bytes.reserve(static_cast<std::size_t>(size));
-        return bytes;
-    } catch (const std::bad_alloc&) {
-        RunError error(ErrorKind::memory, Joined({"there is not enough memory to read ", path}), {},
-                       "Close other programs, or part the file into smaller ones.");
-        error.file = path;
-        throw RunError(std::move(error));
-    }
-}
-
-std::string DriveFiles::ReadWhole(std::string_view path, std::uint64_t size, const ReadFirst& read,
-                                  const TellSize& size_now)
+void DriveFiles::ReadWhole(std::string_view path, std::uint64_t size, const ReadFirst& read,
+                           const TellSize& size_now)
 {
     constexpr int kTries = 3;
     for (int i = 0; i < kTries; ++i) {
         RefuseTooLarge(path, size);
-        std::string bytes = RoomFor(path, size);
-        read(static_cast<std::size_t>(size), bytes);
-        if (bytes.size() == size)
-            return bytes;
+        try {
+            if (read(static_cast<std::size_t>(size)) == size)
+                return;
+        } catch (const std::bad_alloc&) {
+            RunError error(ErrorKind::memory, Joined({"there is not enough memory to read ", path}),
+                           {}, "Close other programs, or part the file into smaller ones.");
+            error.file = path;
+            throw RunError(std::move(error));
+        }
         size = size_now();
     }
     Refuse("read", path,

@@ -126,15 +126,14 @@ class DriveFiles : public Drives {
     [[noreturn]] void RefuseFolder(std::string_view path, std::string_view absolute);
     /// Throws for a file that is too large to be read whole.
     static void RefuseTooLarge(std::string_view path, std::uint64_t size);
-    /// Makes room for a file that is read whole. Throws RunError of kind `memory`.
-    static std::string RoomFor(std::string_view path, std::uint64_t size);
-    /// Reads a file of `size` bytes whole; `read` fills in up to so many from its begin. Where they
-    /// end before, another program is writing the file: it is read again, as large as `size_now`
-    /// tells, a few times, and then refused.
-    using ReadFirst = std::function<void(std::size_t count, std::string& bytes)>;
+    /// Reads a file of `size` bytes whole; `read` takes up to so many from its begin and tells how
+    /// many there were. Where they end before, another program is writing the file: it is read
+    /// again, as large as `size_now` tells, a few times, and then refused. Throws RunError of kind
+    /// `memory` where `read` finds none.
+    using ReadFirst = std::function<std::size_t(std::size_t count)>;
     using TellSize = std::function<std::uint64_t()>;
-    static std::string ReadWhole(std::string_view path, std::uint64_t size, const ReadFirst& read,
-                                 const TellSize& size_now);
+    static void ReadWhole(std::string_view path, std::uint64_t size, const ReadFirst& read,
+                          const TellSize& size_now);
 
     /// What the state of a file is told by. A file system's time stamps are coarse: two writes of
     /// this program may fall on one tick, so a young stamp counts the writes too. `now` and `young`

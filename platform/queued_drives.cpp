@@ -33,6 +33,7 @@ class QueuedDrives : public Drives {
     // Readers.
     bool FileExists(std::string_view path) override { return Settled().FileExists(path); }
     std::string ReadFile(std::string_view path) override { return Settled().ReadFile(path); }
+    FileContent ReadContent(std::string_view path) override { return Settled().ReadContent(path); }
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override
     {
         return Settled().ReadPart(path, offset, count);

@@ -67,6 +67,12 @@ std::string UnwrittenFiles::ReadFile(std::string_view path)
     return content != nullptr ? *content : real_.ReadFile(path);
 }
 
+FileContent UnwrittenFiles::ReadContent(std::string_view path)
+{
+    const std::string* const content = Content(path);
+    return content != nullptr ? FileContent(*content) : real_.ReadContent(path);
+}
+
 std::string UnwrittenFiles::ReadPart(std::string_view path, std::uint64_t offset, std::size_t count)
 {
     const std::string* const content = Content(path);

@@ -25,6 +25,7 @@ class UnwrittenFiles : public Files {
 
     bool FileExists(std::string_view path) override;
     std::string ReadFile(std::string_view path) override;
+    FileContent ReadContent(std::string_view path) override;
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override;
 
     const std::string& CurrentDirectory() const override { return real_.CurrentDirectory(); }

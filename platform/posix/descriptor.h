@@ -1,6 +1,8 @@
 // Open files of a POSIX system. Every function gives 0 or an error number.
 #pragma once
 
+#include "platform/file_reader.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -30,6 +32,7 @@ class Descriptor {
 
 /// Reads up to `count` bytes from `offset` on; fewer at the end of the file.
 int ReadBytes(int fd, off_t offset, std::size_t count, std::string& bytes);
+int ReadBytes(int fd, off_t offset, std::size_t count, FileContent& bytes);
 
 /// Writes all of `bytes` at the file's position.
 int WriteBytes(int fd, std::string_view bytes);

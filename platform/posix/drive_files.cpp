@@ -183,10 +183,13 @@ std::vector<FileName> PosixDriveFiles::Names(const std::string& folder, bool fol
 
 std::string PosixDriveFiles::PlaceOf(const OutputFile& file)
 {
-    const std::string folder(NativeFolderOf(file.native));
-    std::string& place = folder_places_[folder];
+    const std::string_view folder = NativeFolderOf(file.native);
+    auto known = folder_places_.find(folder);
+    if (known == folder_places_.end())
+        known = folder_places_.emplace(folder, std::string()).first;
+    std::string& place = known->second;
     struct stat state {};
-    if (place.empty() && StateOf(folder, state) == 0)
+    if (place.empty() && StateOf(known->first, state) == 0)
         place = std::to_string(state.st_dev) + ':' + std::to_string(state.st_ino) + '/';
     return place.empty() ? place : place + UpperCase(FromUtf8(NativeNameOf(file.native)));
 }

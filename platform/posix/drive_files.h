@@ -6,13 +6,14 @@
 #include "platform/posix/folder_locks.h"
 #include "platform/posix/names.h"
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace kiv {
@@ -33,6 +34,7 @@ class PosixDriveFiles : public DriveFiles {
     void RefuseUnwritable(std::string_view path) override;
     FileStamp Stamp(std::string_view path) override;
     std::string ReadFile(std::string_view path) override;
+    FileContent ReadContent(std::string_view path) override;
     std::string ReadPart(std::string_view path, std::uint64_t offset, std::size_t count) override;
     OutputFile Open(std::string_view path) override;
     std::string PlaceOf(const OutputFile& file) override;
@@ -73,6 +75,9 @@ class PosixDriveFiles : public DriveFiles {
     std::string DrivePathOf(std::string_view native) const;
     /// Opens a plain file for reading.
     Descriptor OpenToRead(std::string_view path, struct stat& state);
+    /// A file that is read whole, as a text or as a content.
+    template <typename Bytes>
+    Bytes ReadAll(std::string_view path);
     /// The native folder of a drive path; none when it is absent. Throws "cannot look at …".
     std::optional<std::string> FolderAt(const std::string& absolute);
     /// The state of what bears a name, by `look`. False when it is absent. Throws the same.
@@ -101,13 +106,13 @@ class PosixDriveFiles : public DriveFiles {
     int PlaceInOld(const OutputFile& file, const Writing& writing);
     void Write(const OutputFile& file, const Writing& writing);
     /// Tidies a native folder that is written into, once after each Refresh.
-    void TidyFolder(const std::string& native);
+    void TidyFolder(std::string_view native);
 
     PosixNames names_;
     PosixFolderLocks locks_;
-    std::unordered_set<std::string> tidied_;                     // native folders
-    std::unordered_map<std::string, std::string> folder_places_; // of native folders; for PlaceOf
-    std::vector<std::string> places_;                            // native: of the files written
+    std::set<std::string, std::less<>> tidied_;                     // native folders
+    std::map<std::string, std::string, std::less<>> folder_places_; // of native ones; for PlaceOf
+    std::vector<std::string> places_;                               // native: of the files written
 };
 
 } // namespace kiv

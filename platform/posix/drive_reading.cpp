@@ -28,21 +28,37 @@ Descriptor PosixDriveFiles::OpenToRead(std::string_view path, struct stat& state
     return file;
 }
 
-std::string PosixDriveFiles::ReadFile(std::string_view path)
+template <typename Bytes>
+Bytes PosixDriveFiles::ReadAll(std::string_view path)
 {
     struct stat state {};
     const Descriptor file = OpenToRead(path, state);
-    const auto read = [&](std::size_t count, std::string& bytes) {
+    Bytes bytes;
+    const auto read = [&](std::size_t count) {
         if (const int error = ReadBytes(file.Get(), 0, count, bytes))
             RefuseWith("read", path, error);
+        return bytes.size();
     };
-    std::string bytes = ReadWhole(path, static_cast<std::uint64_t>(state.st_size), read, [&] {
+    ReadWhole(path, static_cast<std::uint64_t>(state.st_size), read, [&] {
         if (::fstat(file.Get(), &state) != 0)
             RefuseWith("read", path, errno);
         return static_cast<std::uint64_t>(state.st_size);
     });
+    return bytes;
+}
+
+std::string PosixDriveFiles::ReadFile(std::string_view path)
+{
+    std::string bytes = ReadAll<std::string>(path);
     TellRead(path, bytes);
     return bytes;
+}
+
+FileContent PosixDriveFiles::ReadContent(std::string_view path)
+{
+    FileContent content = ReadAll<FileContent>(path);
+    TellRead(path, content.View());
+    return content;
 }
 
 std::string PosixDriveFiles::ReadPart(std::string_view path, std::uint64_t offset,

@@ -72,17 +72,18 @@ OutputFile PosixDriveFiles::LookedUp(std::string_view path)
     return file;
 }
 
-void PosixDriveFiles::TidyFolder(const std::string& native)
+void PosixDriveFiles::TidyFolder(std::string_view native)
 {
-    if (!tidied_.insert(native).second)
+    if (tidied_.contains(native))
         return;
-    for (const std::string& saved : DeleteLeftTemporaries(native))
+    const std::string& folder = *tidied_.emplace(native).first;
+    for (const std::string& saved : DeleteLeftTemporaries(folder))
         CountSaved(DrivePathOf(saved));
 }
 
 void PosixDriveFiles::TidyFolderOf(const OutputFile& file)
 {
-    TidyFolder(std::string(NativeFolderOf(file.native)));
+    TidyFolder(NativeFolderOf(file.native));
 }
 
 std::unique_ptr<PageDraft> PosixDriveFiles::MakeDraft(const OutputFile& file,

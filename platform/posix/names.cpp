@@ -112,7 +112,7 @@ int PosixNames::ReachIn(const std::string& folder, std::string_view name, std::s
 PosixNames::Memory PosixNames::Remembered(std::string_view absolute, std::string& native) const
 {
     const std::string_view name = NameOf(absolute);
-    const auto folder = folders_.find(std::string(FolderOf(absolute)));
+    const auto folder = folders_.find(FolderOf(absolute));
     if (folder == folders_.end())
         return Memory::kUnknown;
     const auto listed = identities_.find(folder->second);
@@ -141,9 +141,7 @@ int PosixNames::Folder(std::string_view absolute, std::string& native)
 
 int PosixNames::FindFolder(std::string_view absolute, std::string& native)
 {
-    std::string key(absolute);
-    const auto known = folders_.find(key);
-    if (known != folders_.end()) {
+    if (const auto known = folders_.find(absolute); known != folders_.end()) {
         native = known->second;
         return 0;
     }
@@ -152,7 +150,7 @@ int PosixNames::FindFolder(std::string_view absolute, std::string& native)
     if (IsAbsent(error) && !native.empty())
         error = FindFolderByParts(absolute, native);
     if (error == 0)
-        folders_.emplace(std::move(key), native);
+        folders_.emplace(absolute, native);
     return error;
 }
 
@@ -247,7 +245,7 @@ void PosixNames::Drop(const std::string& folder)
 
 void PosixNames::Added(const std::string& native)
 {
-    const auto known = identities_.find(std::string(NativeFolderOf(native)));
+    const auto known = identities_.find(NativeFolderOf(native));
     if (known == identities_.end())
         return;
     PosixName name{std::string(NativeNameOf(native)), FromUtf8(NativeNameOf(native)), 0};
@@ -259,7 +257,7 @@ void PosixNames::Added(const std::string& native)
 
 void PosixNames::Removed(const std::string& native)
 {
-    const auto known = identities_.find(std::string(NativeFolderOf(native)));
+    const auto known = identities_.find(NativeFolderOf(native));
     if (known == identities_.end())
         return;
     const std::string_view name = NativeNameOf(native);

@@ -92,9 +92,10 @@ class PosixNames {
     int ReachOnce(std::string_view absolute, std::string& native, const Attempt& attempt);
 
     DriveMap drives_;
-    std::unordered_map<std::string, std::string> folders_; // drive folder to native folder
+    // Few folders, and looked up for every file: by views, which cost no text of their own.
+    std::map<std::string, std::string, std::less<>> folders_; // drive folder to native folder
     std::map<Identity, Listing> listings_;
-    std::unordered_map<std::string, Identity> identities_; // native folder to its listing
+    std::map<std::string, Identity, std::less<>> identities_; // native folder to its listing
 };
 
 } // namespace kiv

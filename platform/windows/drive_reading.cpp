@@ -36,10 +36,12 @@ std::string WindowsDriveFiles::ReadFile(std::string_view path)
         if (error != 0)
             RefuseWith("read", absolute, static_cast<int>(error));
     };
-    const auto read = [&](std::size_t count, std::string& bytes) {
+    std::string bytes;
+    const auto read = [&](std::size_t count) {
         refuse(ReadBytes(file, 0, count, bytes));
+        return bytes.size();
     };
-    std::string bytes = ReadWhole(absolute, size, read, [&] {
+    ReadWhole(absolute, size, read, [&] {
         refuse(SizeOf(file, size));
         return size;
     });

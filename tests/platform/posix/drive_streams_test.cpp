@@ -79,12 +79,15 @@ class Shrinking : public DriveFiles {
     static std::string Read(const std::vector<Step>& steps)
     {
         std::size_t step = 0;
-        return ReadWhole(
+        std::string bytes;
+        ReadWhole(
             "C:\\a.txt", steps[0].size,
-            [&](std::size_t count, std::string& bytes) {
+            [&](std::size_t count) {
                 bytes = steps.at(step++).content.substr(0, count);
+                return bytes.size();
             },
             [&] { return steps.at(std::min(step, steps.size() - 1)).size; });
+        return bytes;
     }
 };
 
