@@ -19,7 +19,7 @@ std::string NativeJoined(std::string_view folder, std::string_view name)
     return path.append(name);
 }
 
-std::string NativeFolderOf(const std::string& path)
+std::string NativeParentOf(const std::string& path)
 {
     const std::size_t last = path.rfind(kNativeSeparator);
     if (last == std::string::npos)

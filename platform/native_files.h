@@ -78,8 +78,8 @@ std::unique_ptr<NativeFile> OpenNativeFileIn(const std::string& path, const std:
 /// A name in a folder.
 std::string NativeJoined(std::string_view folder, std::string_view name);
 
-/// The folder of an absolute path without final separator; a root's is itself.
-std::string NativeFolderOf(const std::string& path);
+/// The folder of an absolute path, without final separator; a root's is itself.
+std::string NativeParentOf(const std::string& path);
 
 /// Whether `path` is `folder` or lies in it; both as RealNativePath gives them.
 bool LiesIn(std::string_view path, std::string_view folder);

@@ -117,9 +117,9 @@ std::string RootOf(const PreviewWish& wish, const Machine& machine, const std::s
 std::string StartOf(const PreviewSite& site, std::span<const std::string> pages)
 {
     for (const std::string& page : pages)
-        if (NativeFolderOf(page) == site.folder)
+        if (NativeParentOf(page) == site.folder)
             return site.folder;
-    const std::string start = pages.empty() ? site.folder : NativeFolderOf(pages[0]);
+    const std::string start = pages.empty() ? site.folder : NativeParentOf(pages[0]);
     return LiesIn(start, site.root) ? start : site.folder;
 }
 

@@ -96,7 +96,7 @@ std::string Resolved(std::string folder, std::string_view path)
 {
     for (const std::string_view name : Split(path, '/')) {
         if (name == "..") {
-            const std::string above = NativeFolderOf(folder);
+            const std::string above = NativeParentOf(folder);
             if (above == folder)
                 return {};
             folder = above;
@@ -117,8 +117,8 @@ std::string Above(const std::string& root, const std::string& place)
 {
     std::string common = root;
     while (!LiesIn(place, common)) {
-        const std::string above = NativeFolderOf(common);
-        if (above == common || NativeFolderOf(above) == above)
+        const std::string above = NativeParentOf(common);
+        if (above == common || NativeParentOf(above) == above)
             return root;
         common = above;
     }
@@ -137,8 +137,8 @@ std::string RootOfRooted(const std::string& root, const std::set<std::string>& r
             most = found;
             best = folder;
         }
-        const std::string above = NativeFolderOf(folder);
-        if (above == folder || NativeFolderOf(above) == above)
+        const std::string above = NativeParentOf(folder);
+        if (above == folder || NativeParentOf(above) == above)
             return best;
         folder = above;
     }
@@ -151,7 +151,7 @@ class AddressFollower {
 
     void TakePage(const std::string& page)
     {
-        const std::string place = NativeFolderOf(page);
+        const std::string place = NativeParentOf(page);
         root_ = Above(root_, place);
         Follow(place, AddressesOnPage(BytesOf(page)));
         while (!sheets_.empty()) {
@@ -159,7 +159,7 @@ class AddressFollower {
             sheets_.pop_back();
             std::set<std::string> addresses;
             AddCssAddresses(BytesOf(sheet), addresses);
-            Follow(NativeFolderOf(sheet), addresses);
+            Follow(NativeParentOf(sheet), addresses);
         }
     }
 
