@@ -231,19 +231,14 @@ std::unique_ptr<PageDraft> DriveFiles::BeginPage(const OutputFile& file, std::st
     return MakeDraft(file, bytes, IsFormerKnown(file));
 }
 
-bool DriveFiles::PutPage(PageDraft& page)
+void DriveFiles::CountPage(const PageDraft& page)
 {
-    using Outcome = PreparedPage::Outcome;
     const PreparedPage& prepared = page.Prepared();
-    const bool is_drafted = prepared.outcome == Outcome::drafted;
-    if (prepared.outcome == Outcome::failed || (is_drafted && !page.Put()))
-        return false;
     if (prepared.former)
         KeepFormer(page.File(), *prepared.former);
     CountLost(page.File().path, prepared.lost);
     NoteWritten(page.File(), !page.File().exists);
     CountWritten(page.File(), page.Bytes());
-    return true;
 }
 
 void DriveFiles::CountWritten(const OutputFile& file, std::string_view bytes)

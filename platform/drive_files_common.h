@@ -32,12 +32,11 @@ class DriveFiles : public Drives {
     void Refresh() override;
     void TellLooksTo(LookLog* log) override { log_ = log; }
 
-    /// Commit in steps, of which the middle one, PageDraft::Prepare, is for any thread. `bytes`
-    /// outlive the draft. May throw what the first look at the folder throws.
+    /// Commit in steps, of which those in the middle, PageDraft::Prepare and Place, are for any
+    /// thread. `bytes` outlive the draft. May throw what the first look at the folder throws.
     std::unique_ptr<PageDraft> BeginPage(const OutputFile& file, std::string_view bytes);
-    /// Gives a prepared page its place and counts it as written. False when it has to go the
-    /// ordinary way, by Commit; nothing has changed then.
-    bool PutPage(PageDraft& page);
+    /// Counts a page that has its place as written.
+    void CountPage(const PageDraft& page);
 
   protected:
     /// What must be done in a folder before the first file is written there.

@@ -11,4 +11,15 @@ void PageDraft::Prepare() noexcept
     }
 }
 
+bool PageDraft::Place() noexcept
+{
+    try {
+        using Outcome = PreparedPage::Outcome;
+        return prepared_.outcome == Outcome::held ||
+               (prepared_.outcome == Outcome::drafted && Put());
+    } catch (...) {
+        return false;
+    }
+}
+
 } // namespace kiv

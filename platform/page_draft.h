@@ -44,13 +44,18 @@ class PageDraft {
     void Prepare() noexcept;
     const PreparedPage& Prepared() const { return prepared_; }
 
+    /// For any thread, when the pages before it have their places: gives what was drafted its own.
+    /// False when the page has to go the ordinary way; nothing has changed then.
+    bool Place() noexcept;
+    /// Closes what was open until then, which may take a while.
+    virtual void Close() noexcept {}
+
+  protected:
+    // What they throw counts as failed.
+    virtual PreparedPage Make() = 0;
     /// Puts what was drafted in its place, by one call. False when that is not possible: nothing
     /// has changed then.
     virtual bool Put() = 0;
-
-  protected:
-    /// What it throws counts as failed.
-    virtual PreparedPage Make() = 0;
     bool IsFormerKnown() const { return is_former_known_; }
 
   private:

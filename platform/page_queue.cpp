@@ -12,9 +12,9 @@ namespace kiv {
 
 namespace {
 
-// To start a thread takes as long as to write one or two pages: a small build is done before that
+// To start a thread takes as long as to write a few pages: a small build is done before that
 // is worth while. On a slow disk it is from the second page on.
-constexpr auto kWorthwhile = std::chrono::milliseconds(1);
+constexpr auto kWorthwhile = std::chrono::milliseconds(2);
 
 constexpr std::size_t kLargestBuffer = std::size_t{1} << 20U;
 
@@ -88,7 +88,7 @@ void PageQueue::HandOver(const OutputFile& file, std::string& bytes, Files::AtFa
         buffers_.pop_back();
     }
     Add(std::move(page));
-    while (!pages_.empty() && pages_.front()->job.is_ready.load(std::memory_order_acquire))
+    while (!pages_.empty() && pages_.front()->job.IsDone())
         PutFirst();
     ThrowFailure();
 }
@@ -121,7 +121,8 @@ void PageQueue::Add(std::unique_ptr<Page> page)
     try {
         workers_.Add(job);
     } catch (const std::bad_alloc&) {
-        job.draft.reset(); // then without
+        job.draft.reset(); // then without, before another one can get past it
+        PutAll();
     }
 }
 
@@ -134,22 +135,22 @@ void PageQueue::PutAll()
 
 void PageQueue::PutFirst()
 {
-    if (PageJob& job = pages_.front()->job; job.draft)
-        workers_.Await(job);
+    PageJob& job = pages_.front()->job;
+    const bool is_placed = job.draft && workers_.Await(job);
     const std::unique_ptr<Page> page = std::move(pages_.front());
     pages_.pop_front();
     places_.erase(page->place);
     bytes_ -= page->bytes.size();
-    Put(*page);
+    Put(*page, is_placed);
     KeepBuffer(page->bytes);
 }
 
-void PageQueue::Put(Page& page)
+void PageQueue::Put(Page& page, bool is_placed)
 {
     const Raised putting(is_putting_);
     try {
-        if (page.job.draft && files_.PutPage(*page.job.draft))
-            workers_.Discard(std::move(page.job.draft));
+        if (is_placed)
+            files_.CountPage(*page.job.draft);
         else
             PutPlainly(page);
     } catch (RunError& error) {

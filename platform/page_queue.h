@@ -58,14 +58,14 @@ class PageQueue {
     void MakeRoom(std::size_t bytes);
     void Add(std::unique_ptr<Page> page);
     void PutFirst();
-    void Put(Page& page);
+    void Put(Page& page, bool is_placed);
     void PutPlainly(Page& page);
     void Fail();
     void KeepBuffer(std::string& bytes);
 
     DriveFiles& files_;
     const bool begins_at_once_;
-    std::deque<std::unique_ptr<Page>> pages_; // in order
+    std::deque<std::unique_ptr<Page>> pages_; // in order, some of them in their places already
     std::unordered_set<std::string> places_;  // of these
     std::size_t bytes_ = 0;                   // of these
     std::vector<std::string> buffers_;        // to be used again

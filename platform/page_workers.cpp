@@ -51,7 +51,13 @@ void PageWorkers::Add(PageJob& job)
     std::size_t waiting = 0;
     {
         const Lock lock(mutex_);
-        jobs_.push_back(&job);
+        line_.push_back(&job);
+        try {
+            jobs_.push_back(&job);
+        } catch (...) {
+            line_.pop_back();
+            throw;
+        }
         waiting = jobs_.size();
     }
     to_do_.notify_one();
@@ -81,7 +87,7 @@ void PageWorkers::StartWhenWorthwhile(std::size_t waiting)
         return;
     const SignalsHeldBack held_back; // they are for the thread that was there before
     try {
-        threads_.emplace_back([this] { Run(); });
+        KeepApart(threads_.emplace_back([this] { Run(); }));
     } catch (const std::exception&) {
         // There is no room for one. What nobody else does is done while it is awaited.
     }
@@ -91,75 +97,81 @@ void PageWorkers::Run()
 {
     Lock lock(mutex_);
     for (;;) {
-        to_do_.wait(lock, [this] { return is_ending_ || !jobs_.empty() || !discarded_.empty(); });
-        if (jobs_.empty() && discarded_.empty())
+        to_do_.wait(lock, [this] { return is_ending_ || !jobs_.empty(); });
+        if (jobs_.empty())
             return;
         TakeOne(lock);
     }
 }
 
-/// The next job and one of the drafts that nobody needs any more, so that these never pile up.
+/// Prepares the next page, then gives their places to those whose turn has come.
 void PageWorkers::TakeOne(Lock& lock)
 {
-    std::unique_ptr<PageDraft> discarded;
-    if (!discarded_.empty()) {
-        discarded = std::move(discarded_.back());
-        discarded_.pop_back();
-    }
-    if (!jobs_.empty()) {
-        PageJob& job = *jobs_.front();
-        jobs_.pop_front();
-        ++in_work_;
-        lock.unlock();
-        const WaitWatch watch;
-        job.draft->Prepare();
-        const Duration waited = watch.Waited();
-        lock.lock();
-        pace_ += (waited - pace_) / kRemembered;
-        --in_work_;
-        job.is_ready.store(true, std::memory_order_release);
-        if (is_awaited_)
-            done_.notify_one();
-    }
+    PageJob& job = *jobs_.front();
+    jobs_.pop_front();
+    ++in_work_;
     lock.unlock();
-    discarded.reset();
+    const WaitWatch watch;
+    job.draft->Prepare();
+    const Duration waited = watch.Waited();
     lock.lock();
+    pace_ += (waited - pace_) / kRemembered;
+    job.state.store(PageJob::State::prepared, std::memory_order_relaxed);
+    PlaceReady(lock);
+    if (--in_work_ == 0)
+        done_.notify_one();
 }
 
-void PageWorkers::Await(PageJob& job)
+/// Whoever has prepared the first of the line puts it in its place, and those behind it that were
+/// ready before. One thread at a time: so they appear in order. A refused page stays the first.
+void PageWorkers::PlaceReady(Lock& lock)
 {
-    if (job.is_ready.load(std::memory_order_acquire))
-        return;
-    Lock lock(mutex_);
-    while (!job.is_ready.load(std::memory_order_acquire)) {
-        // Who waits for a disk is no help: pages that are ready have to get their places meanwhile.
+    using State = PageJob::State;
+    while (!is_placing_ && !line_.empty() &&
+           line_.front()->state.load(std::memory_order_relaxed) == State::prepared) {
+        PageJob& job = *line_.front();
+        is_placing_ = true;
+        lock.unlock();
+        const bool is_placed = job.draft->Place();
+        lock.lock();
+        is_placing_ = false;
+        if (is_placed)
+            line_.pop_front();
+        else
+            job.state.store(State::refused, std::memory_order_relaxed);
+        lock.unlock();
+        job.draft->Close(); // meanwhile another thread may place the next one
+        lock.lock();
+        job.state.store(is_placed ? State::placed : State::refused, std::memory_order_release);
+        if (awaited_ == &job)
+            done_.notify_one();
+    }
+}
+
+bool PageWorkers::Await(const PageJob& job)
+{
+    Lock lock(mutex_, std::defer_lock);
+    if (!job.IsDone())
+        lock.lock();
+    while (!job.IsDone()) {
+        // Who waits for a disk is no help: there may be room for the next page meanwhile.
         if (!jobs_.empty() && (threads_.empty() || !IsSlow())) {
             TakeOne(lock);
             continue;
         }
-        is_awaited_ = true;
+        awaited_ = &job;
         done_.wait(lock);
-        is_awaited_ = false;
+        awaited_ = nullptr;
     }
+    return job.state.load(std::memory_order_relaxed) == PageJob::State::placed;
 }
 
 void PageWorkers::Cancel()
 {
     Lock lock(mutex_);
     jobs_.clear();
-    is_awaited_ = true;
     done_.wait(lock, [this] { return in_work_ == 0; });
-    is_awaited_ = false;
-}
-
-void PageWorkers::Discard(std::unique_ptr<PageDraft> draft)
-{
-    const Lock lock(mutex_);
-    try {
-        discarded_.push_back(std::move(draft));
-    } catch (const std::bad_alloc&) {
-        // It ends here and now.
-    }
+    line_.clear();
 }
 
 void PageWorkers::End()
@@ -172,7 +184,6 @@ void PageWorkers::End()
     for (std::thread& thread : threads_)
         thread.join();
     threads_.clear();
-    discarded_.clear();
     is_ending_ = false;
 }
 

@@ -1,4 +1,4 @@
-// The threads that prepare pages.
+// The threads that prepare pages and give them their places.
 #pragma once
 
 #include "platform/page_draft.h"
@@ -30,8 +30,17 @@ struct ThreadLimits {
 
 /// A page's draft and how far it is.
 struct PageJob {
+    enum class State : std::uint8_t {
+        waiting,  // or being prepared
+        prepared, // or being put in its place
+        placed,
+        refused, // it could not be placed, and nor is any page behind it
+    };
     std::unique_ptr<PageDraft> draft;
-    std::atomic<bool> is_ready = false; // no thread works on it any more
+    std::atomic<State> state = State::waiting;
+
+    /// No thread works on it any more.
+    bool IsDone() const { return state.load(std::memory_order_acquire) >= State::placed; }
 };
 
 /// How long a thread waits in what it does, from here on. Whoever works all the time, or stands
@@ -68,14 +77,14 @@ class PageWorkers {
 
     /// How long a page waits, by what is known before the first job.
     void ExpectPace(Duration page);
-    /// Has a page prepared. The job stays where it is until it is ready or canceled.
+    /// Has a page prepared, and put in its place when all those before it are in theirs. The job
+    /// stays where it is until it is done or canceled.
     void Add(PageJob& job);
-    /// Comes back when the job is ready.
-    void Await(PageJob& job);
-    /// Takes back the jobs that nobody has begun, and waits for the others.
+    /// Comes back when the job is done: true when the page has its place.
+    bool Await(const PageJob& job);
+    /// Takes back the jobs that nobody has begun, and waits for the others. What is prepared behind
+    /// a refused page gets no place.
     void Cancel();
-    /// Takes a draft off one's hands: to close a file may take a while.
-    void Discard(std::unique_ptr<PageDraft> draft);
     /// Ends the threads. There is no job any more.
     void End();
 
@@ -84,6 +93,7 @@ class PageWorkers {
 
     void Run();
     void TakeOne(Lock& lock);
+    void PlaceReady(Lock& lock);
     void StartWhenWorthwhile(std::size_t waiting);
     std::size_t MostNow();
     bool IsSlow() const;
@@ -96,11 +106,12 @@ class PageWorkers {
     std::mutex mutex_;
     std::condition_variable to_do_;
     std::condition_variable done_;
-    std::deque<PageJob*> jobs_;
-    std::vector<std::unique_ptr<PageDraft>> discarded_;
+    std::deque<PageJob*> jobs_; // that nobody has begun
+    std::deque<PageJob*> line_; // those that have no place yet, in order
     std::size_t in_work_ = 0;
     Duration pace_{}; // for how long the last pages waited
-    bool is_awaited_ = false;
+    const PageJob* awaited_ = nullptr;
+    bool is_placing_ = false; // a thread puts the first of the line in its place
     bool is_ending_ = false;
 };
 

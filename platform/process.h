@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <thread>
 
 namespace kiv {
 
@@ -13,5 +14,10 @@ void PrepareProcess();
 /// How often this thread has stood still for something else than a processor: a disk, a server,
 /// another thread. Where the system does not count that, another number at each call.
 std::uint64_t WaitsOfThread();
+
+/// Has a new thread run on other processors than the one the caller is on, where there are some. A
+/// system may else leave it where it was made for as long as a small build takes: a virtual machine
+/// takes its processors for busy when they only sleep.
+void KeepApart(std::thread& thread);
 
 } // namespace kiv

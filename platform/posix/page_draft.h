@@ -33,10 +33,11 @@ class PosixPageDraft : public PageDraft {
   public:
     using PageDraft::PageDraft;
 
-    bool Put() override;
+    void Close() noexcept override { filled_.unnamed.reset(); }
 
   protected:
     PreparedPage Make() override;
+    bool Put() override;
 
   private:
     PreparedPage MakeOver();

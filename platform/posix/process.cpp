@@ -2,6 +2,8 @@
 
 #include <csignal>
 #include <fcntl.h>
+#include <pthread.h>
+#include <sched.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -30,6 +32,18 @@ std::uint64_t WaitsOfThread()
 #endif
     thread_local std::uint64_t calls = 0;
     return ++calls;
+}
+
+void KeepApart([[maybe_unused]] std::thread& thread)
+{
+#ifdef __linux__
+    cpu_set_t others;
+    if (::sched_getaffinity(0, sizeof others, &others) != 0)
+        return;
+    CPU_CLR(static_cast<std::size_t>(::sched_getcpu()), &others);
+    if (CPU_COUNT(&others) > 0)
+        ::pthread_setaffinity_np(thread.native_handle(), sizeof others, &others);
+#endif
 }
 
 } // namespace kiv

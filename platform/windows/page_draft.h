@@ -27,10 +27,9 @@ class WindowsPageDraft : public PageDraft {
   public:
     using PageDraft::PageDraft;
 
-    bool Put() override;
-
   protected:
     PreparedPage Make() override;
+    bool Put() override;
 
   private:
     PreparedPage MakeOver(const std::wstring& native);
