@@ -47,8 +47,6 @@ class PageDraft {
     /// For any thread, when the pages before it have their places: gives what was drafted its own.
     /// False when the page has to go the ordinary way; nothing has changed then.
     bool Place() noexcept;
-    /// Closes what was open until then, which may take a while.
-    virtual void Close() noexcept {}
 
   protected:
     // What they throw counts as failed.

@@ -149,10 +149,12 @@ void PageQueue::Put(Page& page, bool is_placed)
 {
     const Raised putting(is_putting_);
     try {
-        if (is_placed)
+        if (is_placed) {
             files_.CountPage(*page.job.draft);
-        else
+            workers_.Discard(std::move(page.job.draft));
+        } else {
             PutPlainly(page);
+        }
     } catch (RunError& error) {
         if (page.at_failure)
             page.at_failure(error);

@@ -59,6 +59,7 @@ void PageWorkers::Add(PageJob& job)
             throw;
         }
         waiting = jobs_.size();
+        HandDiscarded();
     }
     to_do_.notify_one();
     StartWhenWorthwhile(waiting);
@@ -97,15 +98,30 @@ void PageWorkers::Run()
 {
     Lock lock(mutex_);
     for (;;) {
-        to_do_.wait(lock, [this] { return is_ending_ || !jobs_.empty(); });
-        if (jobs_.empty())
+        to_do_.wait(lock, [this] { return is_ending_ || !jobs_.empty() || !discarded_.empty(); });
+        if (jobs_.empty() && discarded_.empty())
             return;
         TakeOne(lock);
     }
 }
 
-/// Prepares the next page, then gives their places to those whose turn has come.
+/// The next job and one of the drafts that nobody needs any more, so that these never pile up.
 void PageWorkers::TakeOne(Lock& lock)
+{
+    std::unique_ptr<PageDraft> discarded;
+    if (!discarded_.empty()) {
+        discarded = std::move(discarded_.back());
+        discarded_.pop_back();
+    }
+    if (!jobs_.empty())
+        TakeJob(lock);
+    lock.unlock();
+    discarded.reset();
+    lock.lock();
+}
+
+/// Prepares the next page, then gives their places to those whose turn has come.
+void PageWorkers::TakeJob(Lock& lock)
 {
     PageJob& job = *jobs_.front();
     jobs_.pop_front();
@@ -137,11 +153,6 @@ void PageWorkers::PlaceReady(Lock& lock)
         is_placing_ = false;
         if (is_placed)
             line_.pop_front();
-        else
-            job.state.store(State::refused, std::memory_order_relaxed);
-        lock.unlock();
-        job.draft->Close(); // meanwhile another thread may place the next one
-        lock.lock();
         job.state.store(is_placed ? State::placed : State::refused, std::memory_order_release);
         if (awaited_ == &job)
             done_.notify_one();
@@ -174,16 +185,35 @@ void PageWorkers::Cancel()
     line_.clear();
 }
 
+void PageWorkers::Discard(std::unique_ptr<PageDraft> draft)
+{
+    try {
+        to_discard_.push_back(std::move(draft));
+    } catch (const std::bad_alloc&) {
+        // It ends here and now.
+    }
+}
+
+/// Behind the lock.
+void PageWorkers::HandDiscarded()
+{
+    if (discarded_.empty())
+        discarded_.swap(to_discard_);
+}
+
 void PageWorkers::End()
 {
     {
         const Lock lock(mutex_);
+        HandDiscarded();
         is_ending_ = true;
     }
     to_do_.notify_all();
     for (std::thread& thread : threads_)
         thread.join();
     threads_.clear();
+    discarded_.clear();
+    to_discard_.clear();
     is_ending_ = false;
 }
 

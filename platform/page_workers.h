@@ -85,6 +85,9 @@ class PageWorkers {
     /// Takes back the jobs that nobody has begun, and waits for the others. What is prepared behind
     /// a refused page gets no place.
     void Cancel();
+    /// Takes a draft off one's hands: to close a file may take a while. The threads get it with the
+    /// next job.
+    void Discard(std::unique_ptr<PageDraft> draft);
     /// Ends the threads. There is no job any more.
     void End();
 
@@ -92,7 +95,9 @@ class PageWorkers {
     using Lock = std::unique_lock<std::mutex>;
 
     void Run();
+    void HandDiscarded();
     void TakeOne(Lock& lock);
+    void TakeJob(Lock& lock);
     void PlaceReady(Lock& lock);
     void StartWhenWorthwhile(std::size_t waiting);
     std::size_t MostNow();
@@ -101,6 +106,7 @@ class PageWorkers {
     const ThreadLimits limits_;
     std::optional<std::size_t> processors_;
     std::vector<std::thread> threads_;
+    std::vector<std::unique_ptr<PageDraft>> to_discard_;
 
     // Everybody's, behind the lock.
     std::mutex mutex_;
@@ -108,6 +114,7 @@ class PageWorkers {
     std::condition_variable done_;
     std::deque<PageJob*> jobs_; // that nobody has begun
     std::deque<PageJob*> line_; // those that have no place yet, in order
+    std::vector<std::unique_ptr<PageDraft>> discarded_;
     std::size_t in_work_ = 0;
     Duration pace_{}; // for how long the last pages waited
     const PageJob* awaited_ = nullptr;

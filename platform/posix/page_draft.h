@@ -33,8 +33,6 @@ class PosixPageDraft : public PageDraft {
   public:
     using PageDraft::PageDraft;
 
-    void Close() noexcept override { filled_.unnamed.reset(); }
-
   protected:
     PreparedPage Make() override;
     bool Put() override;

@@ -32,20 +32,10 @@ class Events {
         const std::lock_guard lock(mutex_);
         put_.push_back(number);
     }
-    void Close(int number)
-    {
-        const std::lock_guard lock(mutex_);
-        closed_.push_back(number);
-    }
     Numbers AllPut()
     {
         const std::lock_guard lock(mutex_);
         return put_;
-    }
-    std::size_t CountClosed()
-    {
-        const std::lock_guard lock(mutex_);
-        return closed_.size();
     }
 
   private:
@@ -53,7 +43,6 @@ class Events {
     std::condition_variable changed_;
     int prepared_ = 0;
     Numbers put_;
-    Numbers closed_;
 };
 
 struct Course {
@@ -69,7 +58,6 @@ class TestDraft : public PageDraft {
         : PageDraft({}, {}, true), number_(number), course_(course), events_(events)
     {
     }
-    void Close() noexcept override { events_.Close(number_); }
 
   protected:
     PreparedPage Make() override
@@ -125,7 +113,6 @@ TEST_F(PageWorkersTest, WhatIsReadyFirstWaitsForThoseBeforeIt)
     Begin(4, {{3}, {}, {}, {}});
     EXPECT_EQ(AwaitAll(), (std::vector<bool>{true, true, true, true}));
     EXPECT_EQ(events.AllPut(), (Numbers{1, 2, 3, 4}));
-    EXPECT_EQ(events.CountClosed(), 4U);
 }
 
 TEST_F(PageWorkersTest, TheyGetTheirPlacesThoughNobodyAwaitsThem)
