@@ -23,6 +23,7 @@ file(WRITE ${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/GTestConfig.cmake
     "if(NOT TARGET GTest::gtest)\n"
     "    block()\n"
     "        set(CMAKE_INTERPROCEDURAL_OPTIMIZATION_RELEASE OFF)\n"
+    "        add_compile_options(-O0) # quick to compile, as the tests themselves are\n"
     "        add_subdirectory(/usr/src/googletest \"${PROJECT_BINARY_DIR}/googletest\" EXCLUDE_FROM_ALL)\n"
     "    endblock()\n"
     "endif()\n")
