@@ -2,110 +2,27 @@
 
 #include "text/text.h"
 
-#ifdef _WIN32
-#define WIN32_LEAN_AND_MEAN
-#include <winsock2.h>
-#else
-#include <netinet/in.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <unistd.h>
-#endif
-
-#include <algorithm>
-#include <array>
-#include <cstdint>
-#include <stdexcept>
 #include <utility>
+
+#include <boost/asio.hpp>
+
+#include <array>
 
 namespace kiv::test {
 
-namespace {
-
-// The few calls in which the systems differ.
-#ifdef _WIN32
-using SocketHandle = SOCKET;
-using ByteCount = int;
-constexpr int kQuietly = 0;
-
-void BeginSockets()
-{
-    static const bool begun = [] {
-        WSADATA data{};
-        return ::WSAStartup(MAKEWORD(2, 2), &data) == 0;
-    }();
-    if (!begun)
-        throw std::runtime_error("there are no sockets");
-}
-
-bool IsOpen(SocketHandle handle)
-{
-    return handle != INVALID_SOCKET;
-}
-
-void CloseSocket(SocketHandle handle)
-{
-    ::closesocket(handle);
-}
-
-int WaitToRead(pollfd& waiting, int milliseconds)
-{
-    return ::WSAPoll(&waiting, 1, milliseconds);
-}
-#else
-using SocketHandle = int;
-using ByteCount = std::size_t;
-constexpr int kQuietly = MSG_NOSIGNAL;
-
-void BeginSockets() {}
-
-bool IsOpen(SocketHandle handle)
-{
-    return handle >= 0;
-}
-
-void CloseSocket(SocketHandle handle)
-{
-    ::close(handle);
-}
-
-int WaitToRead(pollfd& waiting, int milliseconds)
-{
-    return ::poll(&waiting, 1, milliseconds);
-}
-#endif
-
-} // namespace
+namespace net = boost::asio;
 
 class RawClient::Socket {
   public:
     explicit Socket(int port)
     {
-        BeginSockets();
-        handle_ = ::socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<std::uint16_t>(port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        const auto* const any = reinterpret_cast<const sockaddr*>(&address);
-        if (!IsOpen(handle_) || ::connect(handle_, any, sizeof address) != 0) {
-            Close();
-            throw std::runtime_error("nobody answers at port " + Decimal(port));
-        }
+        socket_.connect({net::ip::address_v4::loopback(), static_cast<std::uint16_t>(port)});
     }
-    Socket(const Socket&) = delete;
-    Socket& operator=(const Socket&) = delete;
-    ~Socket() { Close(); }
 
     void Say(std::string_view bytes)
     {
-        while (!bytes.empty()) {
-            const auto said =
-                ::send(handle_, bytes.data(), static_cast<ByteCount>(bytes.size()), kQuietly);
-            if (said <= 0)
-                return; // the server may refuse before it has heard everything
-            bytes.remove_prefix(static_cast<std::size_t>(said));
-        }
+        boost::system::error_code gone; // the server may refuse before it has heard everything
+        net::write(socket_, net::buffer(bytes.data(), bytes.size()), gone);
     }
 
     /// Nothing when the time is over, "" at the end.
@@ -115,52 +32,42 @@ class RawClient::Socket {
         const auto end = std::chrono::steady_clock::now() + time;
         is_left = false;
         while (!is_left && (text.empty() || !Contains(heard, text))) {
-            const auto left = std::chrono::ceil<std::chrono::milliseconds>(
-                end - std::chrono::steady_clock::now());
-            if (left.count() <= 0)
+            const auto left = end - std::chrono::steady_clock::now();
+            if (left <= std::chrono::seconds(0))
                 break;
-            pollfd waiting{};
-            waiting.fd = handle_;
-            waiting.events = POLLIN;
-            if (WaitToRead(waiting, static_cast<int>(left.count())) <= 0)
-                continue;
-            const std::string part = Part(kPart);
-            is_left = part.empty();
-            heard += part;
+            heard += HearPart(left, is_left);
         }
         return heard;
     }
 
     std::string Take(std::size_t count)
     {
-        std::string bytes;
-        while (bytes.size() < count) {
-            const std::string part = Part(std::min(kPart, count - bytes.size()));
-            if (part.empty())
-                break;
-            bytes += part;
-        }
+        std::string bytes(count, '\0');
+        boost::system::error_code gone;
+        bytes.resize(net::read(socket_, net::buffer(bytes), gone));
         return bytes;
     }
 
   private:
-    static constexpr std::size_t kPart = 4096;
-
-    /// What comes next, at most so much; "" at the end.
-    std::string Part(std::size_t count)
+    std::string HearPart(std::chrono::steady_clock::duration time, bool& is_left)
     {
-        std::array<char, kPart> bytes{};
-        const auto heard = ::recv(handle_, bytes.data(), static_cast<ByteCount>(count), 0);
-        return {bytes.data(), heard > 0 ? static_cast<std::size_t>(heard) : 0};
+        std::array<char, 4096> bytes{};
+        std::size_t count = 0;
+        socket_.async_read_some(net::buffer(bytes),
+                                [&](const boost::system::error_code& error, std::size_t size) {
+                                    count = size;
+                                    is_left = error && error != net::error::operation_aborted;
+                                });
+        context_.restart();
+        if (context_.run_for(time) == 0) {
+            socket_.cancel();
+            context_.run();
+        }
+        return {bytes.data(), count};
     }
 
-    void Close()
-    {
-        if (IsOpen(handle_))
-            CloseSocket(handle_);
-    }
-
-    SocketHandle handle_{};
+    net::io_context context_;
+    net::ip::tcp::socket socket_{context_};
 };
 
 RawClient::RawClient(int port) : socket_(std::make_unique<Socket>(port)) {}
