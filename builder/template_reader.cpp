@@ -14,7 +14,7 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kIncludePrefixes[] = {"ASP:", "HTM:", "DIR1:"};
+constexpr std::string_view kTemplateIncludePrefixes[] = {"ASP:", "HTM:", "DIR1:"};
 
 SourceLine FirstLine(SourceFile& source)
 {
@@ -120,7 +120,7 @@ void TemplateReader::TakeLineOf(const SourceFile& source, SourceLine line)
 {
     if (line.text.starts_with(';'))
         return source.TellUnused(line.line, "a comment: it begins with \";\"");
-    if (const std::string_view prefix = TakeIncludePrefix(line.text, kIncludePrefixes, "+");
+    if (const std::string_view prefix = TakeIncludePrefix(line.text, kTemplateIncludePrefixes, "+");
         !prefix.empty())
         prefix_ = prefix;
     if (line.text.starts_with('+')) {

@@ -29,7 +29,7 @@ std::string FolderOfCall(NativePaths& paths, const std::string& native)
 }
 
 /// "same bytes              shared    about.html", and why it is not shared.
-std::string PageLine(const AdoptedPage& page)
+std::string AdoptedPageLine(const AdoptedPage& page)
 {
     const auto padded = [](std::string text, std::size_t width) {
         text.resize(std::max(width, text.size() + 2), ' ');
@@ -82,7 +82,7 @@ void RunAdopt(CallDesk& desk, const GivenValues& given)
     const Adoption& adoption = *desk.report.adoption;
     std::string text = Summary(adoption);
     for (const AdoptedPage& page : adoption.pages)
-        text += PageLine(page);
+        text += AdoptedPageLine(page);
     const std::string seen = SeenFrom(shell, NativeOrDrive(paths, target));
     if (!adoption.sections.empty()) // there is a list
         Append(text, {"Next:\n  kiv-cli ", adoption.sections.size() > 1 ? "group " : "build ",

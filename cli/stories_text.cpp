@@ -24,7 +24,7 @@ constexpr std::size_t kMostSource = 30;     // characters of a place, beside a l
 
 constexpr const char* kMark = "\x1b[1;32m";
 constexpr const char* kName = "\x1b[1m";
-constexpr const char* kPlain = "\x1b[0m";
+constexpr const char* kAsBefore = "\x1b[0m";
 
 /// "_html.txt:12", "_html.txt:12-18".
 std::string PlaceText(const ToldPlace& place)
@@ -98,7 +98,7 @@ class StoryPrinter {
                    bool is_own) const;
     std::string Name(const std::string& text) const
     {
-        return view_.colour ? kName + ShownText(text) + kPlain : ShownText(text);
+        return view_.colour ? kName + ShownText(text) + kAsBefore : ShownText(text);
     }
 
     std::ostream& out_;
@@ -221,7 +221,7 @@ void StoryPrinter::PrintLine(std::string_view line, std::size_t from, std::size_
     const std::string_view part = line.substr(from, to - from);
     out_ << "    " << ShownText(head);
     if (view_.colour && !part.empty())
-        out_ << kMark << ShownText(part) << kPlain;
+        out_ << kMark << ShownText(part) << kAsBefore;
     else
         out_ << ShownText(part);
     out_ << ShownText(line.substr(to)) << '\n';

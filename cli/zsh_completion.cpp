@@ -28,19 +28,19 @@ _kiv-cli()
     local -a global=(
 )";
 
-constexpr std::string_view kCommands = R"(    )
+constexpr std::string_view kZshCommands = R"(    )
     _arguments -C $global '1: :_kiv-cli_commands' '*:: :->rest' && return
     [[ $state == rest ]] || return 1
     case $line[1] in
 )";
 
-constexpr std::string_view kTail = R"(    esac
+constexpr std::string_view kZshTail = R"(    esac
 }
 _kiv-cli "$@"
 )";
 
 /// A word of the shell, whatever is in `text`.
-std::string Quoted(std::string_view text)
+std::string ZshQuoted(std::string_view text)
 {
     std::string word = "'";
     for (const char c : text)
@@ -89,7 +89,7 @@ std::string OptionLines(std::string_view indent, std::span<const OptionRow> opti
         spec.append("[").append(Plain(row.about)).append("]");
         if (row.takes != Takes::nothing)
             spec += ValuePart(row.value, row);
-        lines.append(indent).append(Quoted(spec)).append(end);
+        lines.append(indent).append(ZshQuoted(spec)).append(end);
     }
     return lines;
 }
@@ -102,7 +102,7 @@ std::string CommandCase(const CallRow& call)
     int place = 0;
     for (const OptionRow& argument : call.arguments)
         lines.append(" \\\n                ")
-            .append(Quoted(std::to_string(++place) + ":" + ValuePart(argument.name, argument)));
+            .append(ZshQuoted(std::to_string(++place) + ":" + ValuePart(argument.name, argument)));
     return lines + " ;;\n";
 }
 
@@ -113,12 +113,14 @@ std::string ZshCompletion()
     std::string script(kZshHead);
     for (const CallRow& call : Calls())
         script.append("        ")
-            .append(Quoted(std::string(call.name) + ":" + Plain(call.about)))
+            .append(ZshQuoted(std::string(call.name) + ":" + Plain(call.about)))
             .append("\n");
-    script.append(kGlobal).append(OptionLines("        ", GlobalOptions(), "\n")).append(kCommands);
+    script.append(kGlobal)
+        .append(OptionLines("        ", GlobalOptions(), "\n"))
+        .append(kZshCommands);
     for (const CallRow& call : Calls())
         script += CommandCase(call);
-    return script.append(kTail);
+    return script.append(kZshTail);
 }
 
 } // namespace kiv

@@ -36,7 +36,7 @@ struct NewsEntryLine {
     std::string NewsItem::*value;
 };
 
-constexpr std::array<NewsEntryLine, 7> kLines = {{
+constexpr std::array<NewsEntryLine, 7> kEntryLines = {{
     {{"Text1", "Name of .txt file:",
       "The article's file name without extension: a publication's code and the date as mmddyy, "
       "then perhaps a letter"},
@@ -58,11 +58,11 @@ constexpr ControlWords kSingleSpaced = {"Check1", "Text is single spaced",
                                         "Every line of the article is a paragraph"};
 constexpr ControlWords kAsIs = {"Check2", "Text as is",
                                 "Leave the article as it is instead of making it HTML"};
-constexpr ControlWords kDoIt = {"Command1", "Do It!",
-                                "Write the article and put it into the site's page list"};
+constexpr ControlWords kMakeNews = {"Command1", "Do It!",
+                                    "Write the article and put it into the site's page list"};
 constexpr ControlWords kAbort = {"Command2", "Abort", "Close this window and write nothing"};
-constexpr ControlWords kClear = {"Command3", "Clear",
-                                 "Empty all fields and boxes; the website stays chosen"};
+constexpr ControlWords kClearNews = {"Command3", "Clear",
+                                     "Empty all fields and boxes; the website stays chosen"};
 constexpr ControlWords kGrab = {
     "Command4", "Grab source",
     "Fill the fields from a source string or news line in the clipboard"};
@@ -124,8 +124,8 @@ QLayout* NewsWindow::MakeHeader()
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     for (std::size_t i = 0; i < kHeaderLines; ++i) {
         lines_[i] = new QLineEdit(this);
-        Describe(*lines_[i], kLines[i].words);
-        QLabel* const label = MakeLabel(kLines[i].words.caption, *lines_[i]);
+        Describe(*lines_[i], kEntryLines[i].words);
+        QLabel* const label = MakeLabel(kEntryLines[i].words.caption, *lines_[i]);
         if (i != kFileNameLine) {
             form->addRow(label, lines_[i]);
             continue;
@@ -171,8 +171,8 @@ QLayout* NewsWindow::MakeArticle()
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     column->addLayout(form);
     lines_.back() = new QLineEdit(this);
-    Describe(*lines_.back(), kLines.back().words);
-    form->addRow(MakeLabel(kLines.back().words.caption, *lines_.back()), lines_.back());
+    Describe(*lines_.back(), kEntryLines.back().words);
+    form->addRow(MakeLabel(kEntryLines.back().words.caption, *lines_.back()), lines_.back());
 
     text_ = new QPlainTextEdit(this);
     Describe(*text_, kArticle);
@@ -195,8 +195,8 @@ QLayout* NewsWindow::MakeButtons()
     auto* const row = new QHBoxLayout;
     auto* const grab = MakeShyButton(kGrab, this);
     auto* const show_source = MakeShyButton(kShowSource, this);
-    auto* const clear = MakeShyButton(kClear, this);
-    auto* const do_it = MakeShyButton(kDoIt, this);
+    auto* const clear = MakeShyButton(kClearNews, this);
+    auto* const do_it = MakeShyButton(kMakeNews, this);
     auto* const abort = MakeShyButton(kAbort, this);
     row->addWidget(grab);
     row->addWidget(show_source);
@@ -261,8 +261,8 @@ std::size_t NewsWindow::ChosenSite() const
 NewsItem NewsWindow::Item() const
 {
     NewsItem item;
-    for (std::size_t i = 0; i < kLines.size(); ++i)
-        item.*kLines[i].value = LineText(*lines_[i]);
+    for (std::size_t i = 0; i < kEntryLines.size(); ++i)
+        item.*kEntryLines[i].value = LineText(*lines_[i]);
     item.site = ChosenSite();
     item.text = FieldText(*text_);
     item.single_spaced = single_spaced_->isChecked();
@@ -273,9 +273,9 @@ NewsItem NewsWindow::Item() const
 void NewsWindow::ShowItem(const NewsItem& item)
 {
     const QSignalBlocker blocker(lines_[kFileNameLine]); // nobody is typing
-    for (std::size_t i = 0; i < kLines.size(); ++i)
-        if (item.*kLines[i].value != LineText(*lines_[i]))
-            SetLineText(*lines_[i], item.*kLines[i].value);
+    for (std::size_t i = 0; i < kEntryLines.size(); ++i)
+        if (item.*kEntryLines[i].value != LineText(*lines_[i]))
+            SetLineText(*lines_[i], item.*kEntryLines[i].value);
     if (item.text != FieldText(*text_))
         SetFieldText(*text_, item.text);
     single_spaced_->setChecked(item.single_spaced);

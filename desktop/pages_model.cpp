@@ -67,7 +67,7 @@ QString TipOf(const SitePage& page)
                  (fate.empty() ? "Not built since kiv was started" : fate));
 }
 
-QVariant AlignmentOf(int column)
+QVariant ColumnAlignment(int column)
 {
     const bool is_number = column == PagesModel::kNumber || column == PagesModel::kWarnings;
     return QVariant((is_number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
@@ -163,7 +163,7 @@ QVariant PagesModel::data(const QModelIndex& index, int role) const
     if (!index.isValid())
         return {};
     if (role == Qt::TextAlignmentRole)
-        return AlignmentOf(index.column());
+        return ColumnAlignment(index.column());
     return IsSection(index) ? SectionData(*SectionAt(index), index, role) : PageData(index, role);
 }
 
@@ -225,7 +225,7 @@ QVariant PagesModel::SectionData(const SiteSection& section, const QModelIndex& 
 QVariant PagesModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
-        return AlignmentOf(section);
+        return ColumnAlignment(section);
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     static const QString kNames[kColumns] = {u"No."_s, u"File"_s, u"Title"_s, u"Last build"_s,

@@ -16,7 +16,7 @@ namespace kiv {
 namespace {
 
 constexpr int kPathColumns = 42; // of a shortened path, and a little
-constexpr ControlWords kPath = {
+constexpr ControlWords kWorkingPath = {
     "Text2", "Current directory:", "The current directory; type another one, Enter goes there"};
 
 /// A path that does not fit shows its end, by which it is known.
@@ -46,10 +46,10 @@ QLabel* MakeNativeLabel(QWidget* parent)
 } // namespace
 
 PathRow::PathRow(Workspace& workspace, QWidget* parent)
-    : QWidget(parent), workspace_(workspace), path_(new PathField(kPath, this)),
+    : QWidget(parent), workspace_(workspace), path_(new PathField(kWorkingPath, this)),
       native_(MakeNativeLabel(this))
 {
-    auto* const label = new QLabel(ToQt(kPath.caption), this);
+    auto* const label = new QLabel(ToQt(kWorkingPath.caption), this);
     label->setObjectName(QStringLiteral("Label1"));
     path_->setAccessibleName(label->text());
     path_->setMinimumWidth(fontMetrics().averageCharWidth() * kPathColumns);

@@ -22,7 +22,8 @@ constexpr int kLookRows = 22;
 
 constexpr ControlWords kLookRename = {"rename", "Rename", "Give the files their new names"};
 constexpr ControlWords kUndo = {"rename", "Undo", "Give the files their old names again"};
-constexpr ControlWords kCancel = {"cancel", "Cancel", "Close this window and rename nothing"};
+constexpr ControlWords kCancelRenames = {"cancel", "Cancel",
+                                         "Close this window and rename nothing"};
 
 } // namespace
 
@@ -35,7 +36,7 @@ RenameLookWindow::RenameLookWindow(CommandDesk& desk, QWidget* parent)
     pairs_->on_return = [this] { Refresh(); };
     rename_ = MakeButton(kLookRename, this);
     rename_->setDefault(true);
-    auto* const cancel = MakeButton(kCancel, this);
+    auto* const cancel = MakeButton(kCancelRenames, this);
     auto* const buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(rename_);

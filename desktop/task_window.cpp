@@ -28,7 +28,7 @@ constexpr int kRowsWithList = 20;
 
 constexpr ControlWords kLines = {"files", "Files", "What is changed or sent"};
 constexpr ControlWords kBrowse = {"browse", "Browse...", "Choose the folder from a list"};
-constexpr ControlWords kCancel = {"cancel", "Cancel", "Close this window and change nothing"};
+constexpr ControlWords kCancelTask = {"cancel", "Cancel", "Close this window and change nothing"};
 
 const SiteTask& TaskOf(const Command& command)
 {
@@ -73,7 +73,7 @@ TaskWindow::TaskWindow(CommandDesk& desk, QWidget* parent, const Command& comman
     column->addLayout(buttons);
     run_ = MakeButton({"run", task_.button, command.tip}, this);
     run_->setDefault(true);
-    auto* const cancel = MakeButton(kCancel, this);
+    auto* const cancel = MakeButton(kCancelTask, this);
     buttons->addStretch();
     buttons->addWidget(run_);
     buttons->addWidget(cancel);

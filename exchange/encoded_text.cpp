@@ -11,7 +11,7 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kMark = "\xEF\xBB\xBF";
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::array<std::string_view, 4> kFileDirectives = {"@FILE", "@DIR1", "@ASP", "@HTM"};
 
 bool IsAscii(std::string_view text)
@@ -146,9 +146,9 @@ bool NamesFile(std::string_view line, SourceKind kind)
 EncodedText Encoded(std::string_view bytes, Encoding to, SourceKind kind)
 {
     EncodedText text{.bytes = std::string(bytes), .kept_lines = {}, .fault = {}};
-    text.lost_mark = bytes.starts_with(kMark);
+    text.lost_mark = bytes.starts_with(kUtf8Mark);
     if (text.lost_mark)
-        text.bytes.erase(0, kMark.size());
+        text.bytes.erase(0, kUtf8Mark.size());
     Found found = LookAt(text.bytes, kind);
     text.fault = FaultOf(bytes, found, to);
     if (!text.fault.empty()) {

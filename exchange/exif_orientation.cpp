@@ -13,9 +13,11 @@ constexpr std::string_view kExifHead = "Exif\0\0"sv;
 constexpr std::uint32_t kOrientationTag = 0x0112;
 
 /// Numbers of a block of bytes in either order; past its end everything is 0.
-class Numbers {
+class BlockNumbers {
   public:
-    Numbers(std::string_view bytes, bool high_first) : bytes_(bytes), high_first_(high_first) {}
+    BlockNumbers(std::string_view bytes, bool high_first) : bytes_(bytes), high_first_(high_first)
+    {
+    }
 
     std::uint32_t At(std::size_t at, std::size_t count) const
     {
@@ -39,7 +41,7 @@ int OrientationIn(std::string_view tiff)
 {
     if (!tiff.starts_with("MM") && !tiff.starts_with("II"))
         return 1;
-    const Numbers numbers(tiff, tiff.starts_with("MM"));
+    const BlockNumbers numbers(tiff, tiff.starts_with("MM"));
     const std::size_t directory = numbers.At(4, 4);
     if (directory >= tiff.size())
         return 1;
@@ -62,7 +64,7 @@ int ExifOrientation(std::string_view jpeg)
 {
     if (!jpeg.starts_with("\xFF\xD8"))
         return 1;
-    const Numbers numbers(jpeg, true);
+    const BlockNumbers numbers(jpeg, true);
     for (std::size_t at = 2; at + 4 <= jpeg.size() && numbers.At(at, 1) == 0xFF;) {
         const std::uint32_t marker = numbers.At(at + 1, 1);
         if (marker == 0xFF) { // filled up before a marker

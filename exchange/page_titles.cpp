@@ -10,7 +10,7 @@ namespace {
 
 using Titles = std::vector<std::string>;
 
-constexpr std::size_t kSamples = 7;
+constexpr std::size_t kTitleSamples = 7;
 
 /// Whether `part` is one end of `title` and not all of it.
 bool HasEnd(const std::string& title, std::string_view part, bool at_front)
@@ -31,8 +31,9 @@ bool IsCommon(const Titles& titles, std::string_view part, bool at_front)
 std::string CommonEnd(const Titles& titles, bool at_front)
 {
     std::string best;
-    for (std::size_t i = 0; i < kSamples && i < titles.size(); ++i) {
-        const std::string& title = titles[i * titles.size() / std::min(kSamples, titles.size())];
+    for (std::size_t i = 0; i < kTitleSamples && i < titles.size(); ++i) {
+        const std::string& title =
+            titles[i * titles.size() / std::min(kTitleSamples, titles.size())];
         for (std::size_t at = title.find(' '); at != npos; at = title.find(' ', at + 1)) {
             const std::string part = at_front ? title.substr(0, at + 1) : title.substr(at);
             if (part.size() > best.size() && IsCommon(titles, part, at_front))

@@ -66,7 +66,7 @@ std::string EndOf(const BlockTagForm& form)
 }
 
 /// Of a line that goes on behind its block, as many characters as the end tag has are taken out.
-bool Ends(const BlockTagForm& form, std::string_view text)
+bool EndsBlock(const BlockTagForm& form, std::string_view text)
 {
     return std::ranges::any_of(form.ends,
                                [&](std::string_view end) { return text.starts_with(end); }) &&
@@ -174,7 +174,7 @@ class TagReader {
     void LookAtEnd(const Tag& tag, const BlockTagForm* inside)
     {
         const BlockTagForm* const form = open_ != nullptr ? open_ : inside;
-        if (form != nullptr && Ends(*form, tag.text)) {
+        if (form != nullptr && EndsBlock(*form, tag.text)) {
             open_ = form == open_ ? nullptr : open_;
             return;
         }
@@ -182,7 +182,7 @@ class TagReader {
             return Add(Joined({tag.text, " does not end ", form->tag}),
                        Joined({"write ", EndOf(*form)}));
         if (const auto* const broken = std::exchange(broken_, nullptr);
-            broken != nullptr && Ends(*broken, tag.text))
+            broken != nullptr && EndsBlock(*broken, tag.text))
             return; // the build has told why
         const std::string bare = Joined({"<", LowerCase(tag.name), ">"});
         const std::string_view near = Nearest(bare, starts_);

@@ -25,7 +25,8 @@ namespace kiv {
 
 namespace {
 
-[[noreturn]] void Refuse(std::string_view path, std::string_view reason, std::string what_to_do)
+[[noreturn]] void RefusePicture(std::string_view path, std::string_view reason,
+                                std::string what_to_do)
 {
     RunError error(ErrorKind::picture, Joined({"cannot read the size of ", path, ": ", reason}), {},
                    std::move(what_to_do));
@@ -38,7 +39,7 @@ PictureHeader ReadHeader(FileReader& files, std::string_view path)
     try {
         return ReadPictureHeader(files, path);
     } catch (const RunError& error) {
-        Refuse(path, error.text, error.hint);
+        RefusePicture(path, error.text, error.hint);
     }
 }
 
@@ -86,11 +87,11 @@ PictureSize HeaderPictureLoader::Size(std::string_view path)
     const std::string what_to_do =
         "Save the picture anew as a JPEG, GIF, PNG or BMP file, or move it out of the folder.";
     if (header.kind.empty())
-        Refuse(path, "it is not a JPEG, GIF, PNG or BMP picture", what_to_do);
-    Refuse(path,
-           "it looks like " + header.kind +
-               (header.kind.starts_with("a ") ? ", but says no size" : ""),
-           what_to_do);
+        RefusePicture(path, "it is not a JPEG, GIF, PNG or BMP picture", what_to_do);
+    RefusePicture(path,
+                  "it looks like " + header.kind +
+                      (header.kind.starts_with("a ") ? ", but says no size" : ""),
+                  what_to_do);
 }
 
 } // namespace kiv

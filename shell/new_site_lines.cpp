@@ -16,7 +16,7 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kSiteMapMark = "<!--SITEMAPHERE-->";
+constexpr std::string_view kSiteMapPlace = "<!--SITEMAPHERE-->";
 
 /// A line that a template relies on.
 struct Definition {
@@ -61,9 +61,9 @@ void FindMissingGroupLine(Files& files, const NewSitePlan& plan, std::string_vie
 void FindMissingSiteMap(Files& files, const NewSitePlan& plan, BegunSite& site)
 {
     const std::string path = Joined({plan.folder, kPageListFile});
-    if (!plan.wanted.section.empty() && LacksText(files, site, path, kSiteMapMark))
+    if (!plan.wanted.section.empty() && LacksText(files, site, path, kSiteMapPlace))
         site.missing_lines.push_back(
-            {path, std::string(kSiteMapMark),
+            {path, std::string(kSiteMapPlace),
              "Build once, then put it where a map of all sections is to stand."});
 }
 
@@ -132,7 +132,7 @@ void FindMissingLines(Files& files, const NewSitePlan& plan, BegunSite& site)
 void FindUnmappedSections(Files& files, const NewSitePlan& plan, BegunSite& site)
 {
     const std::string list = Joined({plan.folder, kPageListFile});
-    if (!site.has_group || !Contains(files.ReadFile(list), kSiteMapMark))
+    if (!site.has_group || !Contains(files.ReadFile(list), kSiteMapPlace))
         return;
     for (const std::string& entry : ReadLines(files, Joined({plan.folder, kGroupFile}))) {
         const std::string folder = AbsolutePath(entry, FolderOf(list));

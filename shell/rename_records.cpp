@@ -79,7 +79,7 @@ struct ReadRecord {
 };
 
 /// None when the bytes are no record.
-std::optional<ReadRecord> ParseRecord(std::string_view bytes)
+std::optional<ReadRecord> ParseRenameRecord(std::string_view bytes)
 {
     ReadRecord record;
     if (Contains(bytes, std::string_view("\0", 1))) // which no name has
@@ -116,7 +116,7 @@ RenameRecord::RenameRecord(Machine& machine, const std::string& records_folder)
     if (!machine.files.FileExists(journal_))
         return;
     // A folder that has moved takes its journal along.
-    std::optional<ReadRecord> record = ParseRecord(machine.files.ReadFile(journal_));
+    std::optional<ReadRecord> record = ParseRenameRecord(machine.files.ReadFile(journal_));
     if (!record)
         throw RunError(ErrorKind::file,
                        Joined({"cannot read ", journal_, kIsNoRecord,
@@ -144,7 +144,7 @@ std::optional<Renames> RenameRecord::Last()
     const std::string path = RecordPath();
     if (!files.FileExists(path))
         return std::nullopt;
-    std::optional<ReadRecord> record = ParseRecord(files.ReadFile(path));
+    std::optional<ReadRecord> record = ParseRenameRecord(files.ReadFile(path));
     const std::string& folder = files.CurrentDirectory();
     if (!record || record->run.is_undoing || record->folder != files.RealFolder(folder))
         throw RunError(ErrorKind::file,

@@ -12,7 +12,7 @@ namespace kiv {
 namespace {
 
 constexpr std::string_view kSentHead = "kiv sent 1\n";
-constexpr std::size_t kKeySize = 16;
+constexpr std::size_t kSentKeySize = 16;
 
 } // namespace
 
@@ -44,8 +44,8 @@ void SentFiles::Read()
     rest.remove_prefix(head_.size());
     while (!rest.empty()) {
         const std::string_view line = TakeLine(rest);
-        if (line.size() > kKeySize + 1)
-            sent_[std::string(line.substr(kKeySize + 1))] = line.substr(0, kKeySize);
+        if (line.size() > kSentKeySize + 1)
+            sent_[std::string(line.substr(kSentKeySize + 1))] = line.substr(0, kSentKeySize);
     }
 }
 

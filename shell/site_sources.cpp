@@ -19,9 +19,9 @@ namespace kiv {
 
 namespace {
 
-class Collector {
+class SourceCollector {
   public:
-    explicit Collector(Files& files) : files_(files) {}
+    explicit SourceCollector(Files& files) : files_(files) {}
 
     void AddFolder(const SiteView& view)
     {
@@ -108,7 +108,7 @@ SiteSources SourcesOf(Workspace& workspace)
 {
     BuiltSections sections(workspace);
     sections.BuildAll();
-    Collector collector(workspace.machine().files);
+    SourceCollector collector(workspace.machine().files);
     for (const SiteView& view : sections.Views())
         collector.AddFolder(view);
     for (const SiteView& view : sections.Views())
