@@ -6,6 +6,7 @@
 #include "inspect/finding_table.h"
 #include "inspect/findings.h"
 #include "inspect/page_links.h"
+#include "inspect/word_slips.h"
 #include "platform/drive_path.h"
 #include "text/joined_text.h"
 #include "text/nearest.h"
@@ -57,12 +58,6 @@ namespace {
 bool IsDigit(char c)
 {
     return c >= '0' && c <= '9';
-}
-
-bool IsWordCharacter(char c)
-{
-    const char upper = AsciiUpper(c);
-    return (upper >= 'A' && upper <= 'Z') || IsDigit(c) || c == '_';
 }
 
 /// How long the use of a macro, reference or variable is that begins here; 0: none does.

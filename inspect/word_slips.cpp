@@ -51,14 +51,14 @@ bool IsUpperCase(std::string_view word)
     return std::ranges::none_of(word, [](char c) { return c != AsciiUpper(c); });
 }
 
-bool IsCodeCharacter(char c)
+bool IsWordCharacter(char c)
 {
     return (AsciiUpper(c) >= 'A' && AsciiUpper(c) <= 'Z') || (c >= '0' && c <= '9') || c == '_';
 }
 
 std::string_view HeadWord(std::string_view text)
 {
-    const auto end = std::ranges::find_if_not(text, IsCodeCharacter);
+    const auto end = std::ranges::find_if_not(text, IsWordCharacter);
     return text.substr(0, static_cast<std::size_t>(end - text.begin()));
 }
 
