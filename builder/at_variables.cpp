@@ -406,7 +406,7 @@ bool PutFixed(std::string& line, const VariableSlots& slots)
         ReplaceEach(line, mark.View(), slots[digit]);
     }
     ReplaceEachNoCase(line, kAtVariables[kStyleRow].name, kStyleTag);
-    return (ScanLine(line) & ~(kAt | kMeta)) == 0;
+    return (ScanLine(line) & kMerged & ~(kAt | kMeta)) == 0;
 }
 
 } // namespace
@@ -415,7 +415,7 @@ CutLine::CutLine(std::string_view line, const BuildState& state)
 {
     constexpr Triggers kTaken = kAt | kAtNumber | kStyle | kMeta;
     std::string text(line);
-    const bool is_cut = (ScanLine(line) & ~kTaken) == 0 &&
+    const bool is_cut = (ScanLine(line) & kMerged & ~kTaken) == 0 &&
                         PutFixed(text, state.NumberedVariables[Family::at]) && Cut(text);
     if (!is_cut)
         *this = CutLine();

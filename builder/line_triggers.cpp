@@ -1,21 +1,15 @@
 #include "builder/line_triggers.h"
 
+#include "builder/mark_search.h"
 #include "text/text.h"
 
 #include <array>
 #include <bit>
 #include <cstddef>
 
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
-
 namespace kiv {
 
 namespace {
-
-/// The characters that a trigger can begin with.
-constexpr std::string_view kFirst = "!$?@%<{}";
 
 /// `rest` begins with "<".
 Triggers TagTrigger(std::string_view rest)
@@ -62,89 +56,50 @@ Triggers HeadTrigger(std::string_view rest)
     }
 }
 
-Triggers StartTriggers(std::string_view line)
+/// The characters that a line can begin with when its beginning is a trigger.
+constexpr std::string_view kStarts = "=@AaHhDd[]<!;+";
+
+constexpr std::array<bool, 256> kIsStart = [] {
+    std::array<bool, 256> is_start{};
+    for (const char c : kStarts)
+        is_start[static_cast<unsigned char>(c)] = true;
+    return is_start;
+}();
+
+/// `line` begins with one of `kStarts`.
+Triggers TriggerOfStart(std::string_view line)
 {
-    Triggers triggers = 0;
     switch (line[0]) {
     case '=':
-        if (line.size() >= 3 && line[2] == '=')
-            triggers |= kPosition;
-        break;
+        return line.size() >= 3 && line[2] == '=' ? kPosition : 0U;
     case '@':
-        triggers |= kDirective;
-        break;
+        return kDirective;
     case 'A':
     case 'a':
+        return StartsWithNoCase(line, "ASP:") ? kPrefix : 0U;
     case 'H':
     case 'h':
-        if (StartsWithNoCase(line, "ASP:") || StartsWithNoCase(line, "HTM:"))
-            triggers |= kPrefix;
-        break;
+        return StartsWithNoCase(line, "HTM:") ? kPrefix : 0U;
     case 'D':
     case 'd':
-        if (StartsWithNoCase(line, "DIR1:"))
-            triggers |= kPrefix;
-        break;
+        return StartsWithNoCase(line, "DIR1:") ? kPrefix : 0U;
     case '[':
-        if (line.starts_with("[["))
-            triggers |= kWrapper;
-        break;
+        return line.starts_with("[[") ? kWrapper : 0U;
     case ']':
-        if (line == "]]")
-            triggers |= kWrapEnd;
-        break;
+        return line == "]]" ? kWrapEnd : 0U;
     case '<':
-        if (line.size() > 3 && line[1] == '!' && line.starts_with("<!--"))
-            triggers |= kMarker;
-        break;
+        return line.size() > 3 && line[1] == '!' && line.starts_with("<!--") ? kMarker : 0U;
     case '!':
-        if (line.starts_with("!++"))
-            triggers |= kFileText;
-        break;
+        return line.starts_with("!++") ? kFileText : 0U;
     default:
-        break;
+        return kListSign;
     }
-    return triggers;
 }
 
-constexpr std::size_t kBlock = 16;
-constexpr std::size_t kStretch = 64; // as many as a set of marks has room for
-
-/// The bytes of a block that are one of some characters, a bit a byte, the first byte's the lowest.
-#ifdef __SSE2__
-unsigned FindIn(const char* block, std::string_view characters)
+/// Few lines begin so that more than their first character has to be looked at.
+Triggers StartTriggers(std::string_view line)
 {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block));
-    __m128i found = _mm_setzero_si128();
-    for (const char c : characters)
-        found = _mm_or_si128(found, _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)));
-    return static_cast<unsigned>(_mm_movemask_epi8(found));
-}
-#else
-unsigned FindIn(const char* block, std::string_view characters)
-{
-    unsigned found = 0;
-    for (std::size_t i = 0; i < kBlock; ++i)
-        for (const char c : characters)
-            found |= static_cast<unsigned>(block[i] == c) << i;
-    return found;
-}
-#endif
-
-unsigned FirstsIn(const char* block)
-{
-    return FindIn(block, kFirst);
-}
-
-/// The same for a stretch, and the ends of lines besides.
-std::uint64_t MarksIn(const char* stretch)
-{
-    constexpr std::string_view kMarks = "!$?@%<{}\n";
-    static_assert(kMarks.substr(0, kFirst.size()) == kFirst);
-    std::uint64_t marks = 0;
-    for (std::size_t block = 0; block < kStretch; block += kBlock)
-        marks |= std::uint64_t{FindIn(stretch + block, kMarks)} << block;
-    return marks;
+    return kIsStart[static_cast<unsigned char>(line[0])] ? TriggerOfStart(line) : 0U;
 }
 
 } // namespace
@@ -161,16 +116,16 @@ Triggers ScanLine(std::string_view line)
     };
     std::size_t from = 0;
     for (; from + kBlock <= line.size(); from += kBlock)
-        add_block(from, FirstsIn(line.data() + from));
+        add_block(from, MarksInBlock(line.data() + from));
     if (from == line.size())
         return triggers;
     if (from != 0) { // the last block once more, up to the line's end
         from = line.size() - kBlock;
-        add_block(from, FirstsIn(line.data() + from));
+        add_block(from, MarksInBlock(line.data() + from));
     } else {
         std::array<char, kBlock> rest{};
         line.copy(rest.data(), kBlock);
-        add_block(0, FirstsIn(rest.data()));
+        add_block(0, MarksInBlock(rest.data()));
     }
     return triggers;
 }
@@ -219,10 +174,10 @@ std::string_view LineScanner::Ended(std::size_t end, Triggers found, Triggers& t
 std::uint64_t LineScanner::MarksAt(std::size_t from) const
 {
     if (from + kStretch <= text_.size())
-        return MarksIn(text_.data() + from);
+        return MarksInStretch(text_.data() + from);
     std::array<char, kStretch> last{};
     text_.copy(last.data(), kStretch, from);
-    return MarksIn(last.data());
+    return MarksInStretch(last.data());
 }
 
 } // namespace kiv

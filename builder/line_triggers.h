@@ -29,6 +29,7 @@ enum Trigger : std::uint32_t {
     kFileText = 1U << 14,  // begins with "!++" (body lines)
     kBlockTag = 1U << 17,  // holds "<zu" (the page list alone)
     kEndBehind = 1U << 18, // CR LF stands right behind it in its source
+    kListSign = 1U << 19,  // begins with ";" or "+" (the page list and what it includes)
     kTemplateOnly = kMeta | kPosition,
     kBodyOnly = kFileText,
     kMerged = kBlockTag - 1, // all but what is done with when lines have been read
