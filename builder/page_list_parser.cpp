@@ -6,7 +6,9 @@
 #include "platform/drive_path.h"
 #include "text/text.h"
 
+#include <algorithm>
 #include <array>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -23,6 +25,12 @@ constexpr std::string_view kDir1 = "@DIR1 =";
 constexpr std::string_view kAsp = "@ASP =";
 constexpr std::string_view kHtm = "@HTM =";
 
+/// Few lines have a "=" where a definition has it.
+bool MayDefine(std::string_view line)
+{
+    return line.size() > 4 && line[4] == '=';
+}
+
 class PageListParser {
   public:
     explicit PageListParser(Build& build)
@@ -33,6 +41,9 @@ class PageListParser {
     void Parse();
 
   private:
+    std::span<const SourceLine> PlainLines() const;
+    void TakePlainLines(std::span<const SourceLine> lines);
+    bool TakeLine();
     bool TakeDefinition(SourceLine& line);
     bool TakeRootOrPage(SourceLine& line);
     void TakeDirective(SourceLine& line);
@@ -54,25 +65,60 @@ class PageListParser {
 
 void PageListParser::Parse()
 {
-    for (; source_line_ <= state_.SourceLineCount; ++source_line_) {
-        SourceLine line = std::as_const(state_.SourceLines)[source_line_];
-        state_.place = {line.file, line.line, {}};
-        ++line_number_;
-        if (!TakeDefinition(line) && !TakeRootOrPage(line))
+    while (source_line_ <= state_.SourceLineCount) {
+        if (const auto plain = PlainLines(); !plain.empty())
+            TakePlainLines(plain);
+        else if (!TakeLine())
             return TellNotParsed();
-        TakeDirective(line);
-        // The format also bounds the pages here, by 5000; the page table's own bound is reached
-        // before that.
-        lines_->Set(line_number_, line);
     }
     CloseList();
+}
+
+/// The lines from the present one on that define and direct nothing, as far as the page has room.
+std::span<const SourceLine> PageListParser::PlainLines() const
+{
+    const int room = std::max(kMaxPageLines - line_number_, 0);
+    const int last = std::min(state_.SourceLineCount, source_line_ + room - 1);
+    const auto lines = std::as_const(state_.SourceLines).Row(source_line_, last);
+    const auto is_plain = [](const SourceLine& line) {
+        return (line.triggers & kDirective) == 0 && !MayDefine(line.text);
+    };
+    std::size_t count = 0;
+    while (count < lines.size() && is_plain(lines[count]))
+        ++count;
+    return lines.first(count);
+}
+
+void PageListParser::TakePlainLines(std::span<const SourceLine> lines)
+{
+    lines_->SetRow(line_number_ + 1, lines);
+    const int count = static_cast<int>(lines.size());
+    line_number_ += count;
+    source_line_ += count;
+    state_.place = {lines.back().file, lines.back().line, {}};
+}
+
+/// Returns false when the parse ends here.
+bool PageListParser::TakeLine()
+{
+    SourceLine line = std::as_const(state_.SourceLines)[source_line_];
+    state_.place = {line.file, line.line, {}};
+    ++line_number_;
+    if (!TakeDefinition(line) && !TakeRootOrPage(line))
+        return false;
+    TakeDirective(line);
+    // The format also bounds the pages here, by 5000; the page table's own bound is reached
+    // before that.
+    lines_->Set(line_number_, line);
+    ++source_line_;
+    return true;
 }
 
 /// A line such as "@@03= text" defines a numbered variable. It stays in the page text.
 bool PageListParser::TakeDefinition(SourceLine& line)
 {
     const std::string_view text = line.text;
-    if (text.size() < 5 || text[4] != '=')
+    if (!MayDefine(text))
         return false;
     for (std::size_t family = 0; family < kFamilyMark.size(); ++family)
         if (text.starts_with(kFamilyMark[family])) {
@@ -177,14 +223,12 @@ void PageListParser::StartPage(SourceLine& line)
 /// How many source lines there are from the present one up to the next page's first.
 std::size_t PageListParser::LinesOfPage() const
 {
-    const auto starts_page = [](std::string_view line) {
-        return line.starts_with('@') && StartsWithNoCase(line, kPageStart);
+    const auto starts_page = [](const SourceLine& line) {
+        return (line.triggers & kDirective) != 0 && StartsWithNoCase(line.text, kPageStart);
     };
-    const auto& lines = std::as_const(state_.SourceLines);
-    int end = source_line_ + 1;
-    while (end <= state_.SourceLineCount && !starts_page(lines[end].text))
-        ++end;
-    return static_cast<std::size_t>(end - source_line_);
+    const auto lines = std::as_const(state_.SourceLines).Row(source_line_, state_.SourceLineCount);
+    const auto next = std::find_if(lines.begin() + 1, lines.end(), starts_page);
+    return static_cast<std::size_t>(next - lines.begin());
 }
 
 /// For the trace: what stands before the first page reaches none.

@@ -26,6 +26,9 @@ constexpr std::string_view kIncludePrefixes[] = {"ASP:", "HTM:"};
 constexpr std::string_view kComment = "a comment: it begins with \";\"";
 constexpr std::string_view kStopped = "between @@stop and @@start";
 
+/// What a line holds that is to be kept as it is has none of these.
+constexpr Triggers kTakenHere = kDirective | kListSign | kPrefix | kBlockTag;
+
 /// It begins with "@", which few lines do.
 bool IsStop(std::string_view line)
 {
@@ -55,6 +58,7 @@ class PageListReader {
     void Read(SourceFile& list);
 
   private:
+    void Keep(const SourceLine& line);
     bool TakeLineOf(SourceFile& list, SourceLine line);
     bool Include(const SourceFile& list, std::string_view name);
     void TakeYearEndOf(SourceFile& list, SourceLine& line);
@@ -76,9 +80,18 @@ class PageListReader {
 void PageListReader::Read(SourceFile& list)
 {
     state_.SourceLines.Reserve(kMaxSourceLines + 1); // untouched room costs nothing
-    while (!list.AtEnd())
-        if (!TakeLineOf(list, list.NextLine()))
+    while (!list.AtEnd()) {
+        const SourceLine line = list.NextLine();
+        if ((line.triggers & kTakenHere) == 0)
+            Keep(line);
+        else if (!TakeLineOf(list, line))
             return list.TellRest(kReadEnded);
+    }
+}
+
+void PageListReader::Keep(const SourceLine& line)
+{
+    state_.SourceLines.Set(++state_.SourceLineCount, line);
 }
 
 /// Returns false when the read ends here.
@@ -130,11 +143,15 @@ bool PageListReader::Include(const SourceFile& list, std::string_view name)
         return false;
     }
     list.TellUnused(line, Joined({"the lines of ", name, " stand in its place"}));
-    while (!source.AtEnd())
-        if (!TakeIncludedLine(source, source.NextLine())) {
+    while (!source.AtEnd()) {
+        const SourceLine next = source.NextLine();
+        if ((next.triggers & kTakenHere) == 0 && prefix_.empty()) {
+            Keep(next);
+        } else if (!TakeIncludedLine(source, next)) {
             source.TellRest(kReadEnded);
             return false;
         }
+    }
     return true;
 }
 

@@ -10,6 +10,11 @@
 
 namespace kiv {
 
+SourceFile::SourceFile(Build& build)
+    : build_(build), place_(build.state.place), is_traced_(build.tracer != nullptr)
+{
+}
+
 bool SourceFile::Open(std::string_view path)
 {
     Files& files = build_.machine.files;
@@ -42,17 +47,9 @@ void SourceFile::RefuseClosed() const
                    what_to_do_);
 }
 
-SourceLine SourceFile::NextLine()
+void SourceFile::RefuseEnd() const
 {
-    if (AtEnd())
-        throw RunError(ErrorKind::end_of_file, "read past the end of " + std::string(name_));
-    if (build_.tracer)
-        starts_.push_back(content_.size() - lines_.Rest().size());
-    Triggers triggers = 0;
-    const std::string_view text = lines_.Next(triggers);
-    ++line_;
-    build_.state.place = {name_, line_, {}};
-    return {text, name_, line_, triggers};
+    throw RunError(ErrorKind::end_of_file, "read past the end of " + std::string(name_));
 }
 
 std::string SourceFile::LinesText(int first, int last) const

@@ -4,6 +4,7 @@
 
 #include "blocks/line_source.h"
 #include "builder/sources.h"
+#include "platform/place.h"
 
 #include <span>
 #include <string>
@@ -18,7 +19,7 @@ struct Build;
 /// A source file open for reading. Each line read becomes the build's place.
 class SourceFile : public LineSource {
   public:
-    explicit SourceFile(Build& build) : build_(build) {}
+    explicit SourceFile(Build& build);
 
     /// Begins with the first line of a file, whose bytes and name are kept by the build. Returns
     /// false, and changes nothing, when there is no such file; throws `file` when reading fails.
@@ -40,7 +41,17 @@ class SourceFile : public LineSource {
         return lines_.AtEnd();
     }
     /// Throws `end-of-file` past the last line, `file` when no file is open.
-    SourceLine NextLine();
+    SourceLine NextLine()
+    {
+        if (AtEnd())
+            RefuseEnd();
+        if (is_traced_) [[unlikely]]
+            starts_.push_back(content_.size() - lines_.Rest().size());
+        Triggers triggers = 0;
+        const std::string_view text = lines_.Next(triggers);
+        place_ = {name_, ++line_, {}};
+        return {text, name_, line_, triggers};
+    }
     std::string_view Next() override { return NextLine().text; }
 
     /// `text` in the place of the line last read.
@@ -62,8 +73,11 @@ class SourceFile : public LineSource {
 
   private:
     [[noreturn]] void RefuseClosed() const;
+    [[noreturn]] void RefuseEnd() const;
 
     Build& build_;
+    Place& place_; // the build's
+    const bool is_traced_;
     std::string_view content_; // of the whole file
     LineScanner lines_;
     std::string_view name_; // absolute drive path

@@ -4,6 +4,7 @@
 #include "platform/run_error.h"
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,24 @@ class FixedTable {
             entries_.push_back(value);
         else
             (*this)[index] = value;
+    }
+
+    /// Writes entries from `index` on. They are not this table's own.
+    void SetRow(int index, std::span<const T> values)
+    {
+        if (!values.empty())
+            Slot(index + static_cast<int>(values.size()) - 1);
+        if (Slot(index) == entries_.size())
+            entries_.insert(entries_.end(), values.begin(), values.end());
+        else
+            for (const T& value : values)
+                Set(index++, value);
+    }
+
+    /// The entries from `first` to `last`, which were written.
+    std::span<const T> Row(int first, int last) const
+    {
+        return std::span(entries_).subspan(Slot(first), static_cast<std::size_t>(last - first + 1));
     }
 
     /// Makes room for `count` entries, so that filling them in order moves nothing about.
