@@ -11,10 +11,24 @@ namespace kiv {
 
 namespace {
 
-/// `rest` begins with "<".
+using CharacterSet = std::array<bool, 256>;
+
+constexpr CharacterSet SetOf(std::string_view characters)
+{
+    CharacterSet set{};
+    for (const char c : characters)
+        set[static_cast<unsigned char>(c)] = true;
+    return set;
+}
+
+constexpr CharacterSet kTagStarts = SetOf("zsSomM");
+
+/// `rest` begins with "<". Most tags are none that count.
 Triggers TagTrigger(std::string_view rest)
 {
-    switch (rest.size() > 1 ? rest[1] : '\0') {
+    if (rest.size() < 2 || !kTagStarts[static_cast<unsigned char>(rest[1])])
+        return 0;
+    switch (rest[1]) {
     case 'z':
         return rest.starts_with("<zu") ? kBlockTag : 0U;
     case 's':
@@ -57,14 +71,7 @@ Triggers HeadTrigger(std::string_view rest)
 }
 
 /// The characters that a line can begin with when its beginning is a trigger.
-constexpr std::string_view kStarts = "=@AaHhDd[]<!;+";
-
-constexpr std::array<bool, 256> kIsStart = [] {
-    std::array<bool, 256> is_start{};
-    for (const char c : kStarts)
-        is_start[static_cast<unsigned char>(c)] = true;
-    return is_start;
-}();
+constexpr CharacterSet kStarts = SetOf("=@AaHhDd[]!;+");
 
 /// `line` begins with one of `kStarts`.
 Triggers TriggerOfStart(std::string_view line)
@@ -87,8 +94,6 @@ Triggers TriggerOfStart(std::string_view line)
         return line.starts_with("[[") ? kWrapper : 0U;
     case ']':
         return line == "]]" ? kWrapEnd : 0U;
-    case '<':
-        return line.size() > 3 && line[1] == '!' && line.starts_with("<!--") ? kMarker : 0U;
     case '!':
         return line.starts_with("!++") ? kFileText : 0U;
     default:
@@ -99,7 +104,9 @@ Triggers TriggerOfStart(std::string_view line)
 /// Few lines begin so that more than their first character has to be looked at.
 Triggers StartTriggers(std::string_view line)
 {
-    return kIsStart[static_cast<unsigned char>(line[0])] ? TriggerOfStart(line) : 0U;
+    if (line[0] == '<')
+        return line.size() > 3 && line[1] == '!' && line.starts_with("<!--") ? kMarker : 0U;
+    return kStarts[static_cast<unsigned char>(line[0])] ? TriggerOfStart(line) : 0U;
 }
 
 } // namespace
@@ -109,24 +116,10 @@ Triggers ScanLine(std::string_view line)
     if (line.empty())
         return 0;
     Triggers triggers = StartTriggers(line);
-    const auto add_block = [&](std::size_t from, unsigned firsts) {
-        for (; firsts != 0; firsts &= firsts - 1)
+    for (std::size_t from = 0; from < line.size(); from += kStretch)
+        for (std::uint64_t marks = MarksFrom(line, from); marks != 0; marks &= marks - 1)
             triggers |=
-                HeadTrigger(line.substr(from + static_cast<std::size_t>(std::countr_zero(firsts))));
-    };
-    std::size_t from = 0;
-    for (; from + kBlock <= line.size(); from += kBlock)
-        add_block(from, MarksInBlock(line.data() + from));
-    if (from == line.size())
-        return triggers;
-    if (from != 0) { // the last block once more, up to the line's end
-        from = line.size() - kBlock;
-        add_block(from, MarksInBlock(line.data() + from));
-    } else {
-        std::array<char, kBlock> rest{};
-        line.copy(rest.data(), kBlock);
-        add_block(0, MarksInBlock(rest.data()));
-    }
+                HeadTrigger(line.substr(from + static_cast<std::size_t>(std::countr_zero(marks))));
     return triggers;
 }
 
@@ -147,7 +140,7 @@ std::string_view LineScanner::Next(Triggers& triggers)
         }
         if (seen_ >= text_.size())
             break;
-        marks = MarksAt(seen_);
+        marks = MarksFrom(text_, seen_);
         seen_ += kStretch;
     }
     marks_ = 0;
@@ -168,16 +161,6 @@ std::string_view LineScanner::Ended(std::size_t end, Triggers found, Triggers& t
     }
     triggers = line.empty() ? found : found | StartTriggers(line);
     return line;
-}
-
-/// The marks of the stretch that begins at `from`, a bit a character.
-std::uint64_t LineScanner::MarksAt(std::size_t from) const
-{
-    if (from + kStretch <= text_.size())
-        return MarksInStretch(text_.data() + from);
-    std::array<char, kStretch> last{};
-    text_.copy(last.data(), kStretch, from);
-    return MarksInStretch(last.data());
 }
 
 } // namespace kiv

@@ -56,7 +56,6 @@ class LineScanner {
     std::string_view Next(Triggers& triggers);
 
   private:
-    std::uint64_t MarksAt(std::size_t from) const;
     std::string_view Ended(std::size_t end, Triggers found, Triggers& triggers);
 
     std::string_view text_;

@@ -12,7 +12,9 @@ namespace kiv {
 namespace {
 
 constexpr std::string_view kMarksAndEnds = "!$?@%<{}\n";
-constexpr std::string_view kMarks = kMarksAndEnds.substr(0, kMarksAndEnds.size() - 1);
+constexpr std::string_view kLateMarks = "@<!{}";
+
+constexpr std::size_t kBlock = 16;
 
 /// The bytes of a block that are one of some characters.
 #ifdef __SSE2__
@@ -95,13 +97,6 @@ const bool kLooksUp = __builtin_cpu_supports("avx2") != 0;
 
 #endif
 
-} // namespace
-
-unsigned MarksInBlock(const char* block)
-{
-    return FindIn(block, kMarks);
-}
-
 std::uint64_t MarksInStretch(const char* stretch)
 {
 #if defined(__SSE2__) && defined(__GNUC__)
@@ -109,6 +104,35 @@ std::uint64_t MarksInStretch(const char* stretch)
         return LookUpStretch(stretch);
 #endif
     return FindInStretch(stretch);
+}
+
+constexpr std::array<bool, 256> kIsLateMark = [] {
+    std::array<bool, 256> is_mark{};
+    for (const char c : kLateMarks)
+        is_mark[static_cast<unsigned char>(c)] = true;
+    return is_mark;
+}();
+
+} // namespace
+
+std::uint64_t MarksFrom(std::string_view text, std::size_t from)
+{
+    if (from + kStretch <= text.size())
+        return MarksInStretch(text.data() + from);
+    std::array<char, kStretch> last{};
+    text.copy(last.data(), kStretch, from);
+    return MarksInStretch(last.data());
+}
+
+bool HoldsLateMark(std::string_view text)
+{
+    constexpr std::size_t kLong = 16; // from here on a look at all at once takes less
+    if (text.size() > kLong && text.size() <= kStretch && MarksFrom(text, 0) == 0)
+        return false;
+    for (const char c : text)
+        if (kIsLateMark[static_cast<unsigned char>(c)])
+            return true;
+    return false;
 }
 
 } // namespace kiv

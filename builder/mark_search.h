@@ -3,18 +3,19 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace kiv {
 
-/// How many characters are looked at in one go.
-inline constexpr std::size_t kBlock = 16;
-inline constexpr std::size_t kStretch = 64; // as many as a set of bits has room for
+/// How many characters are looked at in one go: as many as a set of bits has room for.
+inline constexpr std::size_t kStretch = 64;
 
-/// The characters of a block that a trigger of a line can begin with, a bit a character, the first
-/// one's the lowest. Of `block` kBlock characters are read.
-unsigned MarksInBlock(const char* block);
+/// The characters that a trigger of a line can begin with, and LF, among the kStretch characters of
+/// `text` from `from` on, or as many as there are: a bit a character, the first one's the lowest.
+std::uint64_t MarksFrom(std::string_view text, std::size_t from);
 
-/// The same for a stretch of kStretch characters, and the ends of lines besides.
-std::uint64_t MarksInStretch(const char* stretch);
+/// Whether a text holds a character that what the at-variables, or steps behind them, act on begins
+/// with.
+bool HoldsLateMark(std::string_view text);
 
 } // namespace kiv

@@ -25,6 +25,12 @@ constexpr std::string_view kDir1 = "@DIR1 =";
 constexpr std::string_view kAsp = "@ASP =";
 constexpr std::string_view kHtm = "@HTM =";
 
+/// `line` begins with "@". Most page directives have another letter behind it than `word`.
+bool IsDirective(std::string_view line, std::string_view word)
+{
+    return line.size() > 1 && AsciiUpper(line[1]) == word[1] && StartsWithNoCase(line, word);
+}
+
 /// Few lines have a "=" where a definition has it.
 bool MayDefine(std::string_view line)
 {
@@ -33,10 +39,7 @@ bool MayDefine(std::string_view line)
 
 class PageListParser {
   public:
-    explicit PageListParser(Build& build)
-        : build_(build), state_(build.state), lines_(&build.state.PageLines[0])
-    {
-    }
+    explicit PageListParser(Build& build) : build_(build), state_(build.state) {}
 
     void Parse();
 
@@ -58,13 +61,19 @@ class PageListParser {
     Build& build_;
     BuildState& state_;
     int source_line_ = 1;
-    int page_ = 0;         // the output page, 0 before the first "@FILE ="
-    PageLineTable* lines_; // of that page
-    int line_number_ = 0;  // in that page
+    int page_ = 0;                   // the output page, 0 before the first "@FILE ="
+    PageLineTable* lines_ = nullptr; // of that page
+    int line_number_ = 0;            // in that page
 };
 
 void PageListParser::Parse()
 {
+    // A page has two lines at least. Untouched room costs nothing.
+    const auto most_pages =
+        static_cast<std::size_t>(std::min(state_.SourceLineCount / 2, kMaxPages));
+    state_.PageTable.Reserve(most_pages + 2); // with the entries before and behind them
+    state_.PageLines.Reserve(most_pages + 1);
+    lines_ = &state_.PageLines[0];
     while (source_line_ <= state_.SourceLineCount) {
         if (const auto plain = PlainLines(); !plain.empty())
             TakePlainLines(plain);
@@ -163,20 +172,20 @@ bool PageListParser::TakeRootOrPage(SourceLine& line)
     const std::string_view text = line.text;
     if (!text.starts_with('@'))
         return true;
-    if (build_.tracer && (StartsWithNoCase(text, kDir1) || StartsWithNoCase(text, kAsp) ||
-                          StartsWithNoCase(text, kHtm)))
+    if (build_.tracer &&
+        (IsDirective(text, kDir1) || IsDirective(text, kAsp) || IsDirective(text, kHtm)))
         build_.tracer->NoteRole(line, "names a folder for pages");
-    if (StartsWithNoCase(text, kDir1))
+    if (IsDirective(text, kDir1))
         return TakeOutputRoot(FromChar(text, 9), false, state_.OutputDir1, build_.roots.dir1);
-    if (StartsWithNoCase(text, kAsp)) {
+    if (IsDirective(text, kAsp)) {
         if (!TakeOutputRoot(FromChar(text, 8), true, state_.AspOutputDir, build_.roots.asp))
             return false;
         state_.AspOutputWanted = true;
-    } else if (StartsWithNoCase(text, kHtm)) {
+    } else if (IsDirective(text, kHtm)) {
         if (!TakeOutputRoot(FromChar(text, 8), true, state_.HtmOutputDir, build_.roots.htm))
             return false;
         state_.HtmOutputWanted = true;
-    } else if (StartsWithNoCase(text, kPageStart)) {
+    } else if (IsDirective(text, kPageStart)) {
         StartPage(line);
     }
     return true;
@@ -224,7 +233,7 @@ void PageListParser::StartPage(SourceLine& line)
 std::size_t PageListParser::LinesOfPage() const
 {
     const auto starts_page = [](const SourceLine& line) {
-        return (line.triggers & kDirective) != 0 && StartsWithNoCase(line.text, kPageStart);
+        return (line.triggers & kDirective) != 0 && IsDirective(line.text, kPageStart);
     };
     const auto lines = std::as_const(state_.SourceLines).Row(source_line_, state_.SourceLineCount);
     const auto next = std::find_if(lines.begin() + 1, lines.end(), starts_page);

@@ -11,6 +11,9 @@
 #include "text/text.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -58,7 +61,7 @@ class PageListReader {
     void Read(SourceFile& list);
 
   private:
-    void Keep(const SourceLine& line);
+    std::optional<SourceLine> KeepLines(SourceFile& source);
     bool TakeLineOf(SourceFile& list, SourceLine line);
     bool Include(const SourceFile& list, std::string_view name);
     void TakeYearEndOf(SourceFile& list, SourceLine& line);
@@ -73,6 +76,8 @@ class PageListReader {
 
     Build& build_;
     BuildState& state_;
+    static constexpr std::size_t kLinesAtOnce = 64;
+    std::array<SourceLine, kLinesAtOnce> lines_; // that were read last
     // Once set it stays for every later include of the read: the format has it so.
     std::string_view prefix_;
 };
@@ -80,18 +85,28 @@ class PageListReader {
 void PageListReader::Read(SourceFile& list)
 {
     state_.SourceLines.Reserve(kMaxSourceLines + 1); // untouched room costs nothing
-    while (!list.AtEnd()) {
-        const SourceLine line = list.NextLine();
-        if ((line.triggers & kTakenHere) == 0)
-            Keep(line);
-        else if (!TakeLineOf(list, line))
+    while (!list.AtEnd())
+        if (const auto line = KeepLines(list); line && !TakeLineOf(list, *line))
             return list.TellRest(kReadEnded);
-    }
 }
 
-void PageListReader::Keep(const SourceLine& line)
+/// Reads and keeps lines as they are, as many as there is room for. Returns the first that is not
+/// to be kept so.
+std::optional<SourceLine> PageListReader::KeepLines(SourceFile& source)
 {
-    state_.SourceLines.Set(++state_.SourceLineCount, line);
+    constexpr int kMost = static_cast<int>(kLinesAtOnce);
+    // The line past the last for which there is room is read alone: it is the place of the error.
+    const int room = std::clamp(kMaxSourceLines - state_.SourceLineCount, 1, kMost);
+    auto read =
+        source.NextLines(std::span(lines_).first(static_cast<std::size_t>(room)), kTakenHere);
+    std::optional<SourceLine> other;
+    if ((read.back().triggers & kTakenHere) != 0) {
+        other = read.back();
+        read = read.first(read.size() - 1);
+    }
+    state_.SourceLines.SetRow(state_.SourceLineCount + 1, read);
+    state_.SourceLineCount += static_cast<int>(read.size());
+    return other;
 }
 
 /// Returns false when the read ends here.
@@ -144,10 +159,8 @@ bool PageListReader::Include(const SourceFile& list, std::string_view name)
     }
     list.TellUnused(line, Joined({"the lines of ", name, " stand in its place"}));
     while (!source.AtEnd()) {
-        const SourceLine next = source.NextLine();
-        if ((next.triggers & kTakenHere) == 0 && prefix_.empty()) {
-            Keep(next);
-        } else if (!TakeIncludedLine(source, next)) {
+        const auto other = prefix_.empty() ? KeepLines(source) : source.NextLine();
+        if (other && !TakeIncludedLine(source, *other)) {
             source.TellRest(kReadEnded);
             return false;
         }

@@ -52,6 +52,34 @@ void SourceFile::RefuseEnd() const
     throw RunError(ErrorKind::end_of_file, "read past the end of " + std::string(name_));
 }
 
+SourceLine SourceFile::NextLine()
+{
+    if (AtEnd())
+        RefuseEnd();
+    if (is_traced_) [[unlikely]]
+        starts_.push_back(content_.size() - lines_.Rest().size());
+    Triggers triggers = 0;
+    const std::string_view text = lines_.Next(triggers);
+    place_ = {name_, ++line_, {}};
+    return {text, name_, line_, triggers};
+}
+
+std::span<const SourceLine> SourceFile::NextLines(std::span<SourceLine> lines, Triggers stops)
+{
+    lines[0] = NextLine();
+    std::size_t count = 1;
+    // A trace wants to know of each line where it begins.
+    bool goes_on = !is_traced_ && (lines[0].triggers & stops) == 0;
+    while (goes_on && count < lines.size() && !lines_.AtEnd()) {
+        Triggers triggers = 0;
+        const std::string_view text = lines_.Next(triggers);
+        lines[count++] = {text, name_, ++line_, triggers};
+        goes_on = (triggers & stops) == 0;
+    }
+    place_ = {name_, line_, {}};
+    return lines.first(count);
+}
+
 std::string SourceFile::LinesText(int first, int last) const
 {
     const bool is_read = first <= line_;

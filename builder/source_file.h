@@ -41,17 +41,10 @@ class SourceFile : public LineSource {
         return lines_.AtEnd();
     }
     /// Throws `end-of-file` past the last line, `file` when no file is open.
-    SourceLine NextLine()
-    {
-        if (AtEnd())
-            RefuseEnd();
-        if (is_traced_) [[unlikely]]
-            starts_.push_back(content_.size() - lines_.Rest().size());
-        Triggers triggers = 0;
-        const std::string_view text = lines_.Next(triggers);
-        place_ = {name_, ++line_, {}};
-        return {text, name_, line_, triggers};
-    }
+    SourceLine NextLine();
+    /// Reads lines into `lines` until it is full, up to the file's last one, or up to the first
+    /// that has any of `stops`. Returns those that were read, one at least; throws as NextLine.
+    std::span<const SourceLine> NextLines(std::span<SourceLine> lines, Triggers stops);
     std::string_view Next() override { return NextLine().text; }
 
     /// `text` in the place of the line last read.

@@ -3,6 +3,7 @@
 
 #include "platform/run_error.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 #include <string>
@@ -32,7 +33,7 @@ class FixedTable {
     T& operator[](int index)
     {
         const std::size_t slot = Slot(index);
-        if (slot >= entries_.size())
+        if (slot >= entries_.size()) [[unlikely]]
             GrowTo(slot);
         return entries_[slot];
     }
@@ -49,8 +50,9 @@ class FixedTable {
     /// Writes entries from `index` on. They are not this table's own.
     void SetRow(int index, std::span<const T> values)
     {
-        if (!values.empty())
-            Slot(index + static_cast<int>(values.size()) - 1);
+        if (values.empty())
+            return;
+        Slot(index + static_cast<int>(values.size()) - 1); // refuses before anything is written
         if (Slot(index) == entries_.size())
             entries_.insert(entries_.end(), values.begin(), values.end());
         else
@@ -61,7 +63,15 @@ class FixedTable {
     /// The entries from `first` to `last`, which were written.
     std::span<const T> Row(int first, int last) const
     {
-        return std::span(entries_).subspan(Slot(first), static_cast<std::size_t>(last - first + 1));
+        const std::size_t end = static_cast<std::size_t>(last - Low) + 1;
+        return std::span(entries_).subspan(Slot(first), end - Slot(first));
+    }
+
+    /// The entries behind `index` that were written, or made room for by others behind them.
+    std::span<const T> Behind(int index) const
+    {
+        const std::size_t first = Slot(index) + 1;
+        return std::span(entries_).subspan(std::min(first, entries_.size()));
     }
 
     /// Makes room for `count` entries, so that filling them in order moves nothing about.

@@ -1,0 +1,54 @@
+// Marks are looked for many characters at a time; here each character is held against what it is.
+#include "builder/mark_search.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace kiv {
+namespace {
+
+constexpr std::string_view kBeginnings = "!$?@%<{}\n";
+constexpr std::string_view kLateBeginnings = "@<!{}";
+
+/// One bit where `character` stands, when it is one of some characters.
+std::uint64_t BitOf(std::string_view characters, char character, std::size_t at)
+{
+    return characters.find(character) == std::string_view::npos ? 0 : std::uint64_t{1} << at;
+}
+
+TEST(MarkSearch, EachCharacterAtEachPlaceOfAStretchIsWhatItIs)
+{
+    for (int code = 0; code < 256; ++code)
+        for (std::size_t at = 0; at < kStretch; ++at) {
+            std::string text(3 + kStretch + 3, 'x');
+            text[3 + at] = static_cast<char>(code);
+            ASSERT_EQ(MarksFrom(text, 3), BitOf(kBeginnings, text[3 + at], at))
+                << "code " << code << " at " << at;
+        }
+}
+
+TEST(MarkSearch, ATextThatEndsWithinTheStretchHasNoMarksBehindItsEnd)
+{
+    for (std::size_t size = 1; size < kStretch; ++size) {
+        const std::string text = std::string(size - 1, 'x') + "@@@";
+        ASSERT_EQ(MarksFrom(std::string_view(text).substr(0, size), 0),
+                  std::uint64_t{1} << (size - 1))
+            << size;
+    }
+}
+
+TEST(MarkSearch, ALateMarkIsFoundInTextsOfAnyLength)
+{
+    for (int code = 0; code < 256; ++code)
+        for (const std::size_t size : {1U, 16U, 17U, 64U, 65U, 200U}) {
+            std::string text(size, 'x');
+            text.back() = static_cast<char>(code);
+            ASSERT_EQ(HoldsLateMark(text), BitOf(kLateBeginnings, text.back(), 0) != 0)
+                << "code " << code << " in " << size;
+        }
+}
+
+} // namespace
+} // namespace kiv
