@@ -1,6 +1,8 @@
 #include "builder/at_variables.h"
 
 #include "builder/build_state.h"
+#include "builder/mark_search.h"
+#include "builder/server_scripts.h"
 #include "builder/text_helpers.h"
 #include "builder/trace_words.h"
 #include "platform/run_error.h"
@@ -74,20 +76,22 @@ enum class Origin {
     count,
 };
 
+using Value = std::string_view; // of a text that stays until the build goes on
+
 struct AtVariable {
     std::string_view name;
-    void (*put)(Build& build, std::string& value);
+    Value (*value)(Build& build, std::string& store); // `store` is for a value that is made
     Origin origin = Origin::fixed;
 };
 
-const PageRecord& Previous(Build& build)
+const PageRecord& Previous(const Build& build)
 {
-    return build.state.PageTable[build.state.page.number - 1];
+    return build.Record(build.state.page.number - 1);
 }
 
-const PageRecord& Following(Build& build)
+const PageRecord& Following(const Build& build)
 {
-    return build.state.PageTable[build.state.page.number + 1];
+    return build.Record(build.state.page.number + 1);
 }
 
 constexpr std::string_view kStyleTag = R"(<style type="text/css">)";
@@ -95,52 +99,77 @@ constexpr std::string_view kStyleTag = R"(<style type="text/css">)";
 /// In the format's order: a longer name stands before the shorter one that it begins with, except
 /// that "@TITLE" comes before names that merely contain its letters.
 constexpr AtVariable kAtVariables[] = {
-    {"@VAR1", [](Build& b, std::string& v) { v = b.CurrentRecord().var1; }, Origin::var1},
-    {"@VAR2", [](Build& b, std::string& v) { v = b.CurrentRecord().var2; }, Origin::var2},
-    {"@PF", [](Build& b, std::string& v) { v = PageLink(b); }, Origin::title_line},
-    {"@TITLE", [](Build& b, std::string& v) { v = b.state.page.CurrentTitle; }, Origin::title_line},
-    {"@ROOT", [](Build& b, std::string& v) { v = b.state.SiteRoot; }, Origin::root},
-    {"@QTITLE", [](Build& b, std::string& v) { v = QuoteEscape(b.state.page.CurrentTitle); },
+    {"@VAR1", [](Build& b, std::string&) -> Value { return b.Record(b.state.page.number).var1; },
+     Origin::var1},
+    {"@VAR2", [](Build& b, std::string&) -> Value { return b.Record(b.state.page.number).var2; },
+     Origin::var2},
+    {"@PF", [](Build& b, std::string& v) -> Value { return v = PageLink(b); }, Origin::title_line},
+    {"@TITLE", [](Build& b, std::string&) -> Value { return b.state.page.CurrentTitle; },
      Origin::title_line},
-    {"@STRIPTITLE", [](Build& b, std::string& v) { v = StripTitle(b.state.page.CurrentTitle); },
+    {"@ROOT", [](Build& b, std::string&) -> Value { return b.state.SiteRoot; }, Origin::root},
+    {"@QTITLE",
+     [](Build& b, std::string& v) -> Value { return v = QuoteEscape(b.state.page.CurrentTitle); },
      Origin::title_line},
-    {"@KEYWORDS", [](Build& b, std::string& v) { v = TitleKeywords(b.state.page.CurrentTitle); },
+    {"@STRIPTITLE",
+     [](Build& b, std::string& v) -> Value { return v = StripTitle(b.state.page.CurrentTitle); },
      Origin::title_line},
-    {"@FILE", [](Build& b, std::string& v) { v = b.state.page.CurrentStem; }, Origin::own_name},
-    {"@PREVTITLE", [](Build& b, std::string& v) { v = Previous(b).title; }, Origin::previous},
-    {"@NEXTTITLE", [](Build& b, std::string& v) { v = Following(b).title; }, Origin::following},
-    {"@PREVNO", [](Build& b, std::string& v) { v = StemOf(b, b.state.page.number - 1); },
-     Origin::previous},
-    {"@NEXTNO", [](Build& b, std::string& v) { v = StemOf(b, b.state.page.number + 1); },
-     Origin::following},
-    {"@THISTITLE", [](Build& b, std::string& v) { v = b.CurrentRecord().title; }, Origin::title},
-    {"@THISSTRIP", [](Build& b, std::string& v) { v = b.state.page.CurrentBaseStem; },
+    {"@KEYWORDS",
+     [](Build& b, std::string& v) -> Value { return v = TitleKeywords(b.state.page.CurrentTitle); },
+     Origin::title_line},
+    {"@FILE", [](Build& b, std::string&) -> Value { return b.state.page.CurrentStem; },
      Origin::own_name},
-    {"@THISDIR", [](Build& b, std::string& v) { v = b.pass.ThisDirName; }, Origin::folder},
-    {"@PREV", [](Build& b, std::string& v) { v = DropParentPrefix(Previous(b).file); },
+    {"@PREVTITLE", [](Build& b, std::string&) -> Value { return Previous(b).title; },
      Origin::previous},
-    {"@THIS", [](Build& b, std::string& v) { v = b.CurrentRecord().file; }, Origin::file},
-    {"@SITETHIS", [](Build& b, std::string& v) { v = SiteThis(b); }, Origin::file},
-    {"@NEXT", [](Build& b, std::string& v) { v = DropParentPrefix(Following(b).file); },
+    {"@NEXTTITLE", [](Build& b, std::string&) -> Value { return Following(b).title; },
      Origin::following},
-    {"@HTMASP", [](Build& b, std::string& v) { v = b.pass.OutputExtensionWord; }, Origin::pass},
-    {"@ASPHTM", [](Build& b, std::string& v) { v = b.pass.OutputExtensionWord; }, Origin::pass},
-    {"@TODAY", [](Build& b, std::string& v) { v = b.pass.TodayText; }, Origin::day},
-    {"@DATETIME", [](Build& b, std::string& v) { v = DateTimeText(b.machine.clock); }, Origin::now},
-    {"@YEAR", [](Build& b, std::string& v) { v = b.pass.YearText; }, Origin::day},
-    {"@XOFY_X-", [](Build& b, std::string& v) { v = Decimal(b.state.page.number - 1); },
+    {"@PREVNO",
+     [](Build& b, std::string& v) -> Value { return v = StemOf(b, b.state.page.number - 1); },
+     Origin::previous},
+    {"@NEXTNO",
+     [](Build& b, std::string& v) -> Value { return v = StemOf(b, b.state.page.number + 1); },
+     Origin::following},
+    {"@THISTITLE",
+     [](Build& b, std::string&) -> Value { return b.Record(b.state.page.number).title; },
+     Origin::title},
+    {"@THISSTRIP", [](Build& b, std::string&) -> Value { return b.state.page.CurrentBaseStem; },
+     Origin::own_name},
+    {"@THISDIR", [](Build& b, std::string&) -> Value { return b.pass.ThisDirName; },
+     Origin::folder},
+    {"@PREV", [](Build& b, std::string&) -> Value { return DropParentPrefix(Previous(b).file); },
+     Origin::previous},
+    {"@THIS", [](Build& b, std::string&) -> Value { return b.Record(b.state.page.number).file; },
+     Origin::file},
+    {"@SITETHIS", [](Build& b, std::string& v) -> Value { return v = SiteThis(b); }, Origin::file},
+    {"@NEXT", [](Build& b, std::string&) -> Value { return DropParentPrefix(Following(b).file); },
+     Origin::following},
+    {"@HTMASP", [](Build& b, std::string&) -> Value { return b.pass.OutputExtensionWord; },
+     Origin::pass},
+    {"@ASPHTM", [](Build& b, std::string&) -> Value { return b.pass.OutputExtensionWord; },
+     Origin::pass},
+    {"@TODAY", [](Build& b, std::string&) -> Value { return b.pass.TodayText; }, Origin::day},
+    {"@DATETIME",
+     [](Build& b, std::string& v) -> Value { return v = DateTimeText(b.machine.clock); },
+     Origin::now},
+    {"@YEAR", [](Build& b, std::string&) -> Value { return b.pass.YearText; }, Origin::day},
+    {"@XOFY_X-",
+     [](Build& b, std::string& v) -> Value { return v = Decimal(b.state.page.number - 1); },
      Origin::count},
-    {"@XOFY_Y-", [](Build& b, std::string& v) { v = Decimal(b.state.PageCount - 1); },
+    {"@XOFY_Y-",
+     [](Build& b, std::string& v) -> Value { return v = Decimal(b.state.PageCount - 1); },
      Origin::count},
-    {"@XOFY_X", [](Build& b, std::string& v) { v = Decimal(b.state.page.number); }, Origin::count},
-    {"@XOFY_Y", [](Build& b, std::string& v) { v = Decimal(b.state.PageCount); }, Origin::count},
+    {"@XOFY_X", [](Build& b, std::string& v) -> Value { return v = Decimal(b.state.page.number); },
+     Origin::count},
+    {"@XOFY_Y", [](Build& b, std::string& v) -> Value { return v = Decimal(b.state.PageCount); },
+     Origin::count},
     {"@font",
-     [](Build&, std::string& v) { v = R"(<font face="geneva,arial,helvetica,helv" size="2">)"; }},
-    {"<style>", [](Build&, std::string& v) { v = kStyleTag; }},
-    {"@printclose", [](Build&, std::string& v) { v = kPrintClose; }},
+     [](Build&, std::string&) -> Value {
+         return R"(<font face="geneva,arial,helvetica,helv" size="2">)";
+     }},
+    {"<style>", [](Build&, std::string&) { return kStyleTag; }},
+    {"@printclose", [](Build&, std::string&) { return kPrintClose; }},
     {"@vfont",
-     [](Build&, std::string& v) {
-         v = R"(<font face="verdana,geneva,arial,helvetica,helv" size="1">)";
+     [](Build&, std::string&) -> Value {
+         return R"(<font face="verdana,geneva,arial,helvetica,helv" size="1">)";
      }},
 };
 
@@ -352,8 +381,7 @@ bool ReplaceAtVariables(MergedLine& line)
         const std::size_t at = FindNoCase(text, name);
         if (at == npos) // it was the head of a longer name
             continue;
-        std::string& value = line.store;
-        kAtVariables[row].put(line.build, value);
+        const Value value = kAtVariables[row].value(line.build, line.store);
         line.bound.AddSource(value.size());
         bool brings_names = true;
         if ((present.again & Row(row)) != 0 && FindNoCase(text, name, at + name.size()) != npos) {
@@ -374,17 +402,6 @@ bool ReplaceAtVariables(MergedLine& line)
 
 namespace {
 
-/// What the at-variables, or steps behind them, act on begins with one of these.
-constexpr bool BeginsMark(char c)
-{
-    return c == '@' || c == '<' || c == '!' || c == '{' || c == '}';
-}
-
-bool HoldsMarkBegin(std::string_view text)
-{
-    return std::ranges::any_of(text, BeginsMark);
-}
-
 /// Whether a text ends in the beginning of a tag that is acted on.
 bool EndsInTag(std::string_view text)
 {
@@ -401,28 +418,35 @@ bool PutFixed(std::string& line, const VariableSlots& slots)
 {
     for (int digit = 1; digit <= 9; ++digit) {
         const NumberedMark mark(Family::at, digit);
-        if (Contains(line, mark.View()) && HoldsMarkBegin(slots[digit]))
+        if (Contains(line, mark.View()) && HoldsLateMark(slots[digit]))
             return false;
         ReplaceEach(line, mark.View(), slots[digit]);
     }
     ReplaceEachNoCase(line, kAtVariables[kStyleRow].name, kStyleTag);
-    return (ScanLine(line) & kMerged & ~(kAt | kMeta)) == 0;
+    return (ScanLine(line) & kMerged & ~(kAt | kMeta | kDirective)) == 0;
 }
 
 } // namespace
 
 CutLine::CutLine(std::string_view line, const BuildState& state)
 {
-    constexpr Triggers kTaken = kAt | kAtNumber | kStyle | kMeta;
+    Triggers taken = kAt | kAtNumber | kStyle | kMeta;
+    if (!IsServerScript(line))
+        taken |= kDirective;
     std::string text(line);
-    const bool is_cut = (ScanLine(line) & kMerged & ~kTaken) == 0 &&
+    const bool is_cut = (ScanLine(line) & kMerged & ~taken) == 0 &&
                         PutFixed(text, state.NumberedVariables[Family::at]) && Cut(text);
     if (!is_cut)
         *this = CutLine();
 }
 
+/// A line without names may hold any mark that no step acts on.
 bool CutLine::Cut(std::string_view line)
 {
+    if (NamesIn(line, 0, false).rows == 0) {
+        text_ = line;
+        return !text_.empty();
+    }
     RowSet found = 0;
     for (std::size_t at = line.find('@'); at != npos; at = line.find('@')) {
         const RowSet rows = RowsOf(line.substr(at));
@@ -450,15 +474,15 @@ bool CutLine::Write(Build& build, std::string& store, std::string& output) const
     const std::size_t begin = output.size();
     std::size_t done = 0;
     for (const Name& name : names_) {
-        kAtVariables[name.row].put(build, store);
-        if (store.size() > kLong || HoldsMarkBegin(store)) {
+        const Value value = kAtVariables[name.row].value(build, store);
+        if (value.size() > kLong || HoldsLateMark(value)) {
             output.resize(begin);
             return false;
         }
-        output.append(text_, done, name.at - done).append(store);
+        output.append(text_.data() + done, name.at - done).append(value);
         done = name.at;
     }
-    output.append(text_, done).append(kCrLf);
+    output.append(text_.data() + done, text_.size() - done).append(kCrLf);
     return true;
 }
 

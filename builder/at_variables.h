@@ -31,6 +31,8 @@ class CutLine {
     CutLine(std::string_view line, const BuildState& state);
 
     bool IsEmpty() const { return text_.empty(); }
+    /// The line that is the same on every page; "" where it is not.
+    std::string_view Fixed() const { return names_.empty() ? text_ : std::string_view(); }
     /// Puts the line at the end of `output`, as it is on the current page. Returns false, and puts
     /// nothing there, where a value is long or holds a character that may begin a mark: the merge
     /// is for these. Not for an empty one.

@@ -19,6 +19,17 @@ Build::Build(Machine& machine_used, const BuildOptions& build_options, BlockMemo
         std::string(MonthName(start.month)) + " " + Decimal(start.day) + ", " + pass.YearText;
 }
 
+void PageState::Begin(int page)
+{
+    number = page;
+    redirects = false;
+    file = {};
+    for (std::string* const text :
+         {&name, &CurrentOutputPath, &CurrentStem, &CurrentBaseStem, &CurrentTitle})
+        text->clear();
+    bangs = {};
+}
+
 std::string Build::CutToStem(PageRecord& page)
 {
     const std::size_t size = page.file.size();

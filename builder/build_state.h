@@ -55,6 +55,9 @@ struct TemplateSection : FixedTable<SourceLine, 0, kMaxTemplateLines> {
 
 /// What lives for one page.
 struct PageState {
+    /// Makes all of it new for another page; texts keep their memory.
+    void Begin(int page);
+
     int number = 0;         // 1-based
     std::string name;       // for warnings
     bool redirects = false; // nothing of the body reaches the file
@@ -124,6 +127,7 @@ struct Build {
     const std::unique_ptr<Tracer> tracer; // null: nobody asks for a trace
 
     PageRecord& CurrentRecord() { return state.PageTable[state.page.number]; }
+    const PageRecord& Record(int page) const { return state.PageTable[page]; }
     /// The file of a record without folders, which the record loses for good, and without the part
     /// from its first ".".
     std::string CutToStem(PageRecord& page);

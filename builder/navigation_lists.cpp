@@ -161,6 +161,12 @@ void AppendSelectForm(std::string& toc, const BuildState& state)
 std::string TocText(const BuildState& state)
 {
     std::string toc;
+    std::size_t size = 1000; // for what stands between the lists
+    ForEachPage(state, 1, [&](const PageRecord& page) {
+        constexpr std::size_t kLists = 5;
+        size += kLists * (page.file.size() + page.title.size() + 20);
+    });
+    toc.reserve(size);
     if (!state.style_sheet.empty()) {
         WriteLine(toc, state.style_sheet); // it ends its last line itself, so an empty line follows
         WriteLine(toc, kSeparator);

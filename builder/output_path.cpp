@@ -1,5 +1,7 @@
 #include "builder/output_path.h"
 
+#include "platform/drive_path.h"
+#include "text/joined_text.h"
 #include "text/text.h"
 #include "text/windows1252.h"
 
@@ -16,36 +18,39 @@ constexpr std::array<std::string_view, 7> kOutputExtensions = {".asp", ".html", 
 
 bool HasKnownExtension(std::string_view name)
 {
-    const std::string lower = LowerCase(name);
-    return std::any_of(kOutputExtensions.begin(), kOutputExtensions.end(),
-                       [&](std::string_view extension) { return lower.ends_with(extension); });
-}
-
-std::string WithoutFolders(std::string_view name)
-{
-    const std::size_t separator = name.find_last_of("/\\");
-    return std::string(separator == npos ? name : name.substr(separator + 1));
+    return std::ranges::any_of(kOutputExtensions, [&](std::string_view extension) {
+        return EqualsNoCase(LastChars(name, extension.size()), extension);
+    });
 }
 
 } // namespace
 
 std::string OutputPath(std::string_view name, const BuildState& state, const PassState& pass)
 {
-    const std::string full(name);
     if (HasKnownExtension(name))
-        return pass.AspPass ? state.AspOutputDir + LowerCase(name) : state.OutputDir1 + full;
+        return pass.AspPass ? state.AspOutputDir + LowerCase(name)
+                            : Joined({state.OutputDir1, name});
     if (pass.AspPass)
-        return state.AspOutputDir + WithoutFolders(name) + ".asp";
+        return Joined({state.AspOutputDir, WithoutFolders(name), ".asp"});
     if (pass.HtmPass)
-        return state.HtmOutputDir + WithoutFolders(name) + ".htm";
-    return state.OutputDir1 + full + ".htm";
+        return Joined({state.HtmOutputDir, WithoutFolders(name), ".htm"});
+    return Joined({state.OutputDir1, name, ".htm"});
 }
 
-std::string ShortenedPath(std::string_view path)
+std::string_view WithoutFolders(std::string_view path)
+{
+    std::size_t begin = path.size();
+    while (begin > 0 && !IsSeparator(path[begin - 1]))
+        --begin;
+    return path.substr(begin);
+}
+
+void ShowPath(Reporter& reporter, std::string_view path)
 {
     if (path.size() <= 35)
-        return std::string(path);
-    return std::string(FirstChars(path, 13)) + "..." + std::string(LastChars(path, 20));
+        reporter.Status(path);
+    else
+        reporter.Status(Joined({FirstChars(path, 13), "...", LastChars(path, 20)}));
 }
 
 } // namespace kiv

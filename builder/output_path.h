@@ -11,7 +11,10 @@ namespace kiv {
 /// relative to the working directory.
 std::string OutputPath(std::string_view name, const BuildState& state, const PassState& pass);
 
-/// A path for the status line: over 35 characters, its first 13, "..." and its last 20.
-std::string ShortenedPath(std::string_view path);
+/// What stands behind the last "/" or "\" of a path.
+std::string_view WithoutFolders(std::string_view path);
+
+/// Shows a path as the status: over 35 characters, its first 13, "..." and its last 20.
+void ShowPath(Reporter& reporter, std::string_view path);
 
 } // namespace kiv

@@ -1,5 +1,6 @@
 #include "builder/own_places.h"
 
+#include "builder/output_path.h"
 #include "platform/drive_path.h"
 #include "platform/run_error.h"
 #include "platform/site_files.h"
@@ -11,13 +12,6 @@
 namespace kiv {
 
 namespace {
-
-/// The name in a native path.
-std::string_view NameIn(std::string_view native)
-{
-    const std::size_t separator = native.find_last_of("/\\");
-    return separator == std::string_view::npos ? native : native.substr(separator + 1);
-}
 
 /// Whether two names in UTF-8 may be one, case aside. A letter takes as many bytes as its capital.
 bool MayBeAlike(std::string_view name, std::string_view other)
@@ -35,7 +29,7 @@ bool MayBeAlike(std::string_view name, std::string_view other)
 OwnPlaces::Kind OwnPlaces::KindOf(const OutputFile& page)
 {
     Learn();
-    const std::string_view name = NameIn(page.native);
+    const std::string_view name = WithoutFolders(page.native);
     if (std::ranges::none_of(names_, [&](const std::string& one) { return MayBeAlike(one, name); }))
         return Kind::nothing;
     const auto found = kinds_.find(files_.PlaceOf(page));
@@ -72,7 +66,7 @@ void OwnPlaces::Add(std::string_view path, Kind kind)
         if (place.empty())
             return;
         kinds_.insert_or_assign(std::move(place), kind);
-        names_.emplace_back(NameIn(file.native));
+        names_.emplace_back(WithoutFolders(file.native));
     } catch (const RunError&) {
     }
 }

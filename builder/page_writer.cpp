@@ -43,8 +43,9 @@ constexpr std::string_view kThirdLine = "an empty line right behind the title is
 struct TemplatePiece {
     std::string finished; // lines with their CR LF; empty: `line` is to be merged
     SourceLine line;
-    Triggers triggers = 0; // of `line`
-    CutLine cut;           // `line` for most pages, its position code apart
+    Triggers triggers = 0;                  // of `line`
+    CutLine cut;                            // `line` for most pages, its position code apart
+    std::vector<const MetaTag*> metas = {}; // of `line`
 };
 
 using TemplatePieces = std::vector<TemplatePiece>;
@@ -60,42 +61,69 @@ TemplatePiece PieceOf(const SourceLine& line, Triggers triggers, const Build& bu
     std::string_view text = line.text;
     if ((triggers & kPosition) != 0 && StandsHere(text[1], build.state))
         text.remove_prefix(kPositionCode);
-    return {{}, line, triggers, CutLine(text, build.state)};
+    TemplatePiece piece{{}, line, triggers, CutLine(text, build.state)};
+    if ((triggers & kMeta) != 0)
+        piece.metas = MetaTagsIn(line.text);
+    return piece;
+}
+
+/// A line that nothing acts on, on any page; "" where something may.
+std::string_view FinishedLine(const TemplatePiece& piece)
+{
+    constexpr Triggers kByPage = kMeta | kPosition;
+    return (piece.triggers & kByPage) == 0 ? piece.cut.Fixed() : std::string_view();
 }
 
 /// Joins the lines that nothing acts on. Empty lines are never written, so they drop out here.
-/// A trace wants every line by itself, the empty ones, too.
 TemplatePieces Prepare(const TemplateSection& section, int count, const Build& build)
 {
-    const bool each_by_itself = build.tracer != nullptr;
     TemplatePieces pieces;
     for (int i = 1; i <= count; ++i) {
         const SourceLine& line = section[i];
-        if (line.text.empty() && (!each_by_itself || line.file.empty()))
+        if (line.text.empty())
             continue;
         const Triggers triggers = line.triggers & kMerged & ~kBodyOnly;
-        if (each_by_itself) {
-            pieces.push_back({{}, line, triggers, {}});
-            continue;
-        }
-        if (triggers != 0) {
-            pieces.push_back(PieceOf(line, triggers, build));
+        TemplatePiece piece = PieceOf(line, triggers, build);
+        const std::string_view text = triggers == 0 ? line.text : FinishedLine(piece);
+        if (text.empty()) {
+            pieces.push_back(std::move(piece));
             continue;
         }
         if (pieces.empty() || pieces.back().finished.empty())
             pieces.emplace_back();
-        WriteLine(pieces.back().finished, line.text);
+        WriteLine(pieces.back().finished, text);
     }
     return pieces;
 }
+
+/// For the trace, which wants every line by itself, the empty ones, too.
+TemplatePieces PrepareTraced(const TemplateSection& section, int count, const Build& build)
+{
+    TemplatePieces pieces;
+    for (int i = 1; build.tracer && i <= count; ++i)
+        if (const SourceLine& line = section[i]; !line.text.empty() || !line.file.empty())
+            pieces.push_back({{}, line, line.triggers & kMerged & ~kBodyOnly, {}});
+    return pieces;
+}
+
+/// A section of the template, ready to be written.
+struct PreparedSection {
+    PreparedSection(const TemplateSection& section, int count, const Build& build)
+        : pieces(Prepare(section, count, build)), traced(PrepareTraced(section, count, build))
+    {
+    }
+
+    TemplatePieces pieces;
+    TemplatePieces traced; // for the pages that are asked for
+};
 
 class PageWriter {
   public:
     explicit PageWriter(Build& build)
         : build_(build), state_(build.state), line_(build),
           places_(build.machine.files, build.state.sources),
-          head_(Prepare(build.state.TemplateHead, build.state.TemplateHeadCount, build)),
-          tail_(Prepare(build.state.TemplateTail, build.state.TemplateTailCount, build))
+          head_(build.state.TemplateHead, build.state.TemplateHeadCount, build),
+          tail_(build.state.TemplateTail, build.state.TemplateTailCount, build)
     {
     }
 
@@ -109,7 +137,7 @@ class PageWriter {
     std::string FullDescription() const;
     void OpenPage();
     void WarnOfPlace();
-    void SetNames(std::string path);
+    void SetNames();
     void WriteStart();
     void WriteShell(std::string_view text, std::string_view told);
     void BeginTrace(const TracedPage& page);
@@ -121,7 +149,7 @@ class PageWriter {
     void WriteSeparator();
     void ClosePage();
     void WriteEnd();
-    void WriteTemplate(const TemplatePieces& pieces);
+    void WriteTemplate(const PreparedSection& section);
     bool WriteCut(const TemplatePiece& piece);
     void SetPlace(const SourceLine& line);
     void PutFileText();
@@ -139,8 +167,8 @@ class PageWriter {
     BuildState& state_;
     MergedLine line_;
     OwnPlaces places_;
-    const TemplatePieces head_;
-    const TemplatePieces tail_;
+    const PreparedSection head_;
+    const PreparedSection tail_;
 };
 
 /// However it ends, the pages that were made are there then; a failure of one of these comes before
@@ -184,8 +212,7 @@ void PageWriter::WriteAll()
 
 void PageWriter::BeginPage(int number)
 {
-    state_.page = PageState();
-    state_.page.number = number;
+    state_.page.Begin(number);
     const PageRecord& record = build_.CurrentRecord();
     state_.page.name = record.file;
     state_.page.redirects = record.mode.starts_with('>');
@@ -263,8 +290,8 @@ std::string PageWriter::FullDescription() const
 void PageWriter::OpenPage()
 {
     PageState& page = state_.page;
-    SetNames(OutputPath(FromChar(LineOf(page.number, 1), 9), state_, build_.pass));
-    build_.machine.reporter.Status(ShortenedPath(page.CurrentOutputPath));
+    SetNames();
+    ShowPath(build_.machine.reporter, page.CurrentOutputPath);
     page.file = build_.machine.files.Open(page.CurrentOutputPath);
     WarnOfPlace();
     TracedPage traced{page.name, page.file.path, page.number};
@@ -300,15 +327,12 @@ void PageWriter::WarnOfPlace()
                                          "\" is written over a settings file of kiv: " + path);
 }
 
-void PageWriter::SetNames(std::string path)
+void PageWriter::SetNames()
 {
     PageState& page = state_.page;
-    page.CurrentStem = Before(path, '.');
-    page.CurrentBaseStem = page.CurrentStem;
-    const std::size_t folders = page.CurrentBaseStem.find_last_of("/\\");
-    if (folders != npos)
-        page.CurrentBaseStem.erase(0, folders + 1);
-    page.CurrentOutputPath = std::move(path);
+    page.CurrentOutputPath = OutputPath(FromChar(LineOf(page.number, 1), 9), state_, build_.pass);
+    page.CurrentStem = Before(page.CurrentOutputPath, '.');
+    page.CurrentBaseStem = WithoutFolders(page.CurrentStem);
     page.CurrentTitle = FromChar(LineOf(page.number, 2), 10);
     ExpandTitleVariables(page.CurrentTitle, state_.NumberedVariables[Family::at]);
 }
@@ -400,22 +424,27 @@ void PageWriter::WriteLinesOfBody()
 /// other one. Those that follow each other in a source are copied in one go, with what ends them.
 int PageWriter::WritePlainLines(const PageLineTable& lines, int number)
 {
+    const auto written = lines.Behind(number - 1);
+    if (written.empty()) { // a page of one line goes on up to the bound of its table
+        WriteBodyLine(number, {});
+        return number + 1;
+    }
     std::string_view run;
-    for (;; ++number) {
-        const SourceLine& line = lines[number];
+    for (const SourceLine& line : written) {
         if ((line.triggers & kMerged & ~kTemplateOnly) != 0 || line.text == kEndMarker)
             break;
         const bool has_end = (line.triggers & kEndBehind) != 0;
         if (has_end && line.text.data() == run.data() + run.size()) {
             run = {run.data(), run.size() + line.text.size() + kCrLf.size()};
-            continue;
+        } else {
+            state_.output.append(run);
+            run = {};
+            if (has_end && !IsDropped(number, line.text))
+                run = {line.text.data(), line.text.size() + kCrLf.size()};
+            else
+                WriteBodyLine(number, line.text);
         }
-        state_.output.append(run);
-        run = {};
-        if (has_end && !IsDropped(number, line.text))
-            run = {line.text.data(), line.text.size() + kCrLf.size()};
-        else
-            WriteBodyLine(number, line.text);
+        ++number;
     }
     state_.output.append(run);
     return number;
@@ -457,10 +486,11 @@ void PageWriter::ClosePage()
 {
     WriteEnd();
     // Other pages are in work by the time a failure of this one is told.
-    const auto tell_place = [&reporter = build_.machine.reporter, where = KeptPlace(state_.place),
+    const auto tell_place = [&reporter = build_.machine.reporter, file = state_.place.file,
+                             line = state_.place.line, page = state_.page.name,
                              path = state_.page.CurrentOutputPath](RunError& error) {
-        error.where = where;
-        reporter.Status(ShortenedPath(path));
+        error.where = Place{file, line, page};
+        ShowPath(reporter, path);
     };
     build_.machine.files.HandOver(state_.page.file, state_.output, tell_place);
 }
@@ -478,11 +508,11 @@ void PageWriter::WriteEnd()
         WriteTemplate(tail_);
 }
 
-void PageWriter::WriteTemplate(const TemplatePieces& pieces)
+void PageWriter::WriteTemplate(const PreparedSection& section)
 {
     if (build_.tracer) [[unlikely]]
         build_.tracer->template_used = true;
-    for (const TemplatePiece& piece : pieces) {
+    for (const TemplatePiece& piece : line_.tracer != nullptr ? section.traced : section.pieces) {
         if (!piece.finished.empty()) {
             state_.output.append(piece.finished);
             continue;
@@ -502,10 +532,12 @@ void PageWriter::WriteTemplate(const TemplatePieces& pieces)
 /// Returns false where the line has to go through its steps.
 bool PageWriter::WriteCut(const TemplatePiece& piece)
 {
-    const PageRecord& record = build_.CurrentRecord();
-    const bool is_filled =
-        (piece.triggers & kMeta) != 0 && !(record.keywords.empty() && record.description.empty());
-    if (piece.cut.IsEmpty() || is_filled)
+    if (!piece.metas.empty()) {
+        const MetaWriting meta = WriteMetaTag(piece.metas, build_.CurrentRecord(), state_.output);
+        if (meta != MetaWriting::stays)
+            return meta == MetaWriting::written;
+    }
+    if (piece.cut.IsEmpty())
         return false;
     if ((piece.triggers & kPosition) != 0 && !StandsHere(piece.line.text[1], state_).value_or(true))
         return true;
@@ -517,8 +549,8 @@ void PageWriter::TellTemplateUnused()
 {
     if (!build_.tracer || build_.tracer->template_used)
         return;
-    for (const TemplatePieces* const pieces : {&head_, &tail_})
-        for (const TemplatePiece& piece : *pieces)
+    for (const PreparedSection* const section : {&head_, &tail_})
+        for (const TemplatePiece& piece : section->traced)
             build_.tracer->Unused(piece.line, "no page is framed by the template", LinePart::frame);
 }
 

@@ -4,6 +4,7 @@
 #include "text/table_column.h"
 #include "text/text.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace kiv {
@@ -28,6 +29,13 @@ constexpr ServerScript kServerScripts[] = {
 std::vector<std::string_view> ServerScriptWords()
 {
     return ColumnOf(kServerScripts, &ServerScript::directive);
+}
+
+bool IsServerScript(std::string_view line)
+{
+    return std::ranges::any_of(kServerScripts, [&](const ServerScript& script) {
+        return StartsWithNoCase(line, script.directive);
+    });
 }
 
 std::string_view ExpandServerScript(std::string& line, const Addresses& addresses)

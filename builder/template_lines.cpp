@@ -8,6 +8,7 @@
 #include "text/joined_text.h"
 #include "text/text.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -16,20 +17,43 @@ namespace kiv {
 
 namespace {
 
-/// A line with `mark` becomes the tag of that name. Returns whether it did.
-bool FillMeta(MergedLine& line, std::string_view mark, std::string_view name,
-              std::string_view content, PageField field)
+} // namespace
+
+/// A line with `mark` becomes the tag of that name, where the page has a value for it.
+struct MetaTag {
+    std::string_view mark;
+    std::string_view name;
+    std::string PageRecord::*content;
+    PageField field;
+};
+
+namespace {
+
+constexpr MetaTag kMetaTags[] = {
+    {R"(<META NAME="keywords")", "keywords", &PageRecord::keywords, PageField::keywords},
+    {R"(<META NAME="description")", "description", &PageRecord::description,
+     PageField::description},
+};
+
+void AppendMeta(std::string& text, const MetaTag& tag, std::string_view content)
 {
-    if (content.empty() || !ContainsNoCase(line.text, mark))
+    Append(text, {"<meta NAME=\"", tag.name, "\" CONTENT=\"", content, "\">"});
+}
+
+/// Returns whether the line became the tag.
+bool FillMeta(MergedLine& line, const MetaTag& tag)
+{
+    const std::string& content = line.build.CurrentRecord().*tag.content;
+    if (content.empty() || !ContainsNoCase(line.text, tag.mark))
         return false;
     line.bound.AddSource(content.size());
     line.text.clear();
-    Append(line.text, {"<meta NAME=\"", name, "\" CONTENT=\"", content, "\">"});
+    AppendMeta(line.text, tag, content);
     if (line.tracer != nullptr) [[unlikely]] {
         const SourceSpan from =
-            line.tracer->Known().Field(line.build.state.page.number, field).place;
+            line.tracer->Known().Field(line.build.state.page.number, tag.field).place;
         line.tracer->Note(
-            "<META NAME=", Joined({"the page's ", name, ", ", line.tracer->PlaceText(from)}),
+            "<META NAME=", Joined({"the page's ", tag.name, ", ", line.tracer->PlaceText(from)}),
             line.text, from);
     }
     return true;
@@ -37,11 +61,9 @@ bool FillMeta(MergedLine& line, std::string_view mark, std::string_view name,
 
 bool FillMetas(MergedLine& line)
 {
-    const PageRecord& page = line.build.CurrentRecord();
-    bool found =
-        FillMeta(line, R"(<META NAME="keywords")", "keywords", page.keywords, PageField::keywords);
-    found |= FillMeta(line, R"(<META NAME="description")", "description", page.description,
-                      PageField::description);
+    bool found = false;
+    for (const MetaTag& tag : kMetaTags)
+        found |= FillMeta(line, tag);
     return found;
 }
 
@@ -99,6 +121,30 @@ std::optional<bool> StandsHere(char code, const BuildState& state)
     default:
         return std::nullopt;
     }
+}
+
+std::vector<const MetaTag*> MetaTagsIn(std::string_view line)
+{
+    std::vector<const MetaTag*> tags;
+    for (const MetaTag& tag : kMetaTags)
+        if (ContainsNoCase(line, tag.mark))
+            tags.push_back(&tag);
+    return tags;
+}
+
+MetaWriting WriteMetaTag(std::span<const MetaTag* const> tags, const PageRecord& page,
+                         std::string& output)
+{
+    const auto has_value = [&](const MetaTag* tag) { return !(page.*tag->content).empty(); };
+    const auto first = std::ranges::find_if(tags, has_value);
+    if (first == tags.end())
+        return MetaWriting::stays;
+    const std::string& content = page.*(*first)->content;
+    if ((ScanLine(content) & kMerged) != 0)
+        return MetaWriting::has_marks;
+    AppendMeta(output, **first, content);
+    output.append(kCrLf);
+    return MetaWriting::written;
 }
 
 void WriteTemplateLine(MergedLine& line)

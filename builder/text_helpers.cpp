@@ -5,6 +5,7 @@
 #include "text/text.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <utility>
 
@@ -13,8 +14,8 @@ namespace kiv {
 namespace {
 
 /// Words that say nothing about a page. The order is the format's.
-constexpr std::string_view kStopWords[] = {" and ", " of ", " the ", " in ", " or ",
-                                           " for ", " a ",  " an ",  " is ", " are "};
+constexpr std::array<std::string_view, 10> kStopWords = {" and ", " of ", " the ", " in ", " or ",
+                                                         " for ", " a ",  " an ",  " is ", " are "};
 
 std::string Replaced(std::string_view text, std::string_view word, std::string_view value)
 {
@@ -23,14 +24,44 @@ std::string Replaced(std::string_view text, std::string_view word, std::string_v
     return result;
 }
 
-/// The characters that stand behind blanks, in upper case: what words begin with.
-std::string WordStarts(std::string_view text)
+/// Which stop words a text holds: few titles have more than one. None comes to stand between blanks
+/// by another that goes.
+std::array<bool, kStopWords.size()> StopWordsIn(std::string_view text)
 {
-    std::string starts;
-    for (std::size_t i = 1; i < text.size(); ++i)
-        if (text[i - 1] == ' ')
-            starts += AsciiUpper(text[i]);
-    return starts;
+    constexpr std::size_t kLongest = 5; // with the blanks
+    std::array<bool, kStopWords.size()> present{};
+    std::size_t begin = text.find(' ');
+    for (std::size_t end = 0; begin != npos; begin = end) {
+        end = text.find(' ', begin + 1);
+        const std::string_view word = text.substr(begin, end - begin + 1);
+        for (std::size_t i = 0; word.size() <= kLongest && i < kStopWords.size(); ++i)
+            present[i] = present[i] || EqualsNoCase(word, kStopWords[i]);
+    }
+    return present;
+}
+
+/// Leaves the characters out that are none of a keyword, and blanks in the place of others.
+void CleanKeywords(std::string& text)
+{
+    std::size_t kept = 0;
+    for (const char c : text)
+        if (c != '&' && c != '"')
+            text[kept++] = c == ',' || c == ':' || c == ';' ? ' ' : c;
+    text.resize(kept);
+}
+
+/// A "," for each blank, or for two that follow each other: three leave two, and so an empty
+/// keyword.
+void PutCommas(std::string& text)
+{
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool is_blank = text[i] == ' ';
+        text[kept++] = is_blank ? ',' : text[i];
+        if (is_blank && i + 1 < text.size() && text[i + 1] == ' ')
+            ++i;
+    }
+    text.resize(kept);
 }
 
 /// Takes out everything between the first "<" and the first ">" while there are both. Each is
@@ -71,18 +102,13 @@ std::string StripTitle(std::string_view title)
 std::string TitleKeywords(std::string_view title)
 {
     std::string text = WithoutTags(title);
-    std::erase_if(text, [](char c) { return c == '&' || c == '"'; });
-    std::ranges::replace_if(
-        text, [](char c) { return c == ',' || c == ':' || c == ';'; }, ' ');
+    CleanKeywords(text);
     // One pass a word: of two stop words that share a blank the second stays, as the format says.
-    // A word that goes lets none begin elsewhere.
-    const std::string starts = WordStarts(text);
-    for (const std::string_view word : kStopWords)
-        if (starts.find(AsciiUpper(word[1])) != npos)
-            ReplaceEachNoCase(text, word, " ");
-    // One pass as well: three blanks leave two, and so an empty keyword.
-    ReplaceEach(text, "  ", " ");
-    std::ranges::replace(text, ' ', ',');
+    const auto present = StopWordsIn(text);
+    for (std::size_t i = 0; i < kStopWords.size(); ++i)
+        if (present[i])
+            ReplaceEachNoCase(text, kStopWords[i], " ");
+    PutCommas(text);
     return text;
 }
 
