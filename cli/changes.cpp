@@ -22,6 +22,7 @@ bool NeedsAFolder(const std::string& relative)
 ChangeCount CountChanges(std::span<const WrittenFile> files)
 {
     std::unordered_set<std::string_view> places;
+    places.reserve(files.size());
     ChangeCount count;
     for (const WrittenFile& file : files)
         if (places.insert(file.place).second)

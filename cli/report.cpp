@@ -40,11 +40,12 @@ void TakeTold(RunReport& report, const CliReporter& reporter)
 
 void TakeWritten(RunReport& report, Drives& files, bool with_native)
 {
-    report.files = files.Written();
     report.written = files.WrittenFiles();
-    if (with_native)
-        for (const WrittenFile& file : report.written)
-            report.native.push_back(NativeOrDrive(files, file.path));
+    if (!with_native)
+        return;
+    report.files = files.Written();
+    for (const WrittenFile& file : report.written)
+        report.native.push_back(NativeOrDrive(files, file.path));
 }
 
 void PrintPlain(std::ostream& out, const RunReport& report, const Terminal& terminal)

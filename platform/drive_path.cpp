@@ -20,7 +20,8 @@ std::string RootOf(char drive)
 void AddParts(std::string& absolute, std::string_view path)
 {
     while (!path.empty()) {
-        const std::size_t end = std::min(path.find_first_of("\\/"), path.size());
+        const auto separator = std::ranges::find_if(path, IsSeparator);
+        const auto end = static_cast<std::size_t>(separator - path.begin());
         const std::string_view part = path.substr(0, end);
         path.remove_prefix(std::min(end + 1, path.size()));
         if (part.empty() || part == ".")

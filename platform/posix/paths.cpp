@@ -13,7 +13,8 @@ std::string JoinNative(std::string_view folder, std::string_view name)
     native.append(folder);
     if (folder != "/")
         native.push_back('/');
-    return native.append(name);
+    native.append(name); // what append gives back would be copied
+    return native;
 }
 
 std::string_view NativeFolderOf(std::string_view native)
