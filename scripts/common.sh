@@ -50,6 +50,7 @@ install_packages() {
 configure_and_build() {
     local preset=$1
     shift
+    mkdir -p "$root/build"
     cmake --preset "$preset" "$@" >"$root/build/$preset.log" 2>&1 || {
         cat "$root/build/$preset.log"
         exit 1
