@@ -37,14 +37,6 @@ unsigned FindIn(const char* block, std::string_view characters)
 }
 #endif
 
-std::uint64_t FindInStretch(const char* stretch)
-{
-    std::uint64_t found = 0;
-    for (std::size_t block = 0; block < kStretch; block += kBlock)
-        found |= std::uint64_t{FindIn(stretch + block, kMarksAndEnds)} << block;
-    return found;
-}
-
 #if defined(__SSE2__) && defined(__GNUC__)
 
 /// A byte's halves, four bits each, are looked up in a table each. It is one of the characters
@@ -103,7 +95,7 @@ std::uint64_t MarksInStretch(const char* stretch)
     if (kLooksUp)
         return LookUpStretch(stretch);
 #endif
-    return FindInStretch(stretch);
+    return MarksByComparing(stretch);
 }
 
 constexpr std::array<bool, 256> kIsLateMark = [] {
@@ -114,6 +106,14 @@ constexpr std::array<bool, 256> kIsLateMark = [] {
 }();
 
 } // namespace
+
+std::uint64_t MarksByComparing(const char* stretch)
+{
+    std::uint64_t found = 0;
+    for (std::size_t block = 0; block < kStretch; block += kBlock)
+        found |= std::uint64_t{FindIn(stretch + block, kMarksAndEnds)} << block;
+    return found;
+}
 
 std::uint64_t MarksFrom(std::string_view text, std::size_t from)
 {

@@ -14,6 +14,10 @@ inline constexpr std::size_t kStretch = 64;
 /// `text` from `from` on, or as many as there are: a bit a character, the first one's the lowest.
 std::uint64_t MarksFrom(std::string_view text, std::size_t from);
 
+/// The same for a whole stretch that begins at `stretch`, by comparing: for processors that cannot
+/// look up 32 bytes at a time.
+std::uint64_t MarksByComparing(const char* stretch);
+
 /// Whether a text holds a character that what the at-variables, or steps behind them, act on begins
 /// with.
 bool HoldsLateMark(std::string_view text);

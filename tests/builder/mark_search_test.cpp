@@ -24,7 +24,9 @@ TEST(MarkSearch, EachCharacterAtEachPlaceOfAStretchIsWhatItIs)
         for (std::size_t at = 0; at < kStretch; ++at) {
             std::string text(3 + kStretch + 3, 'x');
             text[3 + at] = static_cast<char>(code);
-            ASSERT_EQ(MarksFrom(text, 3), BitOf(kBeginnings, text[3 + at], at))
+            const std::uint64_t expected = BitOf(kBeginnings, text[3 + at], at);
+            ASSERT_EQ(MarksFrom(text, 3), expected) << "code " << code << " at " << at;
+            ASSERT_EQ(MarksByComparing(text.data() + 3), expected)
                 << "code " << code << " at " << at;
         }
 }
