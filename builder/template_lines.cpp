@@ -15,10 +15,6 @@
 
 namespace kiv {
 
-namespace {
-
-} // namespace
-
 /// A line with `mark` becomes the tag of that name, where the page has a value for it.
 struct MetaTag {
     std::string_view mark;
