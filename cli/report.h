@@ -51,9 +51,9 @@ struct RunReport {
     std::string status;
     std::vector<std::string> messages;
     std::optional<RunError> error;
-    std::vector<std::string> files;
-    std::vector<WrittenFile> written;                 // the same files
-    std::vector<std::string> native;                  // and their native paths, for the JSON report
+    std::vector<WrittenFile> written;                 // in order
+    std::vector<std::string> files;                   // their paths, for the JSON report alone
+    std::vector<std::string> native;                  // and their native paths, for it, too
     std::optional<std::vector<std::string>> changed;  // the paths that "--changed" asks for
     std::optional<std::vector<MemberReport>> members; // of "group"
     std::vector<std::string> launched;

@@ -16,8 +16,8 @@ void PrepareProcess();
 std::uint64_t WaitsOfThread();
 
 /// Has a new thread run on other processors than the one the caller is on, where there are some. A
-/// system may else leave it where it was made for as long as a small build takes: a virtual machine
-/// takes its processors for busy when they only sleep.
+/// system may else leave it where it was made for as long as a small build takes: to a virtual
+/// machine a processor that sleeps can look busy.
 void KeepApart(std::thread& thread);
 
 } // namespace kiv

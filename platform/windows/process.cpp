@@ -15,7 +15,7 @@ std::uint64_t WaitsOfThread()
 
 void KeepApart(std::thread&)
 {
-    // Windows gives a new thread a processor of its own by itself.
+    // Threads that share a processor from the start have not been met on Windows.
 }
 
 } // namespace kiv
