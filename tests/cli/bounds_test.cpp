@@ -4,7 +4,7 @@
 namespace kiv {
 namespace {
 
-constexpr int kPages = 10;
+constexpr int kListedPages = 10;
 constexpr int kLinesOfAPage = 4000;
 
 class LargestSites : public CliTest {
@@ -15,7 +15,7 @@ class LargestSites : public CliTest {
     static std::string PageList(const std::string& further)
     {
         std::string list;
-        for (int page = 1; page <= kPages; ++page) {
+        for (int page = 1; page <= kListedPages; ++page) {
             list += "@FILE = p" + std::to_string(page) + "\n@TITLE = T\n";
             for (int line = 3; line <= kLinesOfAPage; ++line)
                 list += "x\n";
