@@ -6,6 +6,9 @@
 #ifdef __SSE2__
 #include <immintrin.h>
 #endif
+#if __has_include(<sys/platform/x86.h>) && !defined(__clang__) // it is written for C and GCC
+#include <sys/platform/x86.h>
+#endif
 
 namespace kiv {
 
@@ -85,7 +88,12 @@ __attribute__((target("avx2"))) std::uint64_t LookUpStretch(const char* stretch)
     return found;
 }
 
+#ifdef CPU_FEATURE_ACTIVE
+/// The C library has asked the processor already, which takes long in a virtual machine.
+const bool kLooksUp = CPU_FEATURE_ACTIVE(AVX2);
+#else
 const bool kLooksUp = __builtin_cpu_supports("avx2") != 0;
+#endif
 
 #endif
 

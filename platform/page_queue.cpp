@@ -14,7 +14,7 @@ namespace {
 
 // To start a thread takes as long as to write a few pages: a small build is done before that
 // is worth while. On a slow disk it is from the second page on.
-constexpr auto kWorthwhile = std::chrono::milliseconds(2);
+constexpr auto kWorthwhile = std::chrono::milliseconds(1);
 
 constexpr std::size_t kLargestBuffer = std::size_t{1} << 20U;
 
