@@ -16,7 +16,7 @@ class FileContent {
     FileContent() = default;
     explicit FileContent(std::string text) : text_(std::move(text)), size_(text_.size()) {}
 
-    std::string_view View() const { return {room_ ? room_.get() : text_.data(), size_}; }
+    std::string_view View() const { return {room_ ? begin_ : text_.data(), size_}; }
     std::size_t size() const { return size_; }
 
     /// Room to read into, which nobody has cleared, in the place of what it held.
@@ -24,15 +24,23 @@ class FileContent {
     {
         text_.clear();
         size_ = 0;
-        room_.reset(new char[size]);
-        return room_.get();
+        std::size_t there = size + kLine;
+        room_.reset(new char[there]);
+        void* begin = room_.get();
+        begin_ = static_cast<char*>(std::align(kLine, size, begin, there));
+        return begin_;
     }
     /// So much of the room holds something now.
     void SetSize(std::size_t size) { size_ = size; }
 
   private:
+    // Large memory begins sixteen bytes behind the beginning of a page. Some processors take five
+    // times as long to copy pages of a file to there.
+    static constexpr std::size_t kLine = 64; // bytes of a processor's cache
+
     std::string text_;
     std::unique_ptr<char[]> room_;
+    char* begin_ = nullptr; // of what is used of the room
     std::size_t size_ = 0;
 };
 
