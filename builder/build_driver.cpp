@@ -94,7 +94,7 @@ RunError NoMemory(const Build& build)
 {
     return {ErrorKind::memory, "there is not enough memory for what this line makes or reads",
             build.state.place,
-            "Part what the line makes or reads into smaller pieces, or close other programs."};
+            "Split what the line makes or reads into smaller pieces, or close other programs."};
 }
 
 /// The run for the single page, where there is one, and the ordinary one.

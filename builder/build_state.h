@@ -37,7 +37,7 @@ inline constexpr std::string_view kEndMarker = "@@ENDOFFILE@@";
 struct PageLineTable : FixedTable<SourceLine, 0, kMaxPageLines> {
     PageLineTable()
         : FixedTable("page line",
-                     "A page has room for 4999 lines: part it in two, or put ready-made "
+                     "A page has room for 4999 lines: split it in two, or put ready-made "
                      "HTML in with \"!++\", which is one line.")
     {
     }

@@ -13,7 +13,7 @@ class Files;
 /// link to nothing. "" when nothing does.
 std::string WhatIsNoFile(Files& files, std::string_view path);
 
-/// Whether page list and template are there. If not, that is told by the system's own message,
+/// Whether page list and template are there. If not, that is told by the format's own message,
 /// which names both; its place and its hint say which of them is missing and what is there instead.
 bool HasSources(Build& build);
 

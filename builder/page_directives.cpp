@@ -1,5 +1,6 @@
 #include "builder/page_directives.h"
 
+#include "builder/build_state.h"
 #include "builder/text_helpers.h"
 #include "text/table_column.h"
 #include "text/text.h"
@@ -105,7 +106,8 @@ std::vector<std::string_view> PageDirectiveWords()
 
 bool TakesValue(std::string_view word)
 {
-    // Some character parts the value from its word; that of "@NAKED" would stand right behind it.
+    // Some character stands between the word and its value; that of "@NAKED" would be right behind
+    // it.
     return std::ranges::any_of(kDirectives, [&](const Directive& directive) {
         return directive.word == word && directive.value_from > word.size() + 1;
     });

@@ -1,13 +1,14 @@
 // The page directives: lines such as "@TITLE = Home" that write into a page's record.
 #pragma once
 
-#include "builder/build_state.h"
 #include "builder/definitions.h"
 
 #include <string_view>
 #include <vector>
 
 namespace kiv {
+
+struct BuildState;
 
 /// The words that begin a page directive, such as "@TITLE =".
 std::vector<std::string_view> PageDirectiveWords();

@@ -264,7 +264,7 @@ void PageWriter::WriteSeparator()
     WriteLine(output, "</div>");
     if (line_.tracer != nullptr) [[unlikely]]
         TellOwnText(line_.tracer->Known().Field(next, PageField::file),
-                    "the line that parts two pages on a single page");
+                    "the line that separates two pages on a single page");
 }
 
 void PageWriter::WriteFilePage()

@@ -310,7 +310,7 @@ constexpr CallRow kCalls[] = {
     {.name = "fix-names",
      .about = "Make the names of all files safe for the web (\"Fix names\")",
      .details = "My Photo (1).JPG becomes my-photo--1-.jpg: small letters, and hyphens for what "
-         "a web address does not bear. Nothing is ever overwritten: the run stops at the first "
+         "has no place in a web address. Nothing is ever overwritten: the run stops at the first "
          "name that is taken. undo-renames takes it back.",
      .example = "kiv-cli fix-names ~/pictures --dry-run\n"
                 "kiv-cli fix-names ~/pictures --json > names.json",

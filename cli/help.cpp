@@ -13,7 +13,7 @@ constexpr std::size_t kColumn = 30; // where it is told what an option is for
 #ifdef _WIN32
 constexpr std::string_view kPaths =
     "Drives are the machine's own; --drive-c and the environment may put a folder in the place of "
-    "one. / and \\ both part folders, and names ignore case.";
+    "one. / and \\ both separate folders, and names ignore case.";
 constexpr std::string_view kEnvironment =
     "KIV_DRIVE_X: a folder that stands for drive X, for any letter but Z; --drive-c beats "
     "KIV_DRIVE_C. KIV_THREADS: how many threads may write pages.";

@@ -57,25 +57,6 @@ std::string TakeQuotedProgram(std::string_view line, std::size_t& at)
 
 } // namespace
 
-std::vector<std::string> CutCommandLine(std::string_view command_line)
-{
-    std::vector<std::string> words;
-    std::size_t at = SkipBlanks(command_line, 0);
-    if (at == command_line.size())
-        return words;
-    if (command_line[at] == '"') {
-        words.push_back(TakeQuotedProgram(command_line, at));
-    } else {
-        const std::size_t end =
-            std::min(command_line.find_first_of(" \t", at), command_line.size());
-        words.emplace_back(command_line.substr(at, end - at));
-        at = end;
-    }
-    for (std::string& word : CutArguments(command_line.substr(at)))
-        words.push_back(std::move(word));
-    return words;
-}
-
 std::vector<std::string> CutArguments(std::string_view arguments)
 {
     std::vector<std::string> words;

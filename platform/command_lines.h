@@ -11,11 +11,6 @@
 
 namespace kiv {
 
-/// A command line cut into words by the Windows rules: blanks and tabs part, double quotes hold
-/// together, 2n backslashes before a quote are n, 2n+1 are n and the quote itself. The first word
-/// ends at its closing quote or first blank and knows no backslash rule.
-std::vector<std::string> CutCommandLine(std::string_view command_line);
-
 /// The ways to read an unquoted program path with blanks, in the order tried: "C:\a b\c.exe -m" may
 /// be "C:\a", "C:\a b\c.exe" or the whole. Each with the position of its arguments (0-based).
 struct ProgramReading {
@@ -24,7 +19,9 @@ struct ProgramReading {
 };
 std::vector<ProgramReading> ProgramReadings(std::string_view command_line);
 
-/// The words of a command line behind its program: without the rules for the first word.
+/// The words of a command line behind its program, by the Windows rules: blanks and tabs separate
+/// them, double quotes hold together, 2n backslashes before a quote are n, 2n+1 are n and the quote
+/// itself.
 std::vector<std::string> CutArguments(std::string_view arguments);
 
 /// The folder that the file manager is to show: X, blanks and all, of "explorer X", or the file of

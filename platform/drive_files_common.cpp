@@ -183,7 +183,7 @@ void DriveFiles::RefuseTooLarge(std::string_view path, std::uint64_t size)
 {
     constexpr std::uint64_t kLargest = std::uint64_t{1} << 30U;
     if (size > kLargest)
-        Refuse("read", path, {"it is larger than 1 GiB", "Part it into smaller files."});
+        Refuse("read", path, {"it is larger than 1 GiB", "Split it into smaller files."});
 }
 
 void DriveFiles::ReadWhole(std::string_view path, std::uint64_t size, const ReadFirst& read,
@@ -197,7 +197,7 @@ void DriveFiles::ReadWhole(std::string_view path, std::uint64_t size, const Read
                 return;
         } catch (const std::bad_alloc&) {
             RunError error(ErrorKind::memory, Joined({"there is not enough memory to read ", path}),
-                           {}, "Close other programs, or part the file into smaller ones.");
+                           {}, "Close other programs, or split the file into smaller ones.");
             error.file = path;
             throw RunError(std::move(error));
         }

@@ -37,7 +37,7 @@ class AltTable {
 
     FixedTable<AltEntry, 1, 3000> entries_{
         "line of _alt.txt", "_alt.txt has room for 3000 entries: take out those of pictures that "
-                            "are gone, or part the folder in two."};
+                            "are gone, or split the folder in two."};
     int count_ = 0;
     std::unordered_map<std::string, int> rows_; // the first row of each name
 };

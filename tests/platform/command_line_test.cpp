@@ -10,37 +10,32 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(CutCommandLine, FollowsTheWindowsRules)
+TEST(CutArguments, FollowsTheWindowsRules)
 {
     struct Row {
-        std::string_view line;
+        std::string_view arguments;
         std::vector<std::string> words;
     };
     const Row rows[] = {
         {"", {}},
         {"  ", {}},
-        {"edit", {"edit"}},
-        {"edit a.txt", {"edit", "a.txt"}},
-        {"edit \t a.txt  b.txt ", {"edit", "a.txt", "b.txt"}},
-        {R"("C:\a b\edit.exe" x)", {R"(C:\a b\edit.exe)", "x"}},
-        {R"("C:\a b\" x)", {R"(C:\a b\)", "x"}}, // the first word knows no backslash rule
-        {R"(C:\a"b c)", {R"(C:\a"b)", "c"}},
-        {R"("C:\a b)", {R"(C:\a b)"}}, // never closed
-        {R"(e "a b")", {"e", "a b"}},
-        {R"(e a" "b)", {"e", "a b"}},
-        {R"(e "")", {"e", ""}},
-        {R"(e "a b)", {"e", "a b"}},
-        {R"(e a\b)", {"e", R"(a\b)"}},
-        {R"(e a\\b)", {"e", R"(a\\b)"}},
-        {R"(e a\"b)", {"e", R"(a"b)"}},           // 1 before a quote: none and the quote
-        {R"(e a\\"b c")", {"e", R"(a\b c)"}},     // 2: one, and the quote opens
-        {R"(e a\\\"b c)", {"e", R"(a\"b)", "c"}}, // 3: one and the quote
-        {R"(e "C:\site\\" x)", {"e", R"(C:\site\)", "x"}},
-        {R"(e a\)", {"e", R"(a\)"}},
-        {R"(c:\utils\dosutils\case *.* /l)", {R"(c:\utils\dosutils\case)", "*.*", "/l"}},
+        {"a.txt", {"a.txt"}},
+        {" \t a.txt  b.txt ", {"a.txt", "b.txt"}},
+        {R"("a b")", {"a b"}},
+        {R"(a" "b)", {"a b"}},
+        {R"("")", {""}},
+        {R"("a b)", {"a b"}}, // never closed
+        {R"(a\b)", {R"(a\b)"}},
+        {R"(a\\b)", {R"(a\\b)"}},
+        {R"(a\"b)", {R"(a"b)"}},           // 1 before a quote: none and the quote
+        {R"(a\\"b c")", {R"(a\b c)"}},     // 2: one, and the quote opens
+        {R"(a\\\"b c)", {R"(a\"b)", "c"}}, // 3: one and the quote
+        {R"("C:\site\\" x)", {R"(C:\site\)", "x"}},
+        {R"(a\)", {R"(a\)"}},
+        {" *.* /l", {"*.*", "/l"}},
     };
     for (const Row& row : rows)
-        EXPECT_EQ(CutCommandLine(row.line), row.words) << row.line;
+        EXPECT_EQ(CutArguments(row.arguments), row.words) << row.arguments;
 }
 
 using Reading = std::pair<std::string, std::size_t>;
@@ -68,6 +63,9 @@ TEST(ProgramReadings, AQuotedProgramHasOne)
 {
     EXPECT_THAT(Readings(R"("C:\a b\c.exe" -m x)"), ElementsAre(Reading(R"(C:\a b\c.exe)", 15)));
     EXPECT_THAT(Readings(R"("C:\a b\c.exe")"), ElementsAre(Reading(R"(C:\a b\c.exe)", 14)));
+    // It knows no rule for backslashes.
+    EXPECT_THAT(Readings(R"("C:\a b\" x)"), ElementsAre(Reading(R"(C:\a b\)", 10)));
+    EXPECT_THAT(Readings(R"("C:\a b)"), ElementsAre(Reading(R"(C:\a b)", 8))); // never closed
 }
 
 TEST(ProgramList, KeepsAndHandsOn)

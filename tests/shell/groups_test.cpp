@@ -200,5 +200,19 @@ TEST_F(Groups, TheFilesOfAllMembersAreOpened)
     EXPECT_EQ(programs.started, (Texts{"pad C:\\site\\a\\_template.txt"}));
 }
 
+TEST_F(Groups, FilesBelowAFolderWithABlankAreOpenedWhole)
+{
+    Put("My Site/_group.txt", "a b\n");
+    Put("My Site/a b/_sitemap.txt", "ay");
+    Put("My Site/_sitemap.txt", "own");
+    workspace.switchto("C:\\My Site");
+    groupedit(workspace, "_html.txt");
+    groupedit(workspace, "_template.txt");
+    sitemapmaster(workspace);
+    EXPECT_EQ(programs.files,
+              (Texts{"C:\\My Site\\a b\\_html.txt", "C:\\My Site\\a b\\_template.txt",
+                     "C:\\My Site\\_sitemap-master.txt"}));
+}
+
 } // namespace
 } // namespace kiv
