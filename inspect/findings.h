@@ -84,6 +84,7 @@ void FindNearBounds(const SiteView& site, FindingSink& sink);
 
 // check_list_findings.cpp
 void FindCheckListFaults(const SiteView& site, FindingSink& sink);
+
 // link_findings.cpp
 void FindDeadLinks(const SiteView& site, FindingSink& sink);
 void FindDeadAnchors(const SiteView& site, FindingSink& sink);

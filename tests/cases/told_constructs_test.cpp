@@ -7,6 +7,7 @@
 #include "builder/server_scripts.h"
 #include "tests/cases/case_file.h"
 #include "text/text.h"
+#include "text/windows1252.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
