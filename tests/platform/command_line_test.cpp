@@ -65,7 +65,7 @@ TEST(ProgramReadings, AQuotedProgramHasOne)
     EXPECT_THAT(Readings(R"("C:\a b\c.exe")"), ElementsAre(Reading(R"(C:\a b\c.exe)", 14)));
     // It knows no rule for backslashes.
     EXPECT_THAT(Readings(R"("C:\a b\" x)"), ElementsAre(Reading(R"(C:\a b\)", 10)));
-    EXPECT_THAT(Readings(R"("C:\a b)"), ElementsAre(Reading(R"(C:\a b)", 8))); // never closed
+    EXPECT_THAT(Readings(R"("C:\a b)"), ElementsAre(Reading(R"(C:\a b)", 7))); // never closed
 }
 
 TEST(ProgramList, KeepsAndHandsOn)
