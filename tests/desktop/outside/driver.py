@@ -60,6 +60,11 @@ def is_shown(node):
     return node.get_state_set().contains(Atspi.StateType.SHOWING)
 
 
+def has_focus(window):
+    """What is typed goes there; a new window is on the screen before that."""
+    return any(node.get_state_set().contains(Atspi.StateType.FOCUSED) for node in walk(window))
+
+
 def is_on(node):
     return node.get_state_set().contains(Atspi.StateType.ENABLED)
 

@@ -8,7 +8,7 @@ import re
 import shutil
 import sys
 
-from driver import Atspi, Kiv, fail, put_programs, wait, walk
+from driver import Atspi, Kiv, fail, has_focus, put_programs, wait, walk
 
 
 class Hand(Kiv):
@@ -206,6 +206,7 @@ def undo_a_rename(hand):
     hand.enter("Undo renames")
     look = wait("the look", lambda: next(iter(hand.side_windows()), None))
     wait("the pair", lambda: any(n.get_name() == "My Page.txt" for n in walk(look)))
+    wait("the focus", lambda: has_focus(look))
     hand.keys("Return")
     wait("the old name", lambda: os.path.exists(folder + "/My Page.txt"))
     wait("the look to close", lambda: not hand.side_windows())
