@@ -104,9 +104,11 @@ Triggers TriggerOfStart(std::string_view line)
 /// Few lines begin so that more than their first character has to be looked at.
 Triggers StartTriggers(std::string_view line)
 {
+    const Triggers defining = line.size() > 4 && line[4] == '=' ? kDefining : 0U;
     if (line[0] == '<')
-        return line.size() > 3 && line[1] == '!' && line.starts_with("<!--") ? kMarker : 0U;
-    return kStarts[static_cast<unsigned char>(line[0])] ? TriggerOfStart(line) : 0U;
+        return defining |
+               (line.size() > 3 && line[1] == '!' && line.starts_with("<!--") ? kMarker : 0U);
+    return defining | (kStarts[static_cast<unsigned char>(line[0])] ? TriggerOfStart(line) : 0U);
 }
 
 } // namespace
@@ -138,16 +140,28 @@ std::string_view LineScanner::Next(Triggers& triggers)
             // No trigger goes past the end of its line.
             found |= HeadTrigger({text_.data() + at, text_.size() - at});
         }
-        if (seen_ >= text_.size())
+        if (!TakeStretch(marks))
             break;
-        marks = MarksFrom(text_, seen_);
-        seen_ += kStretch;
     }
     marks_ = 0;
     const std::string_view line = text_.substr(next_);
     next_ = text_.size();
     triggers = found | StartTriggers(line);
     return line;
+}
+
+/// False when the text has no further one.
+bool LineScanner::TakeStretch(std::uint64_t& marks)
+{
+    if (first_ahead_ == ahead_count_) {
+        if (seen_ >= text_.size())
+            return false;
+        first_ahead_ = 0;
+        ahead_count_ = MarksFrom(text_, seen_, ahead_);
+    }
+    marks = ahead_[first_ahead_++];
+    seen_ += kStretch;
+    return true;
 }
 
 /// The line that begins at `next_` and ends with the LF at `end`; `found` stands in it.

@@ -2,6 +2,7 @@
 // it at all.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -30,6 +31,7 @@ enum Trigger : std::uint32_t {
     kBlockTag = 1U << 17,  // holds "<zu" (the page list alone)
     kEndBehind = 1U << 18, // CR LF stands right behind it in its source
     kListSign = 1U << 19,  // begins with ";" or "+" (the page list and what it includes)
+    kDefining = 1U << 20,  // its fifth character is "=", as that of "@@03= text" (the page list)
     kTemplateOnly = kMeta | kPosition,
     kBodyOnly = kFileText,
     kMerged = kBlockTag - 1, // all but what is done with when lines have been read
@@ -58,10 +60,17 @@ class LineScanner {
   private:
     std::string_view Ended(std::size_t end, Triggers found, Triggers& triggers);
 
+    bool TakeStretch(std::uint64_t& marks);
+
+    static constexpr std::size_t kAtOnce = 32; // stretches
+
     std::string_view text_;
     std::size_t next_ = 0;    // where the next line begins
-    std::size_t seen_ = 0;    // how far the text was looked at
-    std::uint64_t marks_ = 0; // of the last stretch: what was not taken of it yet, a bit a byte
+    std::size_t seen_ = 0;    // how far the stretches reach that were taken
+    std::uint64_t marks_ = 0; // of the last one: what was not taken of it yet, a bit a byte
+    std::array<std::uint64_t, kAtOnce> ahead_{}; // of the stretches behind it
+    std::size_t first_ahead_ = 0;
+    std::size_t ahead_count_ = 0;
 };
 
 } // namespace kiv

@@ -1,5 +1,6 @@
 #include "builder/mark_search.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -62,14 +63,14 @@ constexpr HalfTable kHighHalves = [] {
     return table;
 }();
 
-__attribute__((target("avx2"))) __m256i Twice(const HalfTable& table)
+__attribute__((target("avx2"))) inline __m256i Twice(const HalfTable& table)
 {
     return _mm256_broadcastsi128_si256(
         _mm_loadu_si128(reinterpret_cast<const __m128i*>(table.data())));
 }
 
 /// The same for processors that look up 32 bytes at a time, a fifth of the work.
-__attribute__((target("avx2"))) std::uint64_t LookUpStretch(const char* stretch)
+__attribute__((target("avx2"))) inline std::uint64_t LookUpStretch(const char* stretch)
 {
     constexpr std::size_t kHalf = 32;
     const __m256i low_table = Twice(kLowHalves);
@@ -88,6 +89,16 @@ __attribute__((target("avx2"))) std::uint64_t LookUpStretch(const char* stretch)
     return found;
 }
 
+/// Many in a row: the tables stay where they are.
+__attribute__((target("avx2"))) void LookUpStretches(const char* first,
+                                                     std::span<std::uint64_t> marks)
+{
+    for (std::uint64_t& found : marks) {
+        found = LookUpStretch(first);
+        first += kStretch;
+    }
+}
+
 #ifdef CPU_FEATURE_ACTIVE
 /// The C library has asked the processor already, which takes long in a virtual machine.
 const bool kLooksUp = CPU_FEATURE_ACTIVE(AVX2);
@@ -104,6 +115,18 @@ std::uint64_t MarksInStretch(const char* stretch)
         return LookUpStretch(stretch);
 #endif
     return MarksByComparing(stretch);
+}
+
+void MarksInStretches(const char* first, std::span<std::uint64_t> marks)
+{
+#if defined(__SSE2__) && defined(__GNUC__)
+    if (kLooksUp)
+        return LookUpStretches(first, marks);
+#endif
+    for (std::uint64_t& found : marks) {
+        found = MarksByComparing(first);
+        first += kStretch;
+    }
 }
 
 constexpr std::array<bool, 256> kIsLateMark = [] {
@@ -130,6 +153,17 @@ std::uint64_t MarksFrom(std::string_view text, std::size_t from)
     std::array<char, kStretch> last{};
     text.copy(last.data(), kStretch, from);
     return MarksInStretch(last.data());
+}
+
+std::size_t MarksFrom(std::string_view text, std::size_t from, std::span<std::uint64_t> marks)
+{
+    const std::size_t whole = std::min((text.size() - from) / kStretch, marks.size());
+    MarksInStretches(text.data() + from, marks.first(whole));
+    const std::size_t end = from + whole * kStretch;
+    if (whole == marks.size() || end == text.size())
+        return whole;
+    marks[whole] = MarksFrom(text, end);
+    return whole + 1;
 }
 
 bool HoldsLateMark(std::string_view text)

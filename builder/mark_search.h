@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 namespace kiv {
@@ -13,6 +14,10 @@ inline constexpr std::size_t kStretch = 64;
 /// The characters that a trigger of a line can begin with, and LF, among the kStretch characters of
 /// `text` from `from` on, or as many as there are: a bit a character, the first one's the lowest.
 std::uint64_t MarksFrom(std::string_view text, std::size_t from);
+
+/// The same for one stretch after the other, as many as there is room for or as the text has.
+/// Returns how many that are.
+std::size_t MarksFrom(std::string_view text, std::size_t from, std::span<std::uint64_t> marks);
 
 /// The same for a whole stretch that begins at `stretch`, by comparing: for processors that cannot
 /// look up 32 bytes at a time.

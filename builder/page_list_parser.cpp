@@ -31,12 +31,6 @@ bool IsDirective(std::string_view line, std::string_view word)
     return line.size() > 1 && AsciiUpper(line[1]) == word[1] && StartsWithNoCase(line, word);
 }
 
-/// Few lines have a "=" where a definition has it.
-bool MayDefine(std::string_view line)
-{
-    return line.size() > 4 && line[4] == '=';
-}
-
 class PageListParser {
   public:
     explicit PageListParser(Build& build) : build_(build), state_(build.state) {}
@@ -90,7 +84,7 @@ std::span<const SourceLine> PageListParser::PlainLines() const
     const int last = std::min(state_.SourceLineCount, source_line_ + room - 1);
     const auto lines = std::as_const(state_.SourceLines).Row(source_line_, last);
     const auto is_plain = [](const SourceLine& line) {
-        return (line.triggers & kDirective) == 0 && !MayDefine(line.text);
+        return (line.triggers & (kDirective | kDefining)) == 0;
     };
     std::size_t count = 0;
     while (count < lines.size() && is_plain(lines[count]))
@@ -127,7 +121,7 @@ bool PageListParser::TakeLine()
 bool PageListParser::TakeDefinition(SourceLine& line)
 {
     const std::string_view text = line.text;
-    if (!MayDefine(text))
+    if ((line.triggers & kDefining) == 0)
         return false;
     for (std::size_t family = 0; family < kFamilyMark.size(); ++family)
         if (text.starts_with(kFamilyMark[family])) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -38,6 +39,21 @@ TEST(MarkSearch, ATextThatEndsWithinTheStretchHasNoMarksBehindItsEnd)
         ASSERT_EQ(MarksFrom(std::string_view(text).substr(0, size), 0),
                   std::uint64_t{1} << (size - 1))
             << size;
+    }
+}
+
+TEST(MarkSearch, ManyStretchesAreLookedAtInOneGo)
+{
+    constexpr std::size_t kFrom = 5;
+    for (const std::size_t size : {0U, 1U, 63U, 64U, 65U, 128U, 191U, 192U, 500U}) {
+        std::string text(kFrom + size, 'x');
+        for (std::size_t at = kFrom; at < text.size(); at += 7)
+            text[at] = '@';
+        std::uint64_t marks[3] = {};
+        const std::size_t count = MarksFrom(text, kFrom, marks);
+        EXPECT_EQ(count, std::min<std::size_t>((size + kStretch - 1) / kStretch, 3)) << size;
+        for (std::size_t i = 0; i < count; ++i)
+            EXPECT_EQ(marks[i], MarksFrom(text, kFrom + i * kStretch)) << size << " stretch " << i;
     }
 }
 
