@@ -140,8 +140,7 @@ void DriveFiles::Refresh()
 {
     written_.clear();
     places_of_written_.clear();
-    states_.clear();
-    former_.Forget();
+    known_.clear();
     losses_.clear();
 }
 
@@ -208,6 +207,12 @@ void DriveFiles::ReadWhole(std::string_view path, std::uint64_t size, const Read
             "Start again when the other program is done."});
 }
 
+bool DriveFiles::IsFormerKnown(const OutputFile& file)
+{
+    const auto known = known_.find(IdentityOf(file));
+    return known != known_.end() && known->second.former;
+}
+
 void DriveFiles::KeepFormerAt(std::string_view path)
 {
     try {
@@ -228,46 +233,51 @@ void DriveFiles::KeepFormerAt(std::string_view path)
 std::unique_ptr<PageDraft> DriveFiles::BeginPage(const OutputFile& file, std::string_view bytes)
 {
     TidyFolderOf(file);
-    return MakeDraft(file, bytes, IsFormerKnown(file));
+    return MakeDraft(file, bytes, !file.exists || IsFormerKnown(file));
 }
 
 void DriveFiles::CountPage(const PageDraft& page)
 {
     const PreparedPage& prepared = page.Prepared();
+    KnownPlaces::value_type& place = KnownAt(page.File());
     if (prepared.former)
-        KeepFormer(page.File(), *prepared.former);
+        place.second.Keep(*prepared.former);
     CountLost(page.File().path, prepared.lost);
     NoteWritten(page.File(), !page.File().exists);
-    CountWritten(page.File(), page.Bytes());
+    CountWritten(page.File(), place, page.Bytes());
 }
 
 void DriveFiles::CountWritten(const OutputFile& file, std::string_view bytes)
 {
-    std::string place = IdentityOf(file);
-    const State state = former_.IsChange(place, bytes) ? State::changed : State::as_before;
-    CountClosed(file, std::move(place), state);
+    CountWritten(file, KnownAt(file), bytes);
+}
+
+void DriveFiles::CountWritten(const OutputFile& file, KnownPlaces::value_type& place,
+                              std::string_view bytes)
+{
+    CountClosed(file, place, place.second.IsChange(bytes) ? State::changed : State::as_before);
     TellWritten(file, &bytes);
 }
 
 void DriveFiles::CountAppended(const OutputFile& file)
 {
-    CountClosed(file, IdentityOf(file), State::unread);
+    CountClosed(file, KnownAt(file), State::unread);
     TellWritten(file);
 }
 
-void DriveFiles::CountClosed(const OutputFile& file, std::string place, State state)
+void DriveFiles::CountClosed(const OutputFile& file, KnownPlaces::value_type& place, State state)
 {
-    states_.insert_or_assign(place, state);
+    place.second.state = state;
     written_.push_back(file.path);
-    places_of_written_.push_back(std::move(place));
+    places_of_written_.push_back(&place);
     ++writes_;
 }
 
-DriveFiles::State DriveFiles::StateOfContent(const std::string& path, const std::string& place)
+DriveFiles::State DriveFiles::StateOfContent(const std::string& path, const KnownPlace& known)
 {
     try {
-        const bool is_same = Stamp(path).size <= kLargestFormer && former_.Knows(place) &&
-                             !former_.IsChange(place, ReadFile(path));
+        const bool is_same =
+            Stamp(path).size <= kLargestFormer && known.former && !known.IsChange(ReadFile(path));
         return is_same ? State::as_before : State::changed;
     } catch (const RunError&) {
         return State::changed;
@@ -279,11 +289,11 @@ std::vector<WrittenFile> DriveFiles::WrittenFiles()
     std::vector<WrittenFile> files;
     files.reserve(written_.size());
     for (std::size_t i = 0; i < written_.size(); ++i) {
-        const std::string& place = places_of_written_[i];
-        State& state = states_.at(place);
-        if (state == State::unread)
-            state = StateOfContent(written_[i], place);
-        files.push_back({written_[i], place, state == State::changed, former_.WasAbsent(place)});
+        auto& [place, known] = *places_of_written_[i];
+        if (known.state == State::unread)
+            known.state = StateOfContent(written_[i], known);
+        files.push_back({written_[i], place, known.state == State::changed,
+                         known.former && known.former->WasAbsent()});
     }
     return files;
 }

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -33,7 +34,8 @@ class DriveFiles : public Drives {
     void TellLooksTo(LookLog* log) override { log_ = log; }
 
     /// Commit in steps, of which those in the middle, PageDraft::Prepare and Place, are for any
-    /// thread. `bytes` outlive the draft. May throw what the first look at the folder throws.
+    /// thread. For `file` and `bytes` see PageDraft. May throw what the first look at the folder
+    /// throws.
     std::unique_ptr<PageDraft> BeginPage(const OutputFile& file, std::string_view bytes);
     /// Counts a page that has its place as written.
     void CountPage(const PageDraft& page);
@@ -99,10 +101,10 @@ class DriveFiles : public Drives {
     virtual std::string IdentityOf(const OutputFile& file) { return file.native; }
     /// Whether it is known already what a file was before the run. Else whoever changes it tells by
     /// KeepFormer, right before.
-    bool IsFormerKnown(const OutputFile& file) { return former_.Knows(IdentityOf(file)); }
+    bool IsFormerKnown(const OutputFile& file);
     void KeepFormer(const OutputFile& file, const FormerFile& former)
     {
-        former_.Keep(IdentityOf(file), former);
+        KnownAt(file).second.Keep(former);
     }
     /// The same for a file that is to be added to or deleted: reads it when it must. Never throws
     /// but for lack of memory.
@@ -147,15 +149,36 @@ class DriveFiles : public Drives {
 
     /// How a written file is now.
     enum class State { as_before, changed, unread };
-    void CountClosed(const OutputFile& file, std::string place, State state);
-    State StateOfContent(const std::string& path, const std::string& place);
+    /// What is known of a place that is written to.
+    struct KnownPlace {
+        std::optional<FormerFile> former = {}; // none where it only got the bytes that it had
+        State state = State::as_before;
+
+        /// The first one stays.
+        void Keep(const FormerFile& one)
+        {
+            if (!former)
+                former = one;
+        }
+        /// Whether a place that holds `content` now held something else, or nothing, before.
+        bool IsChange(std::string_view content) const { return former && !former->Held(content); }
+    };
+    using KnownPlaces = std::unordered_map<std::string, KnownPlace>; // by IdentityOf
+
+    KnownPlaces::value_type& KnownAt(const OutputFile& file)
+    {
+        return *known_.try_emplace(IdentityOf(file)).first;
+    }
+    void CountWritten(const OutputFile& file, KnownPlaces::value_type& place,
+                      std::string_view bytes);
+    void CountClosed(const OutputFile& file, KnownPlaces::value_type& place, State state);
+    State StateOfContent(const std::string& path, const KnownPlace& known);
 
     LookLog* log_ = nullptr;
     std::string current_;
     std::vector<std::string> written_;
-    std::vector<std::string> places_of_written_;
-    std::unordered_map<std::string, State> states_; // by place
-    FormerFiles former_;
+    KnownPlaces known_;
+    std::vector<KnownPlaces::value_type*> places_of_written_;
     std::vector<std::string> losses_;
     std::int64_t writes_ = 0; // never starts anew: stamps outlive a Refresh
 };

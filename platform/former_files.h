@@ -5,9 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
-#include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace kiv {
 
@@ -52,34 +50,6 @@ class FormerFile {
 
     Kind kind_;
     std::optional<ContentMark> mark_;
-};
-
-/// The former files of a run, by what tells their places apart. A place that was only written with
-/// the bytes that it had is none of them.
-class FormerFiles {
-  public:
-    bool Knows(const std::string& place) const { return files_.contains(place); }
-    /// The first one of a place stays.
-    void Keep(const std::string& place, const FormerFile& former)
-    {
-        files_.try_emplace(place, former);
-    }
-    /// Whether a place that holds `content` now held something else, or nothing, before the run.
-    bool IsChange(const std::string& place, std::string_view content) const
-    {
-        const auto found = files_.find(place);
-        return found != files_.end() && !found->second.Held(content);
-    }
-    /// Whether nothing was at the place before the run.
-    bool WasAbsent(const std::string& place) const
-    {
-        const auto found = files_.find(place);
-        return found != files_.end() && found->second.WasAbsent();
-    }
-    void Forget() { files_.clear(); }
-
-  private:
-    std::unordered_map<std::string, FormerFile> files_;
 };
 
 } // namespace kiv

@@ -248,7 +248,8 @@ void PosixNames::Added(const std::string& native)
     const auto known = identities_.find(NativeFolderOf(native));
     if (known == identities_.end())
         return;
-    PosixName name{std::string(NativeNameOf(native)), FromUtf8(NativeNameOf(native)), 0};
+    const std::string_view added = NativeNameOf(native);
+    PosixName name{std::string(added), FromUtf8(added), 0};
     std::vector<PosixName>& alike = listings_[known->second][UpperCase(name.text)];
     const auto place = std::lower_bound(alike.begin(), alike.end(), name, InByteOrder);
     if (place == alike.end() || place->native != name.native)
