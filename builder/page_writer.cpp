@@ -189,6 +189,8 @@ void PageWriter::WriteAll()
 {
     OutputFile single_page;
     state_.output.clear();
+    if (!build_.pass.SinglePageMode)
+        build_.machine.files.ExpectHandOvers(static_cast<std::size_t>(state_.PageCount));
     for (int page = 1; page <= state_.PageCount; ++page) {
         BeginPage(page);
         if (!build_.pass.SinglePageMode) {

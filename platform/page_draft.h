@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace kiv {
@@ -27,11 +26,13 @@ struct PreparedPage {
 /// What was drafted and never put in place is taken away with the draft.
 class PageDraft {
   public:
-    /// `bytes` outlive the draft. `is_former_known`: nobody asks what the file held.
-    PageDraft(OutputFile file, std::string_view bytes, bool is_former_known)
-        : file_(std::move(file)), bytes_(bytes), is_former_known_(is_former_known)
+    /// Both the file and the bytes are there until the draft is done with, but for its end.
+    /// `is_former_known`: nobody asks what the file held.
+    PageDraft(const OutputFile& file, std::string_view bytes, bool is_former_known)
+        : file_(file), bytes_(bytes), is_former_known_(is_former_known)
     {
     }
+    PageDraft(OutputFile&&, std::string_view, bool) = delete;
     PageDraft(const PageDraft&) = delete;
     PageDraft& operator=(const PageDraft&) = delete;
     virtual ~PageDraft() = default;
@@ -57,7 +58,7 @@ class PageDraft {
     bool IsFormerKnown() const { return is_former_known_; }
 
   private:
-    OutputFile file_;
+    const OutputFile& file_;
     std::string_view bytes_;
     bool is_former_known_;
     PreparedPage prepared_;

@@ -15,12 +15,17 @@ namespace {
 // To start a thread takes as long as to write a few pages: a small build is done before that
 // is worth while. On a slow disk it is from the second page on.
 constexpr auto kWorthwhile = std::chrono::milliseconds(1);
+// To write as many takes longer than that on any disk.
+constexpr std::size_t kMany = 100; // pages
 
 constexpr std::size_t kLargestBuffer = std::size_t{1} << 20U;
 
 std::string_view NameIn(std::string_view native)
 {
-    return native.substr(native.find_last_of("/\\") + 1);
+    std::size_t begin = native.size();
+    while (begin > 0 && native[begin - 1] != '/' && native[begin - 1] != '\\')
+        --begin;
+    return native.substr(begin);
 }
 
 /// Whether a file system surely takes a name for no other one than those that differ in the case of
@@ -60,20 +65,31 @@ bool PageQueue::MayHold(const OutputFile& file)
 {
     if (pages_.empty())
         return false;
-    const std::string place = files_.PlaceOf(file);
+    asked_place_ = files_.PlaceOf(file);
+    asked_native_ = file.native;
+    const std::string_view place = asked_place_;
     return place.empty() || !IsPlain(NameIn(file.native)) || places_.contains(place);
 }
 
 bool PageQueue::IsWorthwhile() const
 {
-    return !is_wary_ && (begins_at_once_ || written_at_once_ > kWorthwhile);
+    return !is_wary_ && (begins_at_once_ || expected_ >= kMany || written_at_once_ > kWorthwhile);
+}
+
+/// A page is looked up before it is made and again when it is handed over.
+std::string PageQueue::PlaceOf(const OutputFile& file)
+{
+    if (asked_native_.empty() || file.native != asked_native_)
+        return files_.PlaceOf(file);
+    asked_native_.clear();
+    return std::move(asked_place_);
 }
 
 void PageQueue::HandOver(const OutputFile& file, std::string& bytes, Files::AtFailure at_failure)
 {
     ThrowFailure();
     std::string place =
-        IsWorthwhile() && IsPlain(NameIn(file.native)) ? files_.PlaceOf(file) : std::string();
+        IsWorthwhile() && IsPlain(NameIn(file.native)) ? PlaceOf(file) : std::string();
     if (place.empty() || places_.contains(place))
         return WriteAtOnce(file, bytes);
     MakeRoom(bytes.size());
@@ -83,11 +99,9 @@ void PageQueue::HandOver(const OutputFile& file, std::string& bytes, Files::AtFa
     page->place = std::move(place);
     page->at_failure = std::move(at_failure);
     page->bytes.swap(bytes);
-    if (!buffers_.empty()) {
-        bytes.swap(buffers_.back());
-        buffers_.pop_back();
-    }
+    const std::size_t size = page->bytes.size();
     Add(std::move(page));
+    GiveBuffer(bytes, size);
     while (!pages_.empty() && pages_.front()->job.IsDone())
         PutFirst();
     ThrowFailure();
@@ -110,18 +124,18 @@ void PageQueue::MakeRoom(std::size_t bytes)
         PutFirst();
 }
 
-void PageQueue::Add(std::unique_ptr<Page> page)
+void PageQueue::Add(std::unique_ptr<Page> added)
 {
-    page->job.draft = files_.BeginPage(page->file, page->bytes);
-    PageJob& job = page->job;
-    bytes_ += page->bytes.size();
-    places_.insert(page->place);
+    added->job.draft = files_.BeginPage(added->file, added->bytes);
     buffers_.reserve(kMostPages);
-    pages_.push_back(std::move(page));
+    pages_.push_back(std::move(added));
+    Page& page = *pages_.back();
+    bytes_ += page.bytes.size();
     try {
-        workers_.Add(job);
+        places_.insert(page.place);
+        workers_.Add(page.job);
     } catch (const std::bad_alloc&) {
-        job.draft.reset(); // then without, before another one can get past it
+        page.job.draft.reset(); // then without, before another one can get past it
         PutAll();
     }
 }
@@ -180,9 +194,20 @@ void PageQueue::Fail()
 {
     failure_ = std::current_exception();
     workers_.Cancel();
-    pages_.clear();
     places_.clear();
+    pages_.clear();
     bytes_ = 0;
+}
+
+/// For the next page, which is most likely about as large as the last one was.
+void PageQueue::GiveBuffer(std::string& bytes, std::size_t size)
+{
+    if (buffers_.empty()) {
+        bytes.reserve(std::min(size + size / 2, kLargestBuffer));
+        return;
+    }
+    bytes.swap(buffers_.back());
+    buffers_.pop_back();
 }
 
 void PageQueue::KeepBuffer(std::string& bytes)
@@ -206,9 +231,11 @@ void PageQueue::ThrowFailure() const
 void PageQueue::End()
 {
     PutAll();
-    workers_.End();
+    workers_.Rest();
     buffers_.clear();
+    asked_native_.clear();
     is_wary_ = false;
+    expected_ = 0;
     written_at_once_ = {};
     waited_at_once_ = {};
     count_at_once_ = 0;

@@ -9,6 +9,7 @@
 #include <exception>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -30,6 +31,8 @@ class PageQueue {
     /// Whether a file may be one of those that are on their way.
     bool MayHold(const OutputFile& file);
 
+    /// See Files::ExpectHandOvers.
+    void Expect(std::size_t count) { expected_ = count; }
     /// See Files::HandOver.
     void HandOver(const OutputFile& file, std::string& bytes, Files::AtFailure at_failure);
     /// Puts every page in its place. A failure is kept, and the pages behind it are dropped.
@@ -37,7 +40,7 @@ class PageQueue {
     /// Throws the failure that was kept, again and again: whoever met it first may have taken it
     /// for something that he can do without.
     void ThrowFailure() const;
-    /// PutAll; ends the threads, and throws the failure for the last time.
+    /// PutAll; lets the threads rest, and throws the failure for the last time.
     void End();
 
     // What may be on its way at a time.
@@ -54,6 +57,7 @@ class PageQueue {
     };
 
     bool IsWorthwhile() const;
+    std::string PlaceOf(const OutputFile& file);
     void WriteAtOnce(const OutputFile& file, const std::string& bytes);
     void MakeRoom(std::size_t bytes);
     void Add(std::unique_ptr<Page> page);
@@ -61,14 +65,18 @@ class PageQueue {
     void Put(Page& page, bool is_placed);
     void PutPlainly(Page& page);
     void Fail();
+    void GiveBuffer(std::string& bytes, std::size_t size);
     void KeepBuffer(std::string& bytes);
 
     DriveFiles& files_;
     const bool begins_at_once_;
-    std::deque<std::unique_ptr<Page>> pages_; // in order, some of them in their places already
-    std::unordered_set<std::string> places_;  // of these
-    std::size_t bytes_ = 0;                   // of these
-    std::vector<std::string> buffers_;        // to be used again
+    std::deque<std::unique_ptr<Page>> pages_;     // in order, some of them in their places already
+    std::unordered_set<std::string_view> places_; // of these
+    std::size_t bytes_ = 0;                       // of these
+    std::size_t expected_ = 0;                    // in this run of pages
+    std::vector<std::string> buffers_;            // to be used again
+    std::string asked_native_;                    // whose place was asked for last
+    std::string asked_place_;
     std::exception_ptr failure_;
     PageWorkers::Duration written_at_once_{}; // how long that took
     PageWorkers::Duration waited_at_once_{};  // and waited

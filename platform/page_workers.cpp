@@ -62,6 +62,8 @@ void PageWorkers::Add(PageJob& job)
         HandDiscarded();
     }
     to_do_.notify_one();
+    if (have_rested_)
+        WakeApart();
     StartWhenWorthwhile(waiting);
 }
 
@@ -94,6 +96,14 @@ void PageWorkers::StartWhenWorthwhile(std::size_t waiting)
     }
 }
 
+/// The caller may be on another processor than it was when the threads began to rest.
+void PageWorkers::WakeApart()
+{
+    have_rested_ = false;
+    for (std::thread& thread : threads_)
+        KeepApart(thread);
+}
+
 void PageWorkers::Run()
 {
     Lock lock(mutex_);
@@ -108,6 +118,7 @@ void PageWorkers::Run()
 /// The next job and one of the drafts that nobody needs any more, so that these never pile up.
 void PageWorkers::TakeOne(Lock& lock)
 {
+    ++in_work_;
     std::unique_ptr<PageDraft> discarded;
     if (!discarded_.empty()) {
         discarded = std::move(discarded_.back());
@@ -115,9 +126,13 @@ void PageWorkers::TakeOne(Lock& lock)
     }
     if (!jobs_.empty())
         TakeJob(lock);
-    lock.unlock();
-    discarded.reset();
-    lock.lock();
+    if (discarded) {
+        lock.unlock();
+        discarded.reset();
+        lock.lock();
+    }
+    if (--in_work_ == 0)
+        done_.notify_one();
 }
 
 /// Prepares the next page, then gives their places to those whose turn has come.
@@ -125,17 +140,16 @@ void PageWorkers::TakeJob(Lock& lock)
 {
     PageJob& job = *jobs_.front();
     jobs_.pop_front();
-    ++in_work_;
+    const WaitWatch watch(!is_long_);
     lock.unlock();
-    const WaitWatch watch;
     job.draft->Prepare();
     const Duration waited = watch.Waited();
+    const bool is_long = watch.Elapsed() > kSlow;
     lock.lock();
+    is_long_ = is_long;
     pace_ += (waited - pace_) / kRemembered;
     job.state.store(PageJob::State::prepared, std::memory_order_relaxed);
     PlaceReady(lock);
-    if (--in_work_ == 0)
-        done_.notify_one();
 }
 
 /// Whoever has prepared the first of the line puts it in its place, and those behind it that were
@@ -201,20 +215,27 @@ void PageWorkers::HandDiscarded()
         discarded_.swap(to_discard_);
 }
 
+void PageWorkers::Rest()
+{
+    Lock lock(mutex_);
+    HandDiscarded();
+    if (IsSlow())
+        to_do_.notify_all();
+    while (!discarded_.empty())
+        TakeOne(lock);
+    done_.wait(lock, [this] { return in_work_ == 0; });
+    have_rested_ = !threads_.empty();
+}
+
 void PageWorkers::End()
 {
     {
         const Lock lock(mutex_);
-        HandDiscarded();
         is_ending_ = true;
     }
     to_do_.notify_all();
     for (std::thread& thread : threads_)
         thread.join();
-    threads_.clear();
-    discarded_.clear();
-    to_discard_.clear();
-    is_ending_ = false;
 }
 
 } // namespace kiv

@@ -49,16 +49,21 @@ class WaitWatch {
   public:
     using Clock = std::chrono::steady_clock;
 
-    WaitWatch() : waits_(WaitsOfThread()), start_(Clock::now()) {}
+    /// `expects_none`: what comes is taken for work unless it turns out to be long. The system need
+    /// not be asked then.
+    explicit WaitWatch(bool expects_none = false)
+        : waits_(expects_none ? std::nullopt : std::optional(WaitsOfThread())), start_(Clock::now())
+    {
+    }
     Clock::duration Elapsed() const { return Clock::now() - start_; }
     /// The whole time since, or none when there was nothing to wait for.
     Clock::duration Waited() const
     {
-        return WaitsOfThread() == waits_ ? Clock::duration() : Elapsed();
+        return !waits_ || WaitsOfThread() == *waits_ ? Clock::duration() : Elapsed();
     }
 
   private:
-    std::uint64_t waits_;
+    std::optional<std::uint64_t> waits_;
     Clock::time_point start_;
 };
 
@@ -88,8 +93,9 @@ class PageWorkers {
     /// Takes a draft off one's hands: to close a file may take a while. The threads get it with the
     /// next job.
     void Discard(std::unique_ptr<PageDraft> draft);
-    /// Ends the threads. There is no job any more.
-    void End();
+    /// There is no job any more. The threads that there are wait for others: to end them would
+    /// take longer than to write some pages.
+    void Rest();
 
   private:
     using Lock = std::unique_lock<std::mutex>;
@@ -99,6 +105,8 @@ class PageWorkers {
     void TakeOne(Lock& lock);
     void TakeJob(Lock& lock);
     void PlaceReady(Lock& lock);
+    void End();
+    void WakeApart();
     void StartWhenWorthwhile(std::size_t waiting);
     std::size_t MostNow();
     bool IsSlow() const;
@@ -107,6 +115,7 @@ class PageWorkers {
     std::optional<std::size_t> processors_;
     std::vector<std::thread> threads_;
     std::vector<std::unique_ptr<PageDraft>> to_discard_;
+    bool have_rested_ = false;
 
     // Everybody's, behind the lock.
     std::mutex mutex_;
@@ -116,7 +125,8 @@ class PageWorkers {
     std::deque<PageJob*> line_; // those that have no place yet, in order
     std::vector<std::unique_ptr<PageDraft>> discarded_;
     std::size_t in_work_ = 0;
-    Duration pace_{}; // for how long the last pages waited
+    Duration pace_{};      // for how long the last pages waited
+    bool is_long_ = false; // what the last page has taken
     const PageJob* awaited_ = nullptr;
     bool is_placing_ = false; // a thread puts the first of the line in its place
     bool is_ending_ = false;

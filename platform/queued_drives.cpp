@@ -20,9 +20,10 @@ class QueuedDrives : public Drives {
     {
     }
 
-    void HandOver(const OutputFile& file, std::string& bytes, const AtFailure& at_failure) override
+    void ExpectHandOvers(std::size_t count) override { queue_.Expect(count); }
+    void HandOver(const OutputFile& file, std::string& bytes, AtFailure at_failure) override
     {
-        queue_.HandOver(file, bytes, at_failure);
+        queue_.HandOver(file, bytes, std::move(at_failure));
     }
     void Settle() override { Settled(); }
     void EndHandOvers() override { queue_.End(); }
@@ -128,7 +129,9 @@ OutputFile QueuedDrives::Open(std::string_view path)
 {
     queue_.ThrowFailure();
     OutputFile file = drives_->Open(path);
-    return queue_.MayHold(file) ? Settled().Open(path) : file;
+    if (queue_.MayHold(file))
+        return Settled().Open(path);
+    return file;
 }
 
 } // namespace

@@ -274,6 +274,10 @@ TEST_F(HandedPages, OnlyWhoWaitsForSomethingIsSaidToWait)
     const WaitWatch rested;
     std::this_thread::sleep_for(kRest);
     EXPECT_GE(rested.Waited(), kRest);
+    const WaitWatch unasked(true);
+    std::this_thread::sleep_for(kRest);
+    EXPECT_EQ(unasked.Waited(), WaitWatch::Clock::duration());
+    EXPECT_GE(unasked.Elapsed(), kRest);
 #ifdef __linux__ // elsewhere nobody counts
     const WaitWatch worked;
     while (worked.Elapsed() < kRest) {

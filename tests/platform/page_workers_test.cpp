@@ -37,12 +37,23 @@ class Events {
         const std::lock_guard lock(mutex_);
         return put_;
     }
+    void Ended()
+    {
+        const std::lock_guard lock(mutex_);
+        ++ended_;
+    }
+    int EndedCount()
+    {
+        const std::lock_guard lock(mutex_);
+        return ended_;
+    }
 
   private:
     std::mutex mutex_;
     std::condition_variable changed_;
     int prepared_ = 0;
     Numbers put_;
+    int ended_ = 0;
 };
 
 struct Course {
@@ -52,12 +63,15 @@ struct Course {
     Outcome outcome = Outcome::drafted;
 };
 
+const OutputFile kNoFile;
+
 class TestDraft : public PageDraft {
   public:
     TestDraft(int number, const Course& course, Events& events)
-        : PageDraft({}, {}, true), number_(number), course_(course), events_(events)
+        : PageDraft(kNoFile, {}, true), number_(number), course_(course), events_(events)
     {
     }
+    ~TestDraft() override { events_.Ended(); }
 
   protected:
     PreparedPage Make() override
@@ -87,6 +101,10 @@ class PageWorkersTest : public testing::Test {
     void Begin(std::size_t threads, const std::vector<Course>& courses)
     {
         workers = std::make_unique<PageWorkers>(ThreadLimits{threads, true});
+        Add(courses);
+    }
+    void Add(const std::vector<Course>& courses)
+    {
         for (const Course& course : courses) {
             jobs.push_back(std::make_unique<PageJob>());
             const int number = static_cast<int>(jobs.size());
@@ -162,11 +180,38 @@ TEST_F(PageWorkersTest, WithoutAnotherThreadWhoAwaitsAPageDoesTheWork)
     EXPECT_EQ(events.AllPut(), (Numbers{1, 2, 3}));
 }
 
+TEST_F(PageWorkersTest, AfterARestTheyGoOn)
+{
+    Begin(3, {{}, {}, {}});
+    EXPECT_EQ(AwaitAll(), (std::vector<bool>{true, true, true}));
+    for (int run = 0; run < 3; ++run) {
+        workers->Rest();
+        jobs.clear();
+        Add({{}, {}});
+        EXPECT_EQ(AwaitAll(), (std::vector<bool>{true, true}));
+    }
+    EXPECT_EQ(events.AllPut(), (Numbers{1, 2, 3, 1, 2, 1, 2, 1, 2}));
+}
+
+TEST_F(PageWorkersTest, WhatIsTakenOffOnesHandsHasEndedWhenTheyRest)
+{
+    for (const std::size_t threads : {1U, 2U, 8U}) {
+        jobs.clear();
+        const int before = events.EndedCount();
+        Begin(threads, std::vector<Course>(20));
+        AwaitAll();
+        for (const auto& job : jobs)
+            workers->Discard(std::move(job->draft));
+        workers->Rest();
+        EXPECT_EQ(events.EndedCount() - before, 20) << threads;
+    }
+}
+
 TEST_F(PageWorkersTest, WhatIsCanceledBeforeAnybodyBeganItIsLeftAlone)
 {
     Begin(1, {{}, {}});
     workers->Cancel();
-    workers->End();
+    workers->Rest();
     EXPECT_EQ(events.AllPut(), Numbers());
     EXPECT_FALSE(jobs[0]->IsDone());
 }
