@@ -268,8 +268,8 @@ void DriveFiles::CountAppended(const OutputFile& file)
 void DriveFiles::CountClosed(const OutputFile& file, KnownPlaces::value_type& place, State state)
 {
     place.second.state = state;
+    places_of_written_.push_back(&place); // the first of the two: none of those written lacks it
     written_.push_back(file.path);
-    places_of_written_.push_back(&place);
     ++writes_;
 }
 

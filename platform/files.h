@@ -115,7 +115,7 @@ class Files : public FileReader {
     /// written.
     virtual void Commit(const OutputFile& file, std::string_view bytes) = 0;
     /// So many files are about to be handed over, as far as is known. Spares finding out by and by
-    /// whether it is many.
+    /// whether they are many.
     virtual void ExpectHandOvers([[maybe_unused]] std::size_t count) {}
     /// Tells a failure what was known when the file was handed over.
     using AtFailure = std::function<void(RunError& error)>;
@@ -126,7 +126,7 @@ class Files : public FileReader {
     /// it before it is thrown. Takes the bytes away; what it leaves in `bytes` is nobody's business
     /// but for its memory, which can be used again.
     virtual void HandOver(const OutputFile& file, std::string& bytes,
-                          [[maybe_unused]] AtFailure at_failure)
+                          [[maybe_unused]] AtFailure&& at_failure)
     {
         Commit(file, bytes);
     }

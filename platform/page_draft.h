@@ -26,7 +26,7 @@ struct PreparedPage {
 /// What was drafted and never put in place is taken away with the draft.
 class PageDraft {
   public:
-    /// Both the file and the bytes are there until the draft is done with, but for its end.
+    /// The file and the bytes outlive every call but the destructor's, which may come later.
     /// `is_former_known`: nobody asks what the file held.
     PageDraft(const OutputFile& file, std::string_view bytes, bool is_former_known)
         : file_(file), bytes_(bytes), is_former_known_(is_former_known)

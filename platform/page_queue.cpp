@@ -65,6 +65,7 @@ bool PageQueue::MayHold(const OutputFile& file)
 {
     if (pages_.empty())
         return false;
+    asked_native_.clear();
     asked_place_ = files_.PlaceOf(file);
     asked_native_ = file.native;
     const std::string_view place = asked_place_;
@@ -94,6 +95,8 @@ void PageQueue::HandOver(const OutputFile& file, std::string& bytes, Files::AtFa
         return WriteAtOnce(file, bytes);
     MakeRoom(bytes.size());
     ThrowFailure();
+    if (is_wary_) // by now: a thread would give this page its place before those that wait
+        return WriteAtOnce(file, bytes);
     auto page = std::make_unique<Page>();
     page->file = file;
     page->place = std::move(place);
@@ -202,12 +205,16 @@ void PageQueue::Fail()
 /// For the next page, which is most likely about as large as the last one was.
 void PageQueue::GiveBuffer(std::string& bytes, std::size_t size)
 {
-    if (buffers_.empty()) {
-        bytes.reserve(std::min(size + size / 2, kLargestBuffer));
+    if (!buffers_.empty()) {
+        bytes.swap(buffers_.back());
+        buffers_.pop_back();
         return;
     }
-    bytes.swap(buffers_.back());
-    buffers_.pop_back();
+    try {
+        bytes.reserve(std::min(size + size / 2, kLargestBuffer));
+    } catch (const std::bad_alloc&) {
+        // There may be no next page, and else it asks for its memory itself.
+    }
 }
 
 void PageQueue::KeepBuffer(std::string& bytes)

@@ -61,9 +61,9 @@ void PageWorkers::Add(PageJob& job)
         waiting = jobs_.size();
         HandDiscarded();
     }
-    to_do_.notify_one();
     if (have_rested_)
-        WakeApart();
+        GoApart();
+    to_do_.notify_one();
     StartWhenWorthwhile(waiting);
 }
 
@@ -78,9 +78,14 @@ std::size_t PageWorkers::MostNow()
         return limits_.most;
     if (const Lock lock(mutex_); IsSlow())
         return limits_.most;
+    return std::min(limits_.most, Processors());
+}
+
+std::size_t PageWorkers::Processors()
+{
     if (!processors_)
         processors_ = std::thread::hardware_concurrency();
-    return std::min(limits_.most, *processors_);
+    return *processors_;
 }
 
 void PageWorkers::StartWhenWorthwhile(std::size_t waiting)
@@ -88,8 +93,8 @@ void PageWorkers::StartWhenWorthwhile(std::size_t waiting)
     if (waiting <= threads_.size() || threads_.size() + 1 >= limits_.most ||
         threads_.size() + 1 >= MostNow())
         return;
-    const SignalsHeldBack held_back; // they are for the thread that was there before
     try {
+        const SignalsHeldBack held_back; // they are for the thread that was there before
         KeepApart(threads_.emplace_back([this] { Run(); }));
     } catch (const std::exception&) {
         // There is no room for one. What nobody else does is done while it is awaited.
@@ -97,7 +102,7 @@ void PageWorkers::StartWhenWorthwhile(std::size_t waiting)
 }
 
 /// The caller may be on another processor than it was when the threads began to rest.
-void PageWorkers::WakeApart()
+void PageWorkers::GoApart()
 {
     have_rested_ = false;
     for (std::thread& thread : threads_)
@@ -140,14 +145,16 @@ void PageWorkers::TakeJob(Lock& lock)
 {
     PageJob& job = *jobs_.front();
     jobs_.pop_front();
-    const WaitWatch watch(!is_long_);
+    const bool is_asked = is_long_;
     lock.unlock();
+    const WaitWatch watch(!is_asked);
     job.draft->Prepare();
     const Duration waited = watch.Waited();
     const bool is_long = watch.Elapsed() > kSlow;
     lock.lock();
     is_long_ = is_long;
-    pace_ += (waited - pace_) / kRemembered;
+    if (is_asked || !is_long) // else nobody knows whether it was work
+        pace_ += (waited - pace_) / kRemembered;
     job.state.store(PageJob::State::prepared, std::memory_order_relaxed);
     PlaceReady(lock);
 }
@@ -217,14 +224,22 @@ void PageWorkers::HandDiscarded()
 
 void PageWorkers::Rest()
 {
-    Lock lock(mutex_);
-    HandDiscarded();
-    if (IsSlow())
-        to_do_.notify_all();
-    while (!discarded_.empty())
-        TakeOne(lock);
-    done_.wait(lock, [this] { return in_work_ == 0; });
+    EndDiscarded();
+    // More than the processors are for a slow disk, and the next one may be another.
+    if (!limits_.is_given && !threads_.empty() && threads_.size() >= Processors())
+        End();
     have_rested_ = !threads_.empty();
+}
+
+void PageWorkers::EndDiscarded()
+{
+    Lock lock(mutex_);
+    for (HandDiscarded(); !discarded_.empty(); HandDiscarded()) {
+        if (IsSlow())
+            to_do_.notify_all();
+        TakeOne(lock);
+    }
+    done_.wait(lock, [this] { return in_work_ == 0; });
 }
 
 void PageWorkers::End()
@@ -236,6 +251,8 @@ void PageWorkers::End()
     to_do_.notify_all();
     for (std::thread& thread : threads_)
         thread.join();
+    threads_.clear();
+    is_ending_ = false;
 }
 
 } // namespace kiv

@@ -49,8 +49,7 @@ class WaitWatch {
   public:
     using Clock = std::chrono::steady_clock;
 
-    /// `expects_none`: what comes is taken for work unless it turns out to be long. The system need
-    /// not be asked then.
+    /// `expects_none`: whatever comes is taken for work, and the system need not be asked.
     explicit WaitWatch(bool expects_none = false)
         : waits_(expects_none ? std::nullopt : std::optional(WaitsOfThread())), start_(Clock::now())
     {
@@ -93,8 +92,9 @@ class PageWorkers {
     /// Takes a draft off one's hands: to close a file may take a while. The threads get it with the
     /// next job.
     void Discard(std::unique_ptr<PageDraft> draft);
-    /// There is no job any more. The threads that there are wait for others: to end them would
-    /// take longer than to write some pages.
+    /// There is no job any more. Comes back when what was discarded has ended. The threads wait for
+    /// other jobs, but for those that were there for a slow disk: to end one takes as long as
+    /// writing some pages.
     void Rest();
 
   private:
@@ -105,10 +105,12 @@ class PageWorkers {
     void TakeOne(Lock& lock);
     void TakeJob(Lock& lock);
     void PlaceReady(Lock& lock);
+    void EndDiscarded();
     void End();
-    void WakeApart();
+    void GoApart();
     void StartWhenWorthwhile(std::size_t waiting);
     std::size_t MostNow();
+    std::size_t Processors();
     bool IsSlow() const;
 
     const ThreadLimits limits_;
@@ -126,7 +128,7 @@ class PageWorkers {
     std::vector<std::unique_ptr<PageDraft>> discarded_;
     std::size_t in_work_ = 0;
     Duration pace_{};      // for how long the last pages waited
-    bool is_long_ = false; // what the last page has taken
+    bool is_long_ = false; // whether the last page took long
     const PageJob* awaited_ = nullptr;
     bool is_placing_ = false; // a thread puts the first of the line in its place
     bool is_ending_ = false;

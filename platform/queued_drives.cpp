@@ -21,7 +21,7 @@ class QueuedDrives : public Drives {
     }
 
     void ExpectHandOvers(std::size_t count) override { queue_.Expect(count); }
-    void HandOver(const OutputFile& file, std::string& bytes, AtFailure at_failure) override
+    void HandOver(const OutputFile& file, std::string& bytes, AtFailure&& at_failure) override
     {
         queue_.HandOver(file, bytes, std::move(at_failure));
     }

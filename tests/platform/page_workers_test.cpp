@@ -207,6 +207,20 @@ TEST_F(PageWorkersTest, WhatIsTakenOffOnesHandsHasEndedWhenTheyRest)
     }
 }
 
+TEST_F(PageWorkersTest, WhatWasNotHandedOnYetHasEndedToo)
+{
+    Begin(1, {{}, {}});
+    AwaitAll();
+    workers->Discard(std::move(jobs[0]->draft));
+    workers->Discard(std::move(jobs[1]->draft));
+    Add({{}}); // hands both on; one of them ends with the job
+    EXPECT_TRUE(workers->Await(*jobs[2]));
+    workers->Discard(std::move(jobs[2]->draft));
+    EXPECT_EQ(events.EndedCount(), 1);
+    workers->Rest();
+    EXPECT_EQ(events.EndedCount(), 3);
+}
+
 TEST_F(PageWorkersTest, WhatIsCanceledBeforeAnybodyBeganItIsLeftAlone)
 {
     Begin(1, {{}, {}});
