@@ -7,6 +7,7 @@
 #include "builder/line_triggers.h"
 #include "builder/output_roots.h"
 #include "builder/page_bangs.h"
+#include "builder/page_lines.h"
 #include "builder/page_record.h"
 #include "builder/sources.h"
 #include "builder/tracer.h"
@@ -23,25 +24,12 @@ namespace kiv {
 
 inline constexpr int kMaxSourceLines = 40000;
 inline constexpr int kMaxPages = 1000;
-inline constexpr int kMaxPageLines = 5000;
 inline constexpr int kMaxTemplateLines = 1000;
 
 /// What to do when a page list is too long.
 inline constexpr const char* kSplitSection =
     "A page list has room for 999 pages, and for 40000 lines with all that it includes: move some "
     "of its pages into a section of their own, a folder with its own page list.";
-
-/// The line that closes every page's text.
-inline constexpr std::string_view kEndMarker = "@@ENDOFFILE@@";
-
-struct PageLineTable : FixedTable<SourceLine, 0, kMaxPageLines> {
-    PageLineTable()
-        : FixedTable("page line",
-                     "A page has room for 4999 lines: split it in two, or put ready-made "
-                     "HTML in with \"!++\", which is one line.")
-    {
-    }
-};
 
 struct TemplateSection : FixedTable<SourceLine, 0, kMaxTemplateLines> {
     TemplateSection()

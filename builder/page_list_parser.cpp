@@ -41,13 +41,13 @@ class PageListParser {
     std::span<const SourceLine> PlainLines() const;
     void TakePlainLines(std::span<const SourceLine> lines);
     bool TakeLine();
+    void KeepLine(const SourceLine& line);
     bool TakeDefinition(SourceLine& line);
     bool TakeRootOrPage(SourceLine& line);
     void TakeDirective(SourceLine& line);
     bool TakeOutputRoot(std::string_view value, bool may_create, std::string& root,
                         std::string& declared);
     void StartPage(SourceLine& line);
-    std::size_t LinesOfPage() const;
     void CloseList();
     void TellNotParsed() const;
     void TellBeforePages() const;
@@ -94,7 +94,7 @@ std::span<const SourceLine> PageListParser::PlainLines() const
 
 void PageListParser::TakePlainLines(std::span<const SourceLine> lines)
 {
-    lines_->SetRow(line_number_ + 1, lines);
+    lines_->See(line_number_ + 1, lines);
     const int count = static_cast<int>(lines.size());
     line_number_ += count;
     source_line_ += count;
@@ -112,9 +112,18 @@ bool PageListParser::TakeLine()
     TakeDirective(line);
     // The format also bounds the pages here, by 5000; the page table's own bound is reached
     // before that.
-    lines_->Set(line_number_, line);
+    KeepLine(line);
     ++source_line_;
     return true;
+}
+
+/// The parse has no other use for the line, so what became of it takes its place. A trace has.
+void PageListParser::KeepLine(const SourceLine& line)
+{
+    if (build_.tracer) [[unlikely]]
+        return lines_->Set(line_number_, line);
+    state_.SourceLines.Set(source_line_, line);
+    lines_->See(line_number_, std::as_const(state_.SourceLines).Row(source_line_, source_line_));
 }
 
 /// A line such as "@@03= text" defines a numbered variable. It stays in the page text.
@@ -214,24 +223,12 @@ void PageListParser::StartPage(SourceLine& line)
     if (!has_extension)
         name += build_.pass.AspPass ? ".asp" : ".htm";
     state_.PageTable[page_ + 1].file = std::move(name);
-    (*lines_)[line_number_] = {kEndMarker, {}, 0};
+    lines_->Close(line_number_);
     line_number_ = 1;
     ++page_;
     lines_ = &state_.PageLines[page_];
     if (build_.tracer) [[unlikely]]
         build_.tracer->DefineField(page_, PageField::file, kPageStart, line);
-    lines_->Reserve(LinesOfPage() + 2); // entry 0 and the marker
-}
-
-/// How many source lines there are from the present one up to the next page's first.
-std::size_t PageListParser::LinesOfPage() const
-{
-    const auto starts_page = [](const SourceLine& line) {
-        return (line.triggers & kDirective) != 0 && IsDirective(line.text, kPageStart);
-    };
-    const auto lines = std::as_const(state_.SourceLines).Row(source_line_, state_.SourceLineCount);
-    const auto next = std::find_if(lines.begin() + 1, lines.end(), starts_page);
-    return static_cast<std::size_t>(next - lines.begin());
 }
 
 /// For the trace: what stands before the first page reaches none.
@@ -246,7 +243,7 @@ void PageListParser::TellBeforePages() const
 void PageListParser::CloseList()
 {
     ++line_number_;
-    (*lines_)[line_number_] = {kEndMarker, {}, 0};
+    lines_->Close(line_number_);
     state_.PageCount = page_;
     TellBeforePages();
     Files& files = build_.machine.files;

@@ -297,7 +297,10 @@ void PageListReader::TellBlock(const SourceFile& source, SourceLine& line, int f
 
 void ReadPageList(Build& build)
 {
-    // The pass for HTM comes without a reset, and its lines take the place of the former ones.
+    // The pass for HTM comes without a reset, and its lines take the place of the former ones. What
+    // these have left in the pages stays.
+    for (PageLineTable& lines : build.state.PageLines.Entries())
+        lines.TakeOver();
     build.state.SourceLineCount = 0;
     SourceFile list(build);
     if (list.OpenOwn(kPageListFile))

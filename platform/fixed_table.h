@@ -74,6 +74,13 @@ class FixedTable {
         return std::span(entries_).subspan(std::min(first, entries_.size()));
     }
 
+    /// Throws what any use of an entry outside the bounds throws.
+    void RefuseOutside(int index) const { Slot(index); }
+
+    /// How many entries there are, from the lowest on: those that were written, or made room for.
+    std::size_t Count() const { return entries_.size(); }
+    std::span<T> Entries() { return entries_; }
+
     /// Makes room for `count` entries, so that filling them in order moves nothing about.
     void Reserve(std::size_t count) { entries_.reserve(count); }
 
