@@ -21,7 +21,7 @@ constexpr CharacterSet SetOf(std::string_view characters)
     return set;
 }
 
-constexpr CharacterSet kTagStarts = SetOf("zsSomM");
+constexpr CharacterSet kTagStarts = SetOf("zsSomM"); // MarksFrom leaves other tags out
 
 /// `rest` begins with "<". Most tags are none that count.
 Triggers TagTrigger(std::string_view rest)

@@ -15,8 +15,16 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kMarksAndEnds = "!$?@%<{}\n";
+constexpr std::string_view kMarksAndEnds = "!$?@%{}\n"; // but for "<"
+constexpr std::string_view kTagLetters = "zZsSoOmM";    // behind it
 constexpr std::string_view kLateMarks = "@<!{}";
+
+/// What of a stretch counts: marks, and each "<" that a letter follows or that is the last.
+constexpr std::uint64_t Counting(std::uint64_t marks, std::uint64_t tags, std::uint64_t letters)
+{
+    constexpr std::uint64_t kLast = std::uint64_t{1} << (kStretch - 1);
+    return marks | (tags & (letters >> 1U | kLast));
+}
 
 constexpr std::size_t kBlock = 16;
 
@@ -43,30 +51,50 @@ unsigned FindIn(const char* block, std::string_view characters)
 
 #if defined(__SSE2__) && defined(__GNUC__)
 
-/// A byte's halves, four bits each, are looked up in a table each. It is one of the characters
-/// where the two entries have a bit in common.
+/// A byte's halves, four bits each, are looked up in a table each. It is one of the characters of a
+/// set where the two entries have the set's bit in common; so a set is all that the high halves and
+/// the low halves of its characters can make up.
 using HalfTable = std::array<std::uint8_t, 16>;
 
-constexpr HalfTable kLowHalves = [] {
-    HalfTable table{};
-    for (const char c : kMarksAndEnds) {
-        std::uint8_t& entry = table[static_cast<unsigned char>(c) % 16U];
-        entry = static_cast<std::uint8_t>(entry | 1U << static_cast<unsigned char>(c) / 16U);
-    }
-    return table;
-}();
+struct HalfSet {
+    std::string_view characters;
+    std::uint8_t bit;
+};
 
-constexpr HalfTable kHighHalves = [] {
+// The tag is the highest bit, which is taken out of a byte with the least work; letters are the two
+// below, and marks are the others.
+constexpr std::uint8_t kTagBit = 0x80;
+constexpr std::uint8_t kMarkBits = 0x1F;
+constexpr HalfSet kHalfSets[] = {
+    {"<", kTagBit}, {"sSzZ", 0x40}, {"mMoO", 0x20}, {"{}", 0x10},
+    {"@", 0x08},    {"?", 0x04},    {"!$%", 0x02},  {"\n", 0x01},
+};
+
+constexpr HalfTable TableOf(bool is_high)
+{
     HalfTable table{};
-    for (unsigned half = 0; half < 8; ++half) // no character is above 127
-        table[half] = static_cast<std::uint8_t>(1U << half);
+    for (const HalfSet& set : kHalfSets)
+        for (const char c : set.characters) {
+            const auto code = static_cast<unsigned char>(c);
+            std::uint8_t& entry = table[is_high ? code / 16U : code % 16U];
+            entry = static_cast<std::uint8_t>(entry | set.bit);
+        }
     return table;
-}();
+}
+
+constexpr HalfTable kLowHalves = TableOf(false);
+constexpr HalfTable kHighHalves = TableOf(true);
 
 __attribute__((target("avx2"))) inline __m256i Twice(const HalfTable& table)
 {
     return _mm256_broadcastsi128_si256(
         _mm_loadu_si128(reinterpret_cast<const __m128i*>(table.data())));
+}
+
+/// The highest bit of each byte.
+__attribute__((target("avx2"))) inline std::uint64_t HighBits(__m256i bytes)
+{
+    return static_cast<unsigned>(_mm256_movemask_epi8(bytes));
 }
 
 /// The same for processors that look up 32 bytes at a time, a fifth of the work.
@@ -76,17 +104,25 @@ __attribute__((target("avx2"))) inline std::uint64_t LookUpStretch(const char* s
     const __m256i low_table = Twice(kLowHalves);
     const __m256i high_table = Twice(kHighHalves);
     const __m256i half_mask = _mm256_set1_epi8(15);
-    std::uint64_t found = 0;
+    const __m256i mark_mask = _mm256_set1_epi8(kMarkBits);
+    std::uint64_t others = 0; // no marks
+    std::uint64_t tags = 0;
+    std::uint64_t letters = 0;
     for (std::size_t part = 0; part < kStretch; part += kHalf) {
         const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(stretch + part));
         const __m256i high = _mm256_and_si256(_mm256_srli_epi16(bytes, 4), half_mask);
         // The look-up gives nothing for bytes above 127.
         const __m256i common = _mm256_and_si256(_mm256_shuffle_epi8(low_table, bytes),
                                                 _mm256_shuffle_epi8(high_table, high));
-        const __m256i others = _mm256_cmpeq_epi8(common, _mm256_setzero_si256());
-        found |= std::uint64_t{~static_cast<unsigned>(_mm256_movemask_epi8(others))} << part;
+        const __m256i no_marks =
+            _mm256_cmpeq_epi8(_mm256_and_si256(common, mark_mask), _mm256_setzero_si256());
+        const __m256i is_letter =
+            _mm256_or_si256(_mm256_slli_epi16(common, 1), _mm256_slli_epi16(common, 2));
+        others |= HighBits(no_marks) << part;
+        tags |= HighBits(common) << part;
+        letters |= HighBits(is_letter) << part;
     }
-    return found;
+    return Counting(~others, tags, letters);
 }
 
 /// Many in a row: the tables stay where they are.
@@ -140,10 +176,13 @@ constexpr std::array<bool, 256> kIsLateMark = [] {
 
 std::uint64_t MarksByComparing(const char* stretch)
 {
-    std::uint64_t found = 0;
-    for (std::size_t block = 0; block < kStretch; block += kBlock)
-        found |= std::uint64_t{FindIn(stretch + block, kMarksAndEnds)} << block;
-    return found;
+    const auto find = [stretch](std::string_view characters) {
+        std::uint64_t found = 0;
+        for (std::size_t block = 0; block < kStretch; block += kBlock)
+            found |= std::uint64_t{FindIn(stretch + block, characters)} << block;
+        return found;
+    };
+    return Counting(find(kMarksAndEnds), find("<"), find(kTagLetters));
 }
 
 std::uint64_t MarksFrom(std::string_view text, std::size_t from)
@@ -151,7 +190,7 @@ std::uint64_t MarksFrom(std::string_view text, std::size_t from)
     if (from + kStretch <= text.size())
         return MarksInStretch(text.data() + from);
     std::array<char, kStretch> last{};
-    text.copy(last.data(), kStretch, from);
+    last[text.copy(last.data(), kStretch, from)] = kTagLetters.front(); // for all that may follow
     return MarksInStretch(last.data());
 }
 

@@ -13,6 +13,8 @@ inline constexpr std::size_t kStretch = 64;
 
 /// The characters that a trigger of a line can begin with, and LF, among the kStretch characters of
 /// `text` from `from` on, or as many as there are: a bit a character, the first one's the lowest.
+/// Most tags are none that count, so "<" is one of them where a letter follows that a tag that
+/// counts begins with, in either case, and where what follows is not seen: at the end.
 std::uint64_t MarksFrom(std::string_view text, std::size_t from);
 
 /// The same for one stretch after the other, as many as there is room for or as the text has.
@@ -24,7 +26,7 @@ std::size_t MarksFrom(std::string_view text, std::size_t from, std::span<std::ui
 std::uint64_t MarksByComparing(const char* stretch);
 
 /// Whether a text holds a character that what the at-variables, or steps behind them, act on begins
-/// with.
+/// with. A "<" within it may count for none where it begins no tag that counts.
 bool HoldsLateMark(std::string_view text);
 
 } // namespace kiv

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 
 namespace kiv {
@@ -24,18 +25,40 @@ std::string Replaced(std::string_view text, std::string_view word, std::string_v
     return result;
 }
 
+constexpr std::size_t kLongestStopWord = 3; // without the blanks
+
+/// The characters of a word that is no longer than the longest stop word, as one number. Two words
+/// of letters have the same when they differ in case alone.
+constexpr std::uint32_t KeyOf(std::string_view word)
+{
+    constexpr unsigned kCase = 0x20; // what a letter's two cases differ in
+    std::uint32_t key = 0;
+    for (const char c : word)
+        key = key << 8U | (static_cast<unsigned char>(c) | kCase);
+    return key;
+}
+
+constexpr auto kStopKeys = [] {
+    std::array<std::uint32_t, kStopWords.size()> keys{};
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        keys[i] = KeyOf(kStopWords[i].substr(1, kStopWords[i].size() - 2));
+    return keys;
+}();
+
 /// Which stop words a text holds: few titles have more than one. None comes to stand between blanks
 /// by another that goes.
 std::array<bool, kStopWords.size()> StopWordsIn(std::string_view text)
 {
-    constexpr std::size_t kLongest = 5; // with the blanks
     std::array<bool, kStopWords.size()> present{};
-    std::size_t begin = text.find(' ');
-    for (std::size_t end = 0; begin != npos; begin = end) {
-        end = text.find(' ', begin + 1);
-        const std::string_view word = text.substr(begin, end - begin + 1);
-        for (std::size_t i = 0; word.size() <= kLongest && i < kStopWords.size(); ++i)
-            present[i] = present[i] || EqualsNoCase(word, kStopWords[i]);
+    std::size_t blank = text.find(' ');
+    while (blank != npos) {
+        const std::size_t begin = blank + 1;
+        blank = text.find(' ', begin);
+        if (blank == npos || blank - begin > kLongestStopWord)
+            continue;
+        const std::uint32_t key = KeyOf(text.substr(begin, blank - begin));
+        for (std::size_t i = 0; i < kStopKeys.size(); ++i)
+            present[i] = present[i] || key == kStopKeys[i];
     }
     return present;
 }

@@ -10,7 +10,7 @@
 namespace kiv {
 namespace {
 
-constexpr std::string_view kBeginnings = "!$?@%<{}\n";
+constexpr std::string_view kBeginnings = "!$?@%{}\n"; // but for "<"
 constexpr std::string_view kLateBeginnings = "@<!{}";
 
 /// One bit where `character` stands, when it is one of some characters.
@@ -25,11 +25,40 @@ TEST(MarkSearch, EachCharacterAtEachPlaceOfAStretchIsWhatItIs)
         for (std::size_t at = 0; at < kStretch; ++at) {
             std::string text(3 + kStretch + 3, 'x');
             text[3 + at] = static_cast<char>(code);
-            const std::uint64_t expected = BitOf(kBeginnings, text[3 + at], at);
+            const bool is_last_tag = text[3 + at] == '<' && at == kStretch - 1;
+            const std::uint64_t expected =
+                is_last_tag ? std::uint64_t{1} << at : BitOf(kBeginnings, text[3 + at], at);
             ASSERT_EQ(MarksFrom(text, 3), expected) << "code " << code << " at " << at;
             ASSERT_EQ(MarksByComparing(text.data() + 3), expected)
                 << "code " << code << " at " << at;
         }
+}
+
+TEST(MarkSearch, ATagCountsByTheCharacterThatFollows)
+{
+    for (int code = 0; code < 256; ++code)
+        for (std::size_t at = 0; at + 1 < kStretch; ++at) {
+            std::string text(kStretch, '.');
+            text[at] = '<';
+            text[at + 1] = static_cast<char>(code);
+            const std::uint64_t tag = BitOf("zZsSoOmM", text[at + 1], at);
+            const bool is_last_tag = text[at + 1] == '<' && at + 1 == kStretch - 1;
+            const std::uint64_t behind = is_last_tag ? std::uint64_t{1} << (at + 1)
+                                                     : BitOf(kBeginnings, text[at + 1], at + 1);
+            ASSERT_EQ(MarksFrom(text, 0), tag | behind) << "code " << code << " behind " << at;
+            ASSERT_EQ(MarksByComparing(text.data()), tag | behind)
+                << "code " << code << " behind " << at;
+        }
+}
+
+TEST(MarkSearch, ATagAtTheEndOfATextCountsWhateverMayFollow)
+{
+    for (std::size_t size = 1; size <= kStretch; ++size) {
+        const std::string text = std::string(size - 1, '.') + "<..";
+        ASSERT_EQ(MarksFrom(std::string_view(text).substr(0, size), 0),
+                  std::uint64_t{1} << (size - 1))
+            << size;
+    }
 }
 
 TEST(MarkSearch, ATextThatEndsWithinTheStretchHasNoMarksBehindItsEnd)
