@@ -3,9 +3,9 @@
 #include "cli/shown_path.h"
 #include "cli/shown_text.h"
 
+#include <algorithm>
 #include <ostream>
 #include <string_view>
-#include <unordered_set>
 
 namespace kiv {
 
@@ -17,17 +17,42 @@ bool NeedsAFolder(const std::string& relative)
     return relative.find_first_of("#;-") == 0;
 }
 
+/// Tells the first of the files that were written at a place from those behind it.
+class EachOnce {
+  public:
+    explicit EachOnce(std::span<const WrittenFile> files)
+    {
+        if (files.empty())
+            return;
+        const auto [least, most] = std::ranges::minmax_element(files, {}, &WrittenFile::place);
+        least_ = least->place;
+        came_.resize(most->place - least_ + 1);
+    }
+    bool IsFirst(const WrittenFile& file)
+    {
+        const std::size_t place = file.place - least_;
+        const bool is_first = !came_[place];
+        came_[place] = true;
+        return is_first;
+    }
+
+  private:
+    std::size_t least_ = 0;
+    std::vector<bool> came_; // by place, from the least one on
+};
+
 } // namespace
 
 ChangeCount CountChanges(std::span<const WrittenFile> files)
 {
-    std::unordered_set<std::string_view> places;
-    places.reserve(files.size());
     ChangeCount count;
-    for (const WrittenFile& file : files)
-        if (places.insert(file.place).second)
-            count.changed += file.changed ? 1 : 0;
-    count.written = places.size();
+    EachOnce once(files);
+    for (const WrittenFile& file : files) {
+        if (!once.IsFirst(file))
+            continue;
+        ++count.written;
+        count.changed += file.changed ? 1 : 0;
+    }
     return count;
 }
 
@@ -41,10 +66,10 @@ std::vector<std::string> ChangedPaths(std::span<const WrittenFile> files, Native
                                       const std::string& folder)
 {
     const std::string native_folder = NativeOrDrive(paths, folder);
-    std::unordered_set<std::string_view> places;
+    EachOnce once(files);
     std::vector<std::string> changed;
     for (const WrittenFile& file : files) {
-        if (!file.changed || !places.insert(file.place).second)
+        if (!file.changed || !once.IsFirst(file))
             continue;
         std::string path = SeenFrom(native_folder, NativeOrDrive(paths, file.path));
         changed.push_back(NeedsAFolder(path) ? "./" + path : std::move(path));

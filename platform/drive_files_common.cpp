@@ -239,9 +239,9 @@ std::unique_ptr<PageDraft> DriveFiles::BeginPage(const OutputFile& file, std::st
 void DriveFiles::CountPage(const PageDraft& page)
 {
     const PreparedPage& prepared = page.Prepared();
-    KnownPlaces::value_type& place = KnownAt(page.File());
+    KnownPlace& place = KnownAt(page.File());
     if (prepared.former)
-        place.second.Keep(*prepared.former);
+        place.Keep(*prepared.former);
     CountLost(page.File().path, prepared.lost);
     NoteWritten(page.File(), !page.File().exists);
     CountWritten(page.File(), place, page.Bytes());
@@ -252,10 +252,9 @@ void DriveFiles::CountWritten(const OutputFile& file, std::string_view bytes)
     CountWritten(file, KnownAt(file), bytes);
 }
 
-void DriveFiles::CountWritten(const OutputFile& file, KnownPlaces::value_type& place,
-                              std::string_view bytes)
+void DriveFiles::CountWritten(const OutputFile& file, KnownPlace& place, std::string_view bytes)
 {
-    CountClosed(file, place, place.second.IsChange(bytes) ? State::changed : State::as_before);
+    CountClosed(file, place, place.IsChange(bytes) ? State::changed : State::as_before);
     TellWritten(file, &bytes);
 }
 
@@ -265,9 +264,9 @@ void DriveFiles::CountAppended(const OutputFile& file)
     TellWritten(file);
 }
 
-void DriveFiles::CountClosed(const OutputFile& file, KnownPlaces::value_type& place, State state)
+void DriveFiles::CountClosed(const OutputFile& file, KnownPlace& place, State state)
 {
-    place.second.state = state;
+    place.state = state;
     places_of_written_.push_back(&place); // the first of the two: none of those written lacks it
     written_.push_back(file.path);
     ++writes_;
@@ -289,10 +288,10 @@ std::vector<WrittenFile> DriveFiles::WrittenFiles()
     std::vector<WrittenFile> files;
     files.reserve(written_.size());
     for (std::size_t i = 0; i < written_.size(); ++i) {
-        auto& [place, known] = *places_of_written_[i];
+        KnownPlace& known = *places_of_written_[i];
         if (known.state == State::unread)
             known.state = StateOfContent(written_[i], known);
-        files.push_back({written_[i], place, known.state == State::changed,
+        files.push_back({written_[i], known.number, known.state == State::changed,
                          known.former && known.former->WasAbsent()});
     }
     return files;

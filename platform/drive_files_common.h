@@ -104,7 +104,7 @@ class DriveFiles : public Drives {
     bool IsFormerKnown(const OutputFile& file);
     void KeepFormer(const OutputFile& file, const FormerFile& former)
     {
-        KnownAt(file).second.Keep(former);
+        KnownAt(file).Keep(former);
     }
     /// The same for a file that is to be added to or deleted: reads it when it must. Never throws
     /// but for lack of memory.
@@ -151,6 +151,7 @@ class DriveFiles : public Drives {
     enum class State { as_before, changed, unread };
     /// What is known of a place that is written to.
     struct KnownPlace {
+        std::size_t number;                    // of this place, in the order in which they came up
         std::optional<FormerFile> former = {}; // none where it only got the bytes that it had
         State state = State::as_before;
 
@@ -165,20 +166,20 @@ class DriveFiles : public Drives {
     };
     using KnownPlaces = std::unordered_map<std::string, KnownPlace>; // by IdentityOf
 
-    KnownPlaces::value_type& KnownAt(const OutputFile& file)
+    KnownPlace& KnownAt(const OutputFile& file)
     {
-        return *known_.try_emplace(IdentityOf(file)).first;
+        return known_.try_emplace(IdentityOf(file), KnownPlace{.number = known_.size()})
+            .first->second;
     }
-    void CountWritten(const OutputFile& file, KnownPlaces::value_type& place,
-                      std::string_view bytes);
-    void CountClosed(const OutputFile& file, KnownPlaces::value_type& place, State state);
+    void CountWritten(const OutputFile& file, KnownPlace& place, std::string_view bytes);
+    void CountClosed(const OutputFile& file, KnownPlace& place, State state);
     State StateOfContent(const std::string& path, const KnownPlace& known);
 
     LookLog* log_ = nullptr;
     std::string current_;
     std::vector<std::string> written_;
     KnownPlaces known_;
-    std::vector<KnownPlaces::value_type*> places_of_written_;
+    std::vector<KnownPlace*> places_of_written_;
     std::vector<std::string> losses_;
     std::int64_t writes_ = 0; // never starts anew: stamps outlive a Refresh
 };

@@ -6,6 +6,7 @@
 #include "text/windows1252.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 namespace kiv {
@@ -50,8 +51,11 @@ bool UnwrittenFiles::IsAsOnDisk(const std::string& path)
 std::vector<WrittenFile> UnwrittenFiles::WrittenFiles()
 {
     std::vector<WrittenFile> files;
-    for (const std::string& path : written_)
-        files.push_back({path, KeyOf(path), !IsAsOnDisk(path)});
+    std::unordered_map<std::string, std::size_t> places;
+    for (const std::string& path : written_) {
+        const std::size_t place = places.try_emplace(KeyOf(path), places.size()).first->second;
+        files.push_back({path, place, !IsAsOnDisk(path)});
+    }
     return files;
 }
 

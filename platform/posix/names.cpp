@@ -119,13 +119,13 @@ PosixNames::Memory PosixNames::Remembered(std::string_view absolute, std::string
     if (listed == identities_.end())
         return Memory::kUnknown;
     const Listing& listing = listings_.at(listed->second);
-    const auto alike = listing.find(UpperCase(name));
+    const auto [alike, end] = listing.equal_range(UpperCase(name));
     native = JoinNative(folder->second, ToUtf8(name));
-    if (alike == listing.end() || alike->second.empty()) // a name may be too long for the disk
+    if (alike == end) // a name may be too long for the disk
         return NativeNameOf(native).size() <= NAME_MAX ? Memory::kFree : Memory::kUnknown;
-    const PosixName& only = alike->second.front();
+    const PosixName& first = alike->second;
     const bool as_written =
-        alike->second.size() == 1 && only.native == NativeNameOf(native) && only.type == DT_REG;
+        std::next(alike) == end && first.native == NativeNameOf(native) && first.type == DT_REG;
     return as_written ? Memory::kFile : Memory::kUnknown;
 }
 
@@ -190,9 +190,10 @@ int PosixNames::Alike(const std::string& folder, std::string_view name,
     const Listing* listing = nullptr;
     if (const int error = ListingOf(folder, listing))
         return error;
-    const auto found = listing->find(UpperCase(name));
-    if (found != listing->end())
-        alike = found->second;
+    const auto [found, end] = listing->equal_range(UpperCase(name));
+    for (auto entry = found; entry != end; ++entry)
+        alike.push_back(entry->second);
+    std::sort(alike.begin(), alike.end(), InByteOrder);
     return 0;
 }
 
@@ -210,13 +211,11 @@ int PosixNames::ListingOf(const std::string& folder, const Listing*& listing)
     };
     const int error = ForEachName(folder, skip, [&](std::string_view native, unsigned char type) {
         std::string text = FromUtf8(native);
-        std::vector<PosixName>& alike = names[UpperCase(text)];
-        alike.push_back({std::string(native), std::move(text), type});
+        std::string upper = UpperCase(text);
+        names.emplace(std::move(upper), PosixName{std::string(native), std::move(text), type});
     });
     if (error != 0)
         return error;
-    for (auto& [text, alike] : names)
-        std::sort(alike.begin(), alike.end(), InByteOrder);
     identities_.emplace(folder, identity);
     listing = &listings_.try_emplace(identity, std::move(names)).first->second;
     return 0;
@@ -250,10 +249,12 @@ void PosixNames::Added(const std::string& native)
         return;
     const std::string_view added = NativeNameOf(native);
     PosixName name{std::string(added), FromUtf8(added), 0};
-    std::vector<PosixName>& alike = listings_[known->second][UpperCase(name.text)];
-    const auto place = std::lower_bound(alike.begin(), alike.end(), name, InByteOrder);
-    if (place == alike.end() || place->native != name.native)
-        alike.insert(place, std::move(name));
+    std::string upper = UpperCase(name.text);
+    Listing& listing = listings_[known->second];
+    if (const auto alike = listing.equal_range(upper);
+        std::none_of(alike.first, alike.second,
+                     [&](const auto& entry) { return entry.second.native == added; }))
+        listing.emplace(std::move(upper), std::move(name));
 }
 
 void PosixNames::Removed(const std::string& native)
@@ -262,10 +263,12 @@ void PosixNames::Removed(const std::string& native)
     if (known == identities_.end())
         return;
     const std::string_view name = NativeNameOf(native);
-    std::vector<PosixName>& alike = listings_[known->second][UpperCase(FromUtf8(name))];
-    alike.erase(std::remove_if(alike.begin(), alike.end(),
-                               [&](const PosixName& entry) { return entry.native == name; }),
-                alike.end());
+    Listing& listing = listings_[known->second];
+    const auto [alike, end] = listing.equal_range(UpperCase(FromUtf8(name)));
+    const auto removed =
+        std::find_if(alike, end, [&](const auto& entry) { return entry.second.native == name; });
+    if (removed != end)
+        listing.erase(removed);
 }
 
 void PosixNames::Forget()

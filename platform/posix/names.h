@@ -74,8 +74,8 @@ class PosixNames {
     void Forget();
 
   private:
-    /// The names of one folder by their upper-cased text, each list in byte order.
-    using Listing = std::unordered_map<std::string, std::vector<PosixName>>;
+    /// The names of one folder by their upper-cased text.
+    using Listing = std::unordered_multimap<std::string, PosixName>;
     using Identity = std::pair<dev_t, ino_t>; // two paths may lead to one folder
 
     int ListingOf(const std::string& folder, const Listing*& listing);
