@@ -40,7 +40,7 @@ void GrowHeapFor([[maybe_unused]] std::size_t content)
 {
 #if defined(__GLIBC__) && defined(MADV_HUGEPAGE)
     constexpr std::size_t kLarge = std::size_t{1} << 20U;
-    constexpr std::size_t kTimes = 3;
+    constexpr std::size_t kTimes = 8;
     constexpr std::size_t kLargePage = std::size_t{2} << 20U; // of most machines
     constexpr std::size_t kMost = std::size_t{24} << 20U;
     constexpr int kApart = 32 << 20; // the most that can be set: what is larger is no part of it
