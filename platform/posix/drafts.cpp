@@ -231,7 +231,7 @@ int FillApart(const Draft& draft, const Old& old, FilledDraft& filled)
     if (const int error = Fill(opened.Get(), draft, old))
         return error;
     if (old.state == nullptr) {
-        const int error = FlushByClosing(opened.Get());
+        const int error = draft.tells_at_closing ? FlushByClosing(opened.Get()) : 0;
         filled.unnamed.emplace(std::move(opened));
         return error;
     }

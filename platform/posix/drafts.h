@@ -22,6 +22,7 @@ struct Draft {
     std::string_view bytes;
     bool is_source = false; // the disk keeps it, and its name, before the call ends
     Expectation expected = {};
+    bool tells_at_closing = true; // see TellsAtClosing
 };
 
 /// Makes a new file; EEXIST when the name is taken. The name appears with the whole content. 0 or

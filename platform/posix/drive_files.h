@@ -10,7 +10,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -110,7 +109,7 @@ class PosixDriveFiles : public DriveFiles {
 
     PosixNames names_;
     PosixFolderLocks locks_;
-    std::set<std::string, std::less<>> tidied_;                     // native folders
+    std::map<std::string, bool, std::less<>> tidied_; // native folders; whether TellsAtClosing
     std::map<std::string, std::string, std::less<>> folder_places_; // of native ones; for PlaceOf
     std::vector<std::string> places_;                               // native: of the files written
 };

@@ -76,7 +76,8 @@ void PosixDriveFiles::TidyFolder(std::string_view native)
 {
     if (tidied_.contains(native))
         return;
-    const std::string& folder = *tidied_.emplace(native).first;
+    const std::string folder(native);
+    tidied_.emplace(folder, TellsAtClosing(folder));
     for (const std::string& saved : DeleteLeftTemporaries(folder))
         CountSaved(DrivePathOf(saved));
 }
@@ -89,7 +90,9 @@ void PosixDriveFiles::TidyFolderOf(const OutputFile& file)
 std::unique_ptr<PageDraft> PosixDriveFiles::MakeDraft(const OutputFile& file,
                                                       std::string_view bytes, bool is_former_known)
 {
-    return std::make_unique<PosixPageDraft>(file, bytes, is_former_known);
+    const auto folder = tidied_.find(NativeFolderOf(file.native));
+    return std::make_unique<PosixPageDraft>(file, bytes, is_former_known,
+                                            folder == tidied_.end() || folder->second);
 }
 
 void PosixDriveFiles::NoteWritten(const OutputFile& file, bool is_new)

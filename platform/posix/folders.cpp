@@ -3,6 +3,10 @@
 #include <cerrno>
 #include <dirent.h>
 #include <memory>
+#ifdef __linux__
+#include <linux/magic.h>
+#include <sys/vfs.h>
+#endif
 
 namespace kiv {
 
@@ -57,6 +61,26 @@ int ForEachName(const std::string& folder, const SkipFolder& skip, const TakeNam
         if (name != "." && name != "..")
             take(name, entry->d_type);
     }
+}
+
+bool TellsAtClosing([[maybe_unused]] const std::string& folder)
+{
+#ifdef __linux__
+    struct statfs disk {};
+    if (::statfs(folder.c_str(), &disk) != 0)
+        return true;
+    switch (static_cast<unsigned long>(disk.f_type)) {
+    case BTRFS_SUPER_MAGIC:
+    case EXT4_SUPER_MAGIC:
+    case TMPFS_MAGIC:
+    case XFS_SUPER_MAGIC:
+        return false;
+    default:
+        return true;
+    }
+#else
+    return true;
+#endif
 }
 
 } // namespace kiv

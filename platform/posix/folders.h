@@ -1,4 +1,4 @@
-// Folders of a POSIX file system. Every function gives 0 or an error number.
+// Folders of a POSIX file system. A function that gives an int gives 0 or an error number.
 #pragma once
 
 #include <functional>
@@ -25,5 +25,9 @@ int ForEachName(const std::string& folder, const TakeName& take);
 /// reading.
 using SkipFolder = std::function<bool(const struct stat& state)>;
 int ForEachName(const std::string& folder, const SkipFolder& skip, const TakeName& take);
+
+/// Whether the disk of a folder may keep what is wrong with a file's content to itself until the
+/// file is closed, as servers do. Disks of the machine's own that are known tell it at once.
+bool TellsAtClosing(const std::string& folder);
 
 } // namespace kiv

@@ -41,7 +41,9 @@ PreparedPage PosixPageDraft::Make()
 {
     if (File().exists)
         return MakeOver();
-    if (FillNew({File().native, Bytes()}, filled_) != 0)
+    const Draft draft{
+        .native = File().native, .bytes = Bytes(), .tells_at_closing = tells_at_closing_};
+    if (FillNew(draft, filled_) != 0)
         return {};
     return {PreparedPage::Outcome::drafted, FormerFile::Absent()};
 }

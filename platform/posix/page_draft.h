@@ -31,7 +31,12 @@ int MayWrite(const std::string& native);
 
 class PosixPageDraft : public PageDraft {
   public:
-    using PageDraft::PageDraft;
+    /// `tells_at_closing`: see TellsAtClosing.
+    PosixPageDraft(const OutputFile& file, std::string_view bytes, bool is_former_known,
+                   bool tells_at_closing)
+        : PageDraft(file, bytes, is_former_known), tells_at_closing_(tells_at_closing)
+    {
+    }
 
   protected:
     PreparedPage Make() override;
@@ -40,6 +45,7 @@ class PosixPageDraft : public PageDraft {
   private:
     PreparedPage MakeOver();
 
+    bool tells_at_closing_;
     FilledDraft filled_;
 };
 
