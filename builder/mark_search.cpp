@@ -64,6 +64,7 @@ struct HalfSet {
 // The tag is the highest bit, which is taken out of a byte with the least work; letters are the two
 // below, and marks are the others.
 constexpr std::uint8_t kTagBit = 0x80;
+constexpr std::uint8_t kLetterBits = 0x60;
 constexpr std::uint8_t kMarkBits = 0x1F;
 constexpr HalfSet kHalfSets[] = {
     {"<", kTagBit}, {"sSzZ", 0x40}, {"mMoO", 0x20}, {"{}", 0x10},
@@ -84,6 +85,20 @@ constexpr HalfTable TableOf(bool is_high)
 
 constexpr HalfTable kLowHalves = TableOf(false);
 constexpr HalfTable kHighHalves = TableOf(true);
+
+constexpr bool TablesHold(std::string_view characters, unsigned bits)
+{
+    for (unsigned code = 0; code < 128; ++code) {
+        const bool is_one = characters.find(static_cast<char>(code)) != std::string_view::npos;
+        if (((kLowHalves[code % 16] & kHighHalves[code / 16] & bits) != 0) != is_one)
+            return false;
+    }
+    return true;
+}
+
+static_assert(TablesHold(kMarksAndEnds, kMarkBits));
+static_assert(TablesHold(kTagLetters, kLetterBits));
+static_assert(TablesHold("<", kTagBit));
 
 __attribute__((target("avx2"))) inline __m256i Twice(const HalfTable& table)
 {

@@ -14,7 +14,7 @@ inline constexpr std::size_t kStretch = 64;
 /// The characters that a trigger of a line can begin with, and LF, among the kStretch characters of
 /// `text` from `from` on, or as many as there are: a bit a character, the first one's the lowest.
 /// Most tags are none that count, so "<" is one of them where a letter follows that a tag that
-/// counts begins with, in either case, and where what follows is not seen: at the end.
+/// counts begins with, in either case, or where it is the last of the stretch or of the text.
 std::uint64_t MarksFrom(std::string_view text, std::size_t from);
 
 /// The same for one stretch after the other, as many as there is room for or as the text has.

@@ -38,6 +38,9 @@ constexpr std::uint32_t KeyOf(std::string_view word)
     return key;
 }
 
+static_assert(std::ranges::max(kStopWords, {}, &std::string_view::size).size() ==
+              kLongestStopWord + 2);
+
 constexpr auto kStopKeys = [] {
     std::array<std::uint32_t, kStopWords.size()> keys{};
     for (std::size_t i = 0; i < keys.size(); ++i)

@@ -27,10 +27,9 @@ struct OutputFile {
 /// A file that was written.
 struct WrittenFile {
     std::string path;    // absolute drive path, spelled as the program wrote it
-    std::size_t place;   // the same for all that is one file, whatever it is called; for comparing
+    std::size_t place;   // the same for one file, whatever it is called; for comparing in a list
     bool changed;        // it holds other bytes than before the run, or was not there
     bool is_new = false; // it was not there
-    bool operator==(const WrittenFile&) const = default;
 };
 
 /// Tells one state of a file from another.

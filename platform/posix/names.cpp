@@ -264,11 +264,9 @@ void PosixNames::Removed(const std::string& native)
         return;
     const std::string_view name = NativeNameOf(native);
     Listing& listing = listings_[known->second];
-    const auto [alike, end] = listing.equal_range(UpperCase(FromUtf8(name)));
-    const auto removed =
-        std::find_if(alike, end, [&](const auto& entry) { return entry.second.native == name; });
-    if (removed != end)
-        listing.erase(removed);
+    auto [entry, end] = listing.equal_range(UpperCase(FromUtf8(name)));
+    while (entry != end)
+        entry = entry->second.native == name ? listing.erase(entry) : std::next(entry);
 }
 
 void PosixNames::Forget()

@@ -37,6 +37,7 @@ class PosixPageDraft : public PageDraft {
         : PageDraft(file, bytes, is_former_known), tells_at_closing_(tells_at_closing)
     {
     }
+    PosixPageDraft(OutputFile&&, std::string_view, bool, bool) = delete;
 
   protected:
     PreparedPage Make() override;

@@ -197,6 +197,16 @@ TEST_F(Changes, AGroupIsSummedUpByFolder)
     EXPECT_THAT(Call({"group", "C:\\site"}).out, HasSubstr("\n.: 0 of 3 files changed\na: 0 of 4"));
 }
 
+TEST_F(Changes, AFileThatTwoMembersWriteCountsForEachAndOnceInTheSum)
+{
+    Put("site/_group.txt", "a\nb\n");
+    PutSite("site/a", "@FILE = a\n@TITLE = A\n\n");
+    PutSite("site/b", "@FILE = c\n@TITLE = C\n\n@FILE = ..\\a\\a.htm\n@TITLE = B\n\n");
+    EXPECT_THAT(Call({"group", "C:\\site"}).out,
+                HasSubstr(Preferred("site/a") + ": 3 of 3 files changed\n" + Preferred("site/b") +
+                          ": 4 of 4 files changed\n9 of 9 files changed\n"));
+}
+
 TEST_F(Changes, AMemberThatFailsIsTold)
 {
     Put("site/_group.txt", "a\n");

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <set>
 
 namespace kiv {
 
@@ -55,8 +56,12 @@ TEST_F(UnwrittenFilesTest, AChangeIsOneBesideTheDisk)
     unwritten.WriteFile("b.txt", "old");
     unwritten.WriteFile("c.txt", "");
     std::vector<std::string> changed;
-    for (const WrittenFile& file : unwritten.WrittenFiles())
+    std::set<std::size_t> places;
+    for (const WrittenFile& file : unwritten.WrittenFiles()) {
         changed.push_back(file.path + (file.changed ? " changed" : ""));
+        places.insert(file.place);
+    }
+    EXPECT_EQ(places.size(), changed.size());
     EXPECT_THAT(changed, ElementsAre("C:\\site\\A.txt changed", "C:\\site\\b.txt",
                                      "C:\\site\\c.txt changed"));
 }

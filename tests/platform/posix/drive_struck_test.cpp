@@ -3,6 +3,8 @@
 #include "tests/platform/drive_test.h"
 #include "tests/platform/posix/struck_calls.h"
 
+#include "platform/posix/drafts.h"
+
 #include <cerrno>
 #include <functional>
 #include <gmock/gmock.h>
@@ -43,6 +45,20 @@ class DriveStruck : public DriveTest {
         ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 7);
     }
 };
+
+TEST_F(DriveStruck, WhatAServerTellsAtClosingIsToldBeforeAPageHasItsName)
+{
+    const std::string native = root + "/page.htm";
+    for (const bool tells_at_closing : {false, true}) {
+        const StruckCalls struck({{.call = "dup", .error = EDQUOT}});
+        FilledDraft filled;
+        EXPECT_EQ(
+            FillNew({.native = native, .bytes = "x", .tells_at_closing = tells_at_closing}, filled),
+            tells_at_closing ? EDQUOT : 0);
+        if (!filled.unnamed)
+            GTEST_SKIP() << "the disk knows no files without a name";
+    }
+}
 
 TEST_F(DriveStruck, ALockThatFailsIsNotTaken)
 {

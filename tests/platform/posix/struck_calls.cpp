@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdarg>
 #include <cstdio>
 #include <fcntl.h>
 #include <string_view>
@@ -87,6 +88,16 @@ int fchmod(int fd, mode_t mode) noexcept
 int fchown(int fd, uid_t owner, gid_t group) noexcept
 {
     return kiv::DoInt("fchown", SYS_fchown, fd, owner, group);
+}
+
+int fcntl(int fd, int command, ...) // NOLINT(cert-dcl50-cpp): it is the C library's
+{
+    va_list arguments;
+    va_start(arguments, command);
+    const long argument = va_arg(arguments, long);
+    va_end(arguments);
+    const char* const name = command == F_DUPFD_CLOEXEC ? "dup" : "fcntl";
+    return kiv::DoInt(name, SYS_fcntl, fd, command, argument);
 }
 
 int flock(int fd, int operation) noexcept
