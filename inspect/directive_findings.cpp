@@ -22,7 +22,7 @@ void AddSlip(const SiteView& site, const SourceText& source, const DirectiveSlip
     sink.Add(site.PlaceOf(source, slip.line),
              Joined({Quoted(source.Line(slip.line)),
                      slip.is_cut ? " loses the first character of its value" : kNotUnderstood}),
-             Joined({"write \"", slip.meant, "\""}));
+             slip.meant.empty() ? slip.todo : Joined({"write \"", slip.meant, "\""}));
 }
 
 void AddNameless(const SiteView& site, const SourceText& source, FindingSink& sink)

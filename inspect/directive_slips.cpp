@@ -314,26 +314,52 @@ std::string MeantWithoutSign(std::string_view mark, std::string_view behind)
                                        : std::string();
 }
 
+/// A line that begins with the two signs of a definition, taken apart.
+struct DefinitionLine {
+    explicit DefinitionLine(std::string_view line) : text(CutBlanks(line))
+    {
+        behind = CutBlanks(text.substr(std::min<std::size_t>(2, text.size())));
+        number = behind.substr(0, behind.find_first_not_of("0123456789"));
+        rest = CutBlanks(behind.substr(number.size()));
+    }
+    std::string_view Mark() const { return text.substr(0, 2); }
+    bool HasMark() const { return std::ranges::find(kFamilyMark, Mark()) != kFamilyMark.end(); }
+    /// Numbers are 0 to 9, with or without a "0" before them.
+    bool HasNumber() const
+    {
+        return number.size() == 1 || (number.size() == 2 && number.starts_with('0'));
+    }
+
+    std::string_view text; // without blanks before it
+    std::string_view behind;
+    std::string_view number; // that stands there: digits, or ""
+    std::string_view rest;   // behind the number
+};
+
 /// The definition that a line such as "!!1= x" was meant for; "": it is one, or nothing like it.
 /// `is_fixed`: nothing but definitions and directives has any effect there.
 std::string MeantDefinition(std::string_view line, bool is_fixed)
 {
-    const std::string_view text = CutBlanks(line);
-    if (std::ranges::find(kFamilyMark, text.substr(0, 2)) == kFamilyMark.end())
+    const DefinitionLine parts(line);
+    if (!parts.HasMark() || IsDefinition(line))
         return {};
-    const std::string_view behind = CutBlanks(text.substr(2));
-    const std::size_t digits = std::min(behind.find_first_not_of("0123456789"), behind.size());
-    const std::string_view rest = CutBlanks(behind.substr(digits));
-    if (text.size() == line.size() && IsDefinition(line))
+    if (is_fixed && !parts.rest.starts_with('='))
+        return MeantWithoutSign(parts.Mark(), parts.behind);
+    if (!parts.HasNumber() || !parts.rest.starts_with('='))
         return {};
-    if (is_fixed && !rest.starts_with('='))
-        return MeantWithoutSign(text.substr(0, 2), behind);
-    if (digits < 1 || digits > 2 || !rest.starts_with('='))
-        return {};
-    return WithValue(
-        Joined({text.substr(0, 2), behind.substr(0, digits), digits == 1 ? " =" : "="}),
-        CutBlanks(rest.substr(1)));
+    return WithValue(Joined({parts.Mark(), parts.number, parts.number.size() == 1 ? " =" : "="}),
+                     CutBlanks(parts.rest.substr(1)));
 }
+
+/// Whether a line such as "@@12 = x" was meant for the definition of a number that there is not.
+bool NumbersTooFar(std::string_view line)
+{
+    const DefinitionLine parts(line);
+    return parts.HasMark() && !IsDefinition(line) && parts.number.size() > 1 &&
+           !parts.HasNumber() && parts.rest.starts_with('=');
+}
+
+constexpr std::string_view kWhichNumbers = "numbers go from 1 to 9: take one that is free";
 
 bool IsDefined(const SiteView& site, std::string_view definition)
 {
@@ -364,8 +390,12 @@ class SourceReader {
             slips_.push_back({static_cast<int>(index_) + 1, std::move(whole), true});
         if (parts.HasRole())
             return;
+        const int number = static_cast<int>(index_) + 1;
         if (std::string meant = MeantLine(line, zone); !meant.empty())
-            slips_.push_back({static_cast<int>(index_) + 1, std::move(meant)});
+            slips_.push_back({number, std::move(meant)});
+        else if (zone != Zone::body && NumbersTooFar(line) &&
+                 (zone == Zone::fixed || !IsDefined(site_, CutBlanks(line))))
+            slips_.push_back({number, {}, false, std::string(kWhichNumbers)});
     }
 
     std::string MeantLine(std::string_view line, Zone zone) const
