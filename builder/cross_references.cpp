@@ -117,8 +117,6 @@ std::string Filled(std::string_view pattern, const Fields& fields, std::size_t l
     return text;
 }
 
-constexpr std::string_view kIdMark = "ID:"; // before an id that stands for a page's name
-
 // What the trace tells of a use, behind the name of its definition.
 constexpr const char* kVanishes = ", so the use vanishes";
 constexpr const char* kLineGoes = ", so the whole line goes";

@@ -17,6 +17,9 @@ inline constexpr std::string_view kNoPageRefWarning =
 inline constexpr std::string_view kNoGroupRefWarning =
     "You're missing a ?! = in the _html.txt file";
 
+/// Before an id that stands for the name of a page, in a page or group reference.
+inline constexpr std::string_view kIdMark = "ID:";
+
 /// A use without a definition vanishes.
 Expansion ExpandNumbered(const BracketUse& use, std::string_view definition, MergedLine& line);
 

@@ -1,4 +1,5 @@
 // Addresses that lead nowhere, or only here.
+#include "builder/cross_references.h"
 #include "inspect/finding_table.h"
 #include "inspect/findings.h"
 #include "inspect/page_links.h"
@@ -72,6 +73,8 @@ std::string_view AddressFault(const PageLink& link)
     const std::string_view address = Trim(link.address);
     if (address.empty() && link.kind == LinkKind::picture)
         return " names no picture";
+    if (address.starts_with(kIdMark)) // the "!1" of a reference
+        return " names a page by its \"@ID =\", which only references know";
     for (const std::string_view scheme : {"http:", "https:"}) {
         if (!StartsWithNoCase(address, scheme))
             continue;
@@ -91,6 +94,9 @@ std::string_view AddressFault(const PageLink& link)
 std::string WholeAddress(std::string_view address)
 {
     address = Trim(address);
+    if (address.starts_with(kIdMark))
+        return "give the reference the page's file in a field of its own, and make that the "
+               "address";
     const std::size_t colon = address.find(':');
     const std::string_view host = colon == npos ? std::string_view() : address.substr(colon + 1);
     const std::size_t begin = host.find_first_not_of('/');

@@ -1,4 +1,5 @@
 // References to pages and groups that are not there, and constructs without their end.
+#include "builder/cross_references.h"
 #include "builder/page_list_parser.h"
 #include "builder/text_helpers.h"
 #include "inspect/finding_table.h"
@@ -20,7 +21,6 @@ namespace kiv {
 
 namespace {
 
-constexpr std::string_view kIdMark = "ID:";
 constexpr std::string_view kIdDirective = "@ID =";
 constexpr std::string_view kGroupDirective = "@GROUP =";
 constexpr std::string_view kExtensions[] = {"", ".htm", ".html", ".asp"};
