@@ -258,7 +258,8 @@ constexpr CallRow kCalls[] = {
          "tab-separated names, js script-writing calls of lines, getnames a mail script of form "
          "fields, cleanquotes entities and plain quotes, newsgrabber a page-list entry of a news "
          "line, tabtopipe table rows of tab-separated ones; ptop makes </p> of a <p> at the end "
-         "of a line.",
+         "of a line. The rows for tabtopipe have a CR LF between them, as copied ones have on "
+         "Windows: where LF alone stands there, all is one row.",
      .example = "kiv-cli convert --mode tabtopipe --prefix '!!1' < rows.txt",
      .options = kConvertOptions, .start = Start::drive_c, .run = RunConvert},
     {.name = "dimensions",
