@@ -230,21 +230,24 @@ int FillApart(const Draft& draft, const Old& old, FilledDraft& filled)
         return SaysNoUnnamed(errno) ? FillNamed(draft, old, filled.temporary) : errno;
     if (const int error = Fill(opened.Get(), draft, old))
         return error;
-    if (old.state == nullptr) {
-        const int error = draft.tells_at_closing ? FlushByClosing(opened.Get()) : 0;
-        filled.unnamed.emplace(std::move(opened));
-        return error;
-    }
-    std::string temporary;
-    if (const int error = GiveTemporaryName(opened.Get(), draft.native, temporary))
-        return error;
-    filled.temporary = std::move(temporary);
-    return opened.Close();
+    const int error = draft.tells_at_closing ? FlushByClosing(opened.Get()) : 0;
+    filled.unnamed.emplace(std::move(opened));
+    return error;
 }
 
 int GiveName(const FilledDraft& filled, const std::string& native)
 {
     return GiveName(filled.unnamed->Get(), native);
+}
+
+/// A process that is ended leaves no more of these than it has drafts on their way over a file.
+int GiveTemporaryName(FilledDraft& filled, const std::string& native)
+{
+    std::string temporary;
+    const int error = GiveTemporaryName(filled.unnamed->Get(), native, temporary);
+    if (error == 0)
+        filled.temporary = std::move(temporary);
+    return error;
 }
 
 #else
@@ -260,6 +263,11 @@ int FillApart(const Draft& draft, const Old& old, FilledDraft& filled)
 }
 
 int GiveName(const FilledDraft&, const std::string&)
+{
+    return ENOSYS;
+}
+
+int GiveTemporaryName(FilledDraft&, const std::string&)
 {
     return ENOSYS;
 }
@@ -313,6 +321,9 @@ int PutNew(const std::string& native, FilledDraft& filled)
 
 int PutOver(const std::string& native, FilledDraft& filled)
 {
+    if (filled.unnamed)
+        if (const int error = GiveTemporaryName(filled, native))
+            return error;
     const int error = MoveOver(filled.temporary, native);
     if (error == 0)
         filled.temporary.clear();

@@ -40,13 +40,14 @@ struct FilledDraft {
     FilledDraft& operator=(const FilledDraft&) = delete;
     ~FilledDraft();
 
-    std::optional<Descriptor> unnamed; // else it bears
-    std::string temporary;             // this native name; "": there is no draft
+    std::optional<Descriptor> unnamed; // until it is put in its place; else it bears
+    std::string temporary;             // this native name; "": it has none, or there is no draft
 };
 
 // PlaceNew and PlaceOver in two steps, for drafts that are no sources and replace whatever is
-// there. The first may be taken by any thread; the second is a single call, which gives the same
-// errors. What a disk has against the content is told by the first.
+// there. The first may be taken by any thread; the second is one call, or two where an unnamed
+// draft gets a name first, and gives the same errors. What a disk has against the content is told
+// by the first. A process that is ended between the two leaves nothing where drafts need no name.
 int FillNew(const Draft& draft, FilledDraft& filled);
 int PutNew(const std::string& native, FilledDraft& filled);
 int FillOver(const Draft& draft, const struct stat& old, Lost& lost, FilledDraft& filled);

@@ -61,7 +61,8 @@ PreparedPage PosixPageDraft::MakeOver()
     PreparedPage page{PreparedPage::Outcome::drafted};
     if (!IsFormerKnown())
         page.former = old.Former();
-    if (FillOver({native, Bytes()}, old.state, page.lost, filled_) != 0)
+    const Draft draft{.native = native, .bytes = Bytes(), .tells_at_closing = tells_at_closing_};
+    if (FillOver(draft, old.state, page.lost, filled_) != 0)
         return {};
     return page;
 }
