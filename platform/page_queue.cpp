@@ -1,5 +1,6 @@
 #include "platform/page_queue.h"
 
+#include "platform/process.h"
 #include "platform/run_error.h"
 
 #include <algorithm>
@@ -37,6 +38,14 @@ bool IsPlain(std::string_view name)
     return !name.empty() && name.back() != '.' && std::ranges::all_of(name, is_plain);
 }
 
+/// A page has a file open until it is put in its place and counted. Behind it are as many that the
+/// threads have yet to close, and as many again that they are about to be given.
+std::size_t MostPages()
+{
+    constexpr std::size_t kShare = 8; // the rest is for whatever else is open
+    return std::clamp<std::size_t>(MostOpenFiles() / kShare, 1, PageQueue::kMostPages);
+}
+
 /// Restores a flag at the end of a scope.
 class Raised {
   public:
@@ -52,7 +61,8 @@ class Raised {
 } // namespace
 
 PageQueue::PageQueue(DriveFiles& files, const ThreadLimits& limits)
-    : files_(files), begins_at_once_(limits.is_given), workers_(limits)
+    : files_(files), begins_at_once_(limits.is_given), most_pages_(MostPages()),
+      workers_(limits, most_pages_)
 {
 }
 
@@ -123,7 +133,7 @@ void PageQueue::WriteAtOnce(const OutputFile& file, const std::string& bytes)
 
 void PageQueue::MakeRoom(std::size_t bytes)
 {
-    while (!pages_.empty() && (pages_.size() >= kMostPages || bytes_ + bytes > kMostBytes))
+    while (!pages_.empty() && (pages_.size() >= most_pages_ || bytes_ + bytes > kMostBytes))
         PutFirst();
 }
 
@@ -189,6 +199,7 @@ void PageQueue::PutPlainly(Page& page)
     page.job.draft.reset();
     for (const std::unique_ptr<Page>& other : pages_)
         other->job.draft.reset();
+    workers_.EndDiscarded(); // and these may be the files of which too many are open
     files_.Commit(page.file, page.bytes);
 }
 

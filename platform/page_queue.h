@@ -70,6 +70,7 @@ class PageQueue {
 
     DriveFiles& files_;
     const bool begins_at_once_;
+    const std::size_t most_pages_;                // that may be on their way at a time
     std::deque<std::unique_ptr<Page>> pages_;     // in order, some of them in their places already
     std::unordered_set<std::string_view> places_; // of these
     std::size_t bytes_ = 0;                       // of these

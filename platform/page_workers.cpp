@@ -208,6 +208,8 @@ void PageWorkers::Cancel()
 
 void PageWorkers::Discard(std::unique_ptr<PageDraft> draft)
 {
+    if (to_discard_.size() >= most_discarded_)
+        return; // with it
     try {
         to_discard_.push_back(std::move(draft));
     } catch (const std::bad_alloc&) {

@@ -74,7 +74,11 @@ class PageWorkers {
   public:
     using Duration = WaitWatch::Clock::duration;
 
-    explicit PageWorkers(const ThreadLimits& limits) : limits_(limits) {}
+    /// `most_discarded`: how many drafts may wait for being handed to the threads.
+    explicit PageWorkers(const ThreadLimits& limits, std::size_t most_discarded = kMostDiscarded)
+        : limits_(limits), most_discarded_(most_discarded)
+    {
+    }
     PageWorkers(const PageWorkers&) = delete;
     PageWorkers& operator=(const PageWorkers&) = delete;
     ~PageWorkers();
@@ -90,8 +94,10 @@ class PageWorkers {
     /// a refused page gets no place.
     void Cancel();
     /// Takes a draft off one's hands: to close a file may take a while. The threads get it with the
-    /// next job.
+    /// next job. Where too many wait for that, it ends here and now.
     void Discard(std::unique_ptr<PageDraft> draft);
+    /// Comes back when what was discarded has ended.
+    void EndDiscarded();
     /// There is no job any more. Comes back when what was discarded has ended. The threads wait for
     /// other jobs, but for those that were there for a slow disk: to end one takes as long as
     /// writing some pages.
@@ -105,7 +111,6 @@ class PageWorkers {
     void TakeOne(Lock& lock);
     void TakeJob(Lock& lock);
     void PlaceReady(Lock& lock);
-    void EndDiscarded();
     void End();
     void GoApart();
     void StartWhenWorthwhile(std::size_t waiting);
@@ -113,7 +118,10 @@ class PageWorkers {
     std::size_t Processors();
     bool IsSlow() const;
 
+    static constexpr std::size_t kMostDiscarded = 64;
+
     const ThreadLimits limits_;
+    const std::size_t most_discarded_;
     std::optional<std::size_t> processors_;
     std::vector<std::thread> threads_;
     std::vector<std::unique_ptr<PageDraft>> to_discard_;

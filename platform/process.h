@@ -1,6 +1,7 @@
 // This process as the machine gives it to the program.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <thread>
 
@@ -14,6 +15,9 @@ void PrepareProcess();
 /// How often this thread has stood still for something else than a processor: a disk, a server,
 /// another thread. Where the system does not count that, another number at each call.
 std::uint64_t WaitsOfThread();
+
+/// How many files this process may have open at a time, those that it has among them.
+std::size_t MostOpenFiles();
 
 /// Has a new thread run on other processors than the one the caller is on, where there are some. A
 /// system may else leave it where it was made for as long as a small build takes: to a virtual

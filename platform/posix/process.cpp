@@ -1,5 +1,6 @@
 #include "platform/process.h"
 
+#include <climits>
 #include <csignal>
 #include <fcntl.h>
 #include <pthread.h>
@@ -32,6 +33,13 @@ std::uint64_t WaitsOfThread()
 #endif
     thread_local std::uint64_t calls = 0;
     return ++calls;
+}
+
+std::size_t MostOpenFiles()
+{
+    rlimit limit{};
+    return ::getrlimit(RLIMIT_NOFILE, &limit) == 0 ? static_cast<std::size_t>(limit.rlim_cur)
+                                                   : _POSIX_OPEN_MAX;
 }
 
 void KeepApart([[maybe_unused]] std::thread& thread)

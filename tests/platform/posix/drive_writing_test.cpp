@@ -1,4 +1,5 @@
 // Writing where it depends on rights, limits and signals, which Windows has not or has otherwise.
+#include "platform/posix/drive_files.h"
 #include "tests/platform/drive_test.h"
 #include "tests/platform/posix/not_root.h"
 
@@ -38,6 +39,23 @@ class FullDisk {
   private:
     rlimit old_limit_{};
     void (*old_handler_)(int);
+};
+
+/// While it lives, this process may not have more than so many files open.
+class FewOpenFiles {
+  public:
+    explicit FewOpenFiles(rlim_t count)
+    {
+        getrlimit(RLIMIT_NOFILE, &old_limit_);
+        const rlimit limit{count, old_limit_.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
+    FewOpenFiles(const FewOpenFiles&) = delete;
+    FewOpenFiles& operator=(const FewOpenFiles&) = delete;
+    ~FewOpenFiles() { setrlimit(RLIMIT_NOFILE, &old_limit_); }
+
+  private:
+    rlimit old_limit_{};
 };
 
 class DriveRights : public DriveTest {
@@ -175,6 +193,63 @@ TEST_F(DriveRights, ALockedFolderHasNothingOfKilledRuns)
     Put(ours, "in work");
     const auto lock = files->LockFolder("C:\\");
     EXPECT_EQ(NamesIn(), (Names{ours}));
+}
+
+/// Pages on their way have files open, and so have those that were placed and are yet to be closed.
+TEST_F(DriveRights, PagesOnTheirWayLeaveFilesForTheRest)
+{
+    constexpr int kPages = 400;
+    const std::string text(50'000,
+                           '.'); // it takes the threads longer than it takes to hand it over
+    for (const std::size_t threads : {2U, 8U}) {
+        const FewOpenFiles few(48);
+        files = MakeDriveFiles({{'C', root}}, threads);
+        files->ChangeDirectory("C:\\");
+        files->List(".", "*.*");
+        std::string last;
+        for (int number = 1; number <= kPages; ++number) {
+            last = std::to_string(threads) + "-" + std::to_string(number) + ".htm";
+            std::string bytes = text;
+            files->HandOver(files->Open(last), bytes, {});
+        }
+        EXPECT_EQ(files->ReadFile(last), text);
+        files->EndHandOvers();
+        EXPECT_EQ(files->Written().size(), kPages) << threads;
+    }
+}
+
+bool KnowsUnnamedFiles(const std::string& folder)
+{
+#ifdef O_TMPFILE
+    const int fd = open(folder.c_str(), O_TMPFILE | O_WRONLY, 0600);
+    if (fd >= 0)
+        close(fd);
+    return fd >= 0;
+#else
+    return false;
+#endif
+}
+
+/// So a process that is ended meanwhile leaves nothing of it.
+TEST_F(DriveRights, ADraftHasNoNameBeforeItsTurnHasCome)
+{
+    if (!KnowsUnnamedFiles(root))
+        GTEST_SKIP() << "every file of this disk has a name";
+    Put("old.htm", "old");
+    PosixDriveFiles drives({{'C', root}});
+    drives.ChangeDirectory("C:\\");
+    for (const char* const name : {"new.htm", "old.htm"}) {
+        const Names before = NamesIn();
+        const OutputFile file = drives.Open(name);
+        const std::string bytes = std::string("text of ") + name;
+        const auto draft = drives.BeginPage(file, bytes);
+        draft->Prepare();
+        EXPECT_EQ(draft->Prepared().outcome, PreparedPage::Outcome::drafted);
+        EXPECT_EQ(NamesIn(), before);
+        EXPECT_TRUE(draft->Place());
+        EXPECT_EQ(Content(name), bytes);
+    }
+    EXPECT_EQ(NamesIn(), (Names{"new.htm", "old.htm"}));
 }
 
 } // namespace
