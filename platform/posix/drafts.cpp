@@ -240,7 +240,7 @@ int GiveName(const FilledDraft& filled, const std::string& native)
     return GiveName(filled.unnamed->Get(), native);
 }
 
-/// A process that is ended leaves no more of these than it has drafts on their way over a file.
+/// Right before the draft is put in its place: a process that is ended in between leaves this one.
 int GiveTemporaryName(FilledDraft& filled, const std::string& native)
 {
     std::string temporary;

@@ -242,9 +242,9 @@ TEST_F(Server, AThousandConnectionsInARowLeaveNothingOpen)
         answered += StatusOf(Asked(Port(), "GET / HTTP/1.1\r\nHost: x\r\n\r\n")) == 200 ? 1 : 0;
     EXPECT_EQ(answered, 1000);
     const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    // The last are still being closed.
     while (OpenHandles() >= before + 10 && std::chrono::steady_clock::now() < until)
-        std::this_thread::sleep_for(
-            std::chrono::milliseconds(10)); // the last are still being closed
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
     EXPECT_LT(OpenHandles(), before + 10);
 }
 

@@ -199,8 +199,7 @@ TEST_F(DriveRights, ALockedFolderHasNothingOfKilledRuns)
 TEST_F(DriveRights, PagesOnTheirWayLeaveFilesForTheRest)
 {
     constexpr int kPages = 400;
-    const std::string text(50'000,
-                           '.'); // it takes the threads longer than it takes to hand it over
+    const std::string text(50'000, '.'); // longer to write than to hand over
     for (const std::size_t threads : {2U, 8U}) {
         const FewOpenFiles few(48);
         files = MakeDriveFiles({{'C', root}}, threads);
